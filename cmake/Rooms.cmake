@@ -1,0 +1,74 @@
+# The rooms of the program and the arrows allowed between them.
+#
+# A room is a library `lokari_<room>`, its windows are `lokari_<room>_ui`. The lists below are
+# the whole of the dependency picture in docs/architecture.md; a call that asks for more stops
+# the configuration, and tests/architecture checks the include lines against the same lists.
+
+set(LOKARI_ROOMS base link db decoder cab station reports app cli)
+set(LOKARI_ARROWS_base "")
+set(LOKARI_ARROWS_link base)
+set(LOKARI_ARROWS_db base)
+set(LOKARI_ARROWS_decoder base link db)
+set(LOKARI_ARROWS_cab base link db decoder)
+set(LOKARI_ARROWS_station base link db decoder)
+set(LOKARI_ARROWS_reports base link db decoder)
+set(LOKARI_ARROWS_app base link db decoder cab station reports)
+set(LOKARI_ARROWS_cli base link db decoder cab station reports app)
+set(LOKARI_ARROWS_sim base)
+
+function(_lokari_check_arrows from allowed)
+  foreach(to IN LISTS ARGN)
+    if(NOT to IN_LIST allowed)
+      message(FATAL_ERROR "Room '${from}' may not use room '${to}'")
+    endif()
+  endforeach()
+endfunction()
+
+# lokari_room(NAME USES room... QT module... SOURCES file...)
+function(lokari_room name)
+  cmake_parse_arguments(ARG "" "" "USES;QT;SOURCES;LIBS" ${ARGN})
+  _lokari_check_arrows(${name} "${LOKARI_ARROWS_${name}}" ${ARG_USES})
+  if("Widgets" IN_LIST ARG_QT OR "PrintSupport" IN_LIST ARG_QT)
+    message(FATAL_ERROR "Room '${name}' links Qt Widgets: windows belong into its ui/")
+  endif()
+  add_library(lokari_${name} STATIC ${ARG_SOURCES})
+  target_include_directories(lokari_${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+  target_link_libraries(lokari_${name} PUBLIC lokari_options ${ARG_LIBS})
+  foreach(use IN LISTS ARG_USES)
+    target_link_libraries(lokari_${name} PUBLIC lokari_${use})
+  endforeach()
+  foreach(module IN LISTS ARG_QT)
+    target_link_libraries(lokari_${name} PUBLIC Qt6::${module})
+  endforeach()
+endfunction()
+
+# lokari_room_ui(NAME USES room... [UI room...] [QT module...] SOURCES file...)
+# USES are rooms, UI are other rooms' windows that these windows embed or open.
+function(lokari_room_ui name)
+  cmake_parse_arguments(ARG "" "" "USES;UI;QT;SOURCES" ${ARGN})
+  _lokari_check_arrows(${name}/ui "${name};${LOKARI_ARROWS_${name}}" ${ARG_USES})
+  _lokari_check_arrows(${name}/ui "${LOKARI_ARROWS_${name}}" ${ARG_UI})
+  add_library(lokari_${name}_ui STATIC ${ARG_SOURCES})
+  target_link_libraries(lokari_${name}_ui PUBLIC lokari_options lokari_${name} Qt6::Widgets)
+  foreach(use IN LISTS ARG_USES)
+    target_link_libraries(lokari_${name}_ui PUBLIC lokari_${use})
+  endforeach()
+  foreach(use IN LISTS ARG_UI)
+    target_link_libraries(lokari_${name}_ui PUBLIC lokari_${use}_ui)
+  endforeach()
+  foreach(module IN LISTS ARG_QT)
+    target_link_libraries(lokari_${name}_ui PUBLIC Qt6::${module})
+  endforeach()
+endfunction()
+
+# lokari_tests(NAME LIBS target... SOURCES file...): one test program; each of its tests is a
+# CTest test of its own. Windows are drawn by the offscreen platform.
+function(lokari_tests name)
+  cmake_parse_arguments(ARG "" "" "LIBS;SOURCES" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE ${ARG_LIBS} lokari_test_support)
+  gtest_discover_tests(${name}
+    DISCOVERY_MODE PRE_TEST
+    PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8"
+    DISCOVERY_TIMEOUT 60)
+endfunction()

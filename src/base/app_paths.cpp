@@ -1,0 +1,52 @@
+#include "base/app_paths.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+
+#include "base/paths.h"
+
+namespace lokari {
+
+QString chooseAppPath(const QString& environment, const QString& executableFolder,
+                      const QString& userData) {
+  if (!environment.isEmpty()) return QDir::cleanPath(environment);
+  const bool portable = QFileInfo(executableFolder).isWritable() &&
+                        !findFile(executableFolder + QStringLiteral("/EMPTY.MDB")).isEmpty();
+  return portable ? QDir::cleanPath(executableFolder) : userData + QStringLiteral("/lokari");
+}
+
+QString seedAppPath(const QString& appPath, const QString& installedData) {
+  const QDir target(appPath);
+  if (!target.mkpath(QStringLiteral("."))) {
+    return QStringLiteral("Ordner %1 kann nicht angelegt werden!").arg(appPath);
+  }
+  const QDir source(installedData);
+  QDirIterator files(installedData, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+  while (files.hasNext()) {
+    const QString from = files.next();
+    const QString name = source.relativeFilePath(from);
+    const QString to = placeFor(target.filePath(name));
+    if (QFileInfo::exists(to)) continue;
+    if (!QDir().mkpath(QFileInfo(to).path()) || !QFile::copy(from, to)) {
+      return QStringLiteral("Datei %1 kann nicht angelegt werden!").arg(to);
+    }
+    // An installation's files may be read-only; the user's copy is his to change.
+    QFile::setPermissions(to, QFile::permissions(to) | QFile::WriteOwner | QFile::ReadOwner);
+  }
+  return {};
+}
+
+AppPaths appPathsFor(const QString& appPath, const QString& commandLine) {
+  AppPaths paths;
+  paths.appPath = appPath;
+  paths.iniFile = commandLine.isEmpty() ? appPath + QStringLiteral("/LOKARI.INI")
+                                        : appPath + u'/' + commandLine + QStringLiteral(".INI");
+  const QString parent = QDir::cleanPath(appPath + QStringLiteral("/.."));
+  const bool dataAbove = !findFile(parent + QStringLiteral("/fahr_p.bmp")).isEmpty();
+  paths.basePath = dataAbove ? parent : appPath;
+  return paths;
+}
+
+}  // namespace lokari

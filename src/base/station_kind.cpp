@@ -1,0 +1,16 @@
+#include "base/station_kind.h"
+
+namespace lokari {
+
+const StationKindRow& stationKind(StationKind kind) {
+  return kStationKinds[static_cast<size_t>(static_cast<int>(kind) - 1)];
+}
+
+const StationKindRow* stationKindByName(QStringView name) {
+  for (const StationKindRow& row : kStationKinds) {
+    if (name.compare(QStringView(row.name), Qt::CaseInsensitive) == 0) return &row;
+  }
+  return nullptr;
+}
+
+}  // namespace lokari

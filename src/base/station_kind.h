@@ -1,0 +1,78 @@
+// The thirteen kinds of command station. This table is the one place that knows a kind by name; a
+// protocol family or a window asks it for a property and never for a kind.
+#pragma once
+
+#include <QStringView>
+
+#include <array>
+
+namespace lokari {
+
+/// `baseUnit`: the numbers are those of the settings and must not change.
+enum class StationKind : int {
+  Mx1 = 1,
+  Li100 = 2,
+  Li100V3 = 3,
+  Ibx = 4,
+  Mx1V25 = 5,
+  LiUsb = 6,
+  TamsMc = 7,
+  Mx1Bin = 8,
+  Mx1Ulf = 9,
+  LiDp = 10,
+  Mx10 = 11,
+  Mx10Ip = 12,
+  Z21Ip = 13,
+};
+
+enum class Transport { Serial, Can, Udp };
+
+/// One protocol family is one set of sources in each room.
+enum class ProtocolFamily { Mx1Text, ZimoBinary, Lenz, LiDp, Intellibox, Tams, Z21, Mx10 };
+
+/// Numbers of the serial port's handshaking.
+enum class Handshaking { None = 0, RequestToSend = 2 };
+
+struct StationKindRow {
+  StationKind kind;
+  const char16_t* name;  ///< value of the setting `BaseUnit`
+  ProtocolFamily family;
+  Transport transport;
+  int defaultRate;  ///< baud; 0 where the transport has none
+  Handshaking handshaking;
+  bool usesIpAddress;          ///< the setting `IPAddr` is read
+  bool impliesLenzV36;         ///< `lenzV36` is raised before its key is read
+  bool programsOnMain;         ///< the decoder window offers writing on the main track
+  bool readsOnMain;            ///< the decoder window offers reading on the main track
+  int highestWritableCv;       ///< CVs above it have no write box
+  bool readLimitedWithoutV36;  ///< CVs above 255 have no read box unless `lenzV36` is on
+  bool locksLimitedFields;     ///< and then their value field is locked as well
+};
+
+inline constexpr int kNoCvLimit = 4864;
+
+// clang-format off
+inline constexpr std::array<StationKindRow, 13> kStationKinds{{
+    {StationKind::Mx1,     u"MX1",     ProtocolFamily::Mx1Text,    Transport::Serial, 9600,  Handshaking::None,          false, false, true,  false, 255,        true,  false},
+    {StationKind::Li100,   u"LI100",   ProtocolFamily::Lenz,       Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, false, false, kNoCvLimit, true,  false},
+    {StationKind::Li100V3, u"LI100V3", ProtocolFamily::Lenz,       Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, true,  true},
+    {StationKind::Ibx,     u"IBX",     ProtocolFamily::Intellibox, Transport::Serial, 2400,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false},
+    {StationKind::Mx1V25,  u"MX1V25",  ProtocolFamily::Mx1Text,    Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, true,  false, 255,        true,  false},
+    {StationKind::LiUsb,   u"LIUSB",   ProtocolFamily::Lenz,       Transport::Serial, 57600, Handshaking::RequestToSend, false, true,  true,  false, kNoCvLimit, true,  true},
+    {StationKind::TamsMc,  u"TAMSMC",  ProtocolFamily::Tams,       Transport::Serial, 2400,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false},
+    {StationKind::Mx1Bin,  u"MX1BIN",  ProtocolFamily::ZimoBinary, Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false},
+    {StationKind::Mx1Ulf,  u"MX1ULF",  ProtocolFamily::ZimoBinary, Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, false, false, kNoCvLimit, false, false},
+    {StationKind::LiDp,    u"LIDP",    ProtocolFamily::LiDp,       Transport::Serial, 57600, Handshaking::None,          false, false, false, false, kNoCvLimit, false, false},
+    {StationKind::Mx10,    u"MX10",    ProtocolFamily::Mx10,       Transport::Can,    0,     Handshaking::None,          false, false, true,  true,  kNoCvLimit, false, false},
+    {StationKind::Mx10Ip,  u"MX10IP",  ProtocolFamily::Mx10,       Transport::Can,    0,     Handshaking::None,          true,  false, true,  true,  kNoCvLimit, false, false},
+    {StationKind::Z21Ip,   u"Z21IP",   ProtocolFamily::Z21,        Transport::Udp,    0,     Handshaking::None,          true,  false, true,  true,  kNoCvLimit, false, false},
+}};
+// clang-format on
+
+/// The row of a kind.
+const StationKindRow& stationKind(StationKind kind);
+
+/// The row whose name equals `name` without regard to case, or nullptr.
+const StationKindRow* stationKindByName(QStringView name);
+
+}  // namespace lokari

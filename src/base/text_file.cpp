@@ -1,0 +1,58 @@
+#include "base/text_file.h"
+
+#include <QFile>
+#include <QSaveFile>
+#include <QStringConverter>
+
+namespace lokari {
+
+QString decodeText(const QByteArray& data) {
+  static const QByteArray kMark("\xEF\xBB\xBF");
+  if (data.startsWith(kMark)) {
+    QStringDecoder utf8(QStringDecoder::Utf8);
+    const QString text = utf8.decode(QByteArrayView(data).sliced(kMark.size()));
+    if (!utf8.hasError()) return text;
+  }
+  QStringDecoder decoder("windows-1252");
+  return decoder.decode(data);
+}
+
+QByteArray encodeWindows1252(const QString& text) {
+  QByteArray out;
+  out.reserve(text.size());
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    if (text[i].isHighSurrogate()) {
+      out.append('?');
+      ++i;
+      continue;
+    }
+    // A fresh encoder per character: a failed one would taint those that follow.
+    QStringEncoder encoder("windows-1252");
+    const QByteArray one = encoder.encode(QStringView(text).mid(i, 1));
+    out.append(encoder.hasError() || one.size() != 1 ? QByteArray("?") : one);
+  }
+  return out;
+}
+
+QStringList splitLines(const QString& text) {
+  QString plain = text;
+  plain.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
+  if (plain.isEmpty()) return {};
+  if (plain.endsWith(u'\n')) plain.chop(1);
+  return plain.split(u'\n');
+}
+
+std::optional<QString> readTextFile(const QString& path) {
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
+  return decodeText(file.readAll());
+}
+
+bool writeFileAtomically(const QString& path, const QByteArray& data) {
+  QSaveFile file(path);
+  if (!file.open(QIODevice::WriteOnly)) return false;
+  if (file.write(data) != data.size()) return false;
+  return file.commit();
+}
+
+}  // namespace lokari

@@ -1,0 +1,28 @@
+// What a long job shows while it runs: the controls of `dlg_comm`. The dialog shows them, the
+// command line prints them, tests record them.
+#pragma once
+
+#include <QString>
+
+namespace lokari {
+
+class CommView {
+ public:
+  virtual ~CommView() = default;
+
+  /// `lblCommStatus`.
+  virtual void setStatus(const QString& text) = 0;
+  /// `panProgress`: shows the bar at the whole part of `percent`, captioned with it and "%", and
+  /// brings the dialog to the front.
+  virtual void setProgress(double percent) = 0;
+  /// The bar back to nothing.
+  virtual void resetProgress() = 0;
+  /// `panProgress` enabled: a batch is running.
+  virtual void setProgressEnabled(bool enabled) = 0;
+  /// `cmdCancel`: "Abbruch" while a job runs, "OK" when it has finished.
+  virtual void setCancelCaption(const QString& caption) = 0;
+  /// Closes the dialog; the job has ended orderly.
+  virtual void hide() = 0;
+};
+
+}  // namespace lokari

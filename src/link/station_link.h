@@ -1,0 +1,84 @@
+// The session with the one configured command station, and the two operations that read and write
+// one CV. Everything runs on the caller's thread; waits let events run.
+#pragma once
+
+#include <QString>
+
+#include <memory>
+
+#include "base/settings.h"
+#include "link/comm_job.h"
+#include "link/cv_result.h"
+
+namespace lokari {
+
+class CanDriver;
+class Clock;
+class CommView;
+class Prompt;
+class SerialLine;
+class UdpSocket;
+
+/// The three transports; a session uses the one of its station kind.
+struct Transports {
+  SerialLine& serial;
+  UdpSocket& udp;
+  CanDriver& can;
+};
+
+class StationLink {
+ public:
+  /// All arguments must outlive the link. `settings` is looked at anew by every operation, so that
+  /// a change of the options holds for the next session.
+  StationLink(const Settings& settings, Clock& clock, Prompt& prompt, Transports transports);
+  ~StationLink();
+
+  /// Opens the session. Empty on success, else the message for the user, with the failed step's
+  /// number. A failed call leaves `commUseCount` raised. `verify` and `reserved` have no effect.
+  QString initComm(bool verify, bool reserved, bool progOn);
+  /// Says goodbye to the station and closes the session.
+  void endcomm(bool leaveMode, bool progOn);
+  /// Closes the transport only; a serial port when `commUseCount` has come down to 0.
+  void FinishComm();
+
+  /// Bytes or messages waiting; on the CAN kinds the identifier of the last message, 0 for none.
+  qint32 getBufferCount() const;
+  /// Waits for a byte count (serial, UDP) or for an answer to a CAN identifier, until it is there,
+  /// `cancelRequested` is set, or more whole seconds than `timeoutVal` have passed. The caller
+  /// looks at getBufferCount() afterwards.
+  void WaitForData(qint32 want);
+  /// That many whole seconds; 0 is the short pause of 100 ms; below 0 nothing.
+  void Delay(int seconds);
+  void DelayMsec(int ms);
+
+  /// A value 0 to 255 or a negative code, see cv_result.h. `cv` counts from 1. `address` is used
+  /// by the Z21 and the CAN stations. Needs an open session. A port that vanishes throws LinkError.
+  int ReadCV(int cv, int address);
+  /// As ReadCV(); on success the value that the station reports, or `value` where its answer
+  /// carries none. `mode` is 1 paged, 2 register, any other value direct.
+  int WriteCV(int cv, int value, int address, int mode);
+  /// The number under which an MX1 knows an address above 127, or -1; other addresses, and every
+  /// address on other kinds, unchanged.
+  int getAddrIndex(int address);
+
+  /// Where a running job shows itself; may be null. Not owned.
+  void setView(CommView* view);
+  CommView* view() const;
+
+  const Settings& settings() const;
+  Clock& clock() const;
+
+  int commUseCount = 0;          ///< sessions open
+  bool cancelRequested = false;  ///< ends every wait
+  CommJob commJob = CommJob::None;
+  bool progTrack = false;     ///< programming track, from initComm()
+  bool lastCvFailed = false;  ///< a batch went on past a failed CV
+  int pomAddr = 0;            ///< address of main-track writes
+  int progMode = 0;           ///< 1 paged, 2 register, others direct: reads, Tams writes
+
+ private:
+  class Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace lokari

@@ -1,0 +1,39 @@
+#include "base/station_kind.h"
+
+#include <gtest/gtest.h>
+
+namespace lokari {
+namespace {
+
+TEST(StationKinds, StandInTheOrderOfTheirNumbers) {
+  for (size_t i = 0; i < kStationKinds.size(); ++i) {
+    EXPECT_EQ(static_cast<size_t>(kStationKinds[i].kind), i + 1);
+    EXPECT_EQ(&stationKind(kStationKinds[i].kind), &kStationKinds[i]);
+  }
+}
+
+TEST(StationKinds, HaveTheRatesAndHandshakingOfTheirInterfaces) {
+  const auto line = [](const char16_t* name) {
+    const StationKindRow* row = stationKindByName(name);
+    return std::make_pair(row->defaultRate, row->handshaking);
+  };
+  EXPECT_EQ(line(u"MX1"), std::make_pair(9600, Handshaking::None));
+  EXPECT_EQ(line(u"LI100"), std::make_pair(9600, Handshaking::RequestToSend));
+  EXPECT_EQ(line(u"LI100V3"), std::make_pair(9600, Handshaking::RequestToSend));
+  EXPECT_EQ(line(u"IBX"), std::make_pair(2400, Handshaking::RequestToSend));
+  EXPECT_EQ(line(u"MX1V25"), std::make_pair(9600, Handshaking::RequestToSend));
+  EXPECT_EQ(line(u"LIUSB"), std::make_pair(57600, Handshaking::RequestToSend));
+  EXPECT_EQ(line(u"TAMSMC"), std::make_pair(2400, Handshaking::RequestToSend));
+  EXPECT_EQ(line(u"MX1BIN"), std::make_pair(9600, Handshaking::RequestToSend));
+  EXPECT_EQ(line(u"MX1ULF"), std::make_pair(9600, Handshaking::RequestToSend));
+  EXPECT_EQ(line(u"LIDP"), std::make_pair(57600, Handshaking::None));
+}
+
+TEST(StationKinds, AreFoundByNameInAnyCase) {
+  EXPECT_EQ(stationKindByName(u"z21ip")->kind, StationKind::Z21Ip);
+  EXPECT_EQ(stationKindByName(u"MX99"), nullptr);
+  EXPECT_EQ(stationKindByName(u""), nullptr);
+}
+
+}  // namespace
+}  // namespace lokari

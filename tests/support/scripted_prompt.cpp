@@ -1,0 +1,30 @@
+#include "support/scripted_prompt.h"
+
+namespace lokari::test {
+
+Answer ScriptedPrompt::ask(const QString& text, Buttons buttons, Icon, const QString&) {
+  shown << text;
+  if (buttons == Buttons::Ok) return Answer::Ok;
+  if (answers.empty()) return buttons == Buttons::YesNo ? Answer::No : Answer::Cancel;
+  const Answer answer = answers.front();
+  answers.pop_front();
+  return answer;
+}
+
+QString ScriptedPrompt::nextFile(const FileQuestion& question) {
+  fileQuestions << question;
+  if (fileNames.empty()) return {};
+  const QString name = fileNames.front();
+  fileNames.pop_front();
+  return name;
+}
+
+QString ScriptedPrompt::openFile(const FileQuestion& question) {
+  return nextFile(question);
+}
+
+QString ScriptedPrompt::saveFile(const FileQuestion& question) {
+  return nextFile(question);
+}
+
+}  // namespace lokari::test
