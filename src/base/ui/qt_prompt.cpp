@@ -1,0 +1,146 @@
+#include "base/ui/qt_prompt.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <memory>
+
+#include "base/paths.h"
+#include "base/settings.h"
+
+namespace lokari {
+namespace {
+
+QWidget* windowInFront() {
+  QWidget* modal = QApplication::activeModalWidget();
+  return modal != nullptr ? modal : QApplication::activeWindow();
+}
+
+QMessageBox::Icon boxIcon(Icon icon) {
+  switch (icon) {
+    case Icon::Information:
+      return QMessageBox::Information;
+    case Icon::Warning:
+      return QMessageBox::Warning;
+    case Icon::Question:
+      return QMessageBox::Question;
+    case Icon::None:
+      break;
+  }
+  return QMessageBox::NoIcon;
+}
+
+/// What each kind of box offers; the first answer is the one of the Enter key, the last one that
+/// of a closed box.
+struct Offer {
+  Answer answer;
+  const char16_t* caption;
+  QMessageBox::ButtonRole role;
+};
+
+QList<Offer> offersOf(Buttons buttons) {
+  switch (buttons) {
+    case Buttons::OkCancel:
+      return {{Answer::Ok, u"OK", QMessageBox::AcceptRole},
+              {Answer::Cancel, u"Abbrechen", QMessageBox::RejectRole}};
+    case Buttons::YesNo:
+      return {{Answer::Yes, u"&Ja", QMessageBox::YesRole},
+              {Answer::No, u"&Nein", QMessageBox::NoRole}};
+    case Buttons::Ok:
+      break;
+  }
+  return {{Answer::Ok, u"OK", QMessageBox::AcceptRole}};
+}
+
+/// "*.mdb" as "*.[mM][dD][bB]".
+QString caseBlindMask(const QString& mask) {
+  if (mask == QStringLiteral("*.*")) return QStringLiteral("*");
+  QString result;
+  for (const QChar c : mask) {
+    if (c.toLower() == c.toUpper()) {
+      result += c;
+    } else {
+      result += QStringLiteral("[%1%2]").arg(c.toLower()).arg(c.toUpper());
+    }
+  }
+  return result;
+}
+
+/// The name typed without an extension stays as it is: who asked decides about it.
+QString runFileDialog(const FileQuestion& question, QFileDialog::AcceptMode mode) {
+  QFileDialog dialog(windowInFront(), question.title);
+  dialog.setObjectName(QStringLiteral("CommonDialog1"));
+  const bool opening = mode == QFileDialog::AcceptOpen;
+  dialog.setAcceptMode(mode);
+  dialog.setFileMode(opening ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+  dialog.setOption(QFileDialog::HideNameFilterDetails);
+  dialog.setOption(QFileDialog::DontConfirmOverwrite);
+  dialog.setNameFilters(nameFilters(question.filter));
+  const QString folder = findFile(question.folder);
+  if (!folder.isEmpty()) dialog.setDirectory(folder);
+  if (!question.presetName.isEmpty()) dialog.selectFile(question.presetName);
+  dialog.setLabelText(QFileDialog::LookIn, QStringLiteral("Suchen in:"));
+  dialog.setLabelText(QFileDialog::FileName, QStringLiteral("Datei&name:"));
+  dialog.setLabelText(QFileDialog::FileType, QStringLiteral("Datei&typ:"));
+  dialog.setLabelText(QFileDialog::Accept,
+                      opening ? QStringLiteral("Ö&ffnen") : QStringLiteral("&Speichern"));
+  dialog.setLabelText(QFileDialog::Reject, QStringLiteral("Abbrechen"));
+  if (dialog.exec() != QDialog::Accepted) return {};
+  const QStringList files = dialog.selectedFiles();
+  return files.isEmpty() ? QString() : files.front();
+}
+
+}  // namespace
+
+Answer QtPrompt::ask(const QString& text, Buttons buttons, Icon icon, const QString& title) {
+  // A carriage return separates the lines of the system's texts.
+  QString lines = text;
+  lines.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
+  QMessageBox box(boxIcon(icon), title.isEmpty() ? QString::fromUtf16(kTitle) : title, lines,
+                  QMessageBox::NoButton, windowInFront());
+  box.setTextFormat(Qt::PlainText);
+  const QList<Offer> offers = offersOf(buttons);
+  QHash<QAbstractButton*, Answer> answers;
+  QPushButton* button = nullptr;
+  for (const Offer& offer : offers) {
+    button = box.addButton(QString::fromUtf16(offer.caption), offer.role);
+    if (answers.isEmpty()) box.setDefaultButton(button);
+    answers.insert(button, offer.answer);
+  }
+  box.setEscapeButton(button);
+  // A busy pointer over a question would say that nobody listens.
+  const bool busy = QApplication::overrideCursor() != nullptr;
+  if (busy) QApplication::setOverrideCursor(Qt::ArrowCursor);
+  box.exec();
+  if (busy) QApplication::restoreOverrideCursor();
+  return answers.value(box.clickedButton(), offers.back().answer);
+}
+
+QString QtPrompt::openFile(const FileQuestion& question) {
+  return runFileDialog(question, QFileDialog::AcceptOpen);
+}
+
+QString QtPrompt::saveFile(const FileQuestion& question) {
+  return runFileDialog(question, QFileDialog::AcceptSave);
+}
+
+void QtPrompt::beep() {
+  QApplication::beep();
+}
+
+QStringList nameFilters(const QString& filter) {
+  const QStringList parts = filter.split(u'|');
+  QStringList result;
+  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+    QStringList masks;
+    for (const QString& mask : parts[i + 1].split(u';', Qt::SkipEmptyParts)) {
+      masks << caseBlindMask(mask.trimmed());
+    }
+    result << QStringLiteral("%1 (%2)").arg(parts[i], masks.join(u' '));
+  }
+  return result;
+}
+
+}  // namespace lokari

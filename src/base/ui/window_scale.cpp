@@ -1,0 +1,67 @@
+#include "base/ui/window_scale.h"
+
+#include <QGridLayout>
+#include <QScreen>
+#include <QSettings>
+#include <QWidget>
+
+#include <cmath>
+
+namespace lokari {
+namespace {
+
+QString sizeKey(const QString& name) {
+  return QStringLiteral("Size/") + name;
+}
+
+}  // namespace
+
+void WindowScale::begin(QSize designSize) {
+  scaleX = 1.0;
+  scaleY = 1.0;
+  lastWidth = designSize.width();
+  lastHeight = designSize.height();
+}
+
+void WindowScale::mainResized(QSize size) {
+  if (resizeMode_ == 0 || size.isEmpty() || lastWidth <= 0 || lastHeight <= 0) return;
+  scaleX = size.width() * scaleX / lastWidth;
+  lastWidth = size.width();
+  scaleY = size.height() * scaleY / lastHeight;
+  lastHeight = size.height();
+}
+
+void WindowScale::ResizeWindow(QWidget* form) const {
+  // Factors that come back to 1 by way of many sizes may miss it by a rounding.
+  constexpr double kSame = 1e-9;
+  if (std::abs(scaleX - 1.0) < kSame && std::abs(scaleY - 1.0) < kSame) return;
+  form->ensurePolished();
+  const QSize natural =
+      form->testAttribute(Qt::WA_Resized) ? form->size() : form->sizeHint().expandedTo({1, 1});
+  const QSize scaled(static_cast<int>(std::lround(natural.width() * scaleX)),
+                     static_cast<int>(std::lround(natural.height() * scaleY)));
+  const QSize room = form->screen()->availableSize();
+  form->resize(scaled.boundedTo(room).expandedTo(form->minimumSizeHint()));
+}
+
+void WindowScale::arrange(QWidget* window, QWidget* contents) const {
+  auto* layout = new QGridLayout(window);
+  layout->setContentsMargins(0, 0, 0, 0);
+  if (resizeMode_ == 0) {
+    contents->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    layout->addWidget(contents, 0, 0, Qt::AlignLeft | Qt::AlignTop);
+  } else {
+    layout->addWidget(contents, 0, 0);
+  }
+}
+
+QSize WindowScale::storedSize(const QString& name) const {
+  return QSettings(stateFile_, QSettings::IniFormat).value(sizeKey(name)).toSize();
+}
+
+void WindowScale::storeSize(const QString& name, QSize size) const {
+  if (resizeMode_ == 0) return;
+  QSettings(stateFile_, QSettings::IniFormat).setValue(sizeKey(name), size);
+}
+
+}  // namespace lokari

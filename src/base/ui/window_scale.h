@@ -1,0 +1,53 @@
+// How windows follow the main window's size.
+#pragma once
+
+#include <QSize>
+#include <QString>
+
+class QWidget;
+
+namespace lokari {
+
+/// With `resizeMode` 1 the layouts scale with their windows, every window is opened at the main
+/// window's scale, and the main window's size is kept from run to run. With 0 the layouts are
+/// fixed and the factors stay 1.
+///
+/// Sizes are kept in a state file of their own, WINDOW.INI in the data folder, section [Size]: the
+/// settings file belongs to the user and the options dialog alone.
+class WindowScale {
+ public:
+  /// `stateFile` is the full path of the state file; it need not exist.
+  explicit WindowScale(QString stateFile) : stateFile_(std::move(stateFile)) {}
+
+  /// Takes the main window's design size and, later, the setting. Factors are 1 after it.
+  void begin(QSize designSize);
+  void setResizeMode(int resizeMode) { resizeMode_ = resizeMode; }
+  int resizeMode() const { return resizeMode_; }
+
+  /// The main window has a new size: the factors follow in proportion. Nothing with `resizeMode` 0.
+  void mainResized(QSize size);
+
+  /// Scales a window that is about to be shown, within the screen it comes up on and never below
+  /// its smallest size.
+  void ResizeWindow(QWidget* form) const;
+
+  /// How a window's contents follow its size: with `resizeMode` 1 they fill the window, with 0
+  /// they keep their own size in its upper left corner. Called once, when the window is built.
+  void arrange(QWidget* window, QWidget* contents) const;
+
+  /// The size stored under a name, or an invalid one.
+  QSize storedSize(const QString& name) const;
+  /// Nothing with `resizeMode` 0.
+  void storeSize(const QString& name, QSize size) const;
+
+  double scaleX = 1.0;
+  double scaleY = 1.0;
+  double lastWidth = 0;
+  double lastHeight = 0;
+
+ private:
+  QString stateFile_;
+  int resizeMode_ = 1;
+};
+
+}  // namespace lokari
