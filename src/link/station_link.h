@@ -17,6 +17,7 @@ class Clock;
 class CommView;
 class Prompt;
 class SerialLine;
+class StationProtocol;
 class UdpSocket;
 
 /// The three transports; a session uses the one of its station kind.
@@ -45,8 +46,10 @@ class StationLink {
   qint32 getBufferCount() const;
   /// Waits for a byte count (serial, UDP) or for an answer to a CAN identifier, until it is there,
   /// `cancelRequested` is set, or more whole seconds than `timeoutVal` have passed. The caller
-  /// looks at getBufferCount() afterwards.
+  /// looks at getBufferCount() afterwards. A device that vanishes throws LinkError.
   void WaitForData(qint32 want);
+  /// The same with a limit of its own instead of `timeoutVal`.
+  void WaitForData(qint32 want, int timeoutSeconds);
   /// That many whole seconds; 0 is the short pause of 100 ms; below 0 nothing.
   void Delay(int seconds);
   void DelayMsec(int ms);
@@ -67,6 +70,14 @@ class StationLink {
 
   const Settings& settings() const;
   Clock& clock() const;
+  Prompt& prompt() const;
+  SerialLine& serial() const;
+  UdpSocket& udp() const;
+  CanDriver& can() const;
+
+  /// The protocol of the configured station kind, for messages beyond CVs. Throws LinkError when
+  /// this version has none.
+  StationProtocol& protocol();
 
   int commUseCount = 0;          ///< sessions open
   bool cancelRequested = false;  ///< ends every wait
@@ -77,7 +88,7 @@ class StationLink {
   int progMode = 0;           ///< 1 paged, 2 register, others direct: reads, Tams writes
 
  private:
-  class Impl;
+  struct Impl;
   std::unique_ptr<Impl> impl_;
 };
 

@@ -1,0 +1,29 @@
+#include "link/protocol_table.h"
+
+#include <array>
+
+#include "link/station_protocol.h"
+#include "link/tams.h"
+
+namespace lokari {
+namespace {
+
+struct ProtocolRow {
+  ProtocolFamily family;
+  std::unique_ptr<StationProtocol> (*make)(StationLink& link);
+};
+
+constexpr std::array kProtocols{
+    ProtocolRow{ProtocolFamily::Tams, makeTamsProtocol},
+};
+
+}  // namespace
+
+std::unique_ptr<StationProtocol> makeProtocol(ProtocolFamily family, StationLink& link) {
+  for (const ProtocolRow& row : kProtocols) {
+    if (row.family == family) return row.make(link);
+  }
+  return nullptr;
+}
+
+}  // namespace lokari

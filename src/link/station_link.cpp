@@ -1,0 +1,164 @@
+#include "link/station_link.h"
+
+#include "base/clock.h"
+#include "link/cv_frame.h"
+#include "link/link_error.h"
+#include "link/protocol_table.h"
+#include "link/station_protocol.h"
+
+namespace lokari {
+namespace {
+
+constexpr Millis kShortPause = 100;
+
+QString openFailure(int step) {
+  return QStringLiteral("Kann Kommunikationsschnittstelle nicht öffnen (%1)!").arg(step);
+}
+
+}  // namespace
+
+struct StationLink::Impl {
+  const Settings& settings;
+  Clock& clock;
+  Prompt& prompt;
+  Transports transports;
+  CommView* view = nullptr;
+  std::unique_ptr<StationProtocol> protocol;
+  StationKind protocolKind = StationKind::Mx1;  ///< of `protocol`
+};
+
+StationLink::StationLink(const Settings& settings, Clock& clock, Prompt& prompt,
+                         Transports transports)
+    : impl_(std::make_unique<Impl>(Impl{settings, clock, prompt, transports})) {}
+
+StationLink::~StationLink() = default;
+
+StationProtocol& StationLink::protocol() {
+  const StationKindRow& kind = settings().station();
+  if (impl_->protocol && impl_->protocolKind != kind.kind) {
+    // The options changed: the old station's transport must not stay open behind the new one's.
+    impl_->protocol->close(true);
+    impl_->protocol.reset();
+  }
+  if (!impl_->protocol) {
+    impl_->protocol = makeProtocol(kind.family, *this);
+    impl_->protocolKind = kind.kind;
+  }
+  if (!impl_->protocol) {
+    throw LinkError(QStringLiteral("Diese Digitalzentrale wird noch nicht unterstützt!"));
+  }
+  return *impl_->protocol;
+}
+
+QString StationLink::initComm(bool, bool, bool progOn) {
+  ++commUseCount;
+  cancelRequested = false;
+  progTrack = progOn;
+  StationProtocol* station = nullptr;
+  try {
+    station = &protocol();
+  } catch (const LinkError& error) {
+    return error.message();
+  }
+  station->beginSession();
+  int step = 0;
+  try {
+    station->open(progOn, step);
+  } catch (const LinkError&) {
+    return openFailure(step);
+  }
+  return {};
+}
+
+void StationLink::endcomm(bool leaveMode, bool progOn) {
+  Delay(1);
+  try {
+    protocol().farewell(leaveMode, progOn);
+  } catch (const LinkError&) {
+    // The line is gone, and with it the one who would hear the farewell.
+  }
+  lastCvFailed = false;
+  FinishComm();
+}
+
+void StationLink::FinishComm() {
+  if (commUseCount > 0) --commUseCount;
+  if (impl_->protocol) impl_->protocol->close(commUseCount == 0);
+}
+
+qint32 StationLink::getBufferCount() const {
+  return impl_->protocol ? impl_->protocol->bufferCount() : 0;
+}
+
+void StationLink::WaitForData(qint32 want) {
+  WaitForData(want, settings().timeoutVal);
+}
+
+void StationLink::WaitForData(qint32 want, int timeoutSeconds) {
+  StationProtocol& station = protocol();
+  Clock& time = clock();
+  // Whole seconds are counted and must exceed the limit, so a limit of T lasts a little over T.
+  const qint64 lastSecond = time.wholeSeconds() + timeoutSeconds;
+  station.beginWait();
+  time.pump();
+  time.waitUntil([&] { return station.arrived(want) || cancelRequested; }, (lastSecond + 1) * 1000);
+  time.pump();
+}
+
+void StationLink::Delay(int seconds) {
+  if (seconds == 0) DelayMsec(kShortPause);
+  for (int i = 0; i < seconds; ++i) DelayMsec(1000);
+}
+
+void StationLink::DelayMsec(int ms) {
+  clock().waitUntil([] { return false; }, clock().now() + ms);
+}
+
+int StationLink::ReadCV(int cv, int address) {
+  const auto exchange = protocol().readCv({.cv = cv, .address = address});
+  return runCvFrame(*this, *exchange);
+}
+
+int StationLink::WriteCV(int cv, int value, int address, int mode) {
+  const auto exchange =
+      protocol().writeCv({.cv = cv, .address = address, .value = value, .mode = mode});
+  return runCvFrame(*this, *exchange);
+}
+
+int StationLink::getAddrIndex(int address) {
+  return protocol().addrIndex(address);
+}
+
+void StationLink::setView(CommView* view) {
+  impl_->view = view;
+}
+
+CommView* StationLink::view() const {
+  return impl_->view;
+}
+
+const Settings& StationLink::settings() const {
+  return impl_->settings;
+}
+
+Clock& StationLink::clock() const {
+  return impl_->clock;
+}
+
+Prompt& StationLink::prompt() const {
+  return impl_->prompt;
+}
+
+SerialLine& StationLink::serial() const {
+  return impl_->transports.serial;
+}
+
+UdpSocket& StationLink::udp() const {
+  return impl_->transports.udp;
+}
+
+CanDriver& StationLink::can() const {
+  return impl_->transports.can;
+}
+
+}  // namespace lokari

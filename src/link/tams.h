@@ -1,0 +1,20 @@
+// The Tams MC: a text protocol on a serial port.
+#pragma once
+
+#include <memory>
+
+#include "link/serial_protocol.h"
+
+namespace lokari {
+
+class TamsProtocol final : public SerialProtocol {
+ public:
+  using SerialProtocol::SerialProtocol;
+
+  std::unique_ptr<CvExchange> readCv(const CvRequest& request) override;
+  std::unique_ptr<CvExchange> writeCv(const CvRequest& request) override;
+};
+
+std::unique_ptr<StationProtocol> makeTamsProtocol(StationLink& link);
+
+}  // namespace lokari

@@ -1,0 +1,36 @@
+// One UDP socket to one remote host.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <functional>
+
+namespace lokari {
+
+class UdpSocket {
+ public:
+  /// state() of an open socket; other numbers are the socket library's and appear in messages.
+  static constexpr int kOpen = 1;
+
+  virtual ~UdpSocket() = default;
+
+  /// Starts opening; `host` is a dotted address, leading zeros in its numbers are decimal
+  /// ("192.168.000.111"). `localPort` 0 takes any free one. The outcome is seen in state().
+  virtual void open(const QString& host, quint16 remotePort, quint16 localPort = 0) = 0;
+  virtual void close() = 0;
+  virtual int state() const = 0;
+
+  /// One datagram. Throws LinkError when the socket is not open.
+  virtual void send(const QByteArray& datagram) = 0;
+  /// Takes the oldest datagram that is waiting; empty when there is none.
+  virtual QByteArray takeDatagram() = 0;
+
+  /// Called, from the event loop, once for every datagram that arrives, with the size of the
+  /// oldest one waiting. A datagram that is not taken then keeps waiting.
+  std::function<void(qsizetype)> onArrival;
+  /// Called when the socket closes without close().
+  std::function<void()> onClosed;
+};
+
+}  // namespace lokari
