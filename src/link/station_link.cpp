@@ -18,6 +18,9 @@ QString openFailure(int step) {
 }  // namespace
 
 struct StationLink::Impl {
+  Impl(const Settings& ownerSettings, Clock& ownerClock, Prompt& ownerPrompt, Transports lines)
+      : settings(ownerSettings), clock(ownerClock), prompt(ownerPrompt), transports(lines) {}
+
   const Settings& settings;
   Clock& clock;
   Prompt& prompt;
@@ -29,7 +32,7 @@ struct StationLink::Impl {
 
 StationLink::StationLink(const Settings& settings, Clock& clock, Prompt& prompt,
                          Transports transports)
-    : impl_(std::make_unique<Impl>(Impl{settings, clock, prompt, transports})) {}
+    : impl_(std::make_unique<Impl>(settings, clock, prompt, transports)) {}
 
 StationLink::~StationLink() = default;
 
