@@ -1,0 +1,200 @@
+#include "link/ui/dlg_comm.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+
+#include "link/station_link.h"
+
+namespace lokari {
+namespace {
+
+/// A desktop may refuse the front to a program in the background; the job starts all the same.
+constexpr int kFrontPatienceMs = 1000;
+
+QString runningCaption() {
+  return QStringLiteral("Abbruch");
+}
+
+QString endedCaption() {
+  return QStringLiteral("OK");
+}
+
+}  // namespace
+
+DlgComm::DlgComm(StationLink& link, QWidget* parent) : QDialog(parent), link_(link) {
+  build();
+}
+
+void DlgComm::build() {
+  setObjectName(QStringLiteral("dlg_comm"));
+  setWindowTitle(QStringLiteral("Kommunikation"));
+  setModal(true);
+
+  // Names of CVs come from files: never markup.
+  lblCommStatus_ = new QLabel(this);
+  lblCommStatus_->setObjectName(QStringLiteral("lblCommStatus"));
+  lblCommStatus_->setTextFormat(Qt::PlainText);
+  lblCommStatus_->setWordWrap(true);
+  lblCommStatus_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  const QFontMetrics metrics(font());
+  lblCommStatus_->setMinimumSize(metrics.averageCharWidth() * 56, metrics.lineSpacing() * 5);
+
+  panProgress_ = new QProgressBar(this);
+  panProgress_->setObjectName(QStringLiteral("panProgress"));
+  panProgress_->setAccessibleName(QStringLiteral("Fortschritt"));
+  panProgress_->setRange(0, 100);
+  panProgress_->setAlignment(Qt::AlignCenter);
+  // The dialog keeps its size when the bar comes and goes.
+  QSizePolicy policy = panProgress_->sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  panProgress_->setSizePolicy(policy);
+
+  cmdCancel_ = new QPushButton(runningCaption(), this);
+  cmdCancel_->setObjectName(QStringLiteral("cmdCancel"));
+  cmdCancel_->setDefault(true);
+  connect(cmdCancel_, &QPushButton::clicked, this, &DlgComm::cancel);
+
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  buttons->addWidget(cmdCancel_);
+  buttons->addStretch();
+
+  auto* rows = new QVBoxLayout(this);
+  rows->setContentsMargins(16, 16, 16, 16);
+  rows->setSpacing(12);
+  rows->addWidget(lblCommStatus_, 1);
+  rows->addWidget(panProgress_);
+  rows->addLayout(buttons);
+
+  frontTimer_ = new QTimer(this);
+  frontTimer_->setSingleShot(true);
+  frontTimer_->setInterval(kFrontPatienceMs);
+  connect(frontTimer_, &QTimer::timeout, this, &DlgComm::startJob);
+  prepare();
+}
+
+void DlgComm::prepare() {
+  lblCommStatus_->clear();
+  resetProgress();
+  setProgressEnabled(false);
+  cmdCancel_->setText(runningCaption());
+  cmdCancel_->setEnabled(true);
+  cmdCancel_->setFocus();
+}
+
+void DlgComm::run(CommJob job, std::function<void()> work) {
+  prepare();
+  link_.commJob = job;
+  work_ = std::move(work);
+  failure_ = nullptr;
+  stage_ = Stage::Waiting;
+
+  CommView* const before = link_.view();
+  link_.setView(this);
+  exec();
+  link_.setView(before);
+
+  frontTimer_->stop();
+  stage_ = Stage::Ended;
+  work_ = nullptr;
+  if (failure_) std::rethrow_exception(std::exchange(failure_, nullptr));
+}
+
+void DlgComm::startJob() {
+  if (stage_ != Stage::Waiting || !isVisible()) return;
+  frontTimer_->stop();
+  stage_ = Stage::Running;
+  link_.cancelRequested = false;
+  try {
+    work_();
+  } catch (...) {
+    // Nothing may be thrown through the event loop that called this.
+    failure_ = std::current_exception();
+  }
+  stage_ = Stage::Ended;
+  if (failure_) {
+    hide();
+  } else if (isVisible()) {
+    setCancelCaption(endedCaption());
+  }
+}
+
+void DlgComm::cancel() {
+  const bool close = stage_ != Stage::Running || cmdCancel_->text() == endedCaption() ||
+                     link_.commJob == CommJob::ProgressOnly;
+  link_.cancelRequested = true;
+  cmdCancel_->setEnabled(false);
+  if (close) hide();
+}
+
+void DlgComm::reject() {
+  cancel();
+}
+
+void DlgComm::setStatus(const QString& text) {
+  lblCommStatus_->setText(text);
+  lblCommStatus_->repaint();
+}
+
+void DlgComm::setProgress(double percent) {
+  const int whole = static_cast<int>(std::clamp(percent, 0.0, 9999.0));
+  panProgress_->setValue(std::min(whole, panProgress_->maximum()));
+  panProgress_->setFormat(QStringLiteral("%1%").arg(whole));
+  panProgress_->show();
+  panProgress_->repaint();
+  raise();
+}
+
+void DlgComm::resetProgress() {
+  panProgress_->setValue(panProgress_->minimum());
+  panProgress_->setFormat(QString());
+  panProgress_->hide();
+}
+
+void DlgComm::setProgressEnabled(bool enabled) {
+  panProgress_->setEnabled(enabled);
+}
+
+void DlgComm::setCancelCaption(const QString& caption) {
+  cmdCancel_->setText(caption);
+  if (caption == endedCaption()) {
+    cmdCancel_->setEnabled(true);
+    cmdCancel_->setFocus();
+  }
+}
+
+void DlgComm::hide() {
+  done(Accepted);
+}
+
+bool DlgComm::event(QEvent* event) {
+  const bool handled = QDialog::event(event);
+  if (event->type() == QEvent::WindowActivate && stage_ == Stage::Waiting) {
+    // Queued, so that the activation itself is complete (the focus, the first painting) before the
+    // job takes over this loop.
+    QMetaObject::invokeMethod(this, &DlgComm::startJob, Qt::QueuedConnection);
+  } else if (event->type() == QEvent::WindowDeactivate) {
+    panProgress_->hide();
+  }
+  return handled;
+}
+
+void DlgComm::showEvent(QShowEvent* event) {
+  QDialog::showEvent(event);
+  if (stage_ == Stage::Waiting) frontTimer_->start();
+}
+
+void DlgComm::resizeEvent(QResizeEvent* event) {
+  QDialog::resizeEvent(event);
+  raise();
+}
+
+}  // namespace lokari

@@ -1,0 +1,69 @@
+// `dlg_comm`, the modal progress dialog through which every long job runs and is cancelled.
+#pragma once
+
+#include <QDialog>
+
+#include <exception>
+#include <functional>
+
+#include "link/comm_job.h"
+#include "link/comm_view.h"
+
+class QLabel;
+class QProgressBar;
+class QPushButton;
+class QTimer;
+
+namespace lokari {
+
+class StationLink;
+
+class DlgComm final : public QDialog, public CommView {
+  Q_OBJECT
+
+ public:
+  /// `link` must outlive the dialog; its `cancelRequested` and `commJob` are the dialog's.
+  explicit DlgComm(StationLink& link, QWidget* parent = nullptr);
+
+  /// Sets `commJob`, shows the dialog modally and starts `work` when the dialog first comes to the
+  /// front. Comes back when the work has ended and the dialog is closed: by the work's hide(), or
+  /// by the user after it. While it runs it is the link's view. What the work throws is thrown on,
+  /// with the dialog closed.
+  void run(CommJob job, std::function<void()> work);
+
+  void setStatus(const QString& text) override;
+  void setProgress(double percent) override;
+  void resetProgress() override;
+  void setProgressEnabled(bool enabled) override;
+  void setCancelCaption(const QString& caption) override;
+  void hide() override;
+
+  /// The Escape key and the window manager's close button: the same as `cmdCancel`.
+  void reject() override;
+
+ protected:
+  bool event(QEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  /// Where the one job of a run() stands.
+  enum class Stage { Waiting, Running, Ended };
+
+  void build();
+  void prepare();
+  void startJob();
+  void cancel();
+
+  StationLink& link_;
+  QLabel* lblCommStatus_ = nullptr;
+  QProgressBar* panProgress_ = nullptr;
+  QPushButton* cmdCancel_ = nullptr;
+  QTimer* frontTimer_ = nullptr;
+
+  std::function<void()> work_;
+  Stage stage_ = Stage::Ended;
+  std::exception_ptr failure_;
+};
+
+}  // namespace lokari

@@ -1,0 +1,260 @@
+#include "link/ui/dlg_comm.h"
+
+#include <gtest/gtest.h>
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include <stdexcept>
+
+#include "idle_transports.h"
+#include "support/scripted_prompt.h"
+#include "support/virtual_clock.h"
+
+namespace lokari {
+namespace {
+
+class DlgCommTest : public ::testing::Test {
+ protected:
+  template <typename T>
+  T* control(const char* name) {
+    T* found = dialog_.findChild<T*>(QString::fromLatin1(name));
+    EXPECT_NE(found, nullptr) << name;
+    return found;
+  }
+  QPushButton* cmdCancel() { return control<QPushButton>("cmdCancel"); }
+  QProgressBar* panProgress() { return control<QProgressBar>("panProgress"); }
+  QLabel* lblCommStatus() { return control<QLabel>("lblCommStatus"); }
+
+  void press() { QTest::mouseClick(cmdCancel(), Qt::LeftButton); }
+
+  /// For a job that ends with its dialog open: looks at it, then presses the button.
+  void whenLeftOpen(std::function<void()> look) {
+    QMetaObject::invokeMethod(
+        &dialog_,
+        [this, look = std::move(look)] {
+          look();
+          press();
+        },
+        Qt::QueuedConnection);
+  }
+
+  /// Lets a wait run, as ReadCV() and the pauses do.
+  void wait(Millis span) {
+    clock_.waitUntil([this] { return link_.cancelRequested; }, clock_.now() + span);
+  }
+
+  Settings settings_;
+  test::VirtualClock clock_;
+  test::ScriptedPrompt prompt_;
+  test::IdleTransports idle_;
+  StationLink link_{settings_, clock_, prompt_, idle_.transports()};
+  DlgComm dialog_{link_};
+};
+
+TEST_F(DlgCommTest, TheJobRunsInTheVisibleDialogWithTheCancelFlagCleared) {
+  link_.cancelRequested = true;
+  int runs = 0;
+  dialog_.run(CommJob::ReadMain, [&] {
+    ++runs;
+    EXPECT_TRUE(dialog_.isVisible());
+    EXPECT_TRUE(dialog_.isModal());
+    EXPECT_TRUE(dialog_.isActiveWindow());
+    EXPECT_FALSE(link_.cancelRequested);
+    EXPECT_EQ(link_.commJob, CommJob::ReadMain);
+    EXPECT_TRUE(cmdCancel()->isEnabled());
+    EXPECT_EQ(cmdCancel()->text(), QStringLiteral("Abbruch"));
+    EXPECT_FALSE(panProgress()->isVisible());
+    EXPECT_FALSE(panProgress()->isEnabled());
+    dialog_.hide();
+  });
+  EXPECT_EQ(runs, 1);
+  EXPECT_FALSE(dialog_.isVisible());
+}
+
+TEST_F(DlgCommTest, ComingToTheFrontAgainDoesNotStartTheJobAgain) {
+  int runs = 0;
+  dialog_.run(CommJob::ReadProgTrack, [&] {
+    ++runs;
+    QEvent leaves(QEvent::WindowDeactivate);
+    QCoreApplication::sendEvent(&dialog_, &leaves);
+    QEvent comes(QEvent::WindowActivate);
+    QCoreApplication::sendEvent(&dialog_, &comes);
+    wait(5000);
+    dialog_.hide();
+  });
+  EXPECT_EQ(runs, 1);
+}
+
+TEST_F(DlgCommTest, TheDialogIsTheLinksViewWhileTheJobRuns) {
+  EXPECT_EQ(link_.view(), nullptr);
+  dialog_.run(CommJob::ReadProgTrack, [&] {
+    EXPECT_EQ(link_.view(), &dialog_);
+    dialog_.hide();
+  });
+  EXPECT_EQ(link_.view(), nullptr);
+}
+
+TEST_F(DlgCommTest, CancelEndsTheWaitAndDisablesTheButtonButLeavesTheDialogOpen) {
+  dialog_.run(CommJob::ReadProgTrack, [&] {
+    clock_.schedule(300, [this] { press(); });
+    wait(60000);
+    EXPECT_EQ(clock_.now(), 300);
+    EXPECT_TRUE(link_.cancelRequested);
+    EXPECT_FALSE(cmdCancel()->isEnabled());
+    EXPECT_TRUE(dialog_.isVisible());
+    dialog_.hide();
+  });
+}
+
+TEST_F(DlgCommTest, AJobThatEndsWithOkStaysUntilTheButtonIsPressed) {
+  bool looked = false;
+  dialog_.run(CommJob::TestComm, [&] {
+    dialog_.setStatus(QStringLiteral("Keine Antwort vom Basisgerät"));
+    press();
+    dialog_.setCancelCaption(QStringLiteral("OK"));
+    whenLeftOpen([&] {
+      looked = true;
+      EXPECT_TRUE(dialog_.isVisible());
+      EXPECT_TRUE(cmdCancel()->isEnabled());
+      EXPECT_EQ(cmdCancel()->text(), QStringLiteral("OK"));
+      EXPECT_EQ(lblCommStatus()->text(), QStringLiteral("Keine Antwort vom Basisgerät"));
+    });
+  });
+  EXPECT_TRUE(looked);
+  EXPECT_FALSE(dialog_.isVisible());
+  EXPECT_TRUE(link_.cancelRequested);
+}
+
+TEST_F(DlgCommTest, AJobWithoutTheStationClosesAtOnceOnCancelAndIsWaitedFor) {
+  bool ended = false;
+  dialog_.run(CommJob::ProgressOnly, [&] {
+    press();
+    EXPECT_FALSE(dialog_.isVisible());
+    EXPECT_TRUE(link_.cancelRequested);
+    clock_.waitUntil([] { return false; }, clock_.now() + 1000);
+    ended = true;
+  });
+  EXPECT_TRUE(ended);
+}
+
+TEST_F(DlgCommTest, ClosingTheWindowWhileAJobRunsIsACancel) {
+  dialog_.run(CommJob::ReadProgTrack, [&] {
+    EXPECT_FALSE(dialog_.close());
+    EXPECT_TRUE(link_.cancelRequested);
+    EXPECT_TRUE(dialog_.isVisible());
+    EXPECT_FALSE(cmdCancel()->isEnabled());
+    EXPECT_FALSE(dialog_.close());
+    EXPECT_TRUE(dialog_.isVisible());
+    dialog_.hide();
+  });
+  EXPECT_FALSE(dialog_.isVisible());
+}
+
+TEST_F(DlgCommTest, EscapeWhileAJobRunsIsACancel) {
+  dialog_.run(CommJob::WriteProgTrack, [&] {
+    QTest::keyClick(&dialog_, Qt::Key_Escape);
+    EXPECT_TRUE(link_.cancelRequested);
+    EXPECT_TRUE(dialog_.isVisible());
+    dialog_.hide();
+  });
+}
+
+TEST_F(DlgCommTest, EnterPressesTheButton) {
+  dialog_.run(CommJob::WriteProgTrack, [&] {
+    QTest::keyClick(&dialog_, Qt::Key_Return);
+    EXPECT_TRUE(link_.cancelRequested);
+    dialog_.hide();
+  });
+}
+
+TEST_F(DlgCommTest, ProgressShowsTheWholePartInBarAndCaption) {
+  dialog_.run(CommJob::ReadProgTrack, [&] {
+    dialog_.setProgressEnabled(true);
+    dialog_.setProgress(33.99);
+    EXPECT_TRUE(panProgress()->isVisible());
+    EXPECT_TRUE(panProgress()->isEnabled());
+    EXPECT_EQ(panProgress()->value(), 33);
+    EXPECT_EQ(panProgress()->text(), QStringLiteral("33%"));
+    dialog_.setProgress(100);
+    EXPECT_EQ(panProgress()->value(), 100);
+    EXPECT_EQ(panProgress()->text(), QStringLiteral("100%"));
+    dialog_.hide();
+  });
+}
+
+TEST_F(DlgCommTest, MoreStepsThanWereCountedFillTheBarAndShowTheirNumber) {
+  dialog_.run(CommJob::ReadProgTrack, [&] {
+    dialog_.setProgress(104.7);
+    EXPECT_EQ(panProgress()->value(), 100);
+    EXPECT_EQ(panProgress()->text(), QStringLiteral("104%"));
+    dialog_.hide();
+  });
+}
+
+TEST_F(DlgCommTest, ResetEmptiesTheBar) {
+  dialog_.run(CommJob::ReadProgTrack, [&] {
+    dialog_.setProgress(50);
+    dialog_.resetProgress();
+    EXPECT_EQ(panProgress()->value(), 0);
+    EXPECT_EQ(panProgress()->text(), QString());
+    dialog_.hide();
+  });
+}
+
+TEST_F(DlgCommTest, LosingTheFrontHidesTheBarUntilTheNextStep) {
+  dialog_.run(CommJob::ReadProgTrack, [&] {
+    dialog_.setProgress(10);
+    QEvent leaves(QEvent::WindowDeactivate);
+    QCoreApplication::sendEvent(&dialog_, &leaves);
+    EXPECT_FALSE(panProgress()->isVisible());
+    dialog_.setProgress(20);
+    EXPECT_TRUE(panProgress()->isVisible());
+    dialog_.hide();
+  });
+}
+
+TEST_F(DlgCommTest, TheNextJobBeginsWithACleanDialog) {
+  dialog_.run(CommJob::ReadProgTrack, [&] {
+    dialog_.setStatus(QStringLiteral("Lese CV 30"));
+    dialog_.setProgressEnabled(true);
+    dialog_.setProgress(50);
+    press();
+    dialog_.setCancelCaption(QStringLiteral("OK"));
+    dialog_.hide();
+  });
+  dialog_.run(CommJob::WriteMain, [&] {
+    EXPECT_EQ(lblCommStatus()->text(), QString());
+    EXPECT_FALSE(panProgress()->isVisible());
+    EXPECT_FALSE(panProgress()->isEnabled());
+    EXPECT_TRUE(cmdCancel()->isEnabled());
+    EXPECT_EQ(cmdCancel()->text(), QStringLiteral("Abbruch"));
+    EXPECT_FALSE(link_.cancelRequested);
+    dialog_.hide();
+  });
+}
+
+TEST_F(DlgCommTest, AFailureOfTheJobClosesTheDialogAndReachesTheCaller) {
+  EXPECT_THROW(dialog_.run(CommJob::ReadProgTrack, [] { throw std::runtime_error("gone"); }),
+               std::runtime_error);
+  EXPECT_FALSE(dialog_.isVisible());
+  EXPECT_EQ(link_.view(), nullptr);
+}
+
+TEST_F(DlgCommTest, AStatusIsNeverTakenForMarkup) {
+  dialog_.run(CommJob::ReadProgTrack, [&] {
+    EXPECT_EQ(lblCommStatus()->textFormat(), Qt::PlainText);
+    dialog_.hide();
+  });
+}
+
+TEST_F(DlgCommTest, EveryControlIsNamedForScreenReaders) {
+  EXPECT_EQ(dialog_.objectName(), QStringLiteral("dlg_comm"));
+  EXPECT_FALSE(panProgress()->accessibleName().isEmpty());
+}
+
+}  // namespace
+}  // namespace lokari
