@@ -1,0 +1,258 @@
+// The decoder bench: everything that the decoder window is and does, without a window. The window
+// shows `controls`, `tabs`, `rows` and the grid, and hands the user's acts over; the batch jobs and
+// the command line work on the same bench.
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "base/clock.h"
+#include "base/settings.h"
+#include "decoder/bench_controls.h"
+#include "decoder/cv_grid.h"
+#include "decoder/cv_sets.h"
+#include "decoder/description.h"
+#include "decoder/page_rows.h"
+#include "link/comm_job.h"
+
+namespace lokari {
+
+class Catalogue;
+class CommView;
+class Prompt;
+class StationLink;
+struct CvRecord;
+
+/// What a bench works with; all of it must outlive the bench.
+struct BenchParts {
+  Settings& settings;  ///< a batch write may switch `continueOnError` off
+  Clock& clock;
+  Prompt& prompt;
+  StationLink& link;
+  const Catalogue& catalogue;
+  QString basePath;      ///< folder of the description files
+  QStringList decTypes;  ///< decoder type names by CV 250, 256 entries; empty is none
+};
+
+class DecoderBench : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit DecoderBench(BenchParts parts, QObject* parent = nullptr);
+  ~DecoderBench() override;
+
+  // ---- State ------------------------------------------------------------------------------------
+
+  bool windowOpening = false;  ///< from the start of open() until the first refresh is done
+  bool commRunning = false;    ///< a batch job is running
+  bool refreshing = false;     ///< refreshFields() is running
+  bool calcOpen = false;       ///< the calculator dialog is open
+  int dcManufNo = 0;           ///< manufacturer number, 0 for none
+
+  CvSets sets;  ///< `cvValues`, `cvMarks`, the five sets
+  DecoderDescription description;
+  BenchControls controls;
+
+  const std::vector<BenchTab>& tabs() const { return tabs_; }  ///< 34 entries, by tab number
+  int selectedTab() const { return selectedTab_; }
+  const std::vector<PageRow>& rows() const {
+    return rows_;
+  }  ///< of all pages, in order of their CVs
+  const CvGrid& grid() const { return grid_; }
+  /// What a data row of the grid shows, always the present state.
+  GridRow gridRow(int row) const;
+
+  // ---- The dialogs that a window plugs in; without one its button does nothing
+  // --------------------
+
+  /// The bit dialog: value, bit description and caption in, the new value out, or a negative
+  /// number when the user cancelled.
+  std::function<int(int value, const QString& bits, const QString& caption)> bitDialogBox;
+  /// The calculator: a field's text in, the new text out, or a null text when cancelled.
+  std::function<QString(const QString& text)> calculatorBox;
+
+  // ---- Opening, choosing, closing
+  // -----------------------------------------------------------------
+
+  /// Shows a record's sets. `address` is the text of `dc_adr` of the main window.
+  void open(const CvRecord& record, const QString& address);
+  /// Hands the sets, the decoder and the maker back; tells closed(true). An unknown maker's name
+  /// gives a message and leaves the record's number.
+  void cmdOK(CvRecord& record);
+  void cmdCancel();
+
+  /// A choice in `cbDcManuf`, `cbDcDecoder`, `cbDcVer`.
+  void chooseManufacturer(const QString& name);
+  void chooseDecoder(const QString& name);
+  void chooseSet(const QString& name);
+  /// `cbDcVer` loses the focus: its text is the current set's new name.
+  void setNameLeft(const QString& text);
+  /// False when a key in the text of `cbDcVer` is to be swallowed. `code` is its character code.
+  static bool setNameTakes(const QString& text, int code) { return code < 32 || text.size() < 8; }
+
+  /// Reads the two selectors, loads the description file that they name and adapts everything.
+  void ChangeDecoder();
+  /// Shows the working set in all controls, or in the grid only.
+  void refreshFields(bool onlyGrid);
+
+  // ---- The user's acts
+  // ----------------------------------------------------------------------------
+
+  /// Value fields (`dc_adr`, `txt...`, and `tabText` while the grid is edited) and fields of rows.
+  void fieldEdited(const QString& name, const QString& text);
+  void fieldLeft(const QString& name);
+  /// F2 in a value field: the calculator.
+  void fieldF2(const QString& name);
+  void optionClicked(const QString& name);
+  void checkBoxToggled(const QString& name, bool checked);
+  /// Any button by its name, `cmdReadFunc_1` and the like included. cmdOK and cmdCancel have
+  /// operations of their own.
+  void buttonClicked(const QString& name);
+  void selectTab(int tab);
+
+  /// Rows, by their place in rows().
+  void rowEdited(int row, const QString& text);
+  void rowLeft(int row);
+  void rowF2(int row);
+  void rowReadToggled(int row, bool checked);
+  void rowWriteToggled(int row, bool checked);
+  void rowBitClicked(int row);
+
+  /// The grid. A selection of one row is no selection of several.
+  void gridSelected(int first, int last) { grid_.select(first, last); }
+  void gridHeaderClicked(GridColumn column);
+  void gridClicked(int row, GridColumn column);
+
+  // ---- Values and colours
+  // -------------------------------------------------------------------------
+
+  /// Takes the text of a value field into `cvValues`. False when it is out of range and the focus
+  /// must stay. `field` is a control or the field of a row.
+  bool CheckDcField(const QString& field, CvIndex cv, const QString& range);
+  /// `cvValues[index] = value`, index being CV - 1.
+  void setCvval(int value, int index);
+
+  void ColorCVx(CvIndex cv, const QString& field, int gridRow);
+  void ColorCV29();
+  void ColorCV19();
+  void ColorAdr();
+
+  /// The tool tip that a control's tag makes: the tip of the CV it names, or the tag itself, with
+  /// a blank on both sides. Empty for none.
+  QString DcToolTips(const QString& tag) const;
+
+  // ---- Jobs
+  // ---------------------------------------------------------------------------------------
+
+  /// Runs what `commJob` of the link says, one of the four batch jobs, on the link's view.
+  void runJob();
+  void RdComm();
+  void WriteComm();
+
+ signals:
+  // `controls` tells its own changes.
+  void tabsChanged();
+  void tabSelected(int tab);
+  void rowsReset();
+  void rowChanged(int row);
+  void gridReset();
+  void gridRowChanged(int row);
+  /// `tabText` is to be laid over a cell of the column "Wert", its text selected; or hidden.
+  void gridEditOpened(int row);
+  void gridEditClosed();
+  /// The focus goes to a field, a row's included.
+  void focusRequested(const QString& field, bool selectAll);
+  void toolTipHidden();
+  /// `picSpeedTable` is to be drawn anew.
+  void speedTableChanged();
+  void busyChanged(bool busy);
+  /// Show `dlg_comm` and run runJob() in it.
+  void jobRequested(lokari::CommJob job);
+  void closed(bool success);
+
+ private:
+  friend class BatchRun;
+  friend class ReadBatch;
+  friend class WriteBatch;
+
+  // bench_open.cpp
+  void fillSelectors(int manufacturer, const QString& decoder);
+  void fillDecoders(const QString& wanted);
+  void decoderChosen();
+
+  // bench_adapt.cpp
+  QString descriptionFile() const;
+  void resetDescription();
+  void adapt();
+  void adaptAddress();
+  void adaptDrive();
+  void adaptOptions();
+  void adaptConsist();
+  void adaptButtons();
+  void adaptFixedFields();
+  void takeDefaults();
+  void takeStraightTable();
+
+  // bench_fields.cpp
+  struct FixedField;
+  static const FixedField* fixedFieldOf(CvIndex cv);
+  static const FixedField* fixedFieldNamed(const QString& name);
+  QString fieldText(const QString& field) const;
+  void setFieldText(const QString& field, const QString& text);
+  void refillField(const QString& field, const QString& text);
+  void setFieldColour(const QString& field, TextColour colour);
+  void fieldChanged(const QString& field);
+  int rowNamed(const QString& field) const;
+  int rowOf(CvIndex cv) const;
+  CvIndex cvOfField(const QString& field) const;
+  QString rangeOfField(const QString& field) const;
+  QString fieldOf(CvIndex cv) const;
+  TextColour colourOf(CvIndex cv) const;
+  bool userChange() const { return !commRunning && !windowOpening && !refreshing; }
+  void valueChanged(CvIndex cv);
+  std::optional<int> addressNumber() const;
+
+  // bench_options.cpp
+  void setOption(const QString& name);
+  void switchDirectionOverAndBack();
+  void showMark29();
+  void showMark19();
+  void showMarkAdr();
+  void showOptionsOf29();
+  void showVersion();
+
+  // bench_marks.cpp
+  bool readAllowed(CvIndex cv) const;
+  bool writeAllowed(CvIndex cv) const;
+  void setReadMark(CvIndex cv, bool set);
+  void setWriteMark(CvIndex cv, bool set);
+  void setAllMarks(bool write, bool set);
+  void setMarksOfTab(bool write, int page, int ordinal);
+  void setBox(const QString& name, bool checked);
+
+  // bench_grid.cpp
+  void rebuildGrid();
+  void makeTableNames();
+  void editBits(CvIndex cv, CvIndex next);
+  void openGridEdit(int row);
+  void closeGridEdit();
+
+  BenchParts parts_;
+  std::vector<BenchTab> tabs_;
+  std::vector<PageRow> rows_;
+  std::vector<int> rowOfCv_;  // by internal index, -1 for none
+  QHash<QString, int> rowOfField_;
+  CvGrid grid_;
+  int gridEditRow_ = 0;
+  int selectedTab_ = 0;
+  CvIndex userRowCv_{9};  // CV of the spare row of the drive page
+  bool progressEnabled_ = false;
+  std::unique_ptr<Clock::Alarm> Timer3_;
+};
+
+}  // namespace lokari
