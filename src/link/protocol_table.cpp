@@ -2,8 +2,10 @@
 
 #include <array>
 
+#include "link/mx1_text.h"
 #include "link/station_protocol.h"
 #include "link/tams.h"
+#include "link/zimo_binary.h"
 
 namespace lokari {
 namespace {
@@ -14,6 +16,8 @@ struct ProtocolRow {
 };
 
 constexpr std::array kProtocols{
+    ProtocolRow{ProtocolFamily::Mx1Text, makeMx1TextProtocol},
+    ProtocolRow{ProtocolFamily::ZimoBinary, makeZimoBinaryProtocol},
     ProtocolRow{ProtocolFamily::Tams, makeTamsProtocol},
 };
 

@@ -1,0 +1,103 @@
+#include "link/zimo_binary.h"
+
+#include "link/station_link.h"
+#include "link/zimo_binary_codec.h"
+
+namespace lokari {
+namespace {
+
+constexpr int kFirstWant = 5;
+constexpr int kLaterWant = 2;
+
+/// One CV message. The station confirms it first; on the programming track the result follows in
+/// a frame of its own, which wants an acknowledgement.
+class ZimoBinaryExchange final : public ReplyExchange {
+ public:
+  /// `resultFollows` is false for a main-track write, whose confirmation is all there is.
+  ZimoBinaryExchange(StationLink& link, ZimoBinaryFraming& framing, const CvRequest& request,
+                     QByteArray msg, bool resultFollows)
+      : ReplyExchange(link, request),
+        framing_(framing),
+        msg_(std::move(msg)),
+        resultFollows_(resultFollows) {}
+
+  CvStep send() override {
+    framing_.zbinSend(msg_, false);
+    setWant(kFirstWant);
+    return CvStep::wait();
+  }
+
+  void secondChance() override {
+    framing_.zbinSend(msg_, false);
+    setWant(kLaterWant);
+  }
+
+ protected:
+  QByteArray takeReply() override {
+    setWant(kLaterWant);
+    return framing_.zbinReceive();
+  }
+
+  CvStep parse(const QByteArray& reply) override {
+    switch (zbin::judge(reply)) {
+      case zbin::Verdict::Accepted:
+        return CvStep::finish(resultFollows_ ? takeResult() : request().value);
+      case zbin::Verdict::Busy:
+        if (link().cancelRequested) return CvStep::finish(cv_result::kCancelled);
+        return CvStep::fromSecondChance();
+      case zbin::Verdict::Refused:
+        return CvStep::finish(zbin::refusal(reply));
+      case zbin::Verdict::TooShort:
+        break;
+    }
+    return shortReply();
+  }
+
+ private:
+  int takeResult() {
+    const QByteArray reply = framing_.zbinReceive();
+    if (reply.isEmpty() && link().cancelRequested) return cv_result::kCancelled;
+    const zbin::Result result = zbin::result(reply);
+    if (result.ours) framing_.zbinSend(zbin::acknowledge(framing_.zbinRxSeq), true);
+    return result.code;
+  }
+
+  ZimoBinaryFraming& framing_;
+  QByteArray msg_;
+  bool resultFollows_;
+};
+
+}  // namespace
+
+std::unique_ptr<CvExchange> ZimoBinaryProtocol::readCv(const CvRequest& request) {
+  return std::make_unique<ZimoBinaryExchange>(link(), framing_, request, zbin::readCv(request.cv),
+                                              true);
+}
+
+std::unique_ptr<CvExchange> ZimoBinaryProtocol::writeCv(const CvRequest& request) {
+  const bool programmingTrack = link().commJob == CommJob::WriteProgTrack;
+  QByteArray msg = programmingTrack ? zbin::writeCv(request.cv, request.value)
+                                    : zbin::writeCvMain(request.address, request.cv, request.value);
+  return std::make_unique<ZimoBinaryExchange>(link(), framing_, request, std::move(msg),
+                                              programmingTrack);
+}
+
+void ZimoBinaryProtocol::greet() {
+  tell(zbin::hello());
+  tell(zbin::logOn());
+}
+
+void ZimoBinaryProtocol::sayGoodbye(bool) {
+  tell(zbin::logOff());
+}
+
+void ZimoBinaryProtocol::tell(const QByteArray& msg) {
+  framing_.zbinSend(msg, false);
+  framing_.zbinReceive();
+}
+
+std::unique_ptr<StationProtocol> makeZimoBinaryProtocol(StationLink& link) {
+  return std::make_unique<ZimoBinaryProtocol>(link);
+}
+
+}  // namespace lokari
