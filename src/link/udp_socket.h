@@ -26,8 +26,9 @@ class UdpSocket {
   /// Takes the oldest datagram that is waiting; empty when there is none.
   virtual QByteArray takeDatagram() = 0;
 
-  /// Called, from the event loop, once for every datagram that arrives, with the size of the
-  /// oldest one waiting. A datagram that is not taken then keeps waiting.
+  /// Called from the event loop when a datagram arrives, and again after takeDatagram() as long as
+  /// more are waiting; the argument is the size of the oldest one. A datagram that is not taken
+  /// keeps waiting, without another call until the next one arrives.
   std::function<void(qsizetype)> onArrival;
   /// Called when the socket closes without close().
   std::function<void()> onClosed;

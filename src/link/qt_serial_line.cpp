@@ -1,0 +1,127 @@
+#include "link/qt_serial_line.h"
+
+#include <QFile>
+
+#include "link/link_error.h"
+#include "link/port_table.h"
+
+namespace lokari {
+
+QtSerialLine::QtSerialLine(PortTable& ports) : ports_(ports) {
+  QObject::connect(&port_, &QSerialPort::errorOccurred, &port_,
+                   [this](QSerialPort::SerialPortError error) { onError(error); });
+}
+
+QtSerialLine::~QtSerialLine() {
+  close();
+}
+
+void QtSerialLine::open(const SerialSettings& settings) {
+  close();
+  settings_ = settings;
+  device_ = ports_.device(settings.comPort);
+  if (device_.isEmpty()) fail(QStringLiteral("hat kein Gerät"));
+  port_.setPortName(device_);
+  port_.setBaudRate(settings.baudrate);
+  port_.setDataBits(QSerialPort::Data8);
+  port_.setParity(QSerialPort::NoParity);
+  port_.setStopBits(QSerialPort::OneStop);
+  port_.setFlowControl(settings.handshaking == Handshaking::RequestToSend
+                           ? QSerialPort::HardwareControl
+                           : QSerialPort::NoFlowControl);
+  if (!port_.open(QIODevice::ReadWrite)) {
+    fail(QStringLiteral("lässt sich nicht öffnen: ") + port_.errorString());
+  }
+  vanished_ = false;
+  port_.clear();
+}
+
+void QtSerialLine::close() {
+  if (port_.isOpen() && !vanished_) {
+    port_.flush();
+    // Closing waits for what is still to be sent. A station that holds its line down would never
+    // take it.
+    if (settings_.handshaking == Handshaking::RequestToSend && !ctsHolding()) {
+      port_.clear(QSerialPort::Output);
+    }
+  }
+  port_.close();
+  vanished_ = false;
+}
+
+bool QtSerialLine::isOpen() const {
+  return port_.isOpen() && !vanished_;
+}
+
+void QtSerialLine::onError(QSerialPort::SerialPortError error) {
+  switch (error) {
+    case QSerialPort::ResourceError:
+    case QSerialPort::ReadError:
+    case QSerialPort::WriteError:
+    case QSerialPort::DeviceNotFoundError:
+      break;
+    default:  // time-outs, and modem lines that a device does not have
+      return;
+  }
+  if (!port_.isOpen() || vanished_) return;
+  vanished_ = true;
+  // The dead device reports itself as readable for ever; closing ends that. Not from inside the
+  // signal, which its notifier sends.
+  QMetaObject::invokeMethod(
+      &port_,
+      [this] {
+        if (vanished_) port_.close();
+      },
+      Qt::QueuedConnection);
+}
+
+void QtSerialLine::fail(const QString& what) const {
+  throw LinkError(QStringLiteral("Die Schnittstelle COM%1 (%2) %3!")
+                      .arg(QString::number(settings_.comPort), device_, what));
+}
+
+void QtSerialLine::check() {
+  if (port_.isOpen() && !vanished_ && !QFile::exists(device_)) vanished_ = true;
+  if (vanished_) {
+    port_.close();
+    fail(QStringLiteral("ist nicht mehr da"));
+  }
+  if (!port_.isOpen()) fail(QStringLiteral("ist nicht geöffnet"));
+}
+
+qsizetype QtSerialLine::inBufferCount() {
+  check();
+  // Takes over what the system holds, which the event loop may not have come to yet.
+  port_.waitForReadyRead(0);
+  if (port_.bytesAvailable() == 0) check();
+  return port_.bytesAvailable();
+}
+
+QByteArray QtSerialLine::read(qsizetype most) {
+  const qsizetype waiting = inBufferCount();
+  return port_.read(most == 0 ? waiting : std::min(most, waiting));
+}
+
+void QtSerialLine::write(const QByteArray& data) {
+  check();
+  port_.write(data);
+  port_.flush();
+  check();
+}
+
+void QtSerialLine::setRtsEnable(bool raised) {
+  check();
+  const bool handshaking = settings_.handshaking == Handshaking::RequestToSend;
+  if (handshaking && !raised) port_.setFlowControl(QSerialPort::NoFlowControl);
+  port_.setRequestToSend(raised);
+  if (handshaking && raised) port_.setFlowControl(QSerialPort::HardwareControl);
+}
+
+bool QtSerialLine::ctsHolding() {
+  check();
+  port_.clearError();
+  const QSerialPort::PinoutSignals lines = port_.pinoutSignals();
+  return port_.error() != QSerialPort::NoError || lines.testFlag(QSerialPort::ClearToSendSignal);
+}
+
+}  // namespace lokari

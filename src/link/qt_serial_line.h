@@ -1,0 +1,40 @@
+// A serial port of this machine, by the number that the port table gives it.
+#pragma once
+
+#include <QSerialPort>
+
+#include "link/serial_line.h"
+
+namespace lokari {
+
+class PortTable;
+
+class QtSerialLine final : public SerialLine {
+ public:
+  /// `ports` must outlive the line.
+  explicit QtSerialLine(PortTable& ports);
+  ~QtSerialLine() override;
+
+  void open(const SerialSettings& settings) override;
+  void close() override;
+  bool isOpen() const override;
+  qsizetype inBufferCount() override;
+  QByteArray read(qsizetype most = 0) override;
+  void write(const QByteArray& data) override;
+  void setRtsEnable(bool raised) override;
+  bool ctsHolding() override;
+
+ private:
+  void onError(QSerialPort::SerialPortError error);
+  /// Throws when the port is closed or its device has vanished.
+  void check();
+  [[noreturn]] void fail(const QString& what) const;
+
+  PortTable& ports_;
+  QSerialPort port_;
+  SerialSettings settings_;
+  QString device_;
+  bool vanished_ = false;
+};
+
+}  // namespace lokari
