@@ -41,7 +41,7 @@ void QtSerialLine::close() {
     port_.flush();
     // Closing waits for what is still to be sent. A station that holds its line down would never
     // take it.
-    if (settings_.handshaking == Handshaking::RequestToSend && !ctsHolding()) {
+    if (settings_.handshaking == Handshaking::RequestToSend && !clearToSend()) {
       port_.clear(QSerialPort::Output);
     }
   }
@@ -119,6 +119,10 @@ void QtSerialLine::setRtsEnable(bool raised) {
 
 bool QtSerialLine::ctsHolding() {
   check();
+  return clearToSend();
+}
+
+bool QtSerialLine::clearToSend() {
   port_.clearError();
   const QSerialPort::PinoutSignals lines = port_.pinoutSignals();
   return port_.error() != QSerialPort::NoError || lines.testFlag(QSerialPort::ClearToSendSignal);

@@ -28,6 +28,8 @@ class QtSerialLine final : public SerialLine {
   void onError(QSerialPort::SerialPortError error);
   /// Throws when the port is closed or its device has vanished.
   void check();
+  /// Never throws.
+  bool clearToSend();
   [[noreturn]] void fail(const QString& what) const;
 
   PortTable& ports_;

@@ -1,0 +1,83 @@
+// The real UDP socket, on the loopback interface. Waits end with an event, never with a time.
+#include "link/qt_udp_socket.h"
+
+#include <gtest/gtest.h>
+
+#include "base/qt_clock.h"
+#include "link/link_error.h"
+
+namespace lokari {
+namespace {
+
+class QtUdpSocketTest : public ::testing::Test {
+ protected:
+  QtUdpSocketTest() {
+    EXPECT_TRUE(peer.bind(QHostAddress(QHostAddress::LocalHost), 0));
+    socket.onArrival = [this](qsizetype size) { sizes.append(size); };
+  }
+
+  bool waitFor(const std::function<bool()>& done) {
+    return clock.waitUntil(done, clock.now() + 20000);
+  }
+
+  /// Opens the socket and lets the peer learn its port.
+  quint16 introduce() {
+    socket.open(QStringLiteral("127.000.000.001"), peer.localPort());
+    socket.send("hallo");
+    EXPECT_TRUE(waitFor([&] { return peer.hasPendingDatagrams(); }));
+    QByteArray data(16, '\0');
+    quint16 port = 0;
+    data.resize(peer.readDatagram(data.data(), data.size(), nullptr, &port));
+    EXPECT_EQ(data, "hallo");
+    return port;
+  }
+
+  QtClock clock;
+  QUdpSocket peer;
+  QtUdpSocket socket;
+  QList<qsizetype> sizes;
+};
+
+TEST_F(QtUdpSocketTest, SendsToAnAddressWithLeadingZeros) {
+  introduce();
+  EXPECT_EQ(socket.state(), UdpSocket::kOpen);
+}
+
+TEST_F(QtUdpSocketTest, AnnouncesADatagramWithItsSizeAndHandsItOut) {
+  const quint16 port = introduce();
+  peer.writeDatagram("abc", QHostAddress(QHostAddress::LocalHost), port);
+  EXPECT_TRUE(waitFor([&] { return !sizes.isEmpty(); }));
+  EXPECT_EQ(sizes, QList<qsizetype>{3});
+  EXPECT_EQ(socket.takeDatagram(), "abc");
+  EXPECT_EQ(socket.takeDatagram(), "");
+}
+
+TEST_F(QtUdpSocketTest, ADatagramThatIsNotTakenWaitsForTheNextArrival) {
+  const quint16 port = introduce();
+  peer.writeDatagram("alt", QHostAddress(QHostAddress::LocalHost), port);
+  EXPECT_TRUE(waitFor([&] { return sizes.size() == 1; }));
+  peer.writeDatagram("neuer", QHostAddress(QHostAddress::LocalHost), port);
+  EXPECT_TRUE(waitFor([&] { return sizes.size() == 2; }));
+  EXPECT_EQ(sizes.last(), 3);
+  EXPECT_EQ(socket.takeDatagram(), "alt");
+  EXPECT_TRUE(waitFor([&] { return sizes.size() == 3; }));
+  EXPECT_EQ(sizes.last(), 5);
+  EXPECT_EQ(socket.takeDatagram(), "neuer");
+}
+
+TEST_F(QtUdpSocketTest, ABadAddressDoesNotOpen) {
+  for (const char* host : {"", "1.2.3", "1.2.3.400", "a.b.c.d", "1.2.3.4.5"}) {
+    socket.open(QString::fromLatin1(host), 21105);
+    EXPECT_NE(socket.state(), UdpSocket::kOpen) << host;
+    EXPECT_THROW(socket.send("x"), LinkError) << host;
+  }
+}
+
+TEST_F(QtUdpSocketTest, AClosedSocketSendsNothing) {
+  introduce();
+  socket.close();
+  EXPECT_THROW(socket.send("x"), LinkError);
+}
+
+}  // namespace
+}  // namespace lokari

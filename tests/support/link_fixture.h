@@ -1,0 +1,44 @@
+// A StationLink in virtual time on a scripted line, for the tests of sessions and protocols.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "link/station_link.h"
+#include "support/memory_can.h"
+#include "support/memory_socket.h"
+#include "support/recording_view.h"
+#include "support/scripted_line.h"
+#include "support/scripted_prompt.h"
+#include "support/virtual_clock.h"
+
+namespace lokari::test {
+
+class LinkFixture : public ::testing::Test {
+ protected:
+  explicit LinkFixture(StationKind kind) {
+    settings.baseUnit = kind;
+    settings.comPort = 3;
+    settings.timeoutVal = 2;
+    settings.delayFlag = false;
+    link.setView(&view);
+  }
+
+  /// Milliseconds that `action` takes.
+  template <class Action>
+  Millis timeOf(Action action) {
+    const Millis start = clock.now();
+    action();
+    return clock.now() - start;
+  }
+
+  VirtualClock clock;
+  Settings settings;
+  ScriptedPrompt prompt;
+  RecordingView view;
+  ScriptedLine line{clock};
+  MemorySocket socket{clock};
+  MemoryCan can;
+  StationLink link{settings, clock, prompt, {line, socket, can}};
+};
+
+}  // namespace lokari::test

@@ -1,0 +1,32 @@
+#include "support/memory_can.h"
+
+namespace lokari::test {
+
+int MemoryCan::open(int driver, qint16 btr, qint16 p1, qint16 p2) {
+  openCalls.append({driver, btr, p1, p2});
+  isOpen = openResult == 0;
+  return openResult;
+}
+
+int MemoryCan::close() {
+  ++closeCalls;
+  isOpen = false;
+  waiting_.clear();
+  return 0;
+}
+
+int MemoryCan::write(const CanMessage& message) {
+  if (!isOpen) return 1;
+  sent.append(message);
+  if (onWrite) onWrite(message);
+  return writeResult;
+}
+
+int MemoryCan::read(CanMessage& message) {
+  if (waiting_.empty()) return 1;
+  message = waiting_.front();
+  waiting_.pop_front();
+  return 0;
+}
+
+}  // namespace lokari::test

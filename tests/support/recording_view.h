@@ -1,0 +1,27 @@
+// The controls of the progress dialog, recorded.
+#pragma once
+
+#include <QList>
+#include <QStringList>
+
+#include "link/comm_view.h"
+
+namespace lokari::test {
+
+class RecordingView final : public CommView {
+ public:
+  void setStatus(const QString& text) override { statuses << text; }
+  void setProgress(double percent) override { percents << percent; }
+  void resetProgress() override { percents << 0; }
+  void setProgressEnabled(bool enabled) override { progressEnabled = enabled; }
+  void setCancelCaption(const QString& caption) override { captions << caption; }
+  void hide() override { ++hides; }
+
+  QStringList statuses;    ///< every text of `lblCommStatus`
+  QList<double> percents;  ///< every progress shown; 0 also for a reset
+  QStringList captions;    ///< every caption of `cmdCancel`
+  bool progressEnabled = false;
+  int hides = 0;
+};
+
+}  // namespace lokari::test
