@@ -1,0 +1,61 @@
+// The working copy of a record's decoder data: five CV sets, the decoder's type, the set in use.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QVariant>
+
+#include <array>
+
+namespace lokari {
+
+/// CV sets of a vehicle.
+inline constexpr size_t kCvSetCount = 5;
+/// Bytes of a stored array of values or marks: byte k belongs to internal CV index k + 1.
+inline constexpr qsizetype kCvFieldBytes = 4865;
+
+struct CvRecord {
+  std::array<QByteArray, kCvSetCount> recCvValues;
+  std::array<QByteArray, kCvSetCount> recCvMarks;
+  std::array<QString, kCvSetCount> recCvName;
+  qint16 recManuf = 0;  ///< 0: none
+  QString recDecoder;
+  QString recSetName;  ///< name of the set that was current when the record was saved
+
+  /// False until a record was shown or InitDcData() ran: the arrays are still empty.
+  bool hasArrays() const { return !recCvValues[0].isEmpty(); }
+
+  /// Empties everything: values and marks become kCvFieldBytes zeros, the names empty, no decoder.
+  void InitDcData();
+};
+
+/// A stored array at full size: Null gives zeros, a shorter field keeps its bytes and has zeros
+/// behind them, a longer one stays as it is.
+QByteArray chkCVVar(const QVariant& field);
+
+/// The columns of one CV set.
+struct CvColumns {
+  const char16_t* values;
+  const char16_t* marks;
+  const char16_t* name;
+};
+
+/// By set, in the order in which they are written to the record.
+inline constexpr std::array<CvColumns, kCvSetCount> kCvColumns{{
+    {u"DC_CV", u"DC_CV_ST", u"DC_CV_NAME"},
+    {u"DC_CV_1", u"DC_CV_1_ST", u"DC_CV_NAME_1"},
+    {u"DC_CV_2", u"DC_CV_2_ST", u"DC_CV_NAME_2"},
+    {u"DC_CV_3", u"DC_CV_3_ST", u"DC_CV_NAME_3"},
+    {u"DC_CV_4", u"DC_CV_4_ST", u"DC_CV_NAME_4"},
+}};
+
+class RecordSet;
+
+/// Reads the working copy from the current record. Throws StorageError; `record` is then as it was.
+void loadCvRecord(RecordSet& records, CvRecord& record);
+
+/// Assigns the fifteen CV columns in their order, then DC_MANUF, DC_DECODER and DC_DEC_VER. The
+/// record set must be in an edit. Throws StorageError.
+void assignCvRecord(RecordSet& records, const CvRecord& record);
+
+}  // namespace lokari

@@ -1,0 +1,63 @@
+// The open database: its file, its record form, its catalogue, and the commands that change it.
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+#include <memory>
+
+#include "db/catalogue.h"
+#include "db/database.h"
+#include "db/old_format.h"
+#include "db/record_form.h"
+
+namespace lokari {
+
+class DatabaseSession : public QObject {
+  Q_OBJECT
+
+ public:
+  /// `dbPath` is the configured database; nothing is opened yet. `oldFormat` must outlive the
+  /// session.
+  DatabaseSession(RecordFormParts parts, QString dbPath, OldFormat& oldFormat,
+                  QObject* parent = nullptr);
+  ~DatabaseSession() override;
+
+  /// The file that InitDB was last asked to open, also when that failed.
+  const QString& dbPath() const { return dbPath_; }
+
+  /// Opens `dbPath` and shows its first record, or begins a new one when it holds none. 0 when the
+  /// program may go on, 1 when not; the database that was open before is then still open. 0 is also
+  /// the answer to a database of format V2, whatever the user said to its import; hasDatabase()
+  /// then tells whether one is open.
+  int InitDB();
+  bool hasDatabase() const { return database_ != nullptr; }
+
+  RecordForm& form() { return form_; }
+  Catalogue& catalogue() { return catalogue_; }
+  /// Only with hasDatabase().
+  Database& database() { return *database_; }
+
+  /// Menu commands. Messages and file dialogs go through the Prompt.
+  void mnuDbOpen();
+  void mnuDbNew();
+
+ signals:
+  /// `dbPath` names another open database: the main window's caption follows.
+  void opened();
+  /// A pause that deserves the busy pointer begins or ends.
+  void busyChanged(bool busy);
+
+ private:
+  int openingFailed(const StorageError& error, const QString& oldPath);
+  void dropLeftover();
+
+  RecordFormParts parts_;
+  QString dbPath_;
+  OldFormat& oldFormat_;
+  std::unique_ptr<Database> database_;
+  Catalogue catalogue_;
+  RecordForm form_;
+};
+
+}  // namespace lokari

@@ -1,0 +1,251 @@
+// The record form: one vehicle at a time, each column in a control, a navigator, a toolbar. This is
+// all of it but the window: the window shows texts and states by the controls' names and hands the
+// user's acts over.
+//
+// Names are those of the controls: fields (`dc_adr`, `st_sname`, ... see form_fields.h), the shown
+// `dc_manuf`, buttons (`butTable`, `butFind`, `butNew`, `butDelete`, `butOK`, `butCancel`,
+// `butFilter`, `butPicLink`, `butPicDel`, `butProg`, `butDrive`, `butSwitch`), the navigator
+// `Data1` and the menu entries `mnuDbPrint`, `mnuEditNew`, `mnuEditCopy`, `mnuEditInsert`,
+// `mnuEditDelete`, `mnuEditFind`. Texts of `butOK` and `Data1` are their captions.
+//
+// No operation throws: a storage failure is shown through the Prompt.
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QObject>
+#include <QSet>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+#include "db/cv_record.h"
+#include "db/record_set.h"
+
+namespace lokari {
+
+class Database;
+class Desktop;
+class IniFile;
+class Prompt;
+struct FormField;
+struct FormClipboard;
+
+/// What the record set is about to do when the form is validated.
+enum class FormAction {
+  None = 0,
+  First = 1,
+  Previous,
+  Next,
+  Last,
+  Add,
+  Update,
+  Delete,
+  Find,
+  Bookmark,
+  Close,
+  Unload,
+};
+
+/// What a search for a record came to.
+enum class FindResult {
+  Found,
+  NoMatch,  ///< the record on show stays
+  Refused,  ///< the record on show cannot be left, a message says why
+  Failed,   ///< the condition is not understood; see storageMessage()
+};
+
+struct RecordFormParts {
+  Prompt& prompt;
+  Desktop& desktop;
+  IniFile& ini;     ///< holds `PicDir`
+  QString appPath;  ///< where the picture dialog starts without `PicDir`
+};
+
+class RecordForm : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit RecordForm(RecordFormParts parts, QObject* parent = nullptr);
+  ~RecordForm() override;
+
+  // ---- What the window shows --------------------------------------------------------------------
+
+  QString text(const QString& control) const;
+  bool isEnabled(const QString& control) const;
+  bool isVisible(const QString& control) const;
+  /// Entries of a drop-down, `md_scale` included.
+  QStringList list(const QString& control) const { return lists_.value(control); }
+  /// The picture as an encoded file (BMP, JPEG, PNG), empty for none. Lay it out by fitPicture().
+  QByteArray picture() const { return picture_; }
+  /// The option button that is on: 1 to 3, or 0 when none is.
+  int typeOption() const { return typeOption_; }
+  /// True while a filter is on: the navigator has the colour of tool tips.
+  bool isFiltered() const { return !sqlFilter.isEmpty(); }
+
+  // ---- State ------------------------------------------------------------------------------------
+
+  bool recordDirty = false;    ///< a user change has begun on this record
+  bool loadingRecord = false;  ///< the program fills the controls; changes are no edits
+  int validateFail = 0;        ///< last validation: 0 good, 1 address wrong, 2 short name missing
+  bool skipValidate = false;   ///< the next validation passes unchecked
+  bool quietDelete = true;     ///< no question at deletion; until the first database is open
+  QString savedOkCaption;      ///< kept caption of `butOK`; not empty: new-record mode
+  Bookmark savedBookmark;      ///< the record that was current before butNew()
+  bool adrCheckOff = false;    ///< no range check when `dc_adr` loses the focus
+  QString sqlFilter;           ///< condition of the active filter
+  QString reportFilter;        ///< the same as a report selection
+
+  RecordSet& records() { return records_; }
+  const RecordSet& records() const { return records_; }
+  int position() const { return records_.position(); }
+  EditMode editMode() const { return records_.editMode(); }
+  /// The working copy of the record on show.
+  const CvRecord& workingCopy() const { return working_; }
+  /// The text of the last storage failure.
+  QString storageMessage() const { return storageMessage_; }
+
+  // ---- The database -----------------------------------------------------------------------------
+
+  /// Shows another database from its first record. The old one must still be open; a pending edit
+  /// is dropped. `records` is the opened default query. `loadingRecord` stays true afterwards.
+  void bind(Database& database, RecordSet records);
+  /// The end of opening: `loadingRecord` and `quietDelete` become false.
+  void bound();
+  /// Shows the record set with another query, such as a filter's; throws StorageError and keeps the
+  /// old set when it is refused.
+  void requery(const QString& query);
+
+  // ---- The user's acts in controls --------------------------------------------------------------
+
+  /// The text of a field was changed by the user.
+  void edited(const QString& control, const QString& text);
+  void focusGained(const QString& control);
+  void focusLost(const QString& control);
+  /// False when a key is to be thrown away; `key` is its character, backspace being 8.
+  bool takesKey(const QString& control, QChar key);
+  /// A click on `dc_type_1` to `dc_type_3`.
+  void clickType(int type);
+
+  // ---- The navigator; each stores the record on show and leaves it, or says why not
+  // --------------
+
+  void MoveFirst();
+  void MovePrevious();
+  /// From the last record on it begins a new record, without the buttons of new-record mode.
+  void MoveNext();
+  void MoveLast();
+  FindResult FindFirst(const QString& condition);
+  void goTo(const Bookmark& bookmark);
+  /// Stores the record if it is being edited. False when it was not valid or the storage refused
+  /// it; a message was shown.
+  bool storeEdit();
+  /// Stores what is pending and closes the record set, for shutdown. False when it could not be
+  /// stored: then everything stays as it is.
+  bool close();
+
+  // ---- Commands ---------------------------------------------------------------------------------
+
+  void butNew();
+  void butDelete();
+  void butCancel();
+  void butOK();
+  void mnuEditCopy();
+  void mnuEditInsert();
+  void butPicLink();
+  void butPicDel();
+
+  /// Empties the working copy.
+  void InitDcData() { working_.InitDcData(); }
+
+  /// The checks of butProg ahead of the decoder window. False when it must not open; a message was
+  /// shown. Otherwise the working copy is ready.
+  bool prepareProgramming();
+  /// After the decoder window closed with success: the fields take its texts, the working copy and
+  /// the edited record take `record`. It is on disk at the next move, like every edit.
+  void storeProgrammed(const CvRecord& record, const QString& address, const QString& maker);
+
+  /// Reads the list of a drop-down anew; its text stays.
+  void refreshList(const QString& control);
+
+ signals:
+  /// The program set a text; the window shows it without handing it back as an edit.
+  void textChanged(const QString& control, const QString& text);
+  /// `enabled` or `visible` of a control changed.
+  void stateChanged(const QString& control);
+  void listChanged(const QString& control);
+  void pictureChanged();
+  void typeOptionChanged(int option);
+  void filteredChanged(bool on);
+  /// Give the control the focus; with `selectAll` its whole text is selected as well.
+  void focusWanted(const QString& control, bool selectAll);
+  /// Select the whole text of the control.
+  void selectWanted(const QString& control);
+  /// Another record is on show, or a new one was begun or left.
+  void recordShown();
+
+ private:
+  struct State {
+    QString text;
+    bool enabled = true;
+    bool visible = true;
+  };
+
+  // Controls.
+  void setText(const QString& control, const QString& text);
+  void changeText(const QString& control, const QString& text);
+  void textEdited(const FormField& field, const QString& text);
+  void setEnabled(const QString& control, bool enabled);
+  void setVisible(const QString& control, bool visible);
+  void setPicture(const QByteArray& picture);
+  void setCaption();
+  void showTypeOption();
+  void setList(const QString& control, const QStringList& entries);
+
+  // Showing.
+  void fillBound();
+  void reposition();
+  void loadWorkingCopy();
+  void showMaker();
+  void updComboFields();
+
+  // Editing.
+  void chngDbField();
+  void chngComboField(const FormField& field);
+  bool chkDbField(const FormField& field);
+  void beginEdit();
+  void writeControls();
+
+  // Leaving.
+  bool validate(FormAction action);
+  bool leave(FormAction action);
+  bool store();
+  bool Update();
+  void report(const StorageError& error);
+  template <typename Operation>
+  bool attempt(Operation operation);
+  template <typename Operation>
+  void move(FormAction action, Operation operation);
+
+  // Modes.
+  void enterNewRecord();
+  void browse();
+
+  RecordFormParts parts_;
+  Database* database_ = nullptr;
+  RecordSet records_;
+  CvRecord working_;
+  bool workingLoaded_ = true;
+  QString storageMessage_;
+  QHash<QString, State> states_;
+  QHash<QString, QStringList> lists_;
+  QSet<QString> changed_;  ///< controls whose text differs from what the record holds
+  bool typed_ = false;     ///< one of them was changed by the user
+  bool pictureChanged_ = false;
+  QByteArray picture_;
+  int typeOption_ = 0;
+  std::unique_ptr<FormClipboard> clipboard_;
+};
+
+}  // namespace lokari

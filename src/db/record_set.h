@@ -1,0 +1,120 @@
+// A positioned record set over one table.
+//
+// It keeps the keys of its rows; a row is fetched when it becomes current, a binary column only
+// when it is read. So twenty thousand vehicles cost what twenty do. The set is a snapshot of keys:
+// a record that was added stands at its end until the set is opened again.
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <QVariant>
+
+#include <optional>
+#include <vector>
+
+#include "db/database.h"
+
+namespace lokari {
+
+enum class EditMode { None = 0, Edit = 1, Add = 2 };
+
+/// A row's key, valid as long as the set is open. Empty when there was no current record.
+using Bookmark = std::optional<qint64>;
+
+/// Every operation throws StorageError where it says so and where the storage fails. A failed
+/// operation leaves set, position and edit as they were.
+class RecordSet {
+ public:
+  /// A closed set: no records, no position.
+  RecordSet() = default;
+
+  /// Opens the rows of a query, "SELECT * FROM table [WHERE condition] [ORDER BY order]" in the
+  /// system's query language, and makes the first row current. `database` must outlive the set.
+  /// A failure leaves the set as it was. A pending edit is dropped.
+  void open(Database& database, const QString& query);
+  void close();
+  bool isOpen() const { return database_ != nullptr; }
+
+  /// 0-based position of the current record, -1 when there is none.
+  int position() const { return position_; }
+  int count() const { return static_cast<int>(keys_.size()); }
+  EditMode editMode() const { return editMode_; }
+  /// Ahead of the first record; both are true in an empty set.
+  bool BOF() const { return isOpen() && bof_; }
+  /// Behind the last record. (The plain name is a macro of the C library.)
+  bool EOF_() const { return isOpen() && eof_; }
+
+  Bookmark bookmark() const;
+  /// Goes back to a kept record. Throws kNoRecord when it is not in the set any more.
+  void setBookmark(const Bookmark& bookmark);
+
+  /// Moves drop a pending edit. MoveNext from the last record gives EOF_, MovePrevious from the
+  /// first gives BOF; the position is then -1. A move beyond that, or in an empty set, throws
+  /// kNoRecord (MoveFirst and MoveLast do nothing in an empty set).
+  void MoveFirst();
+  void MoveLast();
+  void MoveNext();
+  void MovePrevious();
+
+  /// Makes the first record that meets the condition the current one. Without such a record
+  /// NoMatch() is true and the current record stays. Throws when the condition is not understood.
+  void FindFirst(const QString& condition);
+  bool NoMatch() const { return noMatch_; }
+
+  /// Begins a blank record; the position stays. Values of it are Null until they are set.
+  void AddNew();
+  /// Begins a change of the current record. Throws kNoRecord. Does nothing in an edit.
+  void Edit();
+  /// Stores the edit: only columns that were set are written. After AddNew the record is at the end
+  /// of the set and the position is unchanged. Throws kNotEditing without an edit and kDuplicateKey
+  /// when an index refuses it; the edit then goes on.
+  void Update();
+  void CancelUpdate();
+  /// Deletes the current record. The position then points between records: MoveNext goes to the one
+  /// behind it, MovePrevious to the one ahead of it; until then there is no current record and
+  /// position() is -1.
+  void Delete();
+
+  /// The value of a column: of the edit, else of the current record. Null is an invalid QVariant's
+  /// isNull(); an empty text is not Null. Throws kNoRecord and kUnknownName.
+  QVariant value(const QString& column) const;
+  /// value() as text, empty for Null. Numbers in the form a control shows: with "," as the decimal
+  /// separator and no superfluous digits.
+  QString text(const QString& column) const;
+
+  /// Sets a column of the edit. An invalid QVariant is Null; a text for a numeric column must be a
+  /// number. Throws kNotEditing, kUnknownName, kNotNumeric and kTooLong.
+  void setValue(const QString& column, const QVariant& value);
+  /// True when the edit has set a column.
+  bool hasChanges() const { return !changes_.isEmpty(); }
+
+  const ColumnInfo* column(const QString& name) const;
+  const QString& table() const { return table_; }
+
+ private:
+  const ColumnInfo& needColumn(const QString& name) const;
+  void go(int position);
+  void fetch() const;
+  QVariant stored(const ColumnInfo& column) const;
+  void insert();
+  void change();
+  void checkUnique() const;
+
+  Database* database_ = nullptr;
+  QString table_;
+  std::vector<qint64> keys_;
+  int position_ = -1;
+  int gap_ = -1;  // after Delete: where the next record stands now
+  bool bof_ = false;
+  bool eof_ = false;
+  bool noMatch_ = false;
+  EditMode editMode_ = EditMode::None;
+  QHash<QString, QVariant> changes_;
+  // The current row without its binary columns, fetched when first asked for.
+  mutable std::optional<QHash<QString, QVariant>> row_;
+};
+
+/// A number as a control shows it.
+QString shownNumber(const QVariant& number);
+
+}  // namespace lokari
