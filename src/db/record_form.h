@@ -40,10 +40,10 @@ enum class FormAction {
   Next,
   Last,
   Add,
-  Update,
-  Delete,
+  Store,
+  Remove,
   Find,
-  Bookmark,
+  ToBookmark,
   Close,
   Unload,
 };
