@@ -1,0 +1,124 @@
+// lokari-sim: a simulated command station on a pseudo-terminal or a UDP port.
+#include <QCoreApplication>
+#include <QSocketNotifier>
+
+#include <csignal>
+#include <cstdio>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include "base/bytes.h"
+#include "base/qt_clock.h"
+#include "base/text_file.h"
+#include "sim/decoder_file.h"
+#include "sim/options.h"
+#include "sim/pseudo_terminal.h"
+#include "sim/station_table.h"
+#include "sim/udp_server.h"
+
+namespace {
+
+using namespace lokari;
+using namespace lokari::sim;
+
+void print(std::FILE* file, const QString& text) {
+  std::fputs((text + QLatin1Char('\n')).toUtf8().constData(), file);
+  std::fflush(file);
+}
+
+/// A signal handler may do little more than write into a socket, which the event loop watches.
+int signalSockets[2] = {-1, -1};
+
+void onSignal(int) {
+  const char byte = 0;
+  const ssize_t written = ::write(signalSockets[0], &byte, 1);
+  static_cast<void>(written);
+}
+
+/// Ends the event loop on a signal, so that the link is taken away.
+std::unique_ptr<QSocketNotifier> quitOnSignal() {
+  if (::socketpair(AF_UNIX, SOCK_STREAM, 0, signalSockets) != 0) return nullptr;
+  auto notifier = std::make_unique<QSocketNotifier>(signalSockets[1], QSocketNotifier::Read);
+  QObject::connect(notifier.get(), &QSocketNotifier::activated, notifier.get(),
+                   [] { QCoreApplication::quit(); });
+  struct sigaction action = {};
+  action.sa_handler = onSignal;
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) ::sigaction(signal, &action, nullptr);
+  return notifier;
+}
+
+QString loadDecoders(const Options& options, Layout& layout) {
+  if (options.decoders.isEmpty()) return readDecoders(builtInDecoders(), layout);
+  for (const QString& path : options.decoders) {
+    const std::optional<QString> text = readTextFile(path);
+    if (!text) return QStringLiteral("Kann %1 nicht lesen!").arg(path);
+    const QString error = readDecoders(*text, layout);
+    if (!error.isEmpty()) return path + QStringLiteral(", ") + error;
+  }
+  return {};
+}
+
+/// Joins a station to its wire; both have the same shape.
+template <class Port>
+void join(Station& station, Port& port, bool log) {
+  station.onAnswer = [&port, log](const QByteArray& data) {
+    if (log) print(stdout, QStringLiteral("< ") + hexDump(data));
+    port.send(data);
+  };
+  station.onUnplug = [&port] {
+    print(stdout, QStringLiteral("Abgezogen."));
+    port.close();
+    QCoreApplication::quit();
+  };
+  port.onReceive = [&station, log](const QByteArray& data) {
+    if (log) print(stdout, QStringLiteral("> ") + hexDump(data));
+    station.receive(data);
+  };
+}
+
+int run(const Options& options) {
+  QtClock clock;
+  Layout layout;
+  FaultPlan faults;
+  for (const Fault& fault : options.faults) faults.add(fault);
+  QString error = loadDecoders(options, layout);
+  const StationRow& row = *stationByName(options.station);
+  const auto station = row.make({clock, layout, faults, options.answerDelay});
+  PseudoTerminal terminal;
+  UdpServer server;
+  QString place;
+  if (error.isEmpty() && row.wire == Wire::Serial) {
+    join(*station, terminal, options.log);
+    error = terminal.open(options.link);
+    place = QStringLiteral("%1 (%2)").arg(options.link, terminal.device());
+  } else if (error.isEmpty()) {
+    join(*station, server, options.log);
+    const quint16 port = options.udpPort != 0 ? options.udpPort : row.udpPort;
+    error = server.open(port);
+    place = QStringLiteral("127.0.0.1:%1").arg(port);
+  }
+  if (!error.isEmpty()) {
+    print(stderr, error);
+    return 1;
+  }
+  const auto notifier = quitOnSignal();
+  print(stdout, QStringLiteral("%1 bereit an %2").arg(QString::fromUtf16(row.name), place));
+  return QCoreApplication::exec();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const QCoreApplication app(argc, argv);
+  const Options options = parseOptions(QCoreApplication::arguments().mid(1));
+  if (options.help) {
+    std::fputs(helpText().toUtf8().constData(), stdout);
+    return 0;
+  }
+  if (!options.error.isEmpty()) {
+    print(stderr, options.error);
+    print(stderr, QStringLiteral("Hilfe: lokari-sim --help"));
+    return 2;
+  }
+  return run(options);
+}

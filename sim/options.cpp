@@ -1,0 +1,108 @@
+#include "sim/options.h"
+
+#include <QHash>
+
+#include <functional>
+
+#include "sim/station_table.h"
+
+namespace lokari::sim {
+namespace {
+
+QString stationNames() {
+  QStringList names;
+  for (const StationRow& row : stationTable()) names << QString::fromUtf16(row.name);
+  return names.join(QStringLiteral(", "));
+}
+
+int numberOf(const QString& text, Options& options) {
+  bool valid = false;
+  const int number = text.toInt(&valid);
+  if (!valid || number < 0 || number > 65535) {
+    options.error = QStringLiteral("\"%1\" ist keine Zahl von 0 bis 65535!").arg(text);
+  }
+  return number;
+}
+
+using Setter = std::function<void(Options&, const QString&)>;
+
+const QHash<QString, Setter>& settersWithValue() {
+  static const QHash<QString, Setter> kSetters{
+      {QStringLiteral("--station"), [](Options& o, const QString& v) { o.station = v; }},
+      {QStringLiteral("--link"), [](Options& o, const QString& v) { o.link = v; }},
+      {QStringLiteral("--port"),
+       [](Options& o, const QString& v) { o.udpPort = static_cast<quint16>(numberOf(v, o)); }},
+      {QStringLiteral("--decoder"), [](Options& o, const QString& v) { o.decoders << v; }},
+      {QStringLiteral("--delay"),
+       [](Options& o, const QString& v) { o.answerDelay = numberOf(v, o); }},
+      {QStringLiteral("--fault"),
+       [](Options& o, const QString& v) {
+         if (const auto fault = faultFromText(v)) {
+           o.faults << *fault;
+         } else {
+           o.error = QStringLiteral("Die Störung \"%1\" gibt es nicht!").arg(v);
+         }
+       }},
+  };
+  return kSetters;
+}
+
+void check(Options& options) {
+  if (options.help || !options.error.isEmpty()) return;
+  const StationRow* row = stationByName(options.station);
+  if (row == nullptr) {
+    options.error = options.station.isEmpty()
+                        ? QStringLiteral("--station fehlt!")
+                        : QStringLiteral("Die Zentrale \"%1\" gibt es nicht! Vorhanden: %2")
+                              .arg(options.station, stationNames());
+  } else if (row->wire == Wire::Serial && options.link.isEmpty()) {
+    options.error = QStringLiteral("--link fehlt!");
+  }
+}
+
+}  // namespace
+
+Options parseOptions(const QStringList& arguments) {
+  Options options;
+  for (qsizetype i = 0; i < arguments.size() && options.error.isEmpty(); ++i) {
+    const QString& argument = arguments[i];
+    if (argument == QLatin1String("--help") || argument == QLatin1String("-h")) {
+      options.help = true;
+    } else if (argument == QLatin1String("--log")) {
+      options.log = true;
+    } else if (const auto setter = settersWithValue().find(argument);
+               setter == settersWithValue().end()) {
+      options.error = QStringLiteral("Die Option \"%1\" gibt es nicht!").arg(argument);
+    } else if (i + 1 == arguments.size()) {
+      options.error = QStringLiteral("Hinter %1 fehlt der Wert!").arg(argument);
+    } else {
+      (*setter)(options, arguments[++i]);
+    }
+  }
+  check(options);
+  return options;
+}
+
+QString helpText() {
+  return QStringLiteral(R"(Aufruf: lokari-sim --station NAME [Optionen]
+
+Simuliert eine Digitalzentrale mit Programmiergleis, Hauptgleis und Decodern.
+
+  --station NAME   Zentrale: %1
+  --link PFAD      serielle Zentralen: hier erscheint der Anschluss
+  --port NUMMER    Netzwerk-Zentralen: anderer Port auf 127.0.0.1
+  --decoder DATEI  Fahrzeuge aus einer Datei statt der eingebauten; auch mehrmals
+  --fault STÖRUNG  eine Störung, auch mehrmals: NAME[:ANZAHL[:MASS]][@NACH]
+                   ANZAHL "immer" hört nicht auf, NACH lässt so viele Anlässe vorher aus.
+                   Leitung: silence (keine Antwort), late (MASS ms später), garbage (Unsinn),
+                   short (nur MASS Bytes), split (Byte für Byte, MASS ms Abstand),
+                   unplugged (abgezogen)
+                   Gleis: busy, shortcircuit, nodecoder, noack, wrongvalue
+  --delay MS       Zeit bis zur Antwort (Vorgabe 20)
+  --log            schreibt jede Nachricht mit
+  --help           diese Hilfe
+)")
+      .arg(stationNames());
+}
+
+}  // namespace lokari::sim

@@ -1,0 +1,27 @@
+// The command line of lokari-sim.
+#pragma once
+
+#include <QStringList>
+
+#include "sim/faults.h"
+
+namespace lokari::sim {
+
+struct Options {
+  QString station;
+  QString link;          ///< serial stations
+  quint16 udpPort = 0;   ///< UDP stations; 0 is the station's own
+  QStringList decoders;  ///< files
+  QList<Fault> faults;
+  int answerDelay = 20;  ///< ms
+  bool log = false;
+  bool help = false;
+
+  QString error;  ///< German; empty for a good command line
+};
+
+Options parseOptions(const QStringList& arguments);
+
+QString helpText();
+
+}  // namespace lokari::sim

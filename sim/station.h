@@ -1,0 +1,82 @@
+// What all simulated stations share: the tracks, the faults, and a queue of answers that leave one
+// after the other, never from inside receive().
+#pragma once
+
+#include <QByteArray>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "base/clock.h"
+#include "sim/faults.h"
+#include "sim/layout.h"
+
+namespace lokari::sim {
+
+/// What a station stands in; all must outlive it.
+struct Surroundings {
+  Clock& clock;
+  Layout& layout;
+  FaultPlan& faults;
+  Millis answerDelay = 20;  ///< from a command to its answer
+};
+
+/// How the programming track answered.
+enum class TrackAnswer { Value, Busy, ShortCircuit, NoDecoder, NoAck };
+
+struct TrackResult {
+  TrackAnswer answer = TrackAnswer::Value;
+  int value = 0;  ///< with Value: what the decoder holds
+};
+
+class Station {
+ public:
+  explicit Station(const Surroundings& surroundings) : surroundings_(surroundings) {}
+  virtual ~Station() = default;
+  Station(const Station&) = delete;
+  Station& operator=(const Station&) = delete;
+
+  /// Bytes from the program, in any portions; on UDP one datagram.
+  virtual void receive(const QByteArray& data) = 0;
+
+  /// Bytes to the program, or one datagram.
+  std::function<void(const QByteArray&)> onAnswer;
+  /// The station is pulled out.
+  std::function<void()> onUnplug;
+
+ protected:
+  Clock& clock() const { return surroundings_.clock; }
+  Layout& layout() const { return surroundings_.layout; }
+
+  /// Queues an answer: `delay` from now, or the usual one, and never before those queued earlier.
+  /// The faults of the wire strike here.
+  void answer(const QByteArray& data);
+  void answer(const QByteArray& data, Millis delay);
+
+  /// Runs a pending action of the station, `delay` from now.
+  void later(Millis delay, std::function<void()> action);
+
+  /// Programming on the programming track, with the faults of the track.
+  TrackResult readOnProgrammingTrack(int cv, Method method);
+  TrackResult writeOnProgrammingTrack(int cv, int value, Method method);
+  /// On the main track, by address. A vehicle that is not there gives NoDecoder, a read that
+  /// nobody answers NoAck. A write is never acknowledged by the vehicle; Value means it was sent.
+  TrackResult readOnMainTrack(int address, int cv);
+  TrackResult writeOnMainTrack(int address, int cv, int value);
+
+ private:
+  struct Pending {
+    std::unique_ptr<Clock::Alarm> alarm;
+    bool done = false;
+  };
+
+  void queue(const QByteArray& data, Millis at);
+  std::optional<TrackResult> trackFault();
+
+  Surroundings surroundings_;
+  std::vector<std::shared_ptr<Pending>> pending_;
+  Millis lastAnswerAt_ = 0;
+};
+
+}  // namespace lokari::sim
