@@ -180,67 +180,86 @@ class DecoderBench : public QObject {
   friend class ReadBatch;
   friend class WriteBatch;
 
-  // bench_open.cpp
+  // Opening and choosing: decoder_bench.cpp.
   void fillSelectors(int manufacturer, const QString& decoder);
   void fillDecoders(const QString& wanted);
   void decoderChosen();
+  /// Does at once what Timer3 still has to do.
+  void finishChoice();
+  void showCurrentSet();
 
-  // bench_adapt.cpp
+  // The description: bench_adapt.cpp.
   QString descriptionFile() const;
   void resetDescription();
+  void takeStraightTable();
+  void takeDefaults();
   void adapt();
   void adaptAddress();
   void adaptDrive();
+  void enableGroup(const QString& group, bool enabled);
   void adaptOptions();
-  void adaptConsist();
   void adaptButtons();
+  void adaptConsist();
+  void adaptPulseOptions();
+  void adaptRows();
   void adaptFixedFields();
-  void takeDefaults();
-  void takeStraightTable();
 
-  // bench_fields.cpp
-  struct FixedField;
-  static const FixedField* fixedFieldOf(CvIndex cv);
-  static const FixedField* fixedFieldNamed(const QString& name);
-  QString fieldText(const QString& field) const;
-  void setFieldText(const QString& field, const QString& text);
-  void refillField(const QString& field, const QString& text);
-  void setFieldColour(const QString& field, TextColour colour);
-  void fieldChanged(const QString& field);
+  // Value fields: bench_fields.cpp. A field is a control, a field of a row, or `tabText`.
+  std::optional<int> addressNumber() const;
   int rowNamed(const QString& field) const;
   int rowOf(CvIndex cv) const;
   CvIndex cvOfField(const QString& field) const;
-  QString rangeOfField(const QString& field) const;
   QString fieldOf(CvIndex cv) const;
+  QString fieldText(const QString& field) const;
+  /// Sets a text, and the field's change follows, as if the user had typed it.
+  void setFieldText(const QString& field, const QString& text);
+  /// Empties the field and sets it, so that its change follows even when the text stays.
+  void refillField(const QString& field, const QString& text);
+  /// Sets a text, and nothing follows. True when it changed.
+  bool showFieldText(const QString& field, const QString& text);
+  void setFieldColour(const QString& field, TextColour colour);
+  void fieldChanged(const QString& field);
+  void refuseAddress();
   TextColour colourOf(CvIndex cv) const;
   bool userChange() const { return !commRunning && !windowOpening && !refreshing; }
+  /// Shows a CV's value and colour wherever it stands.
+  void showValue(CvIndex cv);
   void valueChanged(CvIndex cv);
-  std::optional<int> addressNumber() const;
 
-  // bench_options.cpp
+  // Options: bench_options.cpp.
   void setOption(const QString& name);
+  void showOptions(const QString& group, bool set);
+  void showAllOptions();
   void switchDirectionOverAndBack();
+  void showMarkOfOptions(int cv);
   void showMark29();
   void showMark19();
   void showMarkAdr();
-  void showOptionsOf29();
   void showVersion();
+  QString decoderTypeText(int type) const;
 
-  // bench_marks.cpp
+  // Read and write marks: bench_marks.cpp.
   bool readAllowed(CvIndex cv) const;
   bool writeAllowed(CvIndex cv) const;
-  void setReadMark(CvIndex cv, bool set);
-  void setWriteMark(CvIndex cv, bool set);
+  bool gridEditable(CvIndex cv) const;
+  void setMark(bool write, CvIndex cv, bool set);
+  void showMark(CvIndex cv);
+  void setBox(const QString& name, bool checked);
+  void boxChanged(const QString& name, bool checked);
+  void markBox(bool write, const QString& name);
   void setAllMarks(bool write, bool set);
   void setMarksOfTab(bool write, int page, int ordinal);
-  void setBox(const QString& name, bool checked);
+  void setMarksOfFixedTab(bool write, int tab);
+  bool markButtonClicked(const QString& name);
 
-  // bench_grid.cpp
-  void rebuildGrid();
+  // The grid: bench_grid.cpp.
   void makeTableNames();
-  void editBits(CvIndex cv, CvIndex next);
+  void rebuildGrid();
   void openGridEdit(int row);
   void closeGridEdit();
+  void gridEditLeft();
+  void editBits(CvIndex cv, CvIndex next);
+  void takeUserValue(CvIndex cv, int value);
 
   BenchParts parts_;
   std::vector<BenchTab> tabs_;
@@ -252,6 +271,7 @@ class DecoderBench : public QObject {
   int selectedTab_ = 0;
   CvIndex userRowCv_{9};  // CV of the spare row of the drive page
   bool progressEnabled_ = false;
+  bool choicePending_ = false;
   std::unique_ptr<Clock::Alarm> Timer3_;
 };
 

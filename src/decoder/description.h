@@ -25,11 +25,12 @@ struct CvDescriptor {
   int cvBank = 0;        ///< 1 to 16; every other number is none
   bool cvRead = false;   ///< read mark
   bool cvWrite = false;  ///< write mark
+  bool ofTable = false;  ///< made by the program for a point of the speed table
 
   bool exists() const { return !cvName.isEmpty(); }
   bool inBank() const { return cvBank >= 1 && cvBank <= 16; }
-  bool readOnly() const { return cvDefault >= kReadOnlyDefault; }
   static constexpr int kReadOnlyDefault = 256;
+  bool hasDefault() const { return cvDefault < kReadOnlyDefault; }
 };
 
 /// One bank of CVs, reached by writing `selectA` and `selectB` to the index registers.

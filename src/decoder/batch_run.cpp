@@ -1,0 +1,352 @@
+#include "decoder/batch_run.h"
+
+#include "base/numbers.h"
+#include "base/prompt.h"
+#include "db/catalogue.h"
+#include "decoder/decoder_bench.h"
+#include "link/link_error.h"
+#include "link/station_link.h"
+
+namespace lokari {
+namespace {
+
+/// Seconds between a failure that is shown and the next CV.
+constexpr int kPauseAfterFailure = 3;
+/// Makers that raise no question: none, and the number for home-built decoders.
+constexpr int kNoMaker = 0;
+constexpr int kPublicMaker = 13;
+
+QString textOf(const char16_t* text) {
+  return QStringView(text).toString();
+}
+
+class NoView final : public CommView {
+ public:
+  void setStatus(const QString&) override {}
+  void setProgress(double) override {}
+  void resetProgress() override {}
+  void setProgressEnabled(bool) override {}
+  void setCancelCaption(const QString&) override {}
+  void hide() override {}
+};
+
+/// The names of the CVs of the first tabs in the status line.
+QString fixedName(int cv) {
+  switch (cv) {
+    case 2:
+      return QStringLiteral("Minimalspannung");
+    case 3:
+      return QStringLiteral("Beschleunigungszeit");
+    case 4:
+      return QStringLiteral("Bremszeit");
+    case 5:
+      return QStringLiteral("Maximalgeschwindigkeit");
+    case 6:
+      return QStringLiteral("Mittengeschwindigkeit");
+    default:
+      return {};
+  }
+}
+
+}  // namespace
+
+BatchRun::BatchRun(DecoderBench& bench, bool progOn, const Direction& direction)
+    : bench_(bench),
+      progOn_(progOn),
+      direction_(direction),
+      noView_(std::make_unique<NoView>()),
+      view_(link().view() ? link().view() : noView_.get()) {}
+
+BatchRun::~BatchRun() = default;
+
+StationLink& BatchRun::link() const {
+  return bench_.parts_.link;
+}
+
+Settings& BatchRun::settings() const {
+  return bench_.parts_.settings;
+}
+
+const DecoderDescription& BatchRun::description() const {
+  return bench_.description;
+}
+
+bool BatchRun::cancelled() const {
+  return link().cancelRequested;
+}
+
+bool BatchRun::boxSet(const QString& readBox, const QString& writeBox) const {
+  return bench_.controls.at(direction_.write ? writeBox : readBox).checked;
+}
+
+bool BatchRun::addressMarked() const {
+  return boxSet(QStringLiteral("chkDcAdrRead"), QStringLiteral("chkDcAdrWrite"));
+}
+
+// ---- What is marked
+// ---------------------------------------------------------------------------------
+
+bool BatchRun::marked(CvIndex cv) const {
+  const DecoderDescription& d = description();
+  const auto markOf = [this, &d](CvIndex index) {
+    return direction_.write ? d.info(index).cvWrite : d.info(index).cvRead;
+  };
+  // Paged and register mode reach the first four CVs and the configuration only.
+  const bool direct = d.PROGMODE == 0;
+  const int number = cv.value();
+  if (number >= 2 && number <= 4) return markOf(cv);
+  if (number == cv::kConfig) {
+    return boxSet(QStringLiteral("chkRd_29"), QStringLiteral("chkWrt_29")) || markOf(cv);
+  }
+  if (!direct) return false;
+  if (number == 5 || number == 6 || number == cv::kConsist) return markOf(cv);
+  if (cv::inTable(cv)) {
+    if (d.FAMILY == 1 && number > cv::kLastShortTable) return false;
+    return boxSet(QStringLiteral("chkRd_Tbl"), QStringLiteral("chkWrt_Tbl")) || markOf(cv);
+  }
+  const CvDescriptor& entry = d.info(cv);
+  if (!entry.exists() || entry.cvPage < page::kDrive) return false;
+  return markOf(entry.cvPage == page::kDrive ? CvIndex(cv::kUserRow) : cv);
+}
+
+int BatchRun::countPlanned() const {
+  int total = addressMarked() ? direction_.addressSteps : 0;
+  for (int i = 2; i <= kHighestCvIndex; ++i) {
+    if (marked(CvIndex(i))) ++total;
+  }
+  return total;
+}
+
+// ---- The run
+// ----------------------------------------------------------------------------------------
+
+void BatchRun::run() {
+  status(QStringLiteral("Beginne Kommunikation ..."));
+  view_->setCancelCaption(QStringLiteral("Abbruch"));
+  bench_.parts_.clock.pump();
+  total_ = countPlanned();
+  if (total_ == 0) {
+    bench_.parts_.prompt.message(textOf(direction_.nothingToDo));
+    link().cancelRequested = false;
+    bench_.commRunning = false;
+    view_->hide();
+  } else {
+    runSession();
+  }
+  view_->setCancelCaption(QStringLiteral("OK"));
+}
+
+void BatchRun::runSession() {
+  const QString failure = link().initComm(true, true, progOn_);
+  if (!failure.isEmpty()) {
+    bench_.parts_.prompt.beep();
+    status(failure);
+    return;
+  }
+  bench_.commRunning = true;
+  try {
+    if (checks()) mainLoop();
+  } catch (const LinkError& error) {
+    // Nobody is left on the line: going on would fail once per CV.
+    status(error.message());
+    link().cancelRequested = false;
+    bench_.parts_.prompt.beep();
+    end_ = End::Failed;
+  }
+  close();
+}
+
+void BatchRun::close() {
+  const bool orderly = end_ == End::Orderly;
+  if (orderly) emit bench_.speedTableChanged();
+  view_->resetProgress();
+  view_->setProgressEnabled(false);
+  bench_.progressEnabled_ = false;
+  if (orderly) status(QStringLiteral("Beende Kommunikation ..."));
+  // A cancelled write stays cancelled through the farewell.
+  if (!direction_.write) link().cancelRequested = false;
+  link().endcomm(true, progOn_);
+  link().cancelRequested = false;
+  bench_.commRunning = false;
+  if (orderly) view_->hide();
+}
+
+bool BatchRun::endAs(End end) {
+  end_ = end;
+  return false;
+}
+
+bool BatchRun::mainLoop() {
+  for (int i = 2; i <= kHighestCvIndex; ++i) {
+    if (!step(CvIndex(i))) return false;
+    if (cancelled()) return endAs(End::Orderly);
+  }
+  return endAs(End::Orderly);
+}
+
+bool BatchRun::step(CvIndex cv) {
+  const int number = cv.value();
+  if (number == cv::kConsist) {
+    const bool wanted = description().PROGMODE == 0 &&
+                        boxSet(QStringLiteral("chkRd_19"), QStringLiteral("chkWrt_19"));
+    return !wanted || consist();
+  }
+  if (number == cv::kConfig) return !(marked(cv) || configForced()) || config();
+  if (!marked(cv)) return true;
+  const CvDescriptor& entry = description().info(cv);
+  const bool point = cv::inTable(cv) && (!entry.exists() || entry.ofTable);
+  return point ? tablePoint(cv) : plain(cv);
+}
+
+// ---- Access
+// -----------------------------------------------------------------------------------------
+
+std::optional<int> BatchRun::read(int cv) {
+  const int result = link().ReadCV(cv, address_);
+  if (result >= 0) return result;
+  if (survive(result)) return 0;
+  return std::nullopt;
+}
+
+bool BatchRun::survive(int code) {
+  return surviveFailure(code, cvResultText(code));
+}
+
+bool BatchRun::surviveWrite(int wanted, int result) {
+  return surviveFailure(result, result < 0
+                                    ? cvResultText(result)
+                                    : QStringLiteral("Wert %1 nicht programmiert (gelesen:%2)!")
+                                          .arg(printed(wanted), printed(result)));
+}
+
+bool BatchRun::surviveFailure(int code, const QString& text) {
+  if (cancelled() || code == cv_result::kCancelled) return endAs(End::Orderly);
+  status(text);
+  link().cancelRequested = false;
+  bench_.parts_.prompt.beep();
+  if (!settings().continueOnError) return endAs(End::Failed);
+  link().lastCvFailed = true;
+  link().Delay(kPauseAfterFailure);
+  return true;
+}
+
+BatchRun::Bank BatchRun::selectBank(CvIndex cv) {
+  const DecoderDescription& d = description();
+  const CvDescriptor& entry = d.info(cv);
+  if (!entry.inBank() || entry.cvBank == lastBank_) return Bank::Selected;
+  const CvBank& bank = d.bankOf(entry);
+  struct Register {
+    int cv;
+    int value;
+  };
+  for (const Register& index : {Register{d.MAPCVA, bank.selectA}, {d.MAPCVB, bank.selectB}}) {
+    if (index.cv <= 0) continue;
+    const int result = link().WriteCV(index.cv, index.value, address_, d.PROGMODE);
+    if (result == index.value) continue;
+    lastBank_ = 0;
+    return surviveWrite(index.value, result) ? Bank::Missed : Bank::Ended;
+  }
+  lastBank_ = entry.cvBank;
+  return Bank::Selected;
+}
+
+// ---- Checks
+// -----------------------------------------------------------------------------------------
+
+std::optional<int> BatchRun::readAddress() {
+  const auto config = read(configCv());
+  if (!config) return std::nullopt;
+  // What could not be read is not known: it must neither warn nor be written back.
+  if (link().lastCvFailed) return 0;
+  config_ = *config;
+  if ((config_ & config_bit::kLongAddress) == 0) return read(cv::kAddress);
+  const auto low = read(cv::kLongAddressLow);
+  if (!low || link().lastCvFailed) return low;
+  const auto high = read(cv::kLongAddressHigh);
+  if (!high || link().lastCvFailed) return high;
+  constexpr int kHighMask = 63;
+  return (*high & kHighMask) * 256 + *low;
+}
+
+bool BatchRun::acceptAddress(int found) {
+  bench_.sets.setMark(CvIndex(cv::kAddress), CvMark::Failed);
+  refillAddress();
+  const QString text = QStringLiteral("Abweichende Adresse im Empfänger (%1)!").arg(found);
+  return bench_.parts_.prompt.ask(text, Buttons::OkCancel, Icon::Warning) == Answer::Ok;
+}
+
+bool BatchRun::acceptFunctionDecoder() {
+  return bench_.parts_.prompt.ask(QStringLiteral("Achtung: Funktionsdecoder!"), Buttons::OkCancel,
+                                  Icon::Warning) == Answer::Ok;
+}
+
+QString BatchRun::makerName(int number) const {
+  const auto maker = bench_.parts_.catalogue.makerByNumber(number);
+  return maker ? maker->name : QString::number(number);
+}
+
+BatchRun::MakerAnswer BatchRun::askMaker(int number) {
+  if (number == bench_.dcManufNo || number == kNoMaker || number == kPublicMaker) {
+    return MakerAnswer::Same;
+  }
+  const QString text =
+      QStringLiteral("Abweichender Decoderhersteller (%1)!").arg(makerName(number));
+  const Answer answer = bench_.parts_.prompt.ask(text, Buttons::OkCancel, Icon::Warning);
+  return answer == Answer::Ok ? MakerAnswer::TakeOver : MakerAnswer::Cancel;
+}
+
+void BatchRun::takeOverMaker(int number) {
+  bench_.chooseManufacturer(makerName(number));
+}
+
+// ---- Showing
+// ----------------------------------------------------------------------------------------
+
+void BatchRun::statusVerb(const QString& what) {
+  status(textOf(direction_.verb) + u' ' + what);
+}
+
+void BatchRun::plainStatus(CvIndex cv) {
+  const QString cvText = description().cvText(cv);
+  QString name = fixedName(cv.value());
+  if (name.isEmpty()) name = description().info(cv).cvName;
+  statusVerb(name.isEmpty() ? cvText : QStringLiteral("%1 (%2)").arg(name, cvText));
+}
+
+void BatchRun::startProgress() {
+  view_->setProgress(0);
+  view_->setProgressEnabled(true);
+  bench_.progressEnabled_ = true;
+  view_->setProgress(100.0 * done_ / total_);
+}
+
+void BatchRun::countDone() {
+  ++done_;
+  view_->setProgress(100.0 * done_ / total_);
+}
+
+void BatchRun::takeMark(CvIndex cv) {
+  bench_.sets.setMark(cv, link().lastCvFailed ? CvMark::Failed : CvMark::Verified);
+}
+
+void BatchRun::refillAddress() {
+  const QString field = QStringLiteral("dc_adr");
+  bench_.refillField(field, bench_.controls.at(field).text);
+}
+
+void BatchRun::showInControl(CvIndex cv, int value) {
+  const QString text = QString::number(value);
+  const QString& range = description().info(cv).cvRange;
+  const QString field = bench_.fieldOf(cv);
+  if (!field.isEmpty()) {
+    bench_.refillField(field, text);
+    bench_.CheckDcField(field, cv, range);
+  } else {
+    const QString box = QStringLiteral("tabText");
+    bench_.controls.setText(box, text);
+    bench_.CheckDcField(box, cv, range);
+  }
+  bench_.showValue(cv);
+}
+
+}  // namespace lokari

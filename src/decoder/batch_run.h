@@ -1,0 +1,138 @@
+// What a batch read and a batch write have in common: the session, the marks that choose the CVs,
+// the failures, the banks, the checks, the ends.
+//
+// A step that can end the run gives false, or no value, when it did. A CV that fails while
+// `continueOnError` is on does not end the run: the access gives 0 in its place with `lastCvFailed`
+// set, and the run goes on behind it.
+#pragma once
+
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+#include "base/settings.h"
+#include "decoder/cv_numbers.h"
+#include "decoder/description.h"
+#include "decoder/fixed_fields.h"
+#include "link/comm_view.h"
+
+namespace lokari {
+
+class DecoderBench;
+class StationLink;
+
+class BatchRun {
+ public:
+  BatchRun(const BatchRun&) = delete;
+  BatchRun& operator=(const BatchRun&) = delete;
+  virtual ~BatchRun();
+
+  /// The whole job. A port that vanishes ends it like a failure, with its message in the status
+  /// line; the session is closed on every road.
+  void run();
+
+ protected:
+  /// How a run ended.
+  enum class End {
+    Orderly,  ///< the dialog closes
+    Failed,   ///< the failure's text stays in the status line, the dialog open
+  };
+
+  /// In what reading and writing differ.
+  struct Direction {
+    bool write;
+    const char16_t* verb;         ///< of the status texts
+    const char16_t* nothingToDo;  ///< message when nothing is marked
+    int addressSteps;             ///< what a marked address counts
+  };
+
+  BatchRun(DecoderBench& bench, bool progOn, const Direction& direction);
+
+  // ---- The steps of a job -----------------------------------------------------------------------
+
+  /// From the open session to the main loop.
+  virtual bool checks() = 0;
+  /// The CVs with a handling of their own, and all the others.
+  virtual bool consist() = 0;
+  virtual bool config() = 0;
+  virtual bool tablePoint(CvIndex cv) = 0;
+  virtual bool plain(CvIndex cv) = 0;
+  /// CV 29 is handled whether marked or not.
+  virtual bool configForced() const { return false; }
+
+  // ---- Access -----------------------------------------------------------------------------------
+
+  std::optional<int> read(int cv);
+  /// After a failed access with that code: true when the run goes on.
+  bool survive(int code);
+  /// After a write that gave another value back, or failed.
+  bool surviveWrite(int wanted, int result);
+
+  /// Ends the run. For use as a step's answer.
+  bool endAs(End end);
+
+  enum class Bank { Selected, Missed, Ended };
+  /// Selects the bank of a CV. When that fails and the run goes on it is Missed: any access would
+  /// then meet the same number in another bank.
+  Bank selectBank(CvIndex cv);
+
+  // ---- Checks that both make --------------------------------------------------------------------
+
+  /// The address in the decoder; 0 when an access failed and the run went on, since then nothing
+  /// more is read. No value when the run ended.
+  std::optional<int> readAddress();
+  /// Marks the address and asks about the other one in the decoder.
+  bool acceptAddress(int found);
+  bool acceptFunctionDecoder();
+  enum class MakerAnswer { Same, TakeOver, Cancel };
+  MakerAnswer askMaker(int number);
+  void takeOverMaker(int number);
+
+  // ---- Showing ----------------------------------------------------------------------------------
+
+  void status(const QString& text) { view_->setStatus(text); }
+  void statusVerb(const QString& what);
+  void plainStatus(CvIndex cv);
+  void startProgress();
+  void countDone();
+  /// Verified, or failed when the access was survived.
+  void takeMark(CvIndex cv);
+  void refillAddress();
+  /// Puts a value into the control of a CV and through it into the working set.
+  void showInControl(CvIndex cv, int value);
+
+  StationLink& link() const;
+  Settings& settings() const;
+  const DecoderDescription& description() const;
+  int configCv() const { return description().PROGMODE == 2 ? 5 : cv::kConfig; }
+  bool progOn() const { return progOn_; }
+  bool boxSet(const QString& readBox, const QString& writeBox) const;
+  bool addressMarked() const;
+  bool cancelled() const;
+
+  DecoderBench& bench_;
+  int address_ = 0;  ///< the number in `dc_adr`, or 0
+  int config_ = -1;  ///< `config`: what the decoder has in configCv(), -1 until it is known
+  int done_ = 0;     ///< `readsDone`, `writesDone`
+
+ private:
+  bool marked(CvIndex cv) const;
+  int countPlanned() const;
+  void runSession();
+  bool mainLoop();
+  bool step(CvIndex cv);
+  void close();
+  QString makerName(int number) const;
+  bool surviveFailure(int code, const QString& text);
+
+  const bool progOn_;
+  const Direction direction_;
+  std::unique_ptr<CommView> noView_;
+  CommView* view_;
+  End end_ = End::Orderly;
+  int total_ = 0;     // `readTotal`, `writeTotal`
+  int lastBank_ = 0;  // the bank selected last
+};
+
+}  // namespace lokari

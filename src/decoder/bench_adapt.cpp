@@ -1,0 +1,264 @@
+// Loading a description and making the window fit it.
+#include <QFileInfo>
+
+#include <algorithm>
+
+#include "base/numbers.h"
+#include "base/paths.h"
+#include "base/prompt.h"
+#include "base/text_file.h"
+#include "decoder/dec_loader.h"
+#include "decoder/decoder_bench.h"
+#include "decoder/fixed_fields.h"
+#include "link/station_link.h"
+
+namespace lokari {
+namespace {
+
+/// Folders and files of the catalogue have names of at most so many characters.
+constexpr int kFileNameLength = 8;
+constexpr int kLongestName = 32;
+constexpr int kLongestRange = 16;
+
+bool isFile(const QString& path) {
+  return !path.isEmpty() && QFileInfo(path).isFile();
+}
+
+QString standardFile(const QString& basePath) {
+  return basePath + QStringLiteral("/Default.dec");
+}
+
+}  // namespace
+
+QString DecoderBench::descriptionFile() const {
+  if (dcManufNo > 0) {
+    const QString maker = controls.at(QStringLiteral("cbDcManuf")).text.left(kFileNameLength);
+    const QString type = controls.at(QStringLiteral("cbDcDecoder")).text.left(kFileNameLength);
+    const QString own =
+        findFile(insideFolder(parts_.basePath, {maker, type + QStringLiteral(".dec")}));
+    if (isFile(own)) return own;
+  }
+  const QString standard = findFile(standardFile(parts_.basePath));
+  return isFile(standard) ? standard : QString();
+}
+
+void DecoderBench::ChangeDecoder() {
+  choicePending_ = false;
+  const QString file = descriptionFile();
+  resetDescription();
+  if (file.isEmpty()) {
+    emit busyChanged(false);
+    parts_.prompt.message(QStringLiteral("Standard-Decoderdatei %1 nicht gefunden!")
+                              .arg(standardFile(parts_.basePath)));
+    return;
+  }
+  const auto text = readTextFile(file);
+  const bool complete = text && loadDescription(*text, description);
+  parts_.link.progMode = description.PROGMODE;
+  if (!windowOpening) {
+    for (const SpeedTablePoint& point : description.speedTabValues) {
+      sets.setValue(point.cv, point.value);
+    }
+  }
+  if (complete) {
+    if (!windowOpening) {
+      for (int i = 2; i <= kHighestCvIndex; ++i) sets.setMark(CvIndex(i), CvMark::None);
+      takeStraightTable();
+    }
+    adapt();
+  }
+  emit busyChanged(false);
+}
+
+void DecoderBench::resetDescription() {
+  description = DecoderDescription();
+  parts_.link.progMode = description.PROGMODE;
+  closeGridEdit();
+  // Rows show entries of the description, so none outlives it.
+  rows_.clear();
+  rowOfCv_.assign(kCvArraySize, -1);
+  rowOfField_.clear();
+  emit rowsReset();
+  controls.setText(QStringLiteral("txtDcComVersion"), QStringLiteral("0.0"));
+  if (!windowOpening) sets.setValue(CvIndex(cv::kVersion), 0);
+  rebuildGrid();
+}
+
+void DecoderBench::takeStraightTable() {
+  if (description.hasSpeedTabValues || !description.SPEEDTABLE) return;
+  const int points = description.tablePoints();
+  const double step = static_cast<double>(description.INTERNALSTEPS) / points;
+  for (int i = 1; i <= points; ++i) {
+    sets.setValue(CvIndex(cv::kFirstTable - 1 + i), toCvByte(step * i));
+  }
+}
+
+void DecoderBench::adapt() {
+  adaptAddress();
+  adaptDrive();
+  adaptOptions();
+  // An address that the decoder cannot have.
+  const auto address = addressNumber();
+  if (!description.EXTADDRESS && address && *address > 127) {
+    parts_.prompt.message(
+        QStringLiteral("Adresse %1 ist für diesen Decoder nicht zulässig!").arg(*address));
+    setFieldText(QStringLiteral("dc_adr"), QStringLiteral("0"));
+  }
+  adaptButtons();
+  adaptConsist();
+  adaptPulseOptions();
+  controls.setCaption(QStringLiteral("lblDcDrvLeg2"), QString::number(description.INTERNALSTEPS));
+  adaptRows();
+  adaptFixedFields();
+  controls.setEnabled(QStringLiteral("ssDecoder"), true);
+  controls.setEnabled(QStringLiteral("cvTable"), true);
+  if (!windowOpening) refreshFields(false);
+}
+
+void DecoderBench::adaptAddress() {
+  controls.setCaption(QStringLiteral("labAdr"),
+                      QStringLiteral("Adresse (1-%1):").arg(description.MAXADDRESS));
+  const auto address = addressNumber();
+  if (address && *address > description.MAXADDRESS) refuseAddress();
+}
+
+void DecoderBench::adaptDrive() {
+  const bool drives = description.TYPE != DecoderDescription::kTypeWithoutDrive;
+  for (const char* box : {"chkRd_2", "chkRd_5", "chkRd_6", "chkRd_9", "chkRd_Tbl", "chkWrt_2",
+                          "chkWrt_5", "chkWrt_6", "chkWrt_9", "chkWrt_Tbl"}) {
+    controls.setEnabled(QString::fromLatin1(box), drives);
+  }
+}
+
+void DecoderBench::enableGroup(const QString& group, bool enabled) {
+  for (const OptionRow& option : optionsOf(group)) {
+    controls.setEnabled(QString::fromLatin1(option.name), enabled);
+    controls.setEnabled(QString::fromLatin1(option.label), enabled);
+  }
+}
+
+void DecoderBench::adaptOptions() {
+  const bool steps = description.SPEEDSTEPS >= 28;
+  enableGroup(QStringLiteral("Steps"), steps);
+  if (!steps) {
+    setOption(QStringLiteral("optDcComSteps14"));
+  } else if (!windowOpening) {
+    setOption(QStringLiteral("optDcComSteps28"));
+  }
+
+  const auto adaptGroup = [this](const char* group, bool possible, const char* off) {
+    enableGroup(QString::fromLatin1(group), possible);
+    if (!possible || !windowOpening) setOption(QString::fromLatin1(off));
+  };
+  adaptGroup("Analog", description.ANALOGMODE, "optDcComAnalogNo");
+  adaptGroup("Dir", description.DIRECTION, "optDcComDirNormal");
+  if (description.DIRECTION && !windowOpening) switchDirectionOverAndBack();
+  adaptGroup("SpdTbl", description.SPEEDTABLE, "optDcComSpdTblNo");
+}
+
+void DecoderBench::adaptButtons() {
+  const StationKindRow& station = parts_.settings.station();
+  controls.setEnabled(QStringLiteral("cmdDcRead"), true);
+  controls.setEnabled(QStringLiteral("cmdName"), false);
+  controls.setEnabled(QStringLiteral("cmdDcProgMain"),
+                      description.PROGMAIN && station.programsOnMain);
+  controls.setEnabled(QStringLiteral("cmdDcReadMain"), description.RAILCOM && station.readsOnMain);
+}
+
+void DecoderBench::adaptConsist() {
+  const bool possible = description.CONSADDRESS;
+  for (const char* name : {"labDcComConsist", "txtDcComConsist", "optDcConsistDirNormal",
+                           "optDcConsistDirReverse", "chkRd_19", "chkWrt_19"}) {
+    controls.setEnabled(QString::fromLatin1(name), possible);
+  }
+  if (possible && windowOpening) return;
+  const QString field = QStringLiteral("txtDcComConsist");
+  setFieldText(field, QStringLiteral("0"));
+  // A new type starts without a consist; a stored record keeps what it holds.
+  if (!windowOpening) CheckDcField(field, CvIndex(cv::kConsist), consistRange());
+  setOption(QStringLiteral("optDcConsistDirNormal"));
+  if (possible) return;
+  setBox(QStringLiteral("chkRd_19"), false);
+  setBox(QStringLiteral("chkWrt_19"), false);
+}
+
+void DecoderBench::adaptPulseOptions() {
+  const auto adaptGroup = [this](const char* group, bool shown, const char* standard) {
+    for (const OptionRow& option : optionsOf(QString::fromLatin1(group))) {
+      controls.setVisible(QString::fromLatin1(option.name), shown);
+      controls.setVisible(QString::fromLatin1(option.label), shown);
+    }
+    if (shown && !windowOpening) setOption(QString::fromLatin1(standard));
+  };
+  adaptGroup("DetectPulse", description.DETECTPULSE, "optDcComDetectPulseNo");
+  adaptGroup("ManBit", description.MANBIT, "optDcComManBitYes");
+  adaptGroup("RailCom", description.RAILCOM, "optDcComRailComNo");
+}
+
+void DecoderBench::adaptRows() {
+  tabs_ = makeTabs(description);
+  rows_ = makeRows(description, tabs_);
+  rowOfCv_.assign(kCvArraySize, -1);
+  rowOfField_.clear();
+  for (size_t i = 0; i < rows_.size(); ++i) {
+    PageRow& row = rows_[i];
+    const int place = static_cast<int>(i);
+    rowOfCv_[static_cast<size_t>(row.cv.value())] = place;
+    rowOfField_.insert(row.fieldName(), place);
+    row.readEnabled = readAllowed(row.cv);
+    row.writeEnabled = writeAllowed(row.cv);
+    row.locked = !row.readEnabled && parts_.settings.station().locksLimitedFields;
+  }
+  if (!windowOpening) takeDefaults();
+  for (PageRow& row : rows_) {
+    row.text = QString::number(sets.value(row.cv));
+    row.colour = colourOf(row.cv);
+  }
+  if (!tabs_[static_cast<size_t>(selectedTab_)].visible) selectTab(0);
+  emit tabsChanged();
+  emit rowsReset();
+}
+
+void DecoderBench::takeDefaults() {
+  for (int i = 1; i <= kHighestCvIndex; ++i) {
+    const CvDescriptor& entry = description.info(CvIndex(i));
+    if (!entry.exists()) continue;
+    sets.setValue(CvIndex(i), entry.hasDefault() ? std::clamp(entry.cvDefault, 0, 255) : 0);
+  }
+}
+
+void DecoderBench::adaptFixedFields() {
+  // The spare row shows the CV of the drive page, normally CV 9.
+  userRowCv_ = CvIndex(cv::kUserRow);
+  for (int i = 1; i <= kHighestCvIndex; ++i) {
+    if (description.info(CvIndex(i)).cvPage == page::kDrive) userRowCv_ = CvIndex(i);
+  }
+  for (const FixedField& fixed : kFixedFields) {
+    const bool spare = fixed.cv == cv::kUserRow;
+    const CvIndex cv = spare ? userRowCv_ : CvIndex(fixed.cv);
+    const CvDescriptor& entry = description.info(cv);
+    const bool exists = entry.exists() && (!spare || entry.cvPage == page::kDrive);
+    const bool drives =
+        description.TYPE != DecoderDescription::kTypeWithoutDrive || !fixed.onDriveTab;
+    const QString field = QString::fromLatin1(fixed.field);
+    const QString label = QString::fromLatin1(fixed.label);
+    controls.setEnabled(label, exists);
+    controls.setEnabled(field, exists);
+    controls.setTag(field, QString::number(cv.value()));
+    controls.setEnabled(fixed.readBox(), exists && drives && readAllowed(cv));
+    controls.setEnabled(fixed.writeBox(), exists && drives && writeAllowed(cv));
+    if (exists) {
+      controls.setCaption(
+          label, QStringLiteral("%1 (%2):")
+                     .arg(entry.cvName.left(kLongestName), entry.cvRange.left(kLongestRange)));
+      controls.setText(field, QString::number(sets.value(cv)));
+    } else {
+      controls.setText(field, QStringLiteral("0"));
+      controls.setColour(field, TextColour::Normal);
+      setBox(fixed.readBox(), false);
+      setBox(fixed.writeBox(), false);
+    }
+  }
+}
+
+}  // namespace lokari

@@ -1,0 +1,151 @@
+// The grid of all CVs.
+#include <algorithm>
+
+#include "base/numbers.h"
+#include "decoder/decoder_bench.h"
+#include "decoder/fixed_fields.h"
+
+namespace lokari {
+namespace {
+
+const QString& gridField() {
+  static const QString name = QStringLiteral("tabText");
+  return name;
+}
+
+/// A bit description that stands for an address in two CVs, in the way of CV 17 and 18.
+bool isAddressPair(const QString& bits) {
+  return bits.startsWith(u'A');
+}
+
+constexpr int kAddressHighMask = 63;
+constexpr int kAddressHighMark = 192;
+
+}  // namespace
+
+GridRow DecoderBench::gridRow(int row) const {
+  const CvIndex cv = grid_.cvAt(row);
+  if (!cv.inRange()) return {};
+  const CvDescriptor& entry = description.info(cv);
+  return {.number = description.numberText(cv),
+          .name = entry.cvName,
+          .range = entry.cvRange,
+          .value = QString::number(sets.value(cv)),
+          .colour = colourOf(cv),
+          .read = entry.cvRead,
+          .write = entry.cvWrite,
+          .details = !entry.cvBits.isEmpty()};
+}
+
+void DecoderBench::makeTableNames() {
+  if (!description.SPEEDTABLE) return;
+  for (int i = cv::kFirstTable; i <= cv::kLastTable; ++i) {
+    CvDescriptor& entry = description.info(CvIndex(i));
+    entry.cvName =
+        QStringLiteral("Geschwindigkeits-Tabelle Wert") + printed(i - cv::kFirstTable + 1);
+    entry.cvRange = QStringLiteral("0-%1").arg(description.INTERNALSTEPS);
+    entry.ofTable = true;
+  }
+}
+
+void DecoderBench::rebuildGrid() {
+  std::vector<CvIndex> cvs;
+  for (int i = 1; i <= kHighestCvIndex; ++i) {
+    if (description.info(CvIndex(i)).exists()) cvs.push_back(CvIndex(i));
+  }
+  constexpr int kTableRows = cv::kLastTable - cv::kFirstTable + 1;
+  grid_.rebuild(description.lineCount + 1 + (description.SPEEDTABLE ? kTableRows : 0),
+                std::move(cvs));
+  emit gridReset();
+}
+
+void DecoderBench::gridHeaderClicked(GridColumn column) {
+  if (column != GridColumn::Read && column != GridColumn::Write) return;
+  const bool write = column == GridColumn::Write;
+  for (int row = grid_.selFirst(); row <= grid_.selLast(); ++row) {
+    const CvIndex cv = grid_.cvAt(row);
+    if (!cv.inRange()) continue;
+    const CvDescriptor& entry = description.info(cv);
+    setMark(write, cv, write ? !entry.cvWrite : !entry.cvRead);
+  }
+}
+
+void DecoderBench::gridClicked(int row, GridColumn column) {
+  const CvIndex cv = grid_.cvAt(row);
+  if (!cv.inRange()) return;
+  const CvDescriptor& entry = description.info(cv);
+  switch (column) {
+    case GridColumn::Value:
+      if (gridEditable(cv)) openGridEdit(row);
+      break;
+    case GridColumn::Read:
+      setMark(false, cv, !entry.cvRead);
+      break;
+    case GridColumn::Write:
+      if (gridEditable(cv)) setMark(true, cv, !entry.cvWrite);
+      break;
+    case GridColumn::Details:
+      editBits(cv, grid_.cvAt(row + 1));
+      break;
+    case GridColumn::Cv:
+    case GridColumn::Name:
+    case GridColumn::Range:
+      break;
+  }
+}
+
+void DecoderBench::openGridEdit(int row) {
+  gridEditRow_ = row;
+  const CvIndex cv = grid_.cvAt(row);
+  controls.setTag(gridField(), QString::number(cv.value()));
+  controls.setText(gridField(), QString::number(sets.value(cv)));
+  controls.setVisible(gridField(), true);
+  emit gridEditOpened(row);
+}
+
+void DecoderBench::closeGridEdit() {
+  if (gridEditRow_ == 0) return;
+  gridEditRow_ = 0;
+  controls.setVisible(gridField(), false);
+  emit gridEditClosed();
+}
+
+void DecoderBench::gridEditLeft() {
+  const CvIndex cv = grid_.cvAt(gridEditRow_);
+  if (!cv.inRange()) return;
+  if (!CheckDcField(gridField(), cv, description.info(cv).cvRange)) return;
+  if (calcOpen) return;
+  closeGridEdit();
+  showValue(cv);
+}
+
+void DecoderBench::rowBitClicked(int row) {
+  const PageRow& clicked = rows_[static_cast<size_t>(row)];
+  editBits(clicked.cv, CvIndex(clicked.cv.value() + 1));
+}
+
+void DecoderBench::editBits(CvIndex cv, CvIndex next) {
+  const CvDescriptor& entry = description.info(cv);
+  if (entry.cvBits.isEmpty() || !bitDialogBox) return;
+  int value = sets.value(cv);
+  if (entry.cvBits == u"A" && next.inRange()) {
+    value = (value & kAddressHighMask) * 256 + sets.value(next);
+  }
+  const QString caption = QStringLiteral("Detaileingabe ") + description.cvText(cv);
+  const int result = bitDialogBox(value, entry.cvBits, caption);
+  if (result < 0) return;
+  if (isAddressPair(entry.cvBits)) {
+    takeUserValue(cv, (result / 256) | kAddressHighMark);
+    if (next.inRange()) takeUserValue(next, result % 256);
+  } else {
+    takeUserValue(cv, result);
+  }
+}
+
+void DecoderBench::takeUserValue(CvIndex cv, int value) {
+  sets.setValue(cv, std::clamp(value, 0, 255));
+  if (userChange()) sets.setMark(cv, CvMark::None);
+  showValue(cv);
+}
+
+}  // namespace lokari

@@ -1,0 +1,126 @@
+// The options of CV 29 and 19, the version, and the colours of what has no CV of its own.
+#include "decoder/decoder_bench.h"
+#include "decoder/fixed_fields.h"
+
+namespace lokari {
+namespace {
+
+QString nameOf(const OptionRow& option) {
+  return QString::fromLatin1(option.name);
+}
+
+}  // namespace
+
+void DecoderBench::optionClicked(const QString& name) {
+  setOption(name);
+}
+
+void DecoderBench::setOption(const QString& name) {
+  const OptionRow* option = optionNamed(name);
+  if (!option || controls.at(name).checked) return;
+  const CvIndex cv(option->cv);
+  const int value = sets.value(cv);
+  sets.setValue(cv, option->sets ? value | option->bit : value & ~option->bit);
+  showOptions(QString::fromLatin1(option->group), option->sets);
+  if (option->cv == cv::kConfig) {
+    ColorCV29();
+  } else {
+    ColorCV19();
+  }
+  if (option->bit == config_bit::kSpeedTable || option->bit == config_bit::kSteps) {
+    emit speedTableChanged();
+  }
+}
+
+void DecoderBench::showOptions(const QString& group, bool set) {
+  // The one that goes on comes last: buttons of a group that switch each other off agree with it.
+  for (const OptionRow& option : optionsOf(group)) {
+    if (option.sets != set) controls.setChecked(nameOf(option), false);
+  }
+  for (const OptionRow& option : optionsOf(group)) {
+    if (option.sets == set) controls.setChecked(nameOf(option), true);
+  }
+}
+
+void DecoderBench::showAllOptions() {
+  for (const OptionRow& option : kOptions) {
+    showOptions(QString::fromLatin1(option.group),
+                (sets.value(CvIndex(option.cv)) & option.bit) != 0);
+  }
+}
+
+void DecoderBench::switchDirectionOverAndBack() {
+  const QString normal = QStringLiteral("optDcComDirNormal");
+  const QString reverse = QStringLiteral("optDcComDirReverse");
+  const bool reversed = controls.at(reverse).checked;
+  setOption(reversed ? normal : reverse);
+  setOption(reversed ? reverse : normal);
+}
+
+// ---- Colours
+// ----------------------------------------------------------------------------------------
+
+void DecoderBench::ColorCV29() {
+  if (!windowOpening && !commRunning) sets.setMark(CvIndex(cv::kConfig), CvMark::None);
+  showMark29();
+}
+
+void DecoderBench::ColorCV19() {
+  if (!windowOpening && !commRunning) sets.setMark(CvIndex(cv::kConsist), CvMark::None);
+  showMark19();
+}
+
+void DecoderBench::ColorAdr() {
+  if (!windowOpening && !commRunning) {
+    for (const int index : {cv::kAddress, cv::kLongAddressHigh, cv::kLongAddressLow}) {
+      sets.setMark(CvIndex(index), CvMark::None);
+    }
+  }
+  showMarkAdr();
+}
+
+void DecoderBench::showMarkOfOptions(int cv) {
+  const TextColour colour = colourOf(CvIndex(cv));
+  for (const OptionRow& option : kOptions) {
+    if (option.cv == cv) controls.setColour(nameOf(option), colour);
+  }
+}
+
+void DecoderBench::showMark29() {
+  showMarkOfOptions(cv::kConfig);
+}
+
+void DecoderBench::showMark19() {
+  showMarkOfOptions(cv::kConsist);
+  controls.setColour(QStringLiteral("txtDcComConsist"), colourOf(CvIndex(cv::kConsist)));
+}
+
+void DecoderBench::showMarkAdr() {
+  const auto address = addressNumber();
+  TextColour colour = colourOf(CvIndex(cv::kAddress));
+  if (address && *address > 127) {
+    const CvMark high = sets.mark(CvIndex(cv::kLongAddressHigh));
+    const CvMark low = sets.mark(CvIndex(cv::kLongAddressLow));
+    colour = TextColour::Normal;
+    if (high == CvMark::Verified && low == CvMark::Verified) colour = TextColour::Blue;
+    if (high == CvMark::Failed || low == CvMark::Failed) colour = TextColour::Red;
+  }
+  controls.setColour(QStringLiteral("dc_adr"), colour);
+}
+
+void DecoderBench::showVersion() {
+  const int version = sets.value(CvIndex(cv::kVersion));
+  QString text = QString::number(version);
+  if (sets.value(CvIndex(cv::kMaker)) == kMakerWithSubVersion || version == kMakerWithSubVersion) {
+    text += u'.' + QString::number(sets.value(CvIndex(cv::kSubVersion)));
+    text += decoderTypeText(sets.value(CvIndex(cv::kDecoderType)));
+  }
+  controls.setText(QStringLiteral("txtDcComVersion"), text);
+}
+
+QString DecoderBench::decoderTypeText(int type) const {
+  const QString name = type > 0 ? parts_.decTypes.value(type) : QString();
+  return name.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(name);
+}
+
+}  // namespace lokari

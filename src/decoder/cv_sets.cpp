@@ -1,0 +1,59 @@
+#include "decoder/cv_sets.h"
+
+#include "base/numbers.h"
+
+namespace lokari {
+
+CvSets::CvSets() {
+  clear();
+}
+
+void CvSets::clear() {
+  const QByteArray zeros(kCvArraySize, '\0');
+  for (Set& set : sets_) set = {zeros, zeros, {}};
+  currentSet_ = SetNumber(1);
+  currentSetName.clear();
+  load(currentSet_);
+}
+
+void CvSets::nameTheNameless() {
+  for (int i = 1; i <= SetNumber::kCount; ++i) {
+    QString& name = setNames(SetNumber(i));
+    if (name.trimmed().isEmpty()) name = QStringLiteral("Set") + printed(i);
+  }
+}
+
+void CvSets::openAt(const QString& name) {
+  SetNumber found(1);
+  for (int i = SetNumber::kCount; i >= 1; --i) {
+    if (setNames(SetNumber(i)) == name) found = SetNumber(i);
+  }
+  currentSet_ = found;
+  currentSetName = setNames(found);
+  load(found);
+}
+
+void CvSets::storeCurrent() {
+  setValues(currentSet_) = cvValues;
+  setMarks(currentSet_) = cvMarks;
+}
+
+bool CvSets::change(const QString& name) {
+  for (int i = 1; i <= SetNumber::kCount; ++i) {
+    const SetNumber set(i);
+    if (setNames(set) != name) continue;
+    storeCurrent();
+    currentSet_ = set;
+    currentSetName = name;
+    load(set);
+    return true;
+  }
+  return false;
+}
+
+void CvSets::load(SetNumber set) {
+  cvValues = setValues(set);
+  cvMarks = setMarks(set);
+}
+
+}  // namespace lokari

@@ -1,0 +1,27 @@
+// `RdComm`: reads all CVs that are marked into the working set.
+#pragma once
+
+#include "decoder/batch_run.h"
+
+namespace lokari {
+
+class ReadBatch final : public BatchRun {
+ public:
+  /// `progOn`: on the programming track, else on the main track.
+  ReadBatch(DecoderBench& bench, bool progOn);
+
+ protected:
+  bool checks() override;
+  bool consist() override;
+  bool config() override;
+  bool tablePoint(CvIndex cv) override;
+  bool plain(CvIndex cv) override;
+
+ private:
+  bool checkAddress();
+  bool checkMaker();
+  void readSubVersion();
+  void showConfig(int value);
+};
+
+}  // namespace lokari
