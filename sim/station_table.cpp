@@ -2,7 +2,9 @@
 
 #include <array>
 
+#include "sim/mx1_text_station.h"
 #include "sim/tams_station.h"
+#include "sim/zimo_binary_station.h"
 
 namespace lokari::sim {
 namespace {
@@ -13,6 +15,10 @@ std::unique_ptr<Station> make(const Surroundings& surroundings) {
 }
 
 constexpr std::array kStations{
+    StationRow{u"MX1", Wire::Serial, 0, make<Mx1TextStation>},
+    StationRow{u"MX1BIN", Wire::Serial, 0, make<Mx1BinStation>},
+    StationRow{u"MX1ULF", Wire::Serial, 0, make<Mx1UlfStation>},
+    StationRow{u"MX1V25", Wire::Serial, 0, make<Mx1TextStation>},
     StationRow{u"TAMSMC", Wire::Serial, 0, make<TamsStation>},
 };
 

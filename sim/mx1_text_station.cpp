@@ -1,0 +1,89 @@
+#include "sim/mx1_text_station.h"
+
+#include <algorithm>
+
+namespace lokari::sim {
+namespace {
+
+constexpr int kFirstIndex = 128;
+constexpr int kIndices = 128;
+/// No line is longer; what is, is noise.
+constexpr qsizetype kLongestLine = 64;
+
+int statusOf(TrackAnswer answer) {
+  switch (answer) {
+    case TrackAnswer::Value:
+      return 0;
+    case TrackAnswer::NoAck:
+      return 1;
+    case TrackAnswer::NoDecoder:
+      return 2;
+    case TrackAnswer::ShortCircuit:
+      return 3;
+    case TrackAnswer::Busy:
+      break;
+  }
+  return 4;
+}
+
+}  // namespace
+
+void Mx1TextStation::receive(const QByteArray& data) {
+  input_ += data;
+  for (qsizetype end = input_.indexOf('\r'); end >= 0; end = input_.indexOf('\r')) {
+    const QByteArray line = input_.left(end);
+    input_.remove(0, end + 1);
+    obey(line);
+  }
+  if (input_.size() > kLongestLine) input_.clear();
+}
+
+void Mx1TextStation::obey(const QByteArray& line) {
+  const std::optional<Mx1Command> command = mx1CommandFrom(line);
+  if (!command) {
+    answer(mx1Refusal());
+    return;
+  }
+  switch (command->kind) {
+    case Mx1Command::Kind::WakeUp:
+    case Mx1Command::Kind::Leave:
+      return;
+    case Mx1Command::Kind::ReadCv:
+      answerCv(command->cv, readOnProgrammingTrack(command->cv, Method::Direct));
+      return;
+    case Mx1Command::Kind::WriteCv:
+      answerCv(command->cv, writeOnProgrammingTrack(command->cv, command->value, Method::Direct));
+      return;
+    case Mx1Command::Kind::WriteMain:
+      writeMain(*command);
+      return;
+    case Mx1Command::Kind::AskIndex:
+      answer(mx1IndexReply(indexOf(command->address), command->address));
+      return;
+  }
+}
+
+void Mx1TextStation::answerCv(int cv, const TrackResult& result) {
+  answer(mx1CvReply(statusOf(result.answer), cv, result.value));
+}
+
+void Mx1TextStation::writeMain(const Mx1Command& command) {
+  const bool isLong = command.index >= kFirstIndex;
+  const bool known = !isLong || indexOf(command.address) == command.index;
+  // Only a refusal is answered: nobody on the main track confirms.
+  if (!known ||
+      writeOnMainTrack(command.address, command.cv, command.value).answer == TrackAnswer::Busy) {
+    answer(mx1Refusal());
+  }
+}
+
+int Mx1TextStation::indexOf(int address) {
+  auto found = std::find(addresses_.begin(), addresses_.end(), address);
+  if (found == addresses_.end()) {
+    if (addresses_.size() >= kIndices || layout().onMainTrack(address) == nullptr) return 0;
+    found = addresses_.insert(addresses_.end(), address);
+  }
+  return kFirstIndex + static_cast<int>(found - addresses_.begin());
+}
+
+}  // namespace lokari::sim
