@@ -1,14 +1,11 @@
 // lokari-sim: a simulated command station on a pseudo-terminal or a UDP port.
 #include <QCoreApplication>
-#include <QSocketNotifier>
 
-#include <csignal>
 #include <cstdio>
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include "base/bytes.h"
 #include "base/qt_clock.h"
+#include "base/signal_watch.h"
 #include "base/text_file.h"
 #include "sim/decoder_file.h"
 #include "sim/options.h"
@@ -24,27 +21,6 @@ using namespace lokari::sim;
 void print(std::FILE* file, const QString& text) {
   std::fputs((text + QLatin1Char('\n')).toUtf8().constData(), file);
   std::fflush(file);
-}
-
-/// A signal handler may do little more than write into a socket, which the event loop watches.
-int signalSockets[2] = {-1, -1};
-
-void onSignal(int) {
-  const char byte = 0;
-  const ssize_t written = ::write(signalSockets[0], &byte, 1);
-  static_cast<void>(written);
-}
-
-/// Ends the event loop on a signal, so that the link is taken away.
-std::unique_ptr<QSocketNotifier> quitOnSignal() {
-  if (::socketpair(AF_UNIX, SOCK_STREAM, 0, signalSockets) != 0) return nullptr;
-  auto notifier = std::make_unique<QSocketNotifier>(signalSockets[1], QSocketNotifier::Read);
-  QObject::connect(notifier.get(), &QSocketNotifier::activated, notifier.get(),
-                   [] { QCoreApplication::quit(); });
-  struct sigaction action = {};
-  action.sa_handler = onSignal;
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) ::sigaction(signal, &action, nullptr);
-  return notifier;
 }
 
 QString loadDecoders(const Options& options, Layout& layout) {
@@ -101,7 +77,7 @@ int run(const Options& options) {
     print(stderr, error);
     return 1;
   }
-  const auto notifier = quitOnSignal();
+  const SignalWatch signalWatch([] { QCoreApplication::quit(); });
   print(stdout, QStringLiteral("%1 bereit an %2").arg(QString::fromUtf16(row.name), place));
   return QCoreApplication::exec();
 }

@@ -1,0 +1,58 @@
+// lokari-cli without its process: the frame around the commands.
+//
+//   lokari-cli [--settings STEM] COMMAND [arguments] [--yes]
+#pragma once
+
+#include <QStringList>
+
+#include <functional>
+
+#include "base/app_paths.h"
+#include "base/settings.h"
+#include "link/station_link.h"
+
+namespace lokari {
+
+class Console;
+
+enum class ExitStatus {
+  Done = 0,
+  Failed = 1,     ///< something failed
+  WrongCall = 2,  ///< wrong call, or no session: nothing was done
+};
+
+/// Ctrl-C.
+struct Interrupt {
+  bool raised = false;
+  std::function<void()> action;  ///< what it does now; may be empty
+
+  void raise() {
+    raised = true;
+    if (action) action();
+  }
+};
+
+/// What the process gives.
+struct CliWorld {
+  QString appPath;
+  Clock& clock;
+  Transports transports;
+  Console& console;
+  Interrupt& interrupt;
+};
+
+/// What a command works with.
+struct CliContext {
+  const AppPaths& paths;
+  Settings& settings;
+  Clock& clock;
+  Prompt& prompt;
+  Console& console;
+  StationLink& link;
+  Interrupt& interrupt;
+};
+
+/// `arguments` without the program's name.
+ExitStatus runCli(const QStringList& arguments, const CliWorld& world);
+
+}  // namespace lokari

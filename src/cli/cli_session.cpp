@@ -1,0 +1,28 @@
+#include "cli/cli_session.h"
+
+#include "cli/console.h"
+
+namespace lokari {
+
+CliSession::CliSession(CliContext& context, CommJob job, bool progOn)
+    : context_(context), progOn_(progOn) {
+  StationLink& link = context.link;
+  link.commJob = job;
+  const QString failure = link.initComm(true, true, progOn);
+  if (!failure.isEmpty()) {
+    context.console.message(failure);
+    link.FinishComm();
+    return;
+  }
+  open_ = true;
+  context.interrupt.action = [&link] { link.cancelRequested = true; };
+  if (context.interrupt.raised) link.cancelRequested = true;
+}
+
+CliSession::~CliSession() {
+  context_.interrupt.action = nullptr;
+  if (open_) context_.link.endcomm(true, progOn_);
+  context_.link.commJob = CommJob::None;
+}
+
+}  // namespace lokari

@@ -1,0 +1,26 @@
+// Boxes on the command line: texts go to the console, questions are answered by `--yes` or else
+// with the safe answer.
+#pragma once
+
+#include "base/prompt.h"
+
+namespace lokari {
+
+class Console;
+
+class ConsolePrompt final : public Prompt {
+ public:
+  ConsolePrompt(Console& console, bool yes) : console_(console), yes_(yes) {}
+
+  Answer ask(const QString& text, Buttons buttons, Icon icon, const QString& title) override;
+  /// There is nobody to choose a file: cancelled.
+  QString openFile(const FileQuestion& question) override;
+  QString saveFile(const FileQuestion& question) override;
+  void beep() override {}
+
+ private:
+  Console& console_;
+  bool yes_;
+};
+
+}  // namespace lokari

@@ -1,0 +1,58 @@
+// The frame around the commands.
+#include "cli_fixture.h"
+
+namespace lokari {
+namespace {
+
+using CliTest = CliFixture;
+
+TEST_F(CliTest, HelpIsGermanAndNamesEveryCommand) {
+  for (const char* call : {"--help", "help", "cv read --help"}) {
+    EXPECT_EQ(run(call), 0) << call;
+    EXPECT_TRUE(console.results.first().startsWith("Aufruf: lokari-cli")) << call;
+    EXPECT_FALSE(console.results.filter("cv read").isEmpty()) << call;
+    EXPECT_FALSE(console.results.filter("cv write").isEmpty()) << call;
+  }
+  EXPECT_TRUE(untouched());
+}
+
+TEST_F(CliTest, AWrongCallIsExplainedAndDoesNothing) {
+  EXPECT_EQ(run(""), 2);
+  EXPECT_EQ(console.messages, (QStringList{"Es fehlt der Befehl!", "Hilfe: lokari-cli --help"}));
+  EXPECT_EQ(run("cv lesen 1"), 2);
+  EXPECT_EQ(console.messages.first(), "Den Befehl \"cv lesen 1\" gibt es nicht!");
+  EXPECT_EQ(run("--settings"), 2);
+  EXPECT_EQ(console.messages.first(), "Hinter --settings fehlt der Stamm!");
+  EXPECT_TRUE(untouched());
+  EXPECT_TRUE(console.results.isEmpty());
+}
+
+TEST_F(CliTest, AnotherSettingsFileMayBeChosen) {
+  writeIni("CLUB", "BaseUnit=TAMSMC\r\nComPort=7\r\nDelay=0\r\n");
+  EXPECT_EQ(run("--settings CLUB cv read 1"), 0);
+  EXPECT_EQ(line_.opened.comPort, 7);
+  EXPECT_EQ(run("cv read 1"), 0);
+  EXPECT_EQ(line_.opened.comPort, 3);
+}
+
+TEST_F(CliTest, TheSettingsOptionCountsInFrontOfTheCommandOnly) {
+  EXPECT_EQ(run("cv read 1 --settings CLUB"), 2);
+  EXPECT_TRUE(untouched());
+}
+
+TEST_F(CliTest, YesMayStandAnywhere) {
+  EXPECT_EQ(run("--yes cv read 1"), 0);
+  EXPECT_EQ(run("cv --yes read 1"), 0);
+  EXPECT_EQ(run("cv read 1 --yes"), 0);
+}
+
+TEST_F(CliTest, WithoutASessionNothingIsDone) {
+  line_.failsToOpen = true;
+  EXPECT_EQ(run("cv read 1"), 2);
+  EXPECT_EQ(console.messages, QStringList{"Kann Kommunikationsschnittstelle nicht öffnen (0)!"});
+  EXPECT_TRUE(console.results.isEmpty());
+  EXPECT_TRUE(untouched());
+}
+
+}  // namespace
+}  // namespace lokari

@@ -1,0 +1,125 @@
+#include "cli_fixture.h"
+
+namespace lokari {
+namespace {
+
+using CvCommandsTest = CliFixture;
+
+TEST_F(CvCommandsTest, ReadsInTheOrderOfTheArguments) {
+  EXPECT_EQ(run("cv read 29 8 1"), 0);
+  EXPECT_EQ(console.results, (QStringList{"29\t14", "8\t97", "1\t3"}));
+  EXPECT_TRUE(console.messages.isEmpty());
+  EXPECT_FALSE(line_.isOpen());
+}
+
+TEST_F(CvCommandsTest, WritesAndTellsWhatItWrote) {
+  EXPECT_EQ(run("cv write 5=200 6=77"), 0);
+  EXPECT_EQ(console.results, (QStringList{"5\t200", "6\t77"}));
+  EXPECT_EQ(layout.onProgrammingTrack()->stored(5), 200);
+  EXPECT_EQ(layout.onProgrammingTrack()->stored(6), 77);
+}
+
+TEST_F(CvCommandsTest, AFailedCvIsToldAndTheOthersAreStillRead) {
+  EXPECT_EQ(run("cv read 700 1"), 1);
+  EXPECT_EQ(console.results, (QStringList{"700\t-1021\tKein ACK vom Decoder", "1\t3"}));
+}
+
+TEST_F(CvCommandsTest, ASilentStationIsToldAsSuch) {
+  faults.add({.kind = sim::FaultKind::Silence});
+  EXPECT_EQ(run("cv read 1"), 1);
+  EXPECT_EQ(console.results, QStringList{"1\t-1001\tKeine Antwort vom Basisgerät"});
+  EXPECT_EQ(console.messages, QStringList{"Keine / falsche Antwort vom Basisgerät!"});
+}
+
+TEST_F(CvCommandsTest, TheProgrammingMethodMayBeChosen) {
+  EXPECT_EQ(run("cv read --mode paged 1"), 0);
+  EXPECT_EQ(line_.sent(), "xPTRP 1\r");
+  EXPECT_EQ(run("cv write --mode register 1=4"), 0);
+  EXPECT_TRUE(line_.sent().endsWith("xPTWR 1, 4\r"));
+  EXPECT_EQ(run("cv read --mode direct 1"), 0);
+  EXPECT_TRUE(line_.sent().endsWith("xPTRB 1\r"));
+  EXPECT_EQ(run("cv read --mode laut 1"), 2);
+}
+
+TEST_F(CvCommandsTest, WritesOnTheMainTrackByAddress) {
+  EXPECT_EQ(run("cv write --main --address 1000 5=99"), 0);
+  EXPECT_EQ(line_.sent(), "xPD 1000, 5, 99\r");
+  EXPECT_EQ(console.results, QStringList{"5\t99"});
+  EXPECT_EQ(layout.onMainTrack(1000)->stored(5), 99);
+}
+
+TEST_F(CvCommandsTest, TheMainTrackNeedsAnAddress) {
+  EXPECT_EQ(run("cv write --main 5=99"), 2);
+  EXPECT_EQ(console.messages.first(), "Auf dem Hauptgleis muss --address stehen!");
+  EXPECT_TRUE(untouched());
+}
+
+TEST_F(CvCommandsTest, WhatTheStationDoesNotOfferIsAWrongCall) {
+  EXPECT_EQ(run("cv read --main --address 3 1"), 2);
+  EXPECT_EQ(console.messages.first(), "TAMSMC kann nicht auf dem Hauptgleis lesen!");
+
+  writeIni("LOKARI", "BaseUnit=LI100\r\nLenzV36=0\r\n");
+  EXPECT_EQ(run("cv write --main --address 3 1=5"), 2);
+  EXPECT_EQ(console.messages.first(), "LI100 kann nicht auf dem Hauptgleis schreiben!");
+  EXPECT_EQ(run("cv read 255 256"), 2);
+  EXPECT_EQ(console.messages.first(), "LI100 kann nicht CV 256 lesen!");
+
+  writeIni("LOKARI", "BaseUnit=MX1\r\n");
+  EXPECT_EQ(run("cv write 255=1 256=1"), 2);
+  EXPECT_EQ(console.messages.first(), "MX1 kann nicht CV 256 schreiben!");
+  EXPECT_TRUE(untouched());
+}
+
+TEST_F(CvCommandsTest, NumbersOutOfRangeAreAWrongCallAndNothingIsSent) {
+  for (const char* call : {"cv read 0",
+                           "cv read 1025",
+                           "cv read x",
+                           "cv read -1",
+                           "cv read 1 2,3",
+                           "cv read",
+                           "cv write 5",
+                           "cv write 5=256",
+                           "cv write 5=-1",
+                           "cv write 5=",
+                           "cv write =5",
+                           "cv write 5=1=2",
+                           "cv write 0=1",
+                           "cv write 1025=1",
+                           "cv write",
+                           "cv write --main --address 0 5=1",
+                           "cv write --main --address 10240 5=1",
+                           "cv write --main --address 5=1",
+                           "cv write 5=1 6=256",
+                           "cv read 1 --laut"}) {
+    EXPECT_EQ(run(call), 2) << call;
+    EXPECT_TRUE(console.results.isEmpty()) << call;
+  }
+  EXPECT_TRUE(untouched());
+}
+
+TEST_F(CvCommandsTest, CtrlCEndsTheWaitAndTheStationGetsItsFarewell) {
+  faults.add({.kind = sim::FaultKind::Silence, .count = sim::Fault::kAlways});
+  clock.schedule(1500, [&] { interrupt.raise(); });
+  EXPECT_EQ(run("cv read 1 2"), 1);
+  EXPECT_EQ(console.results, QStringList{"1\t-1002\t"});
+  EXPECT_EQ(line_.sent(), "xPTRB 1\r");
+  EXPECT_FALSE(line_.isOpen());
+  EXPECT_EQ(clock.now(), 2500);
+}
+
+TEST_F(CvCommandsTest, CtrlCDuringTheOpeningReadsNothing) {
+  clock.schedule(500, [&] { interrupt.raise(); });
+  EXPECT_EQ(run("cv read 1"), 1);
+  EXPECT_TRUE(line_.writes.isEmpty());
+  EXPECT_FALSE(line_.isOpen());
+}
+
+TEST_F(CvCommandsTest, AStationThatIsPulledOutEndsTheCommandWithAMessage) {
+  faults.add({.kind = sim::FaultKind::Unplugged, .skip = 1});
+  EXPECT_EQ(run("cv read 1 8 29"), 1);
+  EXPECT_EQ(console.results, QStringList{"1\t3"});
+  EXPECT_EQ(console.messages, QStringList{"Die Schnittstelle ist nicht mehr da!"});
+}
+
+}  // namespace
+}  // namespace lokari

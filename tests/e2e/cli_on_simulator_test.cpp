@@ -1,0 +1,87 @@
+#include <QFile>
+#include <QFileInfo>
+
+#include "simulator_process.h"
+
+namespace lokari {
+namespace {
+
+class CliOnSimulator : public ::testing::Test {
+ protected:
+  CliOnSimulator() {
+    write("LOKARI.INI", "[LOKARI]\r\nBaseUnit=TAMSMC\r\nComPort=4\r\nTimeout=1\r\nDelay=0\r\n");
+    write("PORTS.INI", "[PORTS]\r\nCOM4=" + port().toLocal8Bit() + "\r\n");
+  }
+
+  QString port() const { return folder.filePath(QStringLiteral("tams")); }
+
+  QStringList simulator(const QStringList& more = {}) const {
+    return QStringList{"--station", "TAMSMC", "--link", port()} + more;
+  }
+
+  test::ProgramRun cli(const QStringList& arguments) const {
+    return test::runProgram(QStringLiteral("lokari-cli"), arguments, folder.path());
+  }
+
+  void write(const char* name, const QByteArray& text) const {
+    QFile file(folder.filePath(QString::fromLatin1(name)));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(text);
+  }
+
+  QTemporaryDir folder;
+};
+
+TEST_F(CliOnSimulator, WritesACvAndReadsItBack) {
+  test::SimulatorProcess station(simulator());
+  EXPECT_TRUE(station.greeting().startsWith("TAMSMC bereit an " + port().toLocal8Bit()));
+
+  const test::ProgramRun written = cli({"cv", "write", "5=201"});
+  EXPECT_EQ(written.status, 0);
+  EXPECT_EQ(written.output, "5\t201\n");
+  EXPECT_EQ(written.errors, "");
+
+  const test::ProgramRun read = cli({"cv", "read", "8", "5", "700"});
+  EXPECT_EQ(read.status, 1);
+  EXPECT_EQ(read.output, "8\t97\n5\t201\n700\t-1021\tKein ACK vom Decoder\n");
+  EXPECT_EQ(read.errors, "");
+
+  station.stop();
+  EXPECT_FALSE(QFileInfo(port()).isSymLink());
+}
+
+TEST_F(CliOnSimulator, ASplitReplyIsPutTogether) {
+  const test::SimulatorProcess station(simulator({"--fault", "split:immer:30"}));
+  const test::ProgramRun read = cli({"cv", "read", "8", "700", "29"});
+  EXPECT_EQ(read.output, "8\t97\n700\t-1021\tKein ACK vom Decoder\n29\t14\n");
+}
+
+TEST_F(CliOnSimulator, AStationThatIsPulledOutEndsTheJobWithAMessage) {
+  const test::SimulatorProcess station(simulator({"--fault", "unplugged@1"}));
+  const test::ProgramRun read = cli({"cv", "read", "8", "29"});
+  EXPECT_EQ(read.status, 1);
+  EXPECT_EQ(read.output, "8\t97\n");
+  EXPECT_EQ(read.errors,
+            "Die Schnittstelle COM4 (" + port().toLocal8Bit() + ") ist nicht mehr da!\n");
+}
+
+TEST_F(CliOnSimulator, CtrlCEndsAWaitOrderly) {
+  test::SimulatorProcess station(simulator({"--log", "--fault", "silence:immer"}));
+  write("LOKARI.INI", "[LOKARI]\r\nBaseUnit=TAMSMC\r\nComPort=4\r\nTimeout=999\r\nDelay=0\r\n");
+  test::RunningProgram program(QStringLiteral("lokari-cli"), {"cv", "read", "8"}, folder.path());
+  EXPECT_TRUE(station.nextLine().startsWith("> 78 50 54 52 42 20 38 0D"));
+  program.interrupt();
+  const test::ProgramRun read = program.finish();
+  EXPECT_EQ(read.status, 1);
+  EXPECT_EQ(read.output, "8\t-1002\t\n");
+}
+
+TEST_F(CliOnSimulator, WithoutAStationThereIsNoSession) {
+  const test::ProgramRun read = cli({"cv", "read", "8"});
+  EXPECT_EQ(read.status, 2);
+  EXPECT_EQ(read.output, "");
+  EXPECT_EQ(read.errors, "Kann Kommunikationsschnittstelle nicht öffnen (0)!\n");
+}
+
+}  // namespace
+}  // namespace lokari

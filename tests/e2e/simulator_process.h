@@ -1,0 +1,86 @@
+// Built programs as processes: lokari-sim in the background, others to their end.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <csignal>
+
+namespace lokari::test {
+
+inline QString programPath(const QString& name) {
+  return QCoreApplication::applicationDirPath() + QLatin1Char('/') + name;
+}
+
+/// A simulated station, from its first "bereit" to the end of the object.
+class SimulatorProcess {
+ public:
+  explicit SimulatorProcess(const QStringList& arguments) {
+    process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process_.start(programPath(QStringLiteral("lokari-sim")), arguments);
+    EXPECT_TRUE(process_.waitForReadyRead()) << "the simulator did not start";
+    greeting_ = process_.readLine();
+  }
+  ~SimulatorProcess() { stop(); }
+  SimulatorProcess(const SimulatorProcess&) = delete;
+  SimulatorProcess& operator=(const SimulatorProcess&) = delete;
+
+  QByteArray greeting() const { return greeting_; }
+
+  /// The next line that it prints.
+  QByteArray nextLine() {
+    while (!process_.canReadLine() && process_.waitForReadyRead()) {
+    }
+    return process_.readLine();
+  }
+
+  void stop() {
+    if (process_.state() == QProcess::NotRunning) return;
+    process_.terminate();
+    EXPECT_TRUE(process_.waitForFinished());
+  }
+
+ private:
+  QProcess process_;
+  QByteArray greeting_;
+};
+
+struct ProgramRun {
+  int status = -1;
+  QByteArray output;
+  QByteArray errors;
+};
+
+/// A program in a data folder of its own.
+class RunningProgram {
+ public:
+  RunningProgram(const QString& name, const QStringList& arguments, const QString& appPath) {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("LOKARI_APP"), appPath);
+    process_.setProcessEnvironment(environment);
+    process_.start(programPath(name), arguments);
+    EXPECT_TRUE(process_.waitForStarted());
+  }
+
+  void interrupt() const { ::kill(static_cast<pid_t>(process_.processId()), SIGINT); }
+
+  ProgramRun finish() {
+    EXPECT_TRUE(process_.waitForFinished(60000)) << "the program did not end";
+    EXPECT_EQ(process_.exitStatus(), QProcess::NormalExit);
+    return {process_.exitCode(), process_.readAllStandardOutput(), process_.readAllStandardError()};
+  }
+
+ private:
+  QProcess process_;
+};
+
+/// Runs a program to its end.
+inline ProgramRun runProgram(const QString& name, const QStringList& arguments,
+                             const QString& appPath) {
+  return RunningProgram(name, arguments, appPath).finish();
+}
+
+}  // namespace lokari::test
