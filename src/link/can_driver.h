@@ -27,7 +27,8 @@ class CanDriver {
   virtual int open(int driver, qint16 btr, qint16 p1, qint16 p2) = 0;
   virtual int close() = 0;
   virtual int write(const CanMessage& message) = 0;
-  /// Takes the oldest message waiting; not 0 when there is none. Never waits.
+  /// Takes the oldest message waiting; not 0 when there is none. Never waits. Throws LinkError when
+  /// the device has vanished.
   virtual int read(CanMessage& message) = 0;
 };
 

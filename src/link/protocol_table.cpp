@@ -2,9 +2,11 @@
 
 #include <array>
 
+#include "link/mx10.h"
 #include "link/mx1_text.h"
 #include "link/station_protocol.h"
 #include "link/tams.h"
+#include "link/z21.h"
 #include "link/zimo_binary.h"
 
 namespace lokari {
@@ -19,6 +21,8 @@ constexpr std::array kProtocols{
     ProtocolRow{ProtocolFamily::Mx1Text, makeMx1TextProtocol},
     ProtocolRow{ProtocolFamily::ZimoBinary, makeZimoBinaryProtocol},
     ProtocolRow{ProtocolFamily::Tams, makeTamsProtocol},
+    ProtocolRow{ProtocolFamily::Z21, makeZ21Protocol},
+    ProtocolRow{ProtocolFamily::Mx10, makeMx10Protocol},
 };
 
 }  // namespace

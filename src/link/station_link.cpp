@@ -164,4 +164,8 @@ CanDriver& StationLink::can() const {
   return impl_->transports.can;
 }
 
+CanLog* StationLink::canLog() const {
+  return impl_->transports.canLog;
+}
+
 }  // namespace lokari

@@ -13,6 +13,7 @@
 namespace lokari {
 
 class CanDriver;
+class CanLog;
 class Clock;
 class CommView;
 class Prompt;
@@ -25,6 +26,7 @@ struct Transports {
   SerialLine& serial;
   UdpSocket& udp;
   CanDriver& can;
+  CanLog* canLog = nullptr;  ///< where the CAN traffic is written, if anywhere
 };
 
 class StationLink {
@@ -74,6 +76,7 @@ class StationLink {
   SerialLine& serial() const;
   UdpSocket& udp() const;
   CanDriver& can() const;
+  CanLog* canLog() const;
 
   /// The protocol of the configured station kind, for messages beyond CVs. Throws LinkError when
   /// this version has none.

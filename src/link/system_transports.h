@@ -1,20 +1,22 @@
 // The transports of this machine, for the programs.
 #pragma once
 
-#include <memory>
+#include <optional>
 
+#include "link/can_log.h"
 #include "link/port_table.h"
 #include "link/qt_serial_line.h"
 #include "link/qt_udp_socket.h"
 #include "link/station_link.h"
+#include "link/system_can.h"
 
 namespace lokari {
 
 class SystemTransports {
  public:
-  /// `appPath` holds PORTS.INI.
-  explicit SystemTransports(const QString& appPath);
-  ~SystemTransports();
+  /// `appPath` holds PORTS.INI, and CAN.log, which is begun anew when the setting `CANLog` is on.
+  /// All arguments must outlive the transports.
+  SystemTransports(const Settings& settings, const QString& appPath, Clock& clock);
 
   Transports transports();
   PortTable& ports() { return ports_; }
@@ -23,7 +25,8 @@ class SystemTransports {
   PortTable ports_;
   QtSerialLine serial_;
   QtUdpSocket udp_;
-  std::unique_ptr<CanDriver> can_;
+  SystemCan can_;
+  std::optional<CanLog> canLog_;
 };
 
 }  // namespace lokari

@@ -97,7 +97,7 @@ TEST_F(SessionTest, EndcommAfterTheDeviceVanishedStillClosesTheSession) {
 }
 
 TEST_F(SessionTest, AStationWithoutAProtocolIsRefusedInPlainWords) {
-  settings.baseUnit = StationKind::Mx10;
+  settings.baseUnit = StationKind::LiDp;
   EXPECT_EQ(link.initComm(true, true, true), "Diese Digitalzentrale wird noch nicht unterstützt!");
   EXPECT_EQ(line.opens, 0);
   EXPECT_EQ(link.commUseCount, 1);

@@ -1,0 +1,17 @@
+#include "link/can_log.h"
+
+#include "base/clock.h"
+
+namespace lokari {
+
+CanLog::CanLog(const QString& path, const Clock& clock) : file_(path), clock_(clock) {
+  file_.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered);
+}
+
+void CanLog::write(const QString& text) {
+  if (!isOpen()) return;
+  const QString time = clock_.localTime().toString(QStringLiteral("HH:mm:ss.zzz"));
+  file_.write((time + u' ' + text + QStringLiteral("\r\n")).toLatin1());
+}
+
+}  // namespace lokari

@@ -1,0 +1,27 @@
+// The CAN traffic log, `CAN.log`: a line per event, written at once, so that other programs can
+// follow it while it grows.
+#pragma once
+
+#include <QFile>
+
+namespace lokari {
+
+class Clock;
+
+class CanLog {
+ public:
+  /// Creates the file, replacing an older one. A file that cannot be created is reported to nobody:
+  /// nothing is logged then.
+  CanLog(const QString& path, const Clock& clock);
+
+  bool isOpen() const { return file_.isOpen(); }
+
+  /// "10:00:01.250 " in local time, the text, carriage return and line feed.
+  void write(const QString& text);
+
+ private:
+  QFile file_;
+  const Clock& clock_;
+};
+
+}  // namespace lokari

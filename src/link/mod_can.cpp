@@ -1,0 +1,94 @@
+#include "link/mod_can.h"
+
+#include <QStringList>
+
+#include <array>
+
+#include "base/bytes.h"
+#include "link/can_log.h"
+#include "link/can_message_text.h"
+
+namespace lokari {
+namespace {
+
+constexpr int kFirstDriver = 1;
+constexpr int kLastDriver = 8;
+constexpr int kKeyOverIp = 9;
+
+/// What the port number is raised by in the open call, by driver.
+constexpr std::array kPortOffsets{0, 0, 0, 0, 0, 0, 0, 0, 20, 208};
+
+}  // namespace
+
+PackedAddress packAddress(const QString& ipAddr) {
+  const QStringList parts = ipAddr.trimmed().split(u'.');
+  if (parts.size() != 4) return {};
+  quint32 address = 0;
+  for (const QString& part : parts) {
+    bool valid = false;
+    const uint number = part.toUInt(&valid, 10);
+    if (!valid || number > 255) return {};
+    address = address << 8 | number;
+  }
+  const auto packed = static_cast<qint32>(address);
+  return {.btr = wordHigh(packed), .p2 = wordLow(packed)};
+}
+
+ModCan::~ModCan() {
+  if (isOpen()) driver_.close();
+}
+
+int ModCan::canOpen(int driver, int p1, int p2, int btr, const QString& ipAddr) {
+  if (isOpen()) {
+    ++uses_;
+    return kAlreadyOpen;
+  }
+  if (driver < kFirstDriver || driver > kLastDriver) return kNoSuchDriver;
+
+  canDriver_ = driver == 7 ? 8 : driver;
+  const bool isKey = canDriver_ == 6 || canDriver_ == 8;
+  if (isKey && driver_.isPresent(canDriver_ + 1)) ++canDriver_;
+
+  auto rate = static_cast<qint16>(btr);
+  auto second = static_cast<qint16>(p2);
+  if (canDriver_ == kKeyOverIp && p1 == 0) {
+    const PackedAddress address = packAddress(ipAddr);
+    rate = address.btr;
+    second = address.p2;
+  }
+  const int port = p1 + kPortOffsets[static_cast<size_t>(canDriver_)];
+  int code = driver_.open(canDriver_, rate, static_cast<qint16>(port), second);
+  if (code == kHarmless) code = 0;
+  if (code != 0) {
+    canClose();
+    log(QStringLiteral("CAN port open failed!"));
+    return code;
+  }
+  ++uses_;
+  log(QStringLiteral("CAN port opened."));
+  return 0;
+}
+
+int ModCan::canClose() {
+  if (uses_ > 0 && --uses_ > 0) return 0;
+  const int code = driver_.close();
+  log(QStringLiteral("CAN port closed."));
+  return code;
+}
+
+int ModCan::canWrite(const CanMessage& message) {
+  log(QStringLiteral("> ") + canMessageText(message));
+  return driver_.write(message);
+}
+
+int ModCan::canRead(CanMessage& message) {
+  const int code = driver_.read(message);
+  if (code == 0) log(QStringLiteral("< ") + canMessageText(message));
+  return code;
+}
+
+void ModCan::log(const QString& text) {
+  if (log_ != nullptr) log_->write(text);
+}
+
+}  // namespace lokari

@@ -1,0 +1,132 @@
+#include "link/mx10.h"
+
+#include <algorithm>
+
+#include "base/bytes.h"
+#include "link/link_error.h"
+#include "link/mx10_codec.h"
+#include "link/station_link.h"
+
+namespace lokari {
+namespace {
+
+constexpr int kOpenTries = 3;
+constexpr int kDriver = 7;
+constexpr int kParameter = 8;
+constexpr int kBitTiming = 0x031C;  // 125 kbit/s
+
+[[noreturn]] void fail() {
+  throw LinkError(QStringLiteral("Keine Verbindung zum MX10!"));
+}
+
+}  // namespace
+
+Mx10Protocol::Mx10Protocol(StationLink& link)
+    : StationProtocol(link), can_(link.can(), link.settings().canLog ? link.canLog() : nullptr) {}
+
+void Mx10Protocol::open(bool progOn, int& step) {
+  const Settings& settings = link().settings();
+  const int port = settings.station().usesIpAddress ? 0 : settings.comPort;
+  int code = 0;
+  for (int i = 0; i < kOpenTries; ++i) {
+    if (i > 0) link().Delay(1);
+    step = 1903;
+    code = can_.canOpen(kDriver, port, kParameter, kBitTiming, settings.ipAddr);
+    if (code == 0 || code == ModCan::kAlreadyOpen) break;
+  }
+  if (code != 0 && code != ModCan::kAlreadyOpen) {
+    step = code;
+    fail();
+  }
+
+  bool loggedOn = true;
+  if (code != ModCan::kAlreadyOpen) {
+    connectStation(step);
+    step = can_.canWrite(mx10::logOn());
+    loggedOn = step == 0;
+  }
+  if (progOn && loggedOn) switchToProgrammingTrack(step);
+}
+
+void Mx10Protocol::connectStation(int& step) {
+  link().lastCvFailed = false;
+  step = 1904;
+  link().WaitForData(mx10::kWantAnnouncement);
+  step = 1905;
+  if (canRxMsg.LEN == 0) {
+    step = 1901;
+    link().endcomm(false, false);
+    fail();
+  }
+  mx10Nid = wordLow(static_cast<qint32>(canRxMsg.ID));
+  step = 1906;
+  mx10Serial = mx10::serialNumber(canRxMsg);
+  step = 1908;
+  link().Delay(0);
+  ClearMX10Input();
+}
+
+void Mx10Protocol::switchToProgrammingTrack(int& step) {
+  if (can_.canWrite(mx10::toProgrammingTrack(mx10Nid)) != 0) {
+    step = 1902;
+    link().endcomm(false, true);
+    fail();
+  }
+  step = 1920;
+  link().WaitForData(mx10::kWantTrackState);
+  step = 1921;
+  if (canRxMsg.LEN == 0) {
+    step = 1922;
+    link().endcomm(false, false);
+    fail();
+  }
+  link().Delay(2);
+  ClearMX10Input();
+}
+
+void Mx10Protocol::farewell(bool, bool progOn) {
+  // A station that does not take it, or does not answer, gets no second one: the transport closes.
+  if (!progOn || can_.canWrite(mx10::toNormal(mx10Nid)) != 0) return;
+  link().WaitForData(mx10::kWantTrackState);
+  if (canRxMsg.LEN == 0) return;
+  link().Delay(1);
+  ClearMX10Input();
+}
+
+void Mx10Protocol::close(bool lastUser) {
+  do {
+    can_.canClose();
+  } while (lastUser && can_.isOpen());
+  if (can_.isOpen()) return;
+  mx10Nid = 0;
+  mx10Serial = 0;
+}
+
+bool Mx10Protocol::arrived(qint32 want) {
+  CanMessage message;
+  while (can_.canRead(message) == 0) {
+    if (!mx10::answers(message.ID, want)) continue;
+    canRxMsg = message;
+    return true;
+  }
+  return false;
+}
+
+void Mx10Protocol::ClearMX10Input() {
+  CanMessage dropped;
+  while (can_.canRead(dropped) == 0) {
+  }
+}
+
+int Mx10Protocol::getData(quint8* data) const {
+  if (canRxMsg.ID < 1) return 0;
+  std::copy_n(canRxMsg.DATA.begin(), std::min<size_t>(canRxMsg.LEN + 1U, canRxMsg.DATA.size()),
+              data);
+  return canRxMsg.LEN;
+}
+
+std::unique_ptr<StationProtocol> makeMx10Protocol(StationLink& link) {
+  return std::make_unique<Mx10Protocol>(link);
+}
+
+}  // namespace lokari

@@ -1,0 +1,72 @@
+#include "link/system_can.h"
+
+#include <array>
+#include <utility>
+
+#include "base/bytes.h"
+#include "base/settings.h"
+#include "link/can_code.h"
+
+namespace lokari {
+namespace {
+
+constexpr int kFirstKey = 6;
+constexpr int kKeyOverIp = 9;
+/// What the port number in the open call is raised by, from driver 6 on.
+constexpr std::array kPortOffsets{0, 0, 20, 208};
+
+QString dotted(qint16 high, qint16 low) {
+  return QStringLiteral("%1.%2.%3.%4")
+      .arg(byteSecond(high))
+      .arg(byteLow(high))
+      .arg(byteSecond(low))
+      .arg(byteLow(low));
+}
+
+}  // namespace
+
+SystemCan::SystemCan(const Settings& settings, Clock& clock, SerialLine& line, UdpSocket& socket,
+                     std::vector<CanInterface> interfaces)
+    : settings_(settings),
+      bus_(std::move(interfaces), clock),
+      serial_(line, clock),
+      ip_(socket, clock) {}
+
+bool SystemCan::isPresent(int driver) const {
+  return driver >= kFirstKey ? driver <= kKeyOverIp : bus_.isPresent(driver);
+}
+
+int SystemCan::open(int driver, qint16 btr, qint16 p1, qint16 p2) {
+  if (!isPresent(driver)) return can_code::kNoDevice;
+  if (driver >= kFirstKey) return openKey(driver, btr, p1, p2);
+  used_ = &bus_;
+  return bus_.open(driver, btr);
+}
+
+int SystemCan::openKey(int driver, qint16 btr, qint16 p1, qint16 p2) {
+  const int comPort = p1 - kPortOffsets[static_cast<size_t>(driver - kFirstKey)];
+  if (comPort > 0) {
+    used_ = &serial_;
+    return serial_.open(comPort,
+                        settings_.baudrate != 0 ? settings_.baudrate : CanKeySerial::kDefaultRate);
+  }
+  // The other drivers have no place for an address.
+  if (driver != kKeyOverIp || comPort < 0 || (btr == 0 && p2 == 0)) return can_code::kBadAddress;
+  used_ = &ip_;
+  return ip_.open(dotted(btr, p2));
+}
+
+int SystemCan::close() {
+  CanPort* const port = std::exchange(used_, nullptr);
+  return port != nullptr ? port->close() : can_code::kNotOpen;
+}
+
+int SystemCan::write(const CanMessage& message) {
+  return used_ != nullptr ? used_->write(message) : can_code::kNotOpen;
+}
+
+int SystemCan::read(CanMessage& message) {
+  return used_ != nullptr ? used_->read(message) : can_code::kNotOpen;
+}
+
+}  // namespace lokari

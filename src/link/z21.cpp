@@ -1,0 +1,149 @@
+#include "link/z21.h"
+
+#include "base/clock.h"
+#include "link/link_error.h"
+#include "link/station_link.h"
+#include "link/udp_socket.h"
+#include "link/z21_codec.h"
+
+namespace lokari {
+namespace {
+
+constexpr int kOpenRounds = 20;
+constexpr int kAnswerRounds = 10;
+constexpr int kRound = 100;  // ms
+
+}  // namespace
+
+Z21Protocol::~Z21Protocol() {
+  link().udp().onArrival = nullptr;
+  link().udp().onClosed = nullptr;
+}
+
+void Z21Protocol::open(bool, int& step) {
+  UdpSocket& socket = link().udp();
+  const auto inRounds = [&](int rounds, const auto& done) {
+    for (int i = 0; i < rounds && !done() && !link().cancelRequested; ++i) link().DelayMsec(kRound);
+    if (done()) return;
+    step = socket.state();
+    throw LinkError(QStringLiteral("Keine Antwort von der Z21!"));
+  };
+
+  if (!z21Connected) {
+    socket.close();
+    link().clock().pump();
+    z21Connected = false;
+    socket.onArrival = [this](qsizetype) { datagramArrived(); };
+    socket.onClosed = [this] { z21Connected = false; };
+    socket.open(link().settings().ipAddr, kStationPort);
+    inRounds(kOpenRounds, [&] { return socket.state() == UdpSocket::kOpen; });
+    z21ReplyLen = 0;
+    unread_.clear();
+    z21Send(z21::kPowerOn);
+    link().Delay(0);
+    z21Send(z21::kAskSerialNumber);
+    inRounds(kAnswerRounds, [&] { return z21Connected; });
+  }
+  link().Delay(1);
+}
+
+void Z21Protocol::farewell(bool leaveMode, bool progOn) {
+  if (progOn) {
+    z21Wanted = z21::powerOnHead();
+    z21Send(z21::kPowerOn);
+    link().Delay(0);
+    z21ReplyLen = 0;
+  }
+  if (leaveMode && link().commJob != CommJob::WriteMain) link().Delay(1);
+}
+
+void Z21Protocol::close(bool) {
+  if (link().udp().state() == UdpSocket::kOpen) {
+    try {
+      z21Send(z21::kLogOff);
+    } catch (const LinkError&) {
+      // Nobody hears the logoff; the station forgets a silent client by itself.
+    }
+    link().Delay(0);
+    link().udp().close();
+  }
+  z21Connected = false;
+}
+
+bool Z21Protocol::arrived(qint32 want) {
+  return z21ReplyLen >= want || refused_;
+}
+
+void Z21Protocol::dropInput() {
+  unread_.clear();
+  while (!link().udp().takeDatagram().isEmpty()) {
+  }
+}
+
+void Z21Protocol::z21Send(QStringView text) {
+  const auto data = z21::toBytes(text);
+  if (!data) throw LinkError(QStringLiteral("Ungültige Nachricht an die Z21: ") + text.toString());
+  if (!data->isEmpty()) link().udp().send(*data);
+}
+
+void Z21Protocol::beginCvOperation(int cv) {
+  z21ReplyLen = 0;
+  z21LastReply.clear();
+  cvResult_ = z21::cvResultHead(cv);
+  refused_ = false;
+  unread_.clear();
+  for (QByteArray old = link().udp().takeDatagram(); !old.isEmpty();
+       old = link().udp().takeDatagram()) {
+    unread_.push_back(old);
+  }
+}
+
+void Z21Protocol::endCvOperation() {
+  z21ReplyLen = 0;
+  cvResult_.reset();
+  refused_ = false;
+}
+
+void Z21Protocol::datagramArrived() {
+  if (!z21Connected) {
+    z21Connected = true;
+    link().udp().takeDatagram();
+    return;
+  }
+  while (!z21Wanted.isEmpty() && !unread_.empty()) {
+    const QByteArray old = unread_.front();
+    unread_.pop_front();
+    lookThrough(old, false);
+  }
+  if (!z21Wanted.isEmpty()) lookThrough(link().udp().takeDatagram(), true);
+}
+
+bool Z21Protocol::isAwaited(const QByteArray& message) const {
+  return message.startsWith(z21Wanted) || (cvResult_ && message.startsWith(*cvResult_));
+}
+
+bool Z21Protocol::lookThrough(const QByteArray& datagram, bool keepOthers) {
+  z21::DatagramReader reader(datagram);
+  QByteArray last;
+  while (const auto message = reader.next()) {
+    if (isAwaited(*message)) {
+      z21LastReply = *message;
+      z21ReplyLen = static_cast<int>(message->size());
+      z21Wanted.clear();
+      return true;
+    }
+    // A refusal is kept even when news follow it in its datagram: it is the answer.
+    if (!z21::endsCvOperation(last)) last = *message;
+  }
+  if (keepOthers && !refused_ && !last.isEmpty()) {
+    z21LastReply = last;
+    refused_ = cvResult_ && z21::endsCvOperation(last);
+  }
+  return false;
+}
+
+std::unique_ptr<StationProtocol> makeZ21Protocol(StationLink& link) {
+  return std::make_unique<Z21Protocol>(link);
+}
+
+}  // namespace lokari

@@ -1,0 +1,64 @@
+// The Z21: datagrams to the station's port 21105, answers filtered by the head that is awaited.
+#pragma once
+
+#include <deque>
+#include <optional>
+
+#include "link/station_protocol.h"
+
+namespace lokari {
+
+class Z21Protocol final : public StationProtocol {
+ public:
+  static constexpr quint16 kStationPort = 21105;
+
+  explicit Z21Protocol(StationLink& link) : StationProtocol(link) {}
+  ~Z21Protocol() override;
+
+  // -- session and waiting; what is waited for is the length of the awaited message
+
+  void open(bool progOn, int& step) override;
+  void farewell(bool leaveMode, bool progOn) override;
+  void close(bool lastUser) override;
+  qint32 bufferCount() override { return z21ReplyLen; }
+  bool arrived(qint32 want) override;
+  void dropInput() override;
+
+  std::unique_ptr<CvExchange> readCv(const CvRequest& request) override;
+  std::unique_ptr<CvExchange> writeCv(const CvRequest& request) override;
+
+  // -- messages; also for driving and status queries
+
+  /// Sends a text of hexadecimal pairs as one datagram, an empty one not at all. Throws LinkError
+  /// for a text that is none or longer than 65 bytes, and when the socket is not open.
+  void z21Send(QStringView text);
+
+  /// A CV operation begins, which will get the result for `cv`: nothing that came before it may
+  /// pass for its answer. Datagrams left unread are looked through at the next arrival, but only
+  /// for what is awaited then.
+  void beginCvOperation(int cv);
+  /// It has ended; the next result is one for nobody.
+  void endCvOperation();
+
+  bool z21Connected = false;  ///< the station has answered the socket
+  int z21ReplyLen = 0;        ///< length of the last message that matched z21Wanted, else 0
+  /// Head that the next awaited message must start with; set before sending. Empty when nothing is
+  /// awaited: datagrams then wait in the socket.
+  QByteArray z21Wanted;
+  QByteArray z21LastReply;  ///< the last message taken out of a datagram
+
+ private:
+  void datagramArrived();
+  /// Walks through a datagram up to the awaited message. Without `keepOthers` it leaves
+  /// z21LastReply alone when there is none.
+  bool lookThrough(const QByteArray& datagram, bool keepOthers);
+  bool isAwaited(const QByteArray& message) const;
+
+  std::deque<QByteArray> unread_;       ///< of the time before the operation
+  std::optional<QByteArray> cvResult_;  ///< head of the running CV operation's result
+  bool refused_ = false;                ///< it will get none
+};
+
+std::unique_ptr<StationProtocol> makeZ21Protocol(StationLink& link);
+
+}  // namespace lokari

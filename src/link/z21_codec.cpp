@@ -1,0 +1,127 @@
+#include "link/z21_codec.h"
+
+#include "base/bytes.h"
+#include "base/numbers.h"
+#include "link/cv_result.h"
+
+namespace lokari::z21 {
+namespace {
+
+constexpr int kShortCircuitByte = 0x12;
+constexpr int kLastMainCv = 1024;
+constexpr int kLastProgCv = 0x10000;
+/// First byte of the CV number on the main track: command and the number's two highest bits.
+constexpr int kMainRead = 0xE4;
+constexpr int kMainWrite = 0xEC;
+
+bool within(int number, int lowest, int highest) {
+  return number >= lowest && number <= highest;
+}
+
+QString twoDigits(int number) {
+  return hexPadded(number);
+}
+
+/// High and low byte, a blank between.
+QString twoBytes(int number) {
+  return twoDigits(byteSecond(number)) + u' ' + twoDigits(byteLow(number));
+}
+
+QString mainMessage(int address, int command, int cv, int value) {
+  const int index = cv - 1;
+  return withChecksum(QStringLiteral("0C 00 40 00 E6 30 ") + twoBytes(address) + u' ' +
+                      twoDigits(command + byteSecond(index)) + u' ' + twoDigits(byteLow(index)) +
+                      u' ' + twoDigits(value));
+}
+
+}  // namespace
+
+std::optional<QByteArray> toBytes(QStringView text) {
+  QByteArray data;
+  qsizetype position = 0;
+  while (position < text.size()) {
+    if (text[position] == u' ') {
+      ++position;
+      continue;
+    }
+    const auto value = parseHex(text.mid(position, 2));
+    if (!value || data.size() == kMostBytes) return std::nullopt;
+    appendByte(data, static_cast<int>(*value));
+    position += 2;
+  }
+  return data;
+}
+
+QString z21XOR(QStringView text) {
+  int sum = 0;
+  for (const QChar c : text) sum ^= c.unicode();
+  return twoDigits(sum & 0xFF) + u' ';
+}
+
+QString withChecksum(const QString& text) {
+  return text + u' ' + z21XOR(text);
+}
+
+std::optional<QString> readOnProgTrack(int cv) {
+  if (!within(cv, 1, kLastProgCv)) return std::nullopt;
+  return withChecksum(QStringLiteral("09 00 40 00 23 11 ") + twoBytes(cv - 1));
+}
+
+std::optional<QString> readOnMain(int address, int cv) {
+  if (!within(cv, 1, kLastMainCv) || !within(address, 0, 0xFFFF)) return std::nullopt;
+  return mainMessage(address, kMainRead, cv, 0);
+}
+
+std::optional<QString> writeOnProgTrack(int cv, int value) {
+  if (!within(cv, 1, kLastProgCv) || !within(value, 0, 0xFF)) return std::nullopt;
+  return withChecksum(QStringLiteral("0A 00 40 00 24 12 ") + twoBytes(cv - 1) + u' ' +
+                      twoDigits(value));
+}
+
+std::optional<QString> writeOnMain(int address, int cv, int value) {
+  if (!within(cv, 1, kLastMainCv) || !within(address, 0, 0xFFFF) || !within(value, 0, 0xFF)) {
+    return std::nullopt;
+  }
+  return mainMessage(address, kMainWrite, cv, value);
+}
+
+QByteArray cvResultHead() {
+  return bytes({0x0A, 0x00, 0x40, 0x00, 0x64, 0x14});
+}
+
+QByteArray cvResultHead(int cv) {
+  return cvResultHead() + bytes({byteSecond(cv - 1), byteLow(cv - 1)});
+}
+
+QByteArray stateHead() {
+  return bytes({0x07, 0x00, 0x40, 0x00});
+}
+
+QByteArray powerOnHead() {
+  return stateHead() + bytes({0x61, 0x01});
+}
+
+std::optional<int> cvResultValue(const QByteArray& message) {
+  const int value = byteAt(message, 8);
+  if (!message.startsWith(cvResultHead()) || value < 0) return std::nullopt;
+  return value;
+}
+
+std::optional<int> refusalCode(const QByteArray& message) {
+  if (message.size() < 7 || !message.startsWith(stateHead() + bytes({0x61}))) return std::nullopt;
+  return byteAt(message, 5) == kShortCircuitByte ? cv_result::kShortCircuit : cv_result::kNoAck;
+}
+
+bool endsCvOperation(const QByteArray& message) {
+  return refusalCode(message) && !within(byteAt(message, 5), 0x00, 0x02);
+}
+
+std::optional<QByteArray> DatagramReader::next() {
+  const int length = byteAt(rest_, 0);
+  if (length < 1 || length > rest_.size()) return std::nullopt;
+  const QByteArray message = rest_.left(length);
+  rest_.remove(0, length);
+  return message;
+}
+
+}  // namespace lokari::z21

@@ -1,0 +1,103 @@
+// Reading and writing a CV through a Z21.
+#include "link/cv_result.h"
+#include "link/station_link.h"
+#include "link/z21.h"
+#include "link/z21_codec.h"
+
+namespace lokari {
+namespace {
+
+constexpr int kResultLength = 10;
+constexpr int kStateLength = 7;
+/// A station message has come: it tells what is wrong, repeating the question would not help.
+constexpr int kTellingLength = 7;
+/// The station answers when the decoder has, which takes its time.
+constexpr int kTimeout = 60;
+
+class Z21Exchange : public CvExchange {
+ public:
+  Z21Exchange(Z21Protocol& station, StationLink& link, const CvRequest& request)
+      : CvExchange(link, request), station_(station) {}
+  ~Z21Exchange() override { station_.endCvOperation(); }
+
+  int timeoutSeconds() const final { return kTimeout; }
+  bool secondChanceHelps() const final { return station_.z21LastReply.size() < kTellingLength; }
+
+  CvStep evaluate() final {
+    const auto value = z21::cvResultValue(station_.z21LastReply);
+    if (station_.z21ReplyLen >= want() && value) return CvStep::finish(*value);
+    if (const auto code = z21::refusalCode(station_.z21LastReply)) return CvStep::finish(*code);
+    return CvStep::finish(link().cancelRequested ? cv_result::kCancelled : cv_result::kWrongReply);
+  }
+
+ protected:
+  Z21Protocol& station() { return station_; }
+
+  CvStep await(const std::optional<QString>& text) {
+    // No message can carry these numbers; one cut to fit would mean another CV or value.
+    if (!text) return CvStep::finish(cv_result::kWrongReply);
+    station_.beginCvOperation(request().cv);
+    send(*text, z21::cvResultHead(request().cv), kResultLength);
+    return CvStep::wait();
+  }
+
+  using CvExchange::send;
+  void send(const QString& text, const QByteArray& wanted, int length) {
+    station_.z21Wanted = wanted;
+    setWant(length);
+    station_.z21Send(text);
+    link().Delay(0);
+  }
+
+ private:
+  Z21Protocol& station_;
+};
+
+class Z21Read final : public Z21Exchange {
+ public:
+  using Z21Exchange::Z21Exchange;
+
+  CvStep send() override {
+    return await(link().progTrack ? z21::readOnProgTrack(request().cv)
+                                  : z21::readOnMain(request().address, request().cv));
+  }
+
+  /// On the programming track in any case: a decoder that doesn't answer on the main track may
+  /// stand there.
+  void secondChance() override {
+    Z21Exchange::send(*z21::readOnProgTrack(request().cv), z21::stateHead(), kStateLength);
+  }
+};
+
+class Z21Write final : public Z21Exchange {
+ public:
+  using Z21Exchange::Z21Exchange;
+
+  CvStep send() override {
+    const CvRequest& cv = request();
+    if (link().progTrack) return await(z21::writeOnProgTrack(cv.cv, cv.value));
+    const auto text = z21::writeOnMain(cv.address, cv.cv, cv.value);
+    if (!text) return CvStep::finish(cv_result::kWrongReply);
+    station().z21Wanted.clear();
+    station().z21Send(*text);
+    link().Delay(0);
+    return CvStep::finish(cv.value);
+  }
+
+  void secondChance() override {
+    Z21Exchange::send(*z21::writeOnProgTrack(request().cv, request().value),
+                      z21::cvResultHead(request().cv), kResultLength);
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<CvExchange> Z21Protocol::readCv(const CvRequest& request) {
+  return std::make_unique<Z21Read>(*this, link(), request);
+}
+
+std::unique_ptr<CvExchange> Z21Protocol::writeCv(const CvRequest& request) {
+  return std::make_unique<Z21Write>(*this, link(), request);
+}
+
+}  // namespace lokari
