@@ -1,7 +1,11 @@
-// What the storage reports about a column. Quotes in conditions and entry checks follow it.
+// What the storage reports about its tables and columns. Quotes in conditions and entry checks
+// follow it.
 #pragma once
 
+#include <QHash>
+#include <QList>
 #include <QString>
+#include <QStringList>
 
 namespace lokari {
 
@@ -21,6 +25,30 @@ struct ColumnInfo {
 
   bool isText() const { return type == ColumnType::Text; }
   bool isNumeric() const { return type >= ColumnType::Byte && type <= ColumnType::Currency; }
+
+  /// From the declaration in the schema: VARCHAR(n), TINYINT, SMALLINT, INTEGER, CURRENCY, BLOB.
+  /// Anything else is text without a limit.
+  static ColumnInfo declared(const QString& name, const QString& declaration);
+};
+
+struct TableInfo {
+  QString name;  ///< as in the file
+  QList<ColumnInfo> columns;
+  QList<QStringList> uniqueKeys;  ///< columns whose values together occur once
+
+  /// The column, or nullptr. Names have no case.
+  const ColumnInfo* column(const QString& columnName) const;
+};
+
+/// The tables of a database, by name; names have no case.
+class Schema {
+ public:
+  void add(const TableInfo& table) { tables_.insert(table.name.toUpper(), table); }
+  /// The table, or nullptr.
+  const TableInfo* table(const QString& name) const;
+
+ private:
+  QHash<QString, TableInfo> tables_;
 };
 
 }  // namespace lokari

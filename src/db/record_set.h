@@ -6,6 +6,7 @@
 #pragma once
 
 #include <QHash>
+#include <QMap>
 #include <QString>
 #include <QVariant>
 
@@ -32,7 +33,7 @@ class RecordSet {
   /// system's query language, and makes the first row current. `database` must outlive the set.
   /// A failure leaves the set as it was. A pending edit is dropped.
   void open(Database& database, const QString& query);
-  void close();
+  void close() { *this = RecordSet(); }
   bool isOpen() const { return database_ != nullptr; }
 
   /// 0-based position of the current record, -1 when there is none.
@@ -40,9 +41,9 @@ class RecordSet {
   int count() const { return static_cast<int>(keys_.size()); }
   EditMode editMode() const { return editMode_; }
   /// Ahead of the first record; both are true in an empty set.
-  bool BOF() const { return isOpen() && bof_; }
+  bool BOF() const { return bof_; }
   /// Behind the last record. (The plain name is a macro of the C library.)
-  bool EOF_() const { return isOpen() && eof_; }
+  bool EOF_() const { return eof_; }
 
   Bookmark bookmark() const;
   /// Goes back to a kept record. Throws kNoRecord when it is not in the set any more.
@@ -50,7 +51,7 @@ class RecordSet {
 
   /// Moves drop a pending edit. MoveNext from the last record gives EOF_, MovePrevious from the
   /// first gives BOF; the position is then -1. A move beyond that, or in an empty set, throws
-  /// kNoRecord (MoveFirst and MoveLast do nothing in an empty set).
+  /// kNoRecord; MoveFirst and MoveLast do nothing in an empty set.
   void MoveFirst();
   void MoveLast();
   void MoveNext();
@@ -70,51 +71,46 @@ class RecordSet {
   /// when an index refuses it; the edit then goes on.
   void Update();
   void CancelUpdate();
-  /// Deletes the current record. The position then points between records: MoveNext goes to the one
-  /// behind it, MovePrevious to the one ahead of it; until then there is no current record and
-  /// position() is -1.
+  /// Deletes the current record. The set then stands between two records: MoveNext goes to the one
+  /// behind, MovePrevious to the one ahead; until then position() is -1.
   void Delete();
 
-  /// The value of a column: of the edit, else of the current record. Null is an invalid QVariant's
-  /// isNull(); an empty text is not Null. Throws kNoRecord and kUnknownName.
+  /// The value of a column: of the edit, else of the current record. Null is a QVariant that
+  /// isNull(); an empty text is not. Throws kNoRecord, kUnknownName, and kRecordDeleted when
+  /// another program deleted the record.
   QVariant value(const QString& column) const;
-  /// value() as text, empty for Null. Numbers in the form a control shows: with "," as the decimal
-  /// separator and no superfluous digits.
+  /// value() as a control shows it: empty for Null, numbers by shownNumber().
   QString text(const QString& column) const;
 
   /// Sets a column of the edit. An invalid QVariant is Null; a text for a numeric column must be a
   /// number. Throws kNotEditing, kUnknownName, kNotNumeric and kTooLong.
   void setValue(const QString& column, const QVariant& value);
-  /// True when the edit has set a column.
-  bool hasChanges() const { return !changes_.isEmpty(); }
 
-  const ColumnInfo* column(const QString& name) const;
-  const QString& table() const { return table_; }
+  /// The columns; only of an open set.
+  const TableInfo& table() const { return *table_; }
 
  private:
   const ColumnInfo& needColumn(const QString& name) const;
   void go(int position);
+  qint64 currentKey() const;
   void fetch() const;
   QVariant stored(const ColumnInfo& column) const;
-  void insert();
-  void change();
+  qint64 insertRow();
+  void updateRow();
   void checkUnique() const;
 
   Database* database_ = nullptr;
-  QString table_;
+  const TableInfo* table_ = nullptr;
   std::vector<qint64> keys_;
   int position_ = -1;
-  int gap_ = -1;  // after Delete: where the next record stands now
-  bool bof_ = false;
-  bool eof_ = false;
+  int gap_ = -1;  // after Delete: the index of the record behind
+  bool bof_ = true;
+  bool eof_ = true;
   bool noMatch_ = false;
   EditMode editMode_ = EditMode::None;
-  QHash<QString, QVariant> changes_;
+  QMap<QString, QVariant> changes_;  // by the column's name as in the table
   // The current row without its binary columns, fetched when first asked for.
   mutable std::optional<QHash<QString, QVariant>> row_;
 };
-
-/// A number as a control shows it.
-QString shownNumber(const QVariant& number);
 
 }  // namespace lokari

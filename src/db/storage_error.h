@@ -23,6 +23,7 @@ inline constexpr int kLocked = 3260;         ///< another program holds the file
 inline constexpr int kDiskFull = 3183;       ///< no room for the change
 inline constexpr int kNoDatabase = 3343;     ///< the file is no database of this program
 inline constexpr int kNewerFormat = 3344;    ///< the file comes from a newer version
+inline constexpr int kDamaged = 3049;        ///< the file is damaged
 inline constexpr int kOther = 3000;          ///< everything else, with the engine's own words
 }  // namespace storage_error
 

@@ -1,0 +1,79 @@
+#include "db/catalogue.h"
+
+#include <QSqlQuery>
+
+#include <algorithm>
+
+#include "db/database.h"
+#include "db/german_text.h"
+
+namespace lokari {
+namespace {
+
+constexpr char16_t kMakers[] =
+    u"SELECT * FROM DCMANUFS ORDER BY ISNULL(DC_MANUF_SEQ) DESC, DC_MANUF_SEQ, DC_MANUF_TEXT";
+constexpr char16_t kTypesOfMaker[] =
+    u"SELECT DC_DECODER FROM DECODERS WHERE DC_MANUF = %1 "
+    u"ORDER BY ISNULL(DC_SEQ) DESC, DC_SEQ, DC_DECODER";
+
+bool same(const QString& a, const QString& b) {
+  return compareGerman(a, b) == 0;
+}
+
+void ask(const Database* database, const QString& query, const Database::RowHandler& row) {
+  if (database == nullptr) return;
+  try {
+    database->query(query, row);
+  } catch (const StorageError&) {
+    // Nothing is what the caller gets for a missing row as well.
+    return;
+  }
+}
+
+}  // namespace
+
+QList<Maker> Catalogue::makers() const {
+  QList<Maker> result;
+  ask(database_, QString::fromUtf16(kMakers), [&result](const QSqlQuery& row) {
+    result.append({row.value(QStringLiteral("DC_MANUF")).toInt(),
+                   row.value(QStringLiteral("DC_MANUF_TEXT")).toString()});
+  });
+  return result;
+}
+
+std::optional<Maker> Catalogue::makerByNumber(int number) const {
+  const QList<Maker> all = makers();
+  const auto found = std::find_if(all.begin(), all.end(),
+                                  [&](const Maker& maker) { return maker.number == number; });
+  return found == all.end() ? std::nullopt : std::optional(*found);
+}
+
+std::optional<Maker> Catalogue::makerByName(const QString& name) const {
+  const QList<Maker> all = makers();
+  const auto found = std::find_if(all.begin(), all.end(),
+                                  [&](const Maker& maker) { return same(maker.name, name); });
+  return found == all.end() ? std::nullopt : std::optional(*found);
+}
+
+QStringList Catalogue::types(int maker) const {
+  QStringList result;
+  ask(database_, QString::fromUtf16(kTypesOfMaker).arg(maker),
+      [&result](const QSqlQuery& row) { result.append(row.value(0).toString()); });
+  return result;
+}
+
+std::optional<QString> Catalogue::type(int maker, const QString& type) const {
+  const QStringList all = types(maker);
+  const auto found =
+      std::find_if(all.begin(), all.end(), [&](const QString& name) { return same(name, type); });
+  return found == all.end() ? std::nullopt : std::optional(*found);
+}
+
+bool Catalogue::usedByVehicle(int maker, const QString& type) const {
+  bool used = false;
+  ask(database_, QStringLiteral("SELECT DC_DECODER FROM LOCO_DAT WHERE DC_MANUF = %1").arg(maker),
+      [&](const QSqlQuery& row) { used = used || same(row.value(0).toString(), type); });
+  return used;
+}
+
+}  // namespace lokari

@@ -1,0 +1,54 @@
+#include "db/cv_record.h"
+
+#include "db/record_set.h"
+
+namespace lokari {
+namespace {
+
+QString name(const char16_t* column) {
+  return QString::fromUtf16(column);
+}
+
+}  // namespace
+
+void CvRecord::InitDcData() {
+  *this = CvRecord();
+  for (size_t set = 0; set < kCvSetCount; ++set) {
+    recCvValues[set] = QByteArray(kCvFieldBytes, '\0');
+    recCvMarks[set] = QByteArray(kCvFieldBytes, '\0');
+  }
+}
+
+QByteArray chkCVVar(const QVariant& field) {
+  QByteArray target = field.toByteArray();
+  if (target.size() < kCvFieldBytes) target.append(kCvFieldBytes - target.size(), '\0');
+  return target;
+}
+
+void loadCvRecord(RecordSet& records, CvRecord& record) {
+  CvRecord loaded;
+  for (size_t set = 0; set < kCvSetCount; ++set) {
+    const CvColumns& columns = kCvColumns[set];
+    loaded.recCvValues[set] = chkCVVar(records.value(name(columns.values)));
+    loaded.recCvMarks[set] = chkCVVar(records.value(name(columns.marks)));
+    loaded.recCvName[set] = records.text(name(columns.name));
+  }
+  loaded.recManuf = static_cast<qint16>(records.value(QStringLiteral("DC_MANUF")).toInt());
+  loaded.recDecoder = records.text(QStringLiteral("DC_DECODER"));
+  loaded.recSetName = records.text(QStringLiteral("DC_DEC_VER"));
+  record = loaded;
+}
+
+void assignCvRecord(RecordSet& records, const CvRecord& record) {
+  for (size_t set = 0; set < kCvSetCount; ++set) {
+    const CvColumns& columns = kCvColumns[set];
+    records.setValue(name(columns.values), record.recCvValues[set]);
+    records.setValue(name(columns.marks), record.recCvMarks[set]);
+    records.setValue(name(columns.name), record.recCvName[set]);
+  }
+  records.setValue(QStringLiteral("DC_MANUF"), record.recManuf);
+  records.setValue(QStringLiteral("DC_DECODER"), record.recDecoder);
+  records.setValue(QStringLiteral("DC_DEC_VER"), record.recSetName);
+}
+
+}  // namespace lokari
