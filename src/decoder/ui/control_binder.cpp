@@ -1,0 +1,190 @@
+#include "decoder/ui/control_binder.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include <utility>
+
+#include "decoder/ui/text_colour.h"
+#include "decoder/ui/value_edit.h"
+
+namespace lokari {
+namespace {
+
+template <typename T>
+T* named(T* control, const QString& name, const QString& accessibleName) {
+  control->setObjectName(name);
+  control->setAccessibleName(accessibleName);
+  return control;
+}
+
+void showEntries(QComboBox* list, const Control& control) {
+  QStringList entries = control.items;
+  if (!control.text.isEmpty() && !entries.contains(control.text)) entries << control.text;
+  QStringList shown;
+  for (int i = 0; i < list->count(); ++i) shown << list->itemText(i);
+  if (shown != entries) {
+    list->clear();
+    list->addItems(entries);
+  }
+  list->setCurrentIndex(static_cast<int>(entries.indexOf(control.text)));
+}
+
+}  // namespace
+
+QPushButton* disabledButton(QWidget* parent, const QString& name, const QString& text) {
+  auto* button = named(new QPushButton(text, parent), name, {});
+  button->setAutoDefault(false);
+  button->setEnabled(false);
+  return button;
+}
+
+void showState(QWidget* control, const Control& state) {
+  control->setEnabled(state.enabled);
+  if (control->isHidden() == state.visible) control->setVisible(state.visible);
+}
+
+ControlBinder::ControlBinder(DecoderBench& bench, QObject* parent)
+    : QObject(parent), bench_(bench) {
+  connect(&bench.controls, &BenchControls::changed, this, [this](const QString& name) {
+    const auto show = shows_.constFind(name);
+    if (show != shows_.cend()) (*show)(bench_.controls.at(name));
+  });
+  connect(&bench, &DecoderBench::focusRequested, this, [this] { ++refusals_; });
+}
+
+void ControlBinder::bind(const QString& name, std::function<void(const Control&)> show) {
+  show(bench_.controls.at(name));
+  shows_.insert(name, std::move(show));
+}
+
+void ControlBinder::bindState(QWidget* control) {
+  bind(control->objectName(), [control](const Control& state) { showState(control, state); });
+}
+
+QLabel* ControlBinder::label(QWidget* parent, const QString& name, const QString& text) {
+  auto* label = named(new QLabel(text, parent), name, {});
+  label->setTextFormat(Qt::PlainText);
+  label->setWordWrap(true);
+  bind(name, [label](const Control& control) {
+    if (!control.caption.isEmpty()) label->setText(control.caption);
+    showState(label, control);
+  });
+  return label;
+}
+
+ValueEdit* ControlBinder::field(QWidget* parent, const QString& name,
+                                const QString& accessibleName) {
+  auto* field = named(new ValueEdit(parent), name, accessibleName);
+  bind(name, [field](const Control& control) {
+    if (field->text() != control.text) field->setText(control.text);
+    field->setReadOnly(control.locked);
+    showState(field, control);
+    colourText(field, control.colour);
+  });
+  connect(field, &ValueEdit::textEdited, this,
+          [this, name](const QString& text) { bench_.fieldEdited(name, text); });
+  connect(field, &ValueEdit::calculatorWanted, this, [this, name] { bench_.fieldF2(name); });
+  onLeft(field, [this, name] { bench_.fieldLeft(name); });
+  tips(field, [this, name] { return bench_.controls.at(name).tag; });
+  return field;
+}
+
+QCheckBox* ControlBinder::checkBox(QWidget* parent, const QString& name, const QString& text,
+                                   const QString& accessibleName) {
+  auto* box = named(new QCheckBox(text, parent), name, accessibleName);
+  bind(name, [box](const Control& control) {
+    box->setChecked(control.checked);
+    showState(box, control);
+  });
+  connect(box, &QCheckBox::clicked, this,
+          [this, name](bool checked) { bench_.checkBoxToggled(name, checked); });
+  return box;
+}
+
+QRadioButton* ControlBinder::option(QWidget* parent, const QString& name, const QString& text,
+                                    const QString& accessibleName) {
+  auto* option = named(new QRadioButton(text, parent), name, accessibleName);
+  bind(name, [option](const Control& control) {
+    option->setChecked(control.checked);
+    showState(option, control);
+    colourText(option, control.colour);
+  });
+  connect(option, &QRadioButton::clicked, this, [this, name] { bench_.optionClicked(name); });
+  return option;
+}
+
+QPushButton* ControlBinder::button(QWidget* parent, const QString& name, const QString& text) {
+  auto* button = named(new QPushButton(text, parent), name, {});
+  button->setAutoDefault(false);
+  if (bench_.controls.has(name)) bindState(button);
+  connect(button, &QPushButton::clicked, this,
+          [this, name] { act([this, name] { bench_.buttonClicked(name); }); });
+  return button;
+}
+
+QComboBox* ControlBinder::list(QWidget* parent, const QString& name, const QString& accessibleName,
+                               std::function<void(const QString&)> chosen) {
+  auto* list = named(new QComboBox(parent), name, accessibleName);
+  bind(name, [list](const Control& control) {
+    showEntries(list, control);
+    showState(list, control);
+  });
+  // A turn of the wheel above a closed list would change the decoder unasked.
+  list->setFocusPolicy(Qt::StrongFocus);
+  list->installEventFilter(this);
+  connect(list, &QComboBox::activated, this,
+          [this, name, list, chosen = std::move(chosen)](int index) {
+            act([&] { chosen(list->itemText(index)); });
+            showEntries(list, bench_.controls.at(name));  // the choice may have been refused
+          });
+  return list;
+}
+
+void ControlBinder::onLeft(ValueEdit* field, std::function<void()> action) {
+  // Not taken inside the change of focus: a message box there would swallow the click that caused
+  // it and leave its button pressed.
+  connect(field, &ValueEdit::left, this, [this, action = std::move(action)] {
+    leftFields_ << action;
+    QMetaObject::invokeMethod(this, &ControlBinder::takeLeftFields, Qt::QueuedConnection);
+  });
+}
+
+void ControlBinder::tips(ValueEdit* field, std::function<QString()> tag) {
+  const auto show = [this, field, tag = std::move(tag)] { emit tipWanted(field, tag()); };
+  connect(field, &ValueEdit::entered, this, show);
+  connect(field, &ValueEdit::left, this, &ControlBinder::tipUnwanted);
+  connect(field, &ValueEdit::hovered, this, [this, show](bool over) {
+    if (over) {
+      show();
+    } else {
+      emit tipUnwanted();
+    }
+  });
+}
+
+bool ControlBinder::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Wheel) {
+    event->ignore();
+    return true;
+  }
+  return QObject::eventFilter(watched, event);
+}
+
+bool ControlBinder::takeLeftFields() {
+  const int before = refusals_;
+  while (!leftFields_.isEmpty()) leftFields_.takeFirst()();
+  return refusals_ == before;
+}
+
+void ControlBinder::act(const std::function<void()>& action) {
+  // A mnemonic presses a button without taking the focus from the field.
+  if (auto* field = qobject_cast<ValueEdit*>(QApplication::focusWidget())) emit field->left();
+  if (takeLeftFields()) action();
+}
+
+}  // namespace lokari

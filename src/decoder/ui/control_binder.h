@@ -1,0 +1,80 @@
+// Makes the controls of the decoder window and keeps each of them and its namesake on the bench the
+// same: the bench's changes show, the user's acts are handed over.
+#pragma once
+
+#include <QHash>
+#include <QObject>
+#include <QString>
+
+#include <functional>
+
+#include "decoder/decoder_bench.h"
+
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QPushButton;
+class QRadioButton;
+
+namespace lokari {
+
+class ValueEdit;
+
+class ControlBinder final : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit ControlBinder(DecoderBench& bench, QObject* parent = nullptr);
+
+  // Each makes the control `name` as a child of `parent`. `text` stays until the bench gives one.
+  QLabel* label(QWidget* parent, const QString& name, const QString& text);
+  ValueEdit* field(QWidget* parent, const QString& name, const QString& accessibleName);
+  QCheckBox* checkBox(QWidget* parent, const QString& name, const QString& text,
+                      const QString& accessibleName = {});
+  QRadioButton* option(QWidget* parent, const QString& name, const QString& text,
+                       const QString& accessibleName);
+  /// A button that forwards to the bench, after the field in hand has been taken.
+  QPushButton* button(QWidget* parent, const QString& name, const QString& text);
+  /// A drop-down list that shows the bench's text even when it is none of the entries.
+  QComboBox* list(QWidget* parent, const QString& name, const QString& accessibleName,
+                  std::function<void(const QString&)> chosen);
+
+  /// Shows the bench's control `name` with `show`, now and at every change.
+  void bind(const QString& name, std::function<void(const Control&)> show);
+  /// Follows only whether the control is enabled and visible.
+  void bindState(QWidget* control);
+  /// Runs `action` when the user has left a field, ahead of anything that is done next.
+  void onLeft(ValueEdit* field, std::function<void()> action);
+  /// Asks for the tool tip of `tag` while a field has the focus or the mouse.
+  void tips(ValueEdit* field, std::function<QString()> tag);
+
+  /// Takes the field that has the focus, and the one that has just lost it, and then runs
+  /// `action`; not when a field was refused and has the focus again.
+  void act(const std::function<void()>& action);
+  /// Takes no field that was left so far: the window closes, or the rows are others.
+  void forgetLeft() { leftFields_.clear(); }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ signals:
+  /// A field has the focus or the mouse: its tool tip is wanted; or is not any more.
+  void tipWanted(QWidget* field, const QString& tag);
+  void tipUnwanted();
+
+ private:
+  bool takeLeftFields();
+
+  DecoderBench& bench_;
+  QHash<QString, std::function<void(const Control&)>> shows_;
+  QList<std::function<void()>> leftFields_;
+  int refusals_ = 0;
+};
+
+/// A button that nothing can be done with yet: its dialog is not in the program.
+QPushButton* disabledButton(QWidget* parent, const QString& name, const QString& text);
+
+/// Enabled and visible as the bench says.
+void showState(QWidget* control, const Control& state);
+
+}  // namespace lokari

@@ -1,0 +1,75 @@
+// `frmDecoder`, the modal window in which the CVs of one vehicle's decoder are viewed, edited, read
+// and written. All state and logic is the bench's; the window draws it and hands the user's acts
+// over.
+#pragma once
+
+#include <QDialog>
+
+#include <vector>
+
+#include "decoder/decoder_bench.h"
+
+class QBoxLayout;
+class QComboBox;
+class QGridLayout;
+class QTabWidget;
+
+namespace lokari {
+
+class ControlBinder;
+class CvTableView;
+class Pictures;
+class RowsPage;
+class StationLink;
+class ToolTip;
+class WindowScale;
+struct CvRecord;
+
+class FrmDecoder final : public QDialog {
+  Q_OBJECT
+
+ public:
+  /// All arguments but `pictures` must outlive the window.
+  FrmDecoder(DecoderBench& bench, StationLink& link, Clock& clock, const Pictures& pictures,
+             const WindowScale& scale, QWidget* parent = nullptr);
+
+  /// Shows a record's sets until the user has done; `address` is the text of the main window's
+  /// `dc_adr`. True after cmdOK: the record's sets, decoder and maker are those of the window.
+  bool edit(CvRecord& record, const QString& address);
+
+  /// Escape and the window manager's close button: the same as `cmdCancel`.
+  void reject() override;
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void makeHeader(QBoxLayout* rows);
+  void makeTabs(QBoxLayout* rows, const Pictures& pictures);
+  void makeFooter(QBoxLayout* rows);
+  void makeJobButtons(QGridLayout* grid);
+  void connectBench();
+
+  void showTabs();
+  void showTab(int tab);
+  void resetRows();
+  void focusField(const QString& name, bool selectAll);
+  void runJob(CommJob job);
+  void accepted();
+  void showSetNames(const Control& control);
+  void limitSetName(const QString& text);
+
+  DecoderBench& bench_;
+  StationLink& link_;
+  const WindowScale& scale_;
+  ControlBinder* binder_;
+  ToolTip* toolTip_;
+  QTabWidget* ssDecoder_ = nullptr;
+  QComboBox* cbDcVer_ = nullptr;
+  std::vector<RowsPage*> rowsPages_;  // by tab number; null for the two fixed ones
+  CvRecord* record_ = nullptr;
+  qsizetype setNameLength_ = 0;
+};
+
+}  // namespace lokari
