@@ -10,15 +10,15 @@
 
 #include <stdexcept>
 
-#include "idle_transports.h"
-#include "support/scripted_prompt.h"
-#include "support/virtual_clock.h"
+#include "support/link_fixture.h"
 
 namespace lokari {
 namespace {
 
-class DlgCommTest : public ::testing::Test {
+class DlgCommTest : public test::LinkFixture {
  protected:
+  DlgCommTest() : LinkFixture(StationKind::TamsMc) { link.setView(nullptr); }
+
   template <typename T>
   T* control(const char* name) {
     T* found = dialog_.findChild<T*>(QString::fromLatin1(name));
@@ -44,27 +44,22 @@ class DlgCommTest : public ::testing::Test {
 
   /// Lets a wait run, as ReadCV() and the pauses do.
   void wait(Millis span) {
-    clock_.waitUntil([this] { return link_.cancelRequested; }, clock_.now() + span);
+    clock.waitUntil([this] { return link.cancelRequested; }, clock.now() + span);
   }
 
-  Settings settings_;
-  test::VirtualClock clock_;
-  test::ScriptedPrompt prompt_;
-  test::IdleTransports idle_;
-  StationLink link_{settings_, clock_, prompt_, idle_.transports()};
-  DlgComm dialog_{link_};
+  DlgComm dialog_{link};
 };
 
 TEST_F(DlgCommTest, TheJobRunsInTheVisibleDialogWithTheCancelFlagCleared) {
-  link_.cancelRequested = true;
+  link.cancelRequested = true;
   int runs = 0;
   dialog_.run(CommJob::ReadMain, [&] {
     ++runs;
     EXPECT_TRUE(dialog_.isVisible());
     EXPECT_TRUE(dialog_.isModal());
     EXPECT_TRUE(dialog_.isActiveWindow());
-    EXPECT_FALSE(link_.cancelRequested);
-    EXPECT_EQ(link_.commJob, CommJob::ReadMain);
+    EXPECT_FALSE(link.cancelRequested);
+    EXPECT_EQ(link.commJob, CommJob::ReadMain);
     EXPECT_TRUE(cmdCancel()->isEnabled());
     EXPECT_EQ(cmdCancel()->text(), QStringLiteral("Abbruch"));
     EXPECT_FALSE(panProgress()->isVisible());
@@ -90,20 +85,20 @@ TEST_F(DlgCommTest, ComingToTheFrontAgainDoesNotStartTheJobAgain) {
 }
 
 TEST_F(DlgCommTest, TheDialogIsTheLinksViewWhileTheJobRuns) {
-  EXPECT_EQ(link_.view(), nullptr);
+  EXPECT_EQ(link.view(), nullptr);
   dialog_.run(CommJob::ReadProgTrack, [&] {
-    EXPECT_EQ(link_.view(), &dialog_);
+    EXPECT_EQ(link.view(), &dialog_);
     dialog_.hide();
   });
-  EXPECT_EQ(link_.view(), nullptr);
+  EXPECT_EQ(link.view(), nullptr);
 }
 
 TEST_F(DlgCommTest, CancelEndsTheWaitAndDisablesTheButtonButLeavesTheDialogOpen) {
   dialog_.run(CommJob::ReadProgTrack, [&] {
-    clock_.schedule(300, [this] { press(); });
+    clock.schedule(300, [this] { press(); });
     wait(60000);
-    EXPECT_EQ(clock_.now(), 300);
-    EXPECT_TRUE(link_.cancelRequested);
+    EXPECT_EQ(clock.now(), 300);
+    EXPECT_TRUE(link.cancelRequested);
     EXPECT_FALSE(cmdCancel()->isEnabled());
     EXPECT_TRUE(dialog_.isVisible());
     dialog_.hide();
@@ -126,7 +121,7 @@ TEST_F(DlgCommTest, AJobThatEndsWithOkStaysUntilTheButtonIsPressed) {
   });
   EXPECT_TRUE(looked);
   EXPECT_FALSE(dialog_.isVisible());
-  EXPECT_TRUE(link_.cancelRequested);
+  EXPECT_TRUE(link.cancelRequested);
 }
 
 TEST_F(DlgCommTest, AJobWithoutTheStationClosesAtOnceOnCancelAndIsWaitedFor) {
@@ -134,8 +129,8 @@ TEST_F(DlgCommTest, AJobWithoutTheStationClosesAtOnceOnCancelAndIsWaitedFor) {
   dialog_.run(CommJob::ProgressOnly, [&] {
     press();
     EXPECT_FALSE(dialog_.isVisible());
-    EXPECT_TRUE(link_.cancelRequested);
-    clock_.waitUntil([] { return false; }, clock_.now() + 1000);
+    EXPECT_TRUE(link.cancelRequested);
+    clock.waitUntil([] { return false; }, clock.now() + 1000);
     ended = true;
   });
   EXPECT_TRUE(ended);
@@ -144,7 +139,7 @@ TEST_F(DlgCommTest, AJobWithoutTheStationClosesAtOnceOnCancelAndIsWaitedFor) {
 TEST_F(DlgCommTest, ClosingTheWindowWhileAJobRunsIsACancel) {
   dialog_.run(CommJob::ReadProgTrack, [&] {
     EXPECT_FALSE(dialog_.close());
-    EXPECT_TRUE(link_.cancelRequested);
+    EXPECT_TRUE(link.cancelRequested);
     EXPECT_TRUE(dialog_.isVisible());
     EXPECT_FALSE(cmdCancel()->isEnabled());
     EXPECT_FALSE(dialog_.close());
@@ -157,7 +152,7 @@ TEST_F(DlgCommTest, ClosingTheWindowWhileAJobRunsIsACancel) {
 TEST_F(DlgCommTest, EscapeWhileAJobRunsIsACancel) {
   dialog_.run(CommJob::WriteProgTrack, [&] {
     QTest::keyClick(&dialog_, Qt::Key_Escape);
-    EXPECT_TRUE(link_.cancelRequested);
+    EXPECT_TRUE(link.cancelRequested);
     EXPECT_TRUE(dialog_.isVisible());
     dialog_.hide();
   });
@@ -166,7 +161,7 @@ TEST_F(DlgCommTest, EscapeWhileAJobRunsIsACancel) {
 TEST_F(DlgCommTest, EnterPressesTheButton) {
   dialog_.run(CommJob::WriteProgTrack, [&] {
     QTest::keyClick(&dialog_, Qt::Key_Return);
-    EXPECT_TRUE(link_.cancelRequested);
+    EXPECT_TRUE(link.cancelRequested);
     dialog_.hide();
   });
 }
@@ -232,7 +227,7 @@ TEST_F(DlgCommTest, TheNextJobBeginsWithACleanDialog) {
     EXPECT_FALSE(panProgress()->isEnabled());
     EXPECT_TRUE(cmdCancel()->isEnabled());
     EXPECT_EQ(cmdCancel()->text(), QStringLiteral("Abbruch"));
-    EXPECT_FALSE(link_.cancelRequested);
+    EXPECT_FALSE(link.cancelRequested);
     dialog_.hide();
   });
 }
@@ -241,7 +236,7 @@ TEST_F(DlgCommTest, AFailureOfTheJobClosesTheDialogAndReachesTheCaller) {
   EXPECT_THROW(dialog_.run(CommJob::ReadProgTrack, [] { throw std::runtime_error("gone"); }),
                std::runtime_error);
   EXPECT_FALSE(dialog_.isVisible());
-  EXPECT_EQ(link_.view(), nullptr);
+  EXPECT_EQ(link.view(), nullptr);
 }
 
 TEST_F(DlgCommTest, AStatusIsNeverTakenForMarkup) {
