@@ -183,7 +183,9 @@ bool ControlBinder::takeLeftFields() {
 
 void ControlBinder::act(const std::function<void()>& action) {
   // A mnemonic presses a button without taking the focus from the field.
-  if (auto* field = qobject_cast<ValueEdit*>(QApplication::focusWidget())) emit field->left();
+  QWidget* focus = QApplication::focusWidget();
+  if (const auto* list = qobject_cast<QComboBox*>(focus)) focus = list->lineEdit();
+  if (auto* field = qobject_cast<ValueEdit*>(focus)) emit field->left();
   if (takeLeftFields()) action();
 }
 

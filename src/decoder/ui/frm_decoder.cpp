@@ -91,7 +91,8 @@ void FrmDecoder::makeHeader(QBoxLayout* rows) {
   cbDcVer_->setInsertPolicy(QComboBox::NoInsert);
   cbDcVer_->setLineEdit(name);
   cbDcVer_->setCompleter(nullptr);
-  name->installEventFilter(this);
+  // The list has the focus and passes the keys on to its text.
+  cbDcVer_->installEventFilter(this);
   binder_->bind(setList, [this](const Control& control) { showSetNames(control); });
   connect(name, &ValueEdit::textEdited, this, &FrmDecoder::limitSetName);
   binder_->onLeft(name, [this, name] { bench_.setNameLeft(name->text()); });
@@ -308,7 +309,7 @@ void FrmDecoder::limitSetName(const QString& text) {
 }
 
 bool FrmDecoder::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == cbDcVer_->lineEdit() && event->type() == QEvent::KeyPress) {
+  if (watched == cbDcVer_ && event->type() == QEvent::KeyPress) {
     const QString typed = static_cast<QKeyEvent*>(event)->text();
     if (!typed.isEmpty() &&
         !DecoderBench::setNameTakes(cbDcVer_->currentText(), typed.at(0).unicode()))
