@@ -139,7 +139,8 @@ QComboBox* ControlBinder::list(QWidget* parent, const QString& name, const QStri
   list->installEventFilter(this);
   connect(list, &QComboBox::activated, this,
           [this, name, list, chosen = std::move(chosen)](int index) {
-            act([&] { chosen(list->itemText(index)); });
+            // The list has the focus, and its own text is the choice.
+            if (takeLeftFields()) chosen(list->itemText(index));
             showEntries(list, bench_.controls.at(name));  // the choice may have been refused
           });
   return list;

@@ -138,7 +138,7 @@ class PageMaker {
       QRadioButton* option = binder_.option(box_, text(name), text(caption),
                                             text(pair.caption) + u' ' + text(caption));
       group->addButton(option);
-      grid_->addWidget(option, row_, column++);
+      grid_->addWidget(option, row_, column++, Qt::AlignLeft);
     }
   }
 

@@ -160,6 +160,7 @@ void RowsPage::make(QWidget* before) {
   makeButtons(grid);
   for (QPushButton* button : std::as_const(buttons_)) follow(button);
   layout()->addWidget(content_);
+  content_->show();
 }
 
 void RowsPage::showRow(int row) {

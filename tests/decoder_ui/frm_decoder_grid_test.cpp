@@ -1,0 +1,214 @@
+// The grid of all CVs in the decoder window.
+#include <QHeaderView>
+
+#include "window_fixture.h"
+
+namespace lokari {
+namespace {
+
+class FrmDecoderGrid : public test::WindowFixture {
+ protected:
+  FrmDecoderGrid() {
+    describe(
+        "SPEEDTABLE=N\nMAPVALA_2=16\n"
+        "CV_50=Fuenfzig,0-9,4\n"
+        "CV_51=Nur lesen,0-255,256\n"
+        "CV_52=Bits,0-255,0,0,,\"1,Licht,Aus,Ein\"\n"
+        "CV_257_2=Im Block,0-255,1\n");
+  }
+
+  QString cell(int row, GridColumn column) {
+    return grid()->model()->index(row - 1, static_cast<int>(column)).data().toString();
+  }
+
+  void clickCell(int row, GridColumn column, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    const QModelIndex index = grid()->model()->index(row - 1, static_cast<int>(column));
+    grid()->scrollTo(index);
+    QTest::mouseClick(grid()->viewport(), Qt::LeftButton, modifiers,
+                      grid()->visualRect(index).center());
+  }
+
+  void clickHead(GridColumn column) {
+    QHeaderView* heads = grid()->horizontalHeader();
+    const int section = static_cast<int>(column);
+    QTest::mouseClick(
+        heads->viewport(), Qt::LeftButton, Qt::NoModifier,
+        QPoint(heads->sectionViewportPosition(section) + heads->sectionSize(section) / 2,
+               heads->height() / 2));
+  }
+
+  bool read(int cv) const { return bench.description.info(CvIndex(cv)).cvRead; }
+  bool write(int cv) const { return bench.description.info(CvIndex(cv)).cvWrite; }
+
+  void editGrid(const std::function<void()>& script) {
+    edit([&] {
+      tabs()->setCurrentIndex(kGridTab);
+      QCoreApplication::processEvents();
+      script();
+    });
+  }
+};
+
+TEST_F(FrmDecoderGrid, ShowsSevenColumnsAndARowForEveryCv) {
+  setValue(50, 7);
+  editGrid([&] {
+    QStringList heads;
+    for (int column = 0; column < grid()->model()->columnCount(); ++column)
+      heads << grid()->model()->headerData(column, Qt::Horizontal).toString();
+    EXPECT_EQ(heads, (QStringList{QStringLiteral("CV"), QStringLiteral("Bezeichnung"),
+                                  QStringLiteral("Bereich"), QStringLiteral("Wert"),
+                                  QStringLiteral("Lesen"), QStringLiteral("Schreiben"),
+                                  QStringLiteral("Details")}));
+    EXPECT_EQ(grid()->model()->rowCount(), 4);
+    EXPECT_EQ(cell(1, GridColumn::Cv), QStringLiteral("50"));
+    EXPECT_EQ(cell(1, GridColumn::Name), QStringLiteral("Fuenfzig"));
+    EXPECT_EQ(cell(1, GridColumn::Range), QStringLiteral("0-9"));
+    EXPECT_EQ(cell(1, GridColumn::Value), QStringLiteral("7"));
+    EXPECT_EQ(cell(4, GridColumn::Cv), QStringLiteral("257 (2)"));
+  });
+}
+
+TEST_F(FrmDecoderGrid, ClicksToggleTheMarksOfOneCv) {
+  editGrid([&] {
+    clickCell(1, GridColumn::Read);
+    clickCell(4, GridColumn::Write);
+    EXPECT_TRUE(read(50));
+    EXPECT_FALSE(read(51));
+    EXPECT_TRUE(write(1024));
+    clickCell(1, GridColumn::Read);
+    EXPECT_FALSE(read(50));
+  });
+}
+
+TEST_F(FrmDecoderGrid, AReadOnlyCvCanNeitherBeMarkedForWritingNorEdited) {
+  editGrid([&] {
+    clickCell(2, GridColumn::Write);
+    EXPECT_FALSE(write(51));
+    clickCell(2, GridColumn::Value);
+    EXPECT_FALSE(field("tabText")->isVisible());
+    clickCell(2, GridColumn::Read);
+    EXPECT_TRUE(read(51));
+  });
+}
+
+TEST_F(FrmDecoderGrid, AHeadTogglesEveryRowOnItsOwn) {
+  editGrid([&] {
+    clickCell(1, GridColumn::Read);
+    clickHead(GridColumn::Read);
+    EXPECT_FALSE(read(50));
+    EXPECT_TRUE(read(51));
+    EXPECT_TRUE(read(52));
+    EXPECT_TRUE(read(1024));
+  });
+}
+
+TEST_F(FrmDecoderGrid, AHeadTogglesTheSelectedRowsOnly) {
+  editGrid([&] {
+    clickCell(2, GridColumn::Name);
+    clickCell(3, GridColumn::Name, Qt::ShiftModifier);
+    clickHead(GridColumn::Write);
+    EXPECT_FALSE(write(50));
+    EXPECT_TRUE(write(51));
+    EXPECT_TRUE(write(52));
+    EXPECT_FALSE(write(1024));
+  });
+}
+
+TEST_F(FrmDecoderGrid, SelectingWithShiftOnABoxChangesNoMark) {
+  editGrid([&] {
+    clickCell(1, GridColumn::Name);
+    clickCell(3, GridColumn::Read, Qt::ShiftModifier);
+    EXPECT_FALSE(read(52));
+  });
+}
+
+TEST_F(FrmDecoderGrid, AValueIsEditedInTheBoxOverItsCell) {
+  setValue(50, 7, '1');
+  editGrid([&] {
+    clickCell(1, GridColumn::Value);
+    ValueEdit* tabText = field("tabText");
+    EXPECT_TRUE(tabText->isVisible());
+    EXPECT_TRUE(tabText->hasFocus());
+    EXPECT_EQ(tabText->selectedText(), QStringLiteral("7"));
+    EXPECT_EQ(tabText->geometry(), grid()->visualRect(grid()->model()->index(0, 3)));
+    QTest::keyClicks(tabText, QStringLiteral("9"));
+    QTest::keyClick(tabText, Qt::Key_Return);
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(tabText->isVisible());
+    EXPECT_EQ(value(50), 9);
+    EXPECT_EQ(cell(1, GridColumn::Value), QStringLiteral("9"));
+    EXPECT_TRUE(window.isVisible());
+  });
+}
+
+TEST_F(FrmDecoderGrid, AValueOutOfRangeKeepsTheBoxOpen) {
+  setValue(50, 7);
+  editGrid([&] {
+    clickCell(1, GridColumn::Value);
+    QTest::keyClicks(field("tabText"), QStringLiteral("10"));
+    QTest::keyClick(field("tabText"), Qt::Key_Return);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(prompt.shown, QStringList{QStringLiteral("Eingabe außerhalb des Wertebereichs!")});
+    EXPECT_TRUE(field("tabText")->isVisible());
+    EXPECT_TRUE(field("tabText")->hasFocus());
+    EXPECT_EQ(field("tabText")->selectedText(), QStringLiteral("10"));
+    EXPECT_EQ(value(50), 7);
+  });
+}
+
+TEST_F(FrmDecoderGrid, ClickingAnotherCellTakesTheValueInHandFirst) {
+  editGrid([&] {
+    clickCell(1, GridColumn::Value);
+    QTest::keyClicks(field("tabText"), QStringLiteral("3"));
+    clickCell(4, GridColumn::Value);
+    EXPECT_EQ(value(50), 3);
+    EXPECT_TRUE(field("tabText")->isVisible());
+    QTest::keyClicks(field("tabText"), QStringLiteral("200"));
+    click("cmdReadAll");
+    EXPECT_EQ(value(1024), 200);
+  });
+}
+
+TEST_F(FrmDecoderGrid, EscapeLeavesTheBoxAndNotTheWindow) {
+  editGrid([&] {
+    clickCell(1, GridColumn::Value);
+    QTest::keyClick(field("tabText"), Qt::Key_Escape);
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(field("tabText")->isVisible());
+    EXPECT_TRUE(window.isVisible());
+  });
+}
+
+TEST_F(FrmDecoderGrid, TheKeyboardDoesWhatTheMouseDoes) {
+  editGrid([&] {
+    grid()->setFocus();
+    grid()->setCurrentIndex(grid()->model()->index(0, 4));
+    QTest::keyClick(grid(), Qt::Key_Space);
+    EXPECT_TRUE(read(50));
+    grid()->setCurrentIndex(grid()->model()->index(0, 3));
+    QTest::keyClick(grid(), Qt::Key_Return);
+    EXPECT_TRUE(field("tabText")->isVisible());
+  });
+}
+
+TEST_F(FrmDecoderGrid, AValueHasTheColourOfItsMark) {
+  setValue(50, 1, '1');
+  setValue(52, 1, '2');
+  editGrid([&] {
+    const QAbstractItemModel* cvs = grid()->model();
+    EXPECT_EQ(cvs->index(0, 3).data(Qt::ForegroundRole).value<QColor>(), QColor(0, 0, 255));
+    EXPECT_EQ(cvs->index(2, 3).data(Qt::ForegroundRole).value<QColor>(), QColor(255, 0, 0));
+    EXPECT_FALSE(cvs->index(3, 3).data(Qt::ForegroundRole).isValid());
+  });
+}
+
+TEST_F(FrmDecoderGrid, NoHeadIsCut) {
+  editGrid([&] {
+    const QHeaderView* heads = grid()->horizontalHeader();
+    for (int column = 0; column < heads->count(); ++column)
+      EXPECT_GE(heads->sectionSize(column), heads->sectionSizeHint(column)) << column;
+  });
+}
+
+}  // namespace
+}  // namespace lokari
