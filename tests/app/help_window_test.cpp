@@ -53,11 +53,12 @@ TEST_F(HelpWindowTest, TheContentsNameTheChapters) {
   for (int i = 0; i < model->rowCount(book); ++i) {
     chapters << model->index(i, 0, book).data().toString();
   }
-  EXPECT_EQ(chapters,
-            QStringList(
-                {QStringLiteral("Erste Schritte"), QStringLiteral("Fahrzeuge"),
-                 QStringLiteral("Decoder lesen und schreiben"), QStringLiteral("Einstellungsdatei"),
-                 QStringLiteral("Anschlüsse (PORTS.INI)"), QStringLiteral("Fehlermeldungen")}));
+  // The first chapter leads; the manual may grow behind it.
+  EXPECT_EQ(chapters.value(0), QStringLiteral("Erste Schritte"));
+  for (const char* chapter : {"Fahrzeuge", "Decoder lesen und schreiben", "Einstellungsdatei",
+                              "Anschlüsse (PORTS.INI)", "Fehlermeldungen"}) {
+    EXPECT_TRUE(chapters.contains(QString::fromUtf8(chapter))) << chapter;
+  }
   EXPECT_TRUE(window_->fault().isEmpty());
 }
 

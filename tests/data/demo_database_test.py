@@ -1,6 +1,6 @@
 """The demonstration's database agrees with the catalogue, the lists and the simulated decoder.
 
-Call: demo_database_test.py STAGED_DATA_FOLDER
+Call: demo_database_test.py STAGED_DATA_FOLDER STAGED_DEMO_FOLDER
 """
 
 import pathlib
@@ -10,6 +10,7 @@ import sys
 import unittest
 
 DATA = pathlib.Path(sys.argv.pop(1))
+DEMO = pathlib.Path(sys.argv.pop(1))
 CV_COLUMNS = [f"DC_CV{suffix}{end}" for suffix in ("", "_1", "_2", "_3", "_4") for end in ("", "_ST")]
 
 
@@ -32,7 +33,7 @@ def simulated_vehicles(path):
 class DemoDatabase(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        cls.database = sqlite3.connect(f"file:{DATA}/demo/DB/LOKARIV3.MDB?mode=ro", uri=True)
+        cls.database = sqlite3.connect(f"file:{DEMO}/DB/LOKARIV3.MDB?mode=ro", uri=True)
         cls.database.row_factory = sqlite3.Row
         cls.vehicles = cls.database.execute("SELECT * FROM LOCO_DAT").fetchall()
 
@@ -100,7 +101,7 @@ class DemoDatabase(unittest.TestCase):
         self.assertEqual(kinds, {b"BM", b"\xff\xd8"})
 
     def test_the_decoder_on_the_programming_track_is_that_of_address_64(self):
-        name, lines = next(iter(simulated_vehicles(DATA / "sim/decoder.txt").items()))
+        name, lines = next(iter(simulated_vehicles(DEMO / "sim/decoder.txt").items()))
         keys = {key: value for bank, key, value in lines if not bank}
         row = self.database.execute(
             "SELECT * FROM LOCO_DAT WHERE DC_COLL = 'Anlage' AND DC_ADR = 64").fetchone()
@@ -120,7 +121,7 @@ class DemoDatabase(unittest.TestCase):
         self.assertGreater(compared, 100)
 
     def test_the_foreign_decoder_differs_from_every_vehicle_of_the_layout(self):
-        (lines,) = simulated_vehicles(DATA / "sim/fremd.txt").values()
+        (lines,) = simulated_vehicles(DEMO / "sim/fremd.txt").values()
         keys = {key: int(value) for _, key, value in lines if key in ("address", "manufacturer")}
         rows = self.database.execute("SELECT DC_ADR, DC_MANUF FROM LOCO_DAT WHERE DC_COLL = 'Anlage'"
                                      " AND DC_CV IS NOT NULL AND DC_DECODER <> 'FW-F8'")

@@ -10,7 +10,7 @@ namespace {
 Layout layoutOf(const char* name) {
   Layout layout;
   const auto text =
-      readTextFile(QStringLiteral(LOKARI_TEST_DATA_DIR "/sim/") + QString::fromLatin1(name));
+      readTextFile(QStringLiteral(LOKARI_TEST_DEMO_DIR "/sim/") + QString::fromLatin1(name));
   EXPECT_TRUE(text.has_value()) << name;
   EXPECT_EQ(readDecoders(text.value_or(QString()), layout), QString());
   return layout;
