@@ -31,7 +31,7 @@ int main(int argc, char** argv) {
   StandardConsole console;
   QtClock clock;
   const QString appPath = prepareAppPath(console);
-  SystemTransports transports(appPath);
+  SystemTransports transports(appPath, clock);
   Interrupt interrupt;
   const SignalWatch watch([&interrupt] { interrupt.raise(); });
   const CliWorld world{appPath, clock, transports.transports(), console, interrupt};

@@ -16,6 +16,15 @@ struct CanMessage {
   std::array<quint8, 17> DATA{};
 };
 
+/// What a driver is opened with. The meaning of `btr`, `p1` and `p2` differs by driver.
+struct CanOpenCall {
+  int driver = 0;
+  qint16 btr = 0;
+  qint16 p1 = 0;
+  qint16 p2 = 0;
+  int baudrate = 0;  ///< of a key's serial port, bits per second; 0 is the key's own
+};
+
 /// Results are 0 for success, else the driver's code. Messages arrive while events run.
 class CanDriver {
  public:
@@ -23,8 +32,7 @@ class CanDriver {
 
   /// Whether this machine can offer the driver, 1 to 9.
   virtual bool isPresent(int driver) const = 0;
-  /// The meaning of the three parameters differs by driver.
-  virtual int open(int driver, qint16 btr, qint16 p1, qint16 p2) = 0;
+  virtual int open(const CanOpenCall& call) = 0;
   virtual int close() = 0;
   virtual int write(const CanMessage& message) = 0;
   /// Takes the oldest message waiting; not 0 when there is none. Never waits. Throws LinkError when

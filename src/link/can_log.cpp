@@ -4,7 +4,8 @@
 
 namespace lokari {
 
-CanLog::CanLog(const QString& path, const Clock& clock) : file_(path), clock_(clock) {
+void CanLog::begin() {
+  if (isOpen()) return;
   file_.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered);
 }
 

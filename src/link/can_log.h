@@ -10,10 +10,11 @@ class Clock;
 
 class CanLog {
  public:
-  /// Creates the file, replacing an older one. A file that cannot be created is reported to nobody:
-  /// nothing is logged then.
-  CanLog(const QString& path, const Clock& clock);
+  CanLog(const QString& path, const Clock& clock) : file_(path), clock_(clock) {}
 
+  /// Creates the file, replacing an older one; does nothing when that has been done. A file that
+  /// cannot be created is reported to nobody: nothing is logged then.
+  void begin();
   bool isOpen() const { return file_.isOpen(); }
 
   /// "10:00:01.250 " in local time, the text, carriage return and line feed.

@@ -38,7 +38,7 @@ ModCan::~ModCan() {
   if (isOpen()) driver_.close();
 }
 
-int ModCan::canOpen(int driver, int p1, int p2, int btr, const QString& ipAddr) {
+int ModCan::canOpen(int driver, int p1, int p2, int btr, const KeySettings& key) {
   if (isOpen()) {
     ++uses_;
     return kAlreadyOpen;
@@ -49,15 +49,19 @@ int ModCan::canOpen(int driver, int p1, int p2, int btr, const QString& ipAddr) 
   const bool isKey = canDriver_ == 6 || canDriver_ == 8;
   if (isKey && driver_.isPresent(canDriver_ + 1)) ++canDriver_;
 
-  auto rate = static_cast<qint16>(btr);
-  auto second = static_cast<qint16>(p2);
+  CanOpenCall call{
+      .driver = canDriver_,
+      .btr = static_cast<qint16>(btr),
+      .p1 = static_cast<qint16>(p1 + kPortOffsets[static_cast<size_t>(canDriver_)]),
+      .p2 = static_cast<qint16>(p2),
+      .baudrate = key.baudrate,
+  };
   if (canDriver_ == kKeyOverIp && p1 == 0) {
-    const PackedAddress address = packAddress(ipAddr);
-    rate = address.btr;
-    second = address.p2;
+    const PackedAddress address = packAddress(key.ipAddr);
+    call.btr = address.btr;
+    call.p2 = address.p2;
   }
-  const int port = p1 + kPortOffsets[static_cast<size_t>(canDriver_)];
-  int code = driver_.open(canDriver_, rate, static_cast<qint16>(port), second);
+  int code = driver_.open(call);
   if (code == kHarmless) code = 0;
   if (code != 0) {
     canClose();

@@ -9,6 +9,12 @@ namespace lokari {
 
 class CanLog;
 
+/// What the key library takes from the settings.
+struct KeySettings {
+  QString ipAddr;
+  int baudrate = 0;  ///< 0: the key's own
+};
+
 class ModCan {
  public:
   static constexpr int kAlreadyOpen = -1;
@@ -26,8 +32,8 @@ class ModCan {
   /// outside 1 to 8, else the driver's code.
   ///
   /// Driver 7 is taken as 8; 6 and 8 become 7 and 9, the key library's second generation, where it
-  /// is present. For driver 9 with `p1` 0 the address `ipAddr` takes the places of `btr` and `p2`.
-  int canOpen(int driver, int p1, int p2, int btr, const QString& ipAddr);
+  /// is present. For driver 9 with `p1` 0 the IP address takes the places of `btr` and `p2`.
+  int canOpen(int driver, int p1, int p2, int btr, const KeySettings& key);
   /// Closes the driver when the last user has gone; gives the driver's code.
   int canClose();
   /// 0 on success.

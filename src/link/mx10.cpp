@@ -22,7 +22,7 @@ constexpr int kBitTiming = 0x031C;  // 125 kbit/s
 }  // namespace
 
 Mx10Protocol::Mx10Protocol(StationLink& link)
-    : StationProtocol(link), can_(link.can(), link.settings().canLog ? link.canLog() : nullptr) {}
+    : StationProtocol(link), can_(link.can(), link.canLog()) {}
 
 void Mx10Protocol::open(bool progOn, int& step) {
   const Settings& settings = link().settings();
@@ -31,7 +31,8 @@ void Mx10Protocol::open(bool progOn, int& step) {
   for (int i = 0; i < kOpenTries; ++i) {
     if (i > 0) link().Delay(1);
     step = 1903;
-    code = can_.canOpen(kDriver, port, kParameter, kBitTiming, settings.ipAddr);
+    code = can_.canOpen(kDriver, port, kParameter, kBitTiming,
+                        {.ipAddr = settings.ipAddr, .baudrate = settings.baudrate});
     if (code == 0 || code == ModCan::kAlreadyOpen) break;
   }
   if (code != 0 && code != ModCan::kAlreadyOpen) {

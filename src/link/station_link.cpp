@@ -1,6 +1,7 @@
 #include "link/station_link.h"
 
 #include "base/clock.h"
+#include "link/can_log.h"
 #include "link/cv_frame.h"
 #include "link/link_error.h"
 #include "link/protocol_table.h"
@@ -32,7 +33,9 @@ struct StationLink::Impl {
 
 StationLink::StationLink(const Settings& settings, Clock& clock, Prompt& prompt,
                          Transports transports)
-    : impl_(std::make_unique<Impl>(settings, clock, prompt, transports)) {}
+    : impl_(std::make_unique<Impl>(settings, clock, prompt, transports)) {
+  if (canLog() != nullptr) canLog()->begin();
+}
 
 StationLink::~StationLink() = default;
 
@@ -165,7 +168,7 @@ CanDriver& StationLink::can() const {
 }
 
 CanLog* StationLink::canLog() const {
-  return impl_->transports.canLog;
+  return settings().canLog ? impl_->transports.canLog : nullptr;
 }
 
 }  // namespace lokari

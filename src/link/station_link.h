@@ -26,13 +26,14 @@ struct Transports {
   SerialLine& serial;
   UdpSocket& udp;
   CanDriver& can;
-  CanLog* canLog = nullptr;  ///< where the CAN traffic is written, if anywhere
+  CanLog* canLog = nullptr;  ///< where the CAN traffic is written; may be null
 };
 
 class StationLink {
  public:
   /// All arguments must outlive the link. `settings` is looked at anew by every operation, so that
-  /// a change of the options holds for the next session.
+  /// a change of the options holds for the next session. The CAN traffic log begins here, when it
+  /// is on.
   StationLink(const Settings& settings, Clock& clock, Prompt& prompt, Transports transports);
   ~StationLink();
 
@@ -76,6 +77,7 @@ class StationLink {
   SerialLine& serial() const;
   UdpSocket& udp() const;
   CanDriver& can() const;
+  /// The log of the CAN traffic, or null when it is off.
   CanLog* canLog() const;
 
   /// The protocol of the configured station kind, for messages beyond CVs. Throws LinkError when

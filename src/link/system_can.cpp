@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "base/bytes.h"
-#include "base/settings.h"
 #include "link/can_code.h"
 
 namespace lokari {
@@ -25,35 +24,32 @@ QString dotted(qint16 high, qint16 low) {
 
 }  // namespace
 
-SystemCan::SystemCan(const Settings& settings, Clock& clock, SerialLine& line, UdpSocket& socket,
+SystemCan::SystemCan(Clock& clock, SerialLine& line, UdpSocket& socket,
                      std::vector<CanInterface> interfaces)
-    : settings_(settings),
-      bus_(std::move(interfaces), clock),
-      serial_(line, clock),
-      ip_(socket, clock) {}
+    : bus_(std::move(interfaces), clock), serial_(line, clock), ip_(socket, clock) {}
 
 bool SystemCan::isPresent(int driver) const {
   return driver >= kFirstKey ? driver <= kKeyOverIp : bus_.isPresent(driver);
 }
 
-int SystemCan::open(int driver, qint16 btr, qint16 p1, qint16 p2) {
-  if (!isPresent(driver)) return can_code::kNoDevice;
-  if (driver >= kFirstKey) return openKey(driver, btr, p1, p2);
+int SystemCan::open(const CanOpenCall& call) {
+  if (!isPresent(call.driver)) return can_code::kNoDevice;
+  if (call.driver >= kFirstKey) return openKey(call);
   used_ = &bus_;
-  return bus_.open(driver, btr);
+  return bus_.open(call.driver, call.btr);
 }
 
-int SystemCan::openKey(int driver, qint16 btr, qint16 p1, qint16 p2) {
-  const int comPort = p1 - kPortOffsets[static_cast<size_t>(driver - kFirstKey)];
+int SystemCan::openKey(const CanOpenCall& call) {
+  const int comPort = call.p1 - kPortOffsets[static_cast<size_t>(call.driver - kFirstKey)];
   if (comPort > 0) {
     used_ = &serial_;
-    return serial_.open(comPort,
-                        settings_.baudrate != 0 ? settings_.baudrate : CanKeySerial::kDefaultRate);
+    return serial_.open(comPort, call.baudrate != 0 ? call.baudrate : CanKeySerial::kDefaultRate);
   }
   // The other drivers have no place for an address.
-  if (driver != kKeyOverIp || comPort < 0 || (btr == 0 && p2 == 0)) return can_code::kBadAddress;
+  const bool hasAddress = call.driver == kKeyOverIp && (call.btr != 0 || call.p2 != 0);
+  if (comPort < 0 || !hasAddress) return can_code::kBadAddress;
   used_ = &ip_;
-  return ip_.open(dotted(btr, p2));
+  return ip_.open(dotted(call.btr, call.p2));
 }
 
 int SystemCan::close() {

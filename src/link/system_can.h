@@ -8,28 +8,24 @@
 
 namespace lokari {
 
-struct Settings;
-
 class SystemCan final : public CanDriver {
  public:
   /// All arguments must outlive the drivers. `line` and `socket` are the key's own or shared with
-  /// stations of other kinds, which are never open at the same time. The setting `Baudrate` is
-  /// looked at when the key opens.
-  SystemCan(const Settings& settings, Clock& clock, SerialLine& line, UdpSocket& socket,
+  /// stations of other kinds, which are never open at the same time.
+  SystemCan(Clock& clock, SerialLine& line, UdpSocket& socket,
             std::vector<CanInterface> interfaces = CanBus::systemInterfaces());
 
   bool isPresent(int driver) const override;
   /// 1 to 5: `btr` are the bit timing registers. 6 to 9: `p1` is the COM port, on 8 raised by 20
   /// and on 9 by 208. On 9 without a port `btr` and `p2` are the station's IP address.
-  int open(int driver, qint16 btr, qint16 p1, qint16 p2) override;
+  int open(const CanOpenCall& call) override;
   int close() override;
   int write(const CanMessage& message) override;
   int read(CanMessage& message) override;
 
  private:
-  int openKey(int driver, qint16 btr, qint16 p1, qint16 p2);
+  int openKey(const CanOpenCall& call);
 
-  const Settings& settings_;
   CanBus bus_;
   CanKeySerial serial_;
   CanKeyIp ip_;

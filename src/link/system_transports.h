@@ -1,8 +1,6 @@
 // The transports of this machine, for the programs.
 #pragma once
 
-#include <optional>
-
 #include "link/can_log.h"
 #include "link/port_table.h"
 #include "link/qt_serial_line.h"
@@ -14,9 +12,8 @@ namespace lokari {
 
 class SystemTransports {
  public:
-  /// `appPath` holds PORTS.INI, and CAN.log, which is begun anew when the setting `CANLog` is on.
-  /// All arguments must outlive the transports.
-  SystemTransports(const Settings& settings, const QString& appPath, Clock& clock);
+  /// `appPath` holds PORTS.INI and CAN.log. `clock` must outlive the transports.
+  SystemTransports(const QString& appPath, Clock& clock);
 
   Transports transports();
   PortTable& ports() { return ports_; }
@@ -26,7 +23,7 @@ class SystemTransports {
   QtSerialLine serial_;
   QtUdpSocket udp_;
   SystemCan can_;
-  std::optional<CanLog> canLog_;
+  CanLog canLog_;
 };
 
 }  // namespace lokari

@@ -12,7 +12,7 @@
 namespace lokari {
 namespace {
 
-const QString kAddress = QStringLiteral("192.168.000.111");
+const KeySettings kKey{.ipAddr = QStringLiteral("192.168.000.111"), .baudrate = 115200};
 
 struct Numbering {
   int asked;
@@ -25,13 +25,14 @@ class ModCanNumbering : public ::testing::TestWithParam<Numbering> {};
 TEST_P(ModCanNumbering, OpensTheDriverWithItsArguments) {
   test::MemoryCan driver;
   ModCan can(driver, nullptr);
-  EXPECT_EQ(can.canOpen(GetParam().asked, 3, 8, 0x031C, kAddress), 0);
+  EXPECT_EQ(can.canOpen(GetParam().asked, 3, 8, 0x031C, kKey), 0);
   EXPECT_EQ(can.canDriver(), GetParam().used);
   ASSERT_EQ(driver.openCalls.size(), 1);
   EXPECT_EQ(driver.openCalls[0].driver, GetParam().used);
   EXPECT_EQ(driver.openCalls[0].btr, 0x031C);
   EXPECT_EQ(driver.openCalls[0].p1, GetParam().p1);
   EXPECT_EQ(driver.openCalls[0].p2, 8);
+  EXPECT_EQ(driver.openCalls[0].baudrate, 115200);
 }
 
 INSTANTIATE_TEST_SUITE_P(AllNumbers, ModCanNumbering,
@@ -42,6 +43,8 @@ INSTANTIATE_TEST_SUITE_P(AllNumbers, ModCanNumbering,
 
 class ModCanTest : public ::testing::Test {
  protected:
+  ModCanTest() { log_.begin(); }
+
   QByteArray logText() const {
     QFile file(path_);
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
@@ -58,25 +61,25 @@ class ModCanTest : public ::testing::Test {
 
 TEST_F(ModCanTest, WithoutTheKeysSecondGenerationTheFirstOneIsTaken) {
   driver_.present = {1, 2, 3, 4, 5, 6, 8};
-  EXPECT_EQ(can_.canOpen(7, 3, 8, 0x031C, kAddress), 0);
+  EXPECT_EQ(can_.canOpen(7, 3, 8, 0x031C, kKey), 0);
   EXPECT_EQ(driver_.openCalls[0].driver, 8);
   EXPECT_EQ(driver_.openCalls[0].p1, 23);
   can_.canClose();
-  EXPECT_EQ(can_.canOpen(6, 3, 8, 0x031C, kAddress), 0);
+  EXPECT_EQ(can_.canOpen(6, 3, 8, 0x031C, kKey), 0);
   EXPECT_EQ(driver_.openCalls[1].driver, 6);
   EXPECT_EQ(driver_.openCalls[1].p1, 3);
 }
 
 TEST_F(ModCanTest, ADriverOutside1To8IsAnErrorAndNoneIsCalled) {
-  EXPECT_EQ(can_.canOpen(0, 3, 8, 0x031C, kAddress), 0x1000);
-  EXPECT_EQ(can_.canOpen(9, 3, 8, 0x031C, kAddress), 0x1000);
-  EXPECT_EQ(can_.canOpen(-1, 3, 8, 0x031C, kAddress), 0x1000);
+  EXPECT_EQ(can_.canOpen(0, 3, 8, 0x031C, kKey), 0x1000);
+  EXPECT_EQ(can_.canOpen(9, 3, 8, 0x031C, kKey), 0x1000);
+  EXPECT_EQ(can_.canOpen(-1, 3, 8, 0x031C, kKey), 0x1000);
   EXPECT_TRUE(driver_.openCalls.isEmpty());
   EXPECT_EQ(driver_.closeCalls, 0);
 }
 
 TEST_F(ModCanTest, TheIpAddressIsPackedIntoTwoSignedNumbers) {
-  EXPECT_EQ(can_.canOpen(7, 0, 8, 0x031C, kAddress), 0);
+  EXPECT_EQ(can_.canOpen(7, 0, 8, 0x031C, kKey), 0);
   EXPECT_EQ(driver_.openCalls[0].btr, -16216);
   EXPECT_EQ(driver_.openCalls[0].p2, 111);
   EXPECT_EQ(driver_.openCalls[0].p1, 208);
@@ -94,27 +97,27 @@ TEST_F(ModCanTest, AnAddressThatIsNoneIsPackedAsNothing) {
 }
 
 TEST_F(ModCanTest, CountsItsUsersAndClosesAfterTheLastOne) {
-  EXPECT_EQ(can_.canOpen(7, 3, 8, 0x031C, kAddress), 0);
-  EXPECT_EQ(can_.canOpen(7, 3, 8, 0x031C, kAddress), -1);
+  EXPECT_EQ(can_.canOpen(7, 3, 8, 0x031C, kKey), 0);
+  EXPECT_EQ(can_.canOpen(7, 3, 8, 0x031C, kKey), -1);
   EXPECT_EQ(driver_.openCalls.size(), 1);
   EXPECT_EQ(can_.canClose(), 0);
   EXPECT_TRUE(driver_.isOpen);
   EXPECT_EQ(can_.canClose(), 0);
   EXPECT_FALSE(driver_.isOpen);
   EXPECT_EQ(driver_.closeCalls, 1);
-  EXPECT_EQ(can_.canOpen(7, 3, 8, 0x031C, kAddress), 0);
+  EXPECT_EQ(can_.canOpen(7, 3, 8, 0x031C, kKey), 0);
 }
 
 TEST_F(ModCanTest, AnErrorCodeOf10HexadecimalCountsAsSuccess) {
   driver_.openResult = 0x10;
-  EXPECT_EQ(can_.canOpen(7, 3, 8, 0x031C, kAddress), 0);
+  EXPECT_EQ(can_.canOpen(7, 3, 8, 0x031C, kKey), 0);
   EXPECT_TRUE(can_.isOpen());
   EXPECT_EQ(logText(), "10:00:00.000 CAN port opened.\r\n");
 }
 
 TEST_F(ModCanTest, AFailedOpenClosesTheDriverAndGivesItsCode) {
   driver_.openResult = 0x200;
-  EXPECT_EQ(can_.canOpen(7, 3, 8, 0x031C, kAddress), 0x200);
+  EXPECT_EQ(can_.canOpen(7, 3, 8, 0x031C, kKey), 0x200);
   EXPECT_FALSE(can_.isOpen());
   EXPECT_EQ(driver_.closeCalls, 1);
   EXPECT_EQ(logText(),
@@ -123,7 +126,7 @@ TEST_F(ModCanTest, AFailedOpenClosesTheDriverAndGivesItsCode) {
 }
 
 TEST_F(ModCanTest, TheLogHasEveryMessageOfBothDirectionsAndTheStatusLines) {
-  can_.canOpen(7, 3, 8, 0x031C, kAddress);
+  can_.canOpen(7, 3, 8, 0x031C, kKey);
   clock_.advance(1'250);
   CanMessage logOn{.ID = 0x0A2986C2, .MSGTYPE = 2, .LEN = 8};
   logOn.DATA = {0x86, 0xC2, 0x01, 0x00, 0x21, 0x00, 0x00, 0x00};
@@ -142,7 +145,7 @@ TEST_F(ModCanTest, TheLogHasEveryMessageOfBothDirectionsAndTheStatusLines) {
 }
 
 TEST_F(ModCanTest, EachLineCanBeReadWhileTheLogIsOpen) {
-  can_.canOpen(7, 3, 8, 0x031C, kAddress);
+  can_.canOpen(7, 3, 8, 0x031C, kKey);
   EXPECT_EQ(logText(), "10:00:00.000 CAN port opened.\r\n");
   can_.canClose();
   EXPECT_TRUE(logText().endsWith("10:00:00.000 CAN port closed.\r\n"));
@@ -151,7 +154,7 @@ TEST_F(ModCanTest, EachLineCanBeReadWhileTheLogIsOpen) {
 TEST_F(ModCanTest, ADriverLeftOpenIsClosedWithItsOwner) {
   {
     ModCan other(driver_, nullptr);
-    other.canOpen(7, 3, 8, 0x031C, kAddress);
+    other.canOpen(7, 3, 8, 0x031C, kKey);
   }
   EXPECT_FALSE(driver_.isOpen);
 }
@@ -160,18 +163,33 @@ TEST(CanLogFile, ReplacesTheOneOfTheLastRun) {
   const QTemporaryDir folder;
   const QString path = folder.filePath(QStringLiteral("CAN.log"));
   const test::VirtualClock clock;
-  CanLog(path, clock).write(QStringLiteral("alt"));
+  {
+    CanLog old(path, clock);
+    old.begin();
+    old.write(QStringLiteral("alt"));
+  }
   CanLog log(path, clock);
+  log.begin();
   log.write(QStringLiteral("neu"));
   QFile file(path);
   ASSERT_TRUE(file.open(QIODevice::ReadOnly));
   EXPECT_EQ(file.readAll(), "10:00:00.000 neu\r\n");
 }
 
+TEST(CanLogFile, IsNotThereBeforeItBegins) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("CAN.log"));
+  const test::VirtualClock clock;
+  CanLog log(path, clock);
+  log.write(QStringLiteral("nichts"));
+  EXPECT_FALSE(QFile::exists(path));
+}
+
 TEST(CanLogFile, ThatCannotBeCreatedIsNotWritten) {
   const QTemporaryDir folder;
   const test::VirtualClock clock;
   CanLog log(folder.filePath(QStringLiteral("none/CAN.log")), clock);
+  log.begin();
   EXPECT_FALSE(log.isOpen());
   log.write(QStringLiteral("nothing"));
   EXPECT_FALSE(QFile::exists(folder.filePath(QStringLiteral("none/CAN.log"))));

@@ -1,5 +1,9 @@
+#include <QFile>
+#include <QTemporaryDir>
+
 #include <array>
 
+#include "link/can_log.h"
 #include "link/cv_result.h"
 #include "link/mx10_fixture.h"
 
@@ -45,6 +49,33 @@ TEST_F(Mx10IpSession, WithoutTheKeysSecondGenerationTheAddressIsNotUsed) {
   EXPECT_EQ(can.openCalls[0].btr, 0x031C);
   EXPECT_EQ(can.openCalls[0].p1, 20);
   EXPECT_EQ(can.openCalls[0].p2, 8);
+}
+
+TEST_F(Mx10Session, LogsItsTrafficOnlyWhenTheSettingIsOn) {
+  const QTemporaryDir folder;
+  CanLog log(folder.filePath(QStringLiteral("CAN.log")), clock);
+  for (const bool on : {false, true}) {
+    settings.canLog = on;
+    StationLink logging(settings, clock, prompt, {line, socket, can, &log});
+    EXPECT_EQ(log.isOpen(), on);
+    announceIn(50);
+    expectLogOn();
+    EXPECT_EQ(logging.initComm(true, true, false), QString());
+    logging.FinishComm();
+  }
+  QFile file(folder.filePath(QStringLiteral("CAN.log")));
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_EQ(file.readAll(),
+            "10:00:00.150 CAN port opened.\r\n"
+            "10:00:00.200 < 0A 2 02 C0A1 Len: 8 Data: 80 01 02 03 00 00 00 00\r\n"
+            "10:00:00.300 > 0A 2 29 86C2 Len: 8 Data: 86 C2 01 00 21 00 00 00\r\n"
+            "10:00:00.300 CAN port closed.\r\n");
+}
+
+TEST_F(Mx10Session, OpensTheKeyAtTheRateOfTheSettings) {
+  settings.baudrate = 115200;
+  openSession(false);
+  EXPECT_EQ(can.openCalls[0].baudrate, 115200);
 }
 
 TEST_F(Mx10Session, TakesNodeAndSerialNumberFromTheAnnouncement) {

@@ -2,8 +2,8 @@
 
 namespace lokari::test {
 
-int MemoryCan::open(int driver, qint16 btr, qint16 p1, qint16 p2) {
-  openCalls.append({driver, btr, p1, p2});
+int MemoryCan::open(const CanOpenCall& call) {
+  openCalls.append(call);
   isOpen = openResult == 0;
   return openResult;
 }

@@ -13,15 +13,8 @@ namespace lokari::test {
 
 class MemoryCan final : public CanDriver {
  public:
-  struct OpenCall {
-    int driver = 0;
-    qint16 btr = 0;
-    qint16 p1 = 0;
-    qint16 p2 = 0;
-  };
-
   bool isPresent(int driver) const override { return present.count(driver) > 0; }
-  int open(int driver, qint16 btr, qint16 p1, qint16 p2) override;
+  int open(const CanOpenCall& call) override;
   int close() override;
   int write(const CanMessage& message) override;
   int read(CanMessage& message) override;
@@ -33,7 +26,7 @@ class MemoryCan final : public CanDriver {
   int openResult = 0;   ///< what open() gives
   int writeResult = 0;  ///< what write() gives
   bool isOpen = false;
-  QList<OpenCall> openCalls;
+  QList<CanOpenCall> openCalls;
   int closeCalls = 0;
   QList<CanMessage> sent;                          ///< every message written
   std::function<void(const CanMessage&)> onWrite;  ///< may be empty
