@@ -31,6 +31,8 @@ constexpr EngineFault kEngineFaults[] = {
     {26, storage_error::kNoDatabase, u"Die Datei ist keine Datenbank."},
 };
 
+constexpr qint64 kHeadSize = 32;
+
 StorageError storageError(const QSqlError& error) {
   const int code = error.nativeErrorCode().toInt();
   for (const EngineFault& fault : kEngineFaults) {
@@ -66,7 +68,13 @@ void checkHead(const QString& path) {
     throw StorageError(storage_error::kNoDatabase,
                        QStringLiteral("Die Datenbankdatei kann nicht geöffnet werden."));
   }
-  if (!file.read(16).startsWith("SQLite format 3")) {
+  const QByteArray head = file.read(kHeadSize);
+  if (head.mid(4).startsWith("Standard Jet DB") || head.mid(4).startsWith("Standard ACE DB")) {
+    throw StorageError(storage_error::kAccessFile,
+                       QStringLiteral("Die Datei ist eine Access-Datenbank, die nicht unmittelbar "
+                                      "geöffnet werden kann."));
+  }
+  if (!head.startsWith("SQLite format 3")) {
     throw StorageError(storage_error::kNoDatabase,
                        QStringLiteral("Die Datei ist keine Datenbank."));
   }

@@ -19,17 +19,20 @@ class DatabaseSession : public QObject {
  public:
   /// `dbPath` is the configured database; nothing is opened yet. `oldFormat` must outlive the
   /// session.
-  DatabaseSession(RecordFormParts parts, QString dbPath, OldFormat& oldFormat,
+  DatabaseSession(const RecordFormParts& parts, QString dbPath, OldFormat& oldFormat,
                   QObject* parent = nullptr);
   ~DatabaseSession() override;
 
   /// The file that InitDB was last asked to open, also when that failed.
   const QString& dbPath() const { return dbPath_; }
 
-  /// Opens `dbPath` and shows its first record, or begins a new one when it holds none. 0 when the
-  /// program may go on, 1 when not; the database that was open before is then still open. 0 is also
-  /// the answer to a database of format V2, whatever the user said to its import; hasDatabase()
-  /// then tells whether one is open.
+  /// Opens `dbPath` and shows its first record, or begins a new one when it holds none. A first
+  /// record without an address is a leftover and goes, in the first opening of a process without a
+  /// question.
+  ///
+  /// 0 when the program may go on, 1 when not; the database that was open before is then still
+  /// open. 0 is also the answer to a database of format V2, whatever the user said to its import:
+  /// hasDatabase() then tells whether one is open.
   int InitDB();
   bool hasDatabase() const { return database_ != nullptr; }
 
@@ -49,12 +52,16 @@ class DatabaseSession : public QObject {
   void busyChanged(bool busy);
 
  private:
-  int openingFailed(const StorageError& error, const QString& oldPath);
-  void dropLeftover();
+  void openDatabase(const QString& file);
+  void showFirst();
+  int openingFailed(const StorageError& error);
+  void createDatabase(const QString& path);
 
   RecordFormParts parts_;
   QString dbPath_;
+  QString openPath_;  // of the database that is open, as it was asked for
   OldFormat& oldFormat_;
+  // The form and the catalogue read the database: it goes last.
   std::unique_ptr<Database> database_;
   Catalogue catalogue_;
   RecordForm form_;

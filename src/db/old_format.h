@@ -17,4 +17,12 @@ class OldFormat {
   virtual void ConvertDB(const QString& path) = 0;
 };
 
+/// For a program that reads no old database: it recognises none, so that such a file is refused by
+/// a message like every foreign one.
+class NoOldFormat final : public OldFormat {
+ public:
+  std::optional<int> vehicles(const QString&) override { return std::nullopt; }
+  void ConvertDB(const QString&) override {}
+};
+
 }  // namespace lokari

@@ -18,6 +18,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 
 #include "db/cv_record.h"
@@ -108,11 +109,9 @@ class RecordForm : public QObject {
 
   // ---- The database -----------------------------------------------------------------------------
 
-  /// Shows another database from its first record. The old one must still be open; a pending edit
-  /// is dropped. `records` is the opened default query. `loadingRecord` stays true afterwards.
+  /// Shows another database from its first record, in browsing mode and without a filter; a pending
+  /// edit is dropped. `records` is its opened default query.
   void bind(Database& database, RecordSet records);
-  /// The end of opening: `loadingRecord` and `quietDelete` become false.
-  void bound();
   /// Shows the record set with another query, such as a filter's; throws StorageError and keeps the
   /// old set when it is refused.
   void requery(const QString& query);
@@ -193,55 +192,57 @@ class RecordForm : public QObject {
   };
 
   // Controls.
+  void addControl(const QString& control, bool enabled = true, bool visible = true);
   void setText(const QString& control, const QString& text);
   void changeText(const QString& control, const QString& text);
-  void textEdited(const FormField& field, const QString& text);
-  void setEnabled(const QString& control, bool enabled);
-  void setVisible(const QString& control, bool visible);
+  void textEdited(const QString& control);
+  void setEnabled(const QStringList& controls, bool enabled);
+  void setVisible(const QStringList& controls, bool visible);
   void setPicture(const QByteArray& picture);
-  void setCaption();
-  void showTypeOption();
+  void setTypeOption(int option);
   void setList(const QString& control, const QStringList& entries);
 
   // Showing.
+  void show();
   void fillBound();
   void reposition();
-  void loadWorkingCopy();
+  void showRecord();
   void showMaker();
+  void showBlank();
   void updComboFields();
 
   // Editing.
   void chngDbField();
   void chngComboField(const FormField& field);
   bool chkDbField(const FormField& field);
-  void beginEdit();
+  void focusBack(const QString& control, const QString& message);
+  bool beginEdit();
   void writeControls();
 
   // Leaving.
   bool validate(FormAction action);
   bool leave(FormAction action);
   bool store();
+  bool storeTakenPicture();
   bool Update();
+  void noteStored();
+  bool attempt(const std::function<void()>& operation);
   void report(const StorageError& error);
-  template <typename Operation>
-  bool attempt(Operation operation);
-  template <typename Operation>
-  void move(FormAction action, Operation operation);
 
   // Modes.
-  void enterNewRecord();
   void browse();
+  void deleteRecord();
 
   RecordFormParts parts_;
   Database* database_ = nullptr;
   RecordSet records_;
   CvRecord working_;
-  bool workingLoaded_ = true;
+  bool loaded_ = true;  // the record on show could be read
   QString storageMessage_;
   QHash<QString, State> states_;
   QHash<QString, QStringList> lists_;
-  QSet<QString> changed_;  ///< controls whose text differs from what the record holds
-  bool typed_ = false;     ///< one of them was changed by the user
+  QSet<QString> changed_;  // controls that were changed since the record was shown or stored
+  bool typed_ = false;     // by the user, that is
   bool pictureChanged_ = false;
   QByteArray picture_;
   int typeOption_ = 0;

@@ -22,6 +22,7 @@ inline constexpr int kReadOnly = 3027;       ///< the file cannot be written
 inline constexpr int kLocked = 3260;         ///< another program holds the file
 inline constexpr int kDiskFull = 3183;       ///< no room for the change
 inline constexpr int kNoDatabase = 3343;     ///< the file is no database of this program
+inline constexpr int kAccessFile = 3345;     ///< the file is a database of Access
 inline constexpr int kNewerFormat = 3344;    ///< the file comes from a newer version
 inline constexpr int kDamaged = 3049;        ///< the file is damaged
 inline constexpr int kOther = 3000;          ///< everything else, with the engine's own words

@@ -1,0 +1,150 @@
+#include "db/database_session.h"
+
+#include <QFile>
+
+#include <utility>
+
+#include "base/numbers.h"
+#include "base/paths.h"
+#include "base/prompt.h"
+#include "db/reference_lists.h"
+
+namespace lokari {
+namespace {
+
+constexpr char16_t kFilter[] = u"Access-Datenbanken|*.mdb|Alle Dateien (*.*)|*.*";
+constexpr char16_t kNoAccess[] = u"oder Zugriff nicht möglich!";
+
+QString databaseFolder(const QString& appPath) {
+  return placeFor(appPath + QStringLiteral("/DB"));
+}
+
+bool isReadable(const QString& path) {
+  return !path.isEmpty() && QFile(path).open(QIODevice::ReadOnly);
+}
+
+// A template that an installation protects makes a database that the user may change.
+bool copyTemplate(const QString& from, const QString& to) {
+  return QFile::copy(from, to) &&
+         QFile::setPermissions(to, QFile::permissions(to) | QFile::WriteOwner | QFile::WriteUser);
+}
+
+}  // namespace
+
+DatabaseSession::DatabaseSession(const RecordFormParts& parts, QString dbPath, OldFormat& oldFormat,
+                                 QObject* parent)
+    : QObject(parent),
+      parts_(parts),
+      dbPath_(std::move(dbPath)),
+      oldFormat_(oldFormat),
+      form_(parts) {}
+
+DatabaseSession::~DatabaseSession() = default;
+
+int DatabaseSession::InitDB() {
+  const QString file = findFile(dbPath_);
+  if (!isReadable(file)) {
+    parts_.prompt.message(QStringLiteral("Datenbankdatei ") + dbPath_ +
+                          QStringLiteral(" nicht gefunden\n") + QString::fromUtf16(kNoAccess) +
+                          QStringLiteral("\nProgrammneuinstallation kann erforderlich sein."));
+    return 1;
+  }
+  try {
+    openDatabase(file);
+  } catch (const StorageError& error) {
+    return openingFailed(error);
+  }
+  showFirst();
+  return 0;
+}
+
+// Everything that can fail happens to the new database before the old one goes.
+void DatabaseSession::openDatabase(const QString& file) {
+  auto database = std::make_unique<Database>(file);
+  checkSources(*database);
+  RecordSet vehicles;
+  vehicles.open(*database, QString::fromUtf16(kDefaultQuery));
+  form_.loadingRecord = true;
+  form_.bind(*database, std::move(vehicles));
+  catalogue_.bind(database.get());
+  database_ = std::move(database);
+  openPath_ = dbPath_;
+}
+
+void DatabaseSession::showFirst() {
+  if (form_.records().count() == 0) {
+    form_.butNew();
+  } else if (numericPrefix(form_.text(QStringLiteral("dc_adr"))) == 0) {
+    form_.butDelete();
+  }
+  form_.loadingRecord = false;
+  form_.quietDelete = false;
+}
+
+int DatabaseSession::openingFailed(const StorageError& error) {
+  const std::optional<int> vehicles = oldFormat_.vehicles(findFile(dbPath_));
+  if (vehicles.value_or(0) > 0) {
+    const QString path = std::exchange(dbPath_, openPath_);
+    if (parts_.prompt.ask(QStringLiteral("Die Datenbank is noch im Format von Lokari V2.\n"
+                                         "In aktuelle V3-Datenbank importieren?"),
+                          Buttons::YesNo, Icon::Question, {}) == Answer::Yes) {
+      oldFormat_.ConvertDB(findFile(path));
+    }
+    return 0;
+  }
+  // A file that is simply none of ours is refused without a word.
+  if (error.code() != storage_error::kNoDatabase && error.code() != storage_error::kUnknownName) {
+    parts_.prompt.message(QStringLiteral("Datenbankdatei ") + dbPath_ + u'\n' + error.text());
+  }
+  return 1;
+}
+
+void DatabaseSession::mnuDbOpen() {
+  if (!form_.storeEdit()) return;
+  const QString path =
+      parts_.prompt.openFile({QStringLiteral("Datenbank öffnen"), QString::fromUtf16(kFilter),
+                              databaseFolder(parts_.appPath), QString()});
+  if (path.isEmpty()) return;
+  dbPath_ = path;
+  if (InitDB() != 0) return;
+  emit opened();
+  if (form_.position() < 0) form_.InitDcData();
+}
+
+void DatabaseSession::mnuDbNew() {
+  if (!form_.storeEdit()) return;
+  QString path =
+      parts_.prompt.saveFile({QStringLiteral("Neue Datenbank anlegen"), QString::fromUtf16(kFilter),
+                              databaseFolder(parts_.appPath), QStringLiteral("NEUE_DB.MDB")});
+  if (path.isEmpty()) return;
+  const QString templatePath = parts_.appPath + QStringLiteral("/EMPTY.MDB");
+  if (!isReadable(findFile(templatePath))) {
+    parts_.prompt.message(QStringLiteral("Datenbankdatei ") + templatePath +
+                          QStringLiteral(" nicht gefunden\n") + QString::fromUtf16(kNoAccess));
+    return;
+  }
+  if (!fileNameOf(path).contains(u'.')) path += QStringLiteral(".MDB");
+  if (!findFile(path).isEmpty()) {
+    parts_.prompt.message(QStringLiteral("Datenbankdatei ") + path +
+                          QStringLiteral(" exisitiert bereits\n") + QString::fromUtf16(kNoAccess));
+    return;
+  }
+  createDatabase(path);
+}
+
+void DatabaseSession::createDatabase(const QString& path) {
+  emit busyChanged(true);
+  dbPath_ = path;
+  const bool copied =
+      copyTemplate(findFile(parts_.appPath + QStringLiteral("/EMPTY.MDB")), placeFor(path));
+  emit busyChanged(false);
+  if (!copied) {
+    parts_.prompt.beep();
+    parts_.prompt.message(QStringLiteral("Fehler beim Kopieren der Datenbank!"));
+    return;
+  }
+  // An empty database begins with a new record, working copy and caption included.
+  if (InitDB() == 0) emit opened();
+}
+
+}  // namespace lokari

@@ -1,0 +1,145 @@
+// New record, confirm, cancel, delete, and the way to the decoder window and back.
+#include "base/numbers.h"
+#include "base/prompt.h"
+#include "db/database.h"
+#include "db/form_clipboard.h"
+#include "db/form_names.h"
+#include "db/record_form.h"
+
+namespace lokari {
+namespace {
+
+constexpr double kFunctionUnit = 2;
+
+}  // namespace
+
+void RecordForm::butNew() {
+  if (!storeEdit()) return;
+  if (position() >= 0) savedBookmark = records_.bookmark();
+  setVisible(form::toolbar(), false);
+  setEnabled({form::kPicLink, form::kNavigator}, false);
+  if (savedOkCaption.isEmpty()) savedOkCaption = text(form::kOk);
+  setText(form::kOk, QStringLiteral("OK"));
+  setVisible({form::kOk, form::kCancel}, true);
+  setEnabled(form::drivingButtons() + form::menuEntries(), false);
+
+  if (!validate(FormAction::Add) || !attempt([this] { records_.AddNew(); })) return;
+  noteStored();
+  loaded_ = true;
+  fillBound();
+  emit focusWanted(form::kAddress, false);
+  changeText(form::kType, QStringLiteral("1"));
+  for (const char16_t* control :
+       {u"fz_ftype", u"fz_line", u"fz_era", u"md_manuf", u"md_motor", u"dc_coll"}) {
+    changeText(QString::fromUtf16(control), QString());
+  }
+  setText(form::kMaker, QString());
+  InitDcData();
+  setText(form::kNavigator, form::kNewRecord);
+  emit recordShown();
+}
+
+void RecordForm::butOK() {
+  if (savedOkCaption.isEmpty()) return;
+  const QString collection = QStringLiteral("DC_COLL");
+  if (!attempt([&] {
+        if (records_.value(collection).isNull()) records_.setValue(collection, QStringLiteral(""));
+      })) {
+    return;
+  }
+  if (text(form::kAddress).isEmpty()) {
+    parts_.prompt.beep();
+    return;
+  }
+  if (!isNumeric(text(form::kType))) changeText(form::kType, QStringLiteral("1"));
+  if (!Update()) return;
+  records_.MoveLast();
+  show();
+  browse();
+}
+
+void RecordForm::butCancel() {
+  if (position() < 0) {
+    parts_.prompt.beep();
+    return;
+  }
+  browse();
+  records_.CancelUpdate();
+  show();
+}
+
+void RecordForm::browse() {
+  setVisible(form::toolbar(), true);
+  setEnabled({form::kPicLink, form::kNavigator}, true);
+  setVisible({form::kNavigator}, true);
+  setVisible({form::kOk, form::kCancel, form::kFilter}, false);
+  setEnabled(form::drivingButtons() + form::menuEntries(), true);
+  if (!savedOkCaption.isEmpty()) setText(form::kOk, savedOkCaption);
+  savedOkCaption.clear();
+}
+
+void RecordForm::butDelete() {
+  if (editMode() == EditMode::Add) {
+    records_.CancelUpdate();
+    noteStored();
+    skipValidate = true;
+    goTo(savedBookmark);
+    return;
+  }
+  if (!quietDelete && parts_.prompt.ask(QStringLiteral("Datensatz wirklich löschen?"),
+                                        Buttons::YesNo, Icon::Question, {}) != Answer::Yes) {
+    return;
+  }
+  deleteRecord();
+}
+
+void RecordForm::deleteRecord() {
+  validate(FormAction::Remove);
+  try {
+    records_.Delete();
+    noteStored();
+    if (!records_.EOF_()) records_.MoveNext();
+    if (position() < 0 && !records_.BOF()) records_.MovePrevious();
+  } catch (const StorageError&) {
+    // What could not be deleted is still there and still on show.
+    return;
+  }
+  show();
+  if (position() < 0) butNew();
+}
+
+bool RecordForm::prepareProgramming() {
+  const std::optional<double> type = parseNumber(text(form::kType));
+  if (!type) {
+    parts_.prompt.message(QStringLiteral("Type nicht festgelegt!"));
+    return false;
+  }
+  if (*type == kFunctionUnit) {
+    parts_.prompt.message(QStringLiteral("Programmierfenster für Funktionsteile nicht verfügbar!"));
+    return false;
+  }
+  if (!loaded_) {
+    parts_.prompt.message(QStringLiteral("Die CV-Werte konnten nicht gelesen werden."));
+    return false;
+  }
+  if (!working_.hasArrays()) InitDcData();
+  if (working_.recManuf == 0) working_.recDecoder.clear();
+  adrCheckOff = true;
+  return true;
+}
+
+void RecordForm::storeProgrammed(const CvRecord& record, const QString& address,
+                                 const QString& maker) {
+  working_ = record;
+  changeText(form::kDecoder, record.recDecoder);
+  setText(form::kMaker, maker);
+  changeText(form::kAddress, address);
+  if (editMode() == EditMode::None && !beginEdit()) return;
+  if (!attempt([&] { assignCvRecord(records_, working_); })) return;
+  // The record counts as changed, whatever the sets hold.
+  recordDirty = true;
+  typed_ = true;
+  changed_.insert(form::kShortName);
+}
+
+}  // namespace lokari
