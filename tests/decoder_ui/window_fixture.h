@@ -1,5 +1,5 @@
-// The decoder window on a bench of its own, with a description file written by the test. There is
-// no catalogue, so the file is Default.dec.
+// The decoder window on a bench of its own, with a description file written by the test and a
+// simulated Tams MC. The catalogue is empty, so the file is Default.dec.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -24,7 +24,13 @@
 #include "decoder/ui/cv_table_view.h"
 #include "decoder/ui/frm_decoder.h"
 #include "decoder/ui/value_edit.h"
-#include "support/link_fixture.h"
+#include "link/station_link.h"
+#include "sim/tams_station.h"
+#include "support/memory_can.h"
+#include "support/memory_socket.h"
+#include "support/scripted_prompt.h"
+#include "support/sim_line.h"
+#include "support/virtual_clock.h"
 
 namespace lokari::test {
 
@@ -44,10 +50,13 @@ class ActivationHook final : public QObject {
   std::function<void()> action_;
 };
 
-class WindowFixture : public LinkFixture {
+class WindowFixture : public ::testing::Test {
  protected:
-  explicit WindowFixture(StationKind kind = StationKind::TamsMc) : LinkFixture(kind) {
-    link.setView(nullptr);
+  WindowFixture() {
+    settings.baseUnit = StationKind::TamsMc;
+    settings.comPort = 3;
+    settings.timeoutVal = 2;
+    settings.delayFlag = false;
     record.InitDcData();
   }
 
@@ -119,6 +128,16 @@ class WindowFixture : public LinkFixture {
 
   static constexpr int kGridTab = 34;
   QTemporaryDir base;
+  VirtualClock clock;
+  Settings settings;
+  ScriptedPrompt prompt;
+  sim::Layout layout;
+  sim::FaultPlan faults;
+  sim::TamsStation station{{clock, layout, faults}};
+  SimLine line{clock, station};
+  MemorySocket socket{clock};
+  MemoryCan can;
+  StationLink link{settings, clock, prompt, {line, socket, can}};
   Catalogue catalogue;
   DecoderBench bench{{settings, clock, prompt, link, catalogue, base.path(), QStringList(256)}};
   WindowScale scale{base.filePath(QStringLiteral("WINDOW.INI"))};

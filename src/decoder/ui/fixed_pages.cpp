@@ -18,6 +18,9 @@ namespace {
 
 enum Column { kLabel, kField, kRead, kWrite };
 
+/// Between the controls of one line.
+constexpr int kSpacing = 8;
+
 QString text(const char16_t* characters) {
   return QString::fromUtf16(characters);
 }
@@ -89,7 +92,7 @@ class PageMaker {
     into->addWidget(box, stretch);
     box_ = box;
     grid_ = new QGridLayout(box);
-    grid_->setHorizontalSpacing(10);
+    grid_->setHorizontalSpacing(kSpacing);
     grid_->setVerticalSpacing(6);
     row_ = 0;
     return grid_;
@@ -145,6 +148,7 @@ class PageMaker {
   /// The boxes of a whole group, with their texts.
   void groupBoxes(const QString& read, const QString& write, const QString& what) {
     auto* line = new QHBoxLayout;
+    line->setSpacing(kSpacing);
     line->addWidget(
         binder_.checkBox(box_, read, QStringLiteral("Lesen"), what + QStringLiteral(" lesen")));
     line->addWidget(binder_.checkBox(box_, write, QStringLiteral("Schreiben"),
@@ -160,6 +164,7 @@ class PageMaker {
 
   void buttons(const QString& suffix, QBoxLayout* into) {
     auto* line = new QHBoxLayout;
+    line->setSpacing(kSpacing);
     line->addWidget(binder_.button(page_, QStringLiteral("cmdRead") + suffix,
                                    QStringLiteral("Lesen markieren")));
     line->addWidget(binder_.button(page_, QStringLiteral("cmdWrite") + suffix,
@@ -193,6 +198,7 @@ QWidget* makeGeneralPage(ControlBinder& binder, QWidget* parent) {
   make.field(kAddress);
   for (const FieldLine& line : kGeneralFields) make.field(line);
   auto* direction = new QHBoxLayout;
+  direction->setSpacing(kSpacing);
   auto* directions = new QButtonGroup(make.box());
   direction->addWidget(new QLabel(QStringLiteral("Richtung im Verbund:"), make.box()));
   for (const auto& [name, caption] : {std::pair(u"optDcConsistDirNormal", u"Normal"),
@@ -207,11 +213,16 @@ QWidget* makeGeneralPage(ControlBinder& binder, QWidget* parent) {
   make.nextRow();
 
   auto* version = new QHBoxLayout;
+  version->setSpacing(kSpacing);
   version->addWidget(new QLabel(QStringLiteral("Decoderversion:"), make.box()));
-  ValueEdit* txtDcComVersion =
-      binder.field(make.box(), QStringLiteral("txtDcComVersion"), QStringLiteral("Decoderversion"));
-  // Shown only; it can be selected and copied.
-  txtDcComVersion->setReadOnly(true);
+  auto* txtDcComVersion = new ValueEdit(make.box());
+  txtDcComVersion->setObjectName(QStringLiteral("txtDcComVersion"));
+  txtDcComVersion->setAccessibleName(QStringLiteral("Decoderversion"));
+  txtDcComVersion->setReadOnly(true);  // it can be selected and copied
+  binder.bind(txtDcComVersion->objectName(), [txtDcComVersion](const Control& control) {
+    txtDcComVersion->setText(control.text);
+    showState(txtDcComVersion, control);
+  });
   version->addWidget(txtDcComVersion, 1);
   grid->addLayout(version, make.row(), kLabel, 1, -1);
   make.nextRow();
@@ -264,6 +275,7 @@ QWidget* makeDrivePage(DecoderBench& bench, ControlBinder& binder, QWidget* pare
   make.nextRow();
 
   auto* table = new QHBoxLayout;
+  table->setSpacing(kSpacing);
   const std::pair<const char16_t*, const char16_t*> buttons[] = {
       {u"cmdSmooth", u"Glätten"},
       {u"cmdTblList", u"Liste ..."},

@@ -30,6 +30,8 @@ namespace {
 
 /// Where the window opens, from the main window's corner: 200 and 640 twips.
 constexpr QPoint kFromMainWindow(13, 43);
+/// Added to the width of a button with a long text.
+constexpr int kButtonAir = 12;
 /// Length that typing may give a set's name.
 constexpr qsizetype kSetNameLength = 8;
 
@@ -150,6 +152,7 @@ void FrmDecoder::makeJobButtons(QGridLayout* grid) {
     const auto add = [&](const char16_t* name, const QString& text, const QString& accessible) {
       QPushButton* button = binder_->button(parent, QString::fromUtf16(name), text);
       if (!accessible.isEmpty()) button->setAccessibleName(accessible);
+      button->setMinimumWidth(button->sizeHint().width() + kButtonAir);
       grid->addWidget(button, row, column++);
     };
     add(line.all, QStringLiteral("Alle"), caption + QStringLiteral(" alle"));
@@ -222,12 +225,19 @@ void FrmDecoder::connectBench() {
 bool FrmDecoder::edit(CvRecord& record, const QString& address) {
   record_ = &record;
   if (parentWidget()) move(parentWidget()->window()->pos() + kFromMainWindow);
+  resize(designSize());
   scale_.ResizeWindow(this);
   bench_.open(record, address);
   const bool success = exec() == Accepted;
   binder_->forgetLeft();
   record_ = nullptr;
   return success;
+}
+
+QSize FrmDecoder::designSize() const {
+  // A page of twenty rows with their longest names on two lines.
+  const QFontMetrics metrics = fontMetrics();
+  return sizeHint().expandedTo({158 * metrics.averageCharWidth(), 40 * metrics.lineSpacing()});
 }
 
 void FrmDecoder::accepted() {

@@ -51,6 +51,7 @@ class FrmDecoder final : public QDialog {
   void makeJobButtons(QGridLayout* grid);
   void connectBench();
 
+  QSize designSize() const;
   void showTabs();
   void showTab(int tab);
   void resetRows();

@@ -97,6 +97,7 @@ void RowsPage::makeButtons(QGridLayout* grid) {
   const BenchTab& tab = bench_.tabs()[static_cast<size_t>(tab_)];
   const QString suffix = pageName(tab.page) + u'_' + QString::number(tab.ordinal);
   auto* line = new QHBoxLayout;
+  line->setSpacing(grid->horizontalSpacing());
   const auto add = [&](const QString& prefix, const QString& text) {
     auto* button = binder_.button(content_, prefix + suffix, text);
     line->addWidget(button);
@@ -126,6 +127,8 @@ void RowsPage::make(QWidget* before) {
   const int fieldWidth = fontMetrics().horizontalAdvance(QStringLiteral("00000")) + 16;
   for (int column : {0, static_cast<int>(kHalf)}) {
     grid->setColumnStretch(column + kLabel, 1);
+    // A name of 32 characters on the first line, a range of 24 in brackets on the second.
+    grid->setColumnMinimumWidth(column + kLabel, 34 * fontMetrics().averageCharWidth());
     makeHeads(grid, column);
   }
   grid->setColumnMinimumWidth(kGap, 24);
