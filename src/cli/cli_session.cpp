@@ -8,14 +8,16 @@ CliSession::CliSession(CliContext& context, CommJob job, bool progOn)
     : context_(context), progOn_(progOn) {
   StationLink& link = context.link;
   link.commJob = job;
+  // Opening may wait for the station, too.
+  context.interrupt.action = [&link] { link.cancelRequested = true; };
   const QString failure = link.initComm(true, true, progOn);
   if (!failure.isEmpty()) {
+    context.interrupt.action = nullptr;
     context.console.message(failure);
     link.FinishComm();
     return;
   }
   open_ = true;
-  context.interrupt.action = [&link] { link.cancelRequested = true; };
   if (context.interrupt.raised) link.cancelRequested = true;
 }
 

@@ -76,6 +76,20 @@ TEST_F(CliOnSimulator, CtrlCEndsAWaitOrderly) {
   EXPECT_EQ(read.output, "8\t-1002\t\n");
 }
 
+TEST_F(CliOnSimulator, CtrlCEndsAGreetingThatNobodyAnswers) {
+  test::SimulatorProcess station(
+      {"--station", "MX1BIN", "--link", port(), "--log", "--fault", "silence:immer"});
+  write("LOKARI.INI", "[LOKARI]\r\nBaseUnit=MX1BIN\r\nComPort=4\r\nTimeout=999\r\nDelay=0\r\n");
+  test::RunningProgram program(QStringLiteral("lokari-cli"), {"cv", "read", "8"}, folder.path());
+  EXPECT_TRUE(station.nextLine().startsWith("> 01 01 00 10 30 00 3E 17"));
+  program.interrupt();
+  // Unanswered, the two greetings last longer than a program may run here.
+  const test::ProgramRun read = program.finish();
+  EXPECT_EQ(read.status, 1);
+  EXPECT_EQ(read.output, "");
+  EXPECT_TRUE(station.nextLine().startsWith("> 01 01 10 21 10 30 11 04 10 21 B8 17"));
+}
+
 TEST_F(CliOnSimulator, WithoutAStationThereIsNoSession) {
   const test::ProgramRun read = cli({"cv", "read", "8"});
   EXPECT_EQ(read.status, 2);
