@@ -91,8 +91,9 @@ bool DecoderBench::showFieldText(const QString& field, const QString& text) {
   return true;
 }
 
-void DecoderBench::refillField(const QString& field, const QString& text) {
+void DecoderBench::refillField(const QString& field, QString text) {
   // Emptied first, so that the field's change is noticed and colours it even when the text stays.
+  // The text is a copy: it may be the field's own.
   setFieldText(field, {});
   setFieldText(field, text);
 }
