@@ -19,11 +19,8 @@ void PrintTo(const KindRow& row, std::ostream* out) {
 }
 
 const KindRow kKinds[] = {
-    {"MX1", 1024, 255, true},
-    {"MX1V25", 1024, 255, true},
-    {"MX1BIN", 1024, 1024, true},
-    {"MX1ULF", 1024, 1024, false},
-    {"TAMSMC", 1024, 1024, true},
+    {"MX1", 1024, 255, true},      {"MX1V25", 1024, 255, true},  {"MX1BIN", 1024, 1024, true},
+    {"MX1ULF", 1024, 1024, false}, {"TAMSMC", 1024, 1024, true},
 };
 
 /// CVs at the edges of the numbers' fields, with what the decoder holds.
