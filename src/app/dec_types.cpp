@@ -6,15 +6,15 @@
 
 namespace lokari {
 
-DecTypes loadDecTypes(const QString& appPath) {
-  DecTypes types;
+QStringList loadDecTypes(const QString& appPath) {
+  QStringList types(256);
   const QString path = findFile(appPath + QStringLiteral("/Zimo/DecTypes.txt"));
   if (path.isEmpty()) return types;
   for (const QString& line : splitLines(readTextFile(path).value_or(QString()))) {
     const double code = numericPrefix(QStringView(line).left(3));
     const qsizetype equals = line.indexOf(u'=');
     if (code < 1 || code > 255 || equals < 0) continue;
-    types[static_cast<std::size_t>(toInt16(code))] = line.mid(equals + 1);
+    types[toInt16(code)] = line.mid(equals + 1);
   }
   return types;
 }

@@ -6,6 +6,7 @@
 #include <QObject>
 
 #include <functional>
+#include <optional>
 
 namespace lokari {
 
@@ -20,13 +21,16 @@ class ExternalMessage final : public QObject {
 
   /// Takes messages from a bus. False without a bus, or when another instance has the name; the
   /// program then does without.
-  bool listen(QDBusConnection bus);
+  bool listen(const QDBusConnection& bus);
+  /// Gives the name back.
+  void stop();
 
  public slots:
   Q_SCRIPTABLE void OpenCab(int address);
 
  private:
   std::function<void(int)> receive_;
+  std::optional<QDBusConnection> bus_;
 };
 
 }  // namespace lokari

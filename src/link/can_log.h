@@ -16,6 +16,8 @@ class CanLog {
   /// cannot be created is reported to nobody: nothing is logged then.
   void begin();
   bool isOpen() const { return file_.isOpen(); }
+  /// Closes the file; what comes later is not logged.
+  void end() { file_.close(); }
 
   /// "10:00:01.250 " in local time, the text, carriage return and line feed.
   void write(const QString& text);

@@ -6,12 +6,15 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <algorithm>
+
 namespace lokari {
 namespace {
 
 class DecTypesTest : public ::testing::Test {
  protected:
-  DecTypes typesFrom(const QByteArray& text, const QString& name = QStringLiteral("DecTypes.txt")) {
+  QStringList typesFrom(const QByteArray& text,
+                        const QString& name = QStringLiteral("DecTypes.txt")) {
     EXPECT_TRUE(QDir(folder_.path()).mkpath(QStringLiteral("Zimo")));
     QFile file(folder_.filePath(QStringLiteral("Zimo/") + name));
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
@@ -20,7 +23,7 @@ class DecTypesTest : public ::testing::Test {
     return loadDecTypes(folder_.path());
   }
 
-  static int filled(const DecTypes& types) {
+  static int filled(const QStringList& types) {
     return static_cast<int>(
         std::count_if(types.begin(), types.end(), [](const QString& n) { return !n.isEmpty(); }));
   }
@@ -29,7 +32,7 @@ class DecTypesTest : public ::testing::Test {
 };
 
 TEST_F(DecTypesTest, TheNumberIsInTheFirstThreeCharactersAndTheNameBehindTheEqualsSign) {
-  const DecTypes types = typesFrom("200=MX82\r\n5 =Name\r\n  7 MX64 =MX64=H\r\n255=Last\r\n");
+  const QStringList types = typesFrom("200=MX82\r\n5 =Name\r\n  7 MX64 =MX64=H\r\n255=Last\r\n");
   EXPECT_EQ(types[200], QStringLiteral("MX82"));
   EXPECT_EQ(types[5], QStringLiteral("Name"));
   EXPECT_EQ(types[7], QStringLiteral("MX64=H"));
@@ -46,7 +49,7 @@ TEST_F(DecTypesTest, ALineWithoutAnEqualsSignFillsNothing) {
 }
 
 TEST_F(DecTypesTest, OnlyThreeCharactersMakeTheNumber) {
-  const DecTypes types = typesFrom("1234=x\n");
+  const QStringList types = typesFrom("1234=x\n");
   EXPECT_EQ(types[123], QStringLiteral("x"));
   EXPECT_EQ(filled(types), 1);
 }

@@ -1,0 +1,175 @@
+#include "app/ui/main_win.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "app/ui/frm_about.h"
+#include "app/ui/frm_entry.h"
+#include "app/ui/main_menu.h"
+#include "app/ui/navigator.h"
+#include "app/ui/record_binder.h"
+#include "app/ui/record_page.h"
+#include "app/ui/tool_row.h"
+#include "app/workbench.h"
+#include "db/database_session.h"
+#include "decoder/decoder_bench.h"
+#include "decoder/ui/frm_decoder.h"
+
+namespace lokari {
+namespace {
+
+constexpr QSize kDesignSize(980, 590);
+/// 800 and 640 twips.
+constexpr QPoint kPlace(53, 43);
+constexpr QMargins kMargins(10, 6, 10, 8);
+
+QString ownName() {
+  return QStringLiteral("main_win");
+}
+
+}  // namespace
+
+MainWin::MainWin(Workbench& workbench)
+    : workbench_(workbench),
+      pictures_(workbench.paths().basePath),
+      scale_(workbench.paths().appPath + QStringLiteral("/WINDOW.INI")),
+      menu_(new MainMenu(this)),
+      contents_(new QWidget),
+      tools_(new ToolRow(pictures_, contents_)),
+      page_(new RecordPage(pictures_, contents_)),
+      data1_(new Navigator(pictures_, contents_)) {
+  setObjectName(ownName());
+  setWindowIcon(pictures_.icon(QStringLiteral("lokari.bmp")));
+  setMenuBar(menu_);
+  setCentralWidget(new QWidget);
+  auto* rows = new QVBoxLayout(contents_);
+  rows->setContentsMargins(kMargins);
+  rows->setSpacing(8);
+  rows->addWidget(tools_);
+  rows->addWidget(page_, 1);
+  rows->addWidget(data1_);
+  resize(kDesignSize);
+  move(kPlace);
+  scale_.begin(kDesignSize);
+  workbench_.decoderWindowVisible = [this] {
+    return frmDecoder_ != nullptr && frmDecoder_->isVisible();
+  };
+  connectMenus();
+}
+
+MainWin::~MainWin() = default;
+
+void MainWin::connectMenus() {
+  menu_->enable(QStringLiteral("mnuFileQuit"), [this] { mnuFileQuit(); });
+  menu_->enable(QStringLiteral("mnuHelpContents"), [this] { workbench_.mnuHelpContents(); });
+  menu_->enable(QStringLiteral("mnuHelpSearch"), [this] { workbench_.mnuHelpSearch(); });
+  menu_->enable(QStringLiteral("mnuReadMe"), [this] { workbench_.mnuReadMe(); });
+  menu_->enable(QStringLiteral("mnuWeb"), [this] { workbench_.mnuWeb(); });
+  menu_->enable(QStringLiteral("mnuHelpInfo"), [this] { mnuHelpInfo(); });
+}
+
+bool MainWin::start() {
+  started_ = workbench_.start(*this);
+  if (!started_) return false;
+  const QSize stored = scale_.storedSize(ownName());
+  if (scale_.resizeMode() == 1 && stored.isValid()) resize(stored);
+  return true;
+}
+
+void MainWin::setCaption(const QString& caption) {
+  setWindowTitle(caption);
+}
+
+void MainWin::setHelpAvailable(bool available) {
+  menu_->entry(QStringLiteral("mnuHelpContents"))->setEnabled(available);
+  menu_->entry(QStringLiteral("mnuHelpSearch"))->setEnabled(available);
+}
+
+void MainWin::setUpScaling(int resizeMode) {
+  scale_.setResizeMode(resizeMode);
+  scale_.arrange(centralWidget(), contents_);
+}
+
+void MainWin::showSplash() {
+  frmEntry_ = new FrmEntry(this, pictures_, workbench_.clock());
+  frmEntry_->centre();
+  frmEntry_->show();
+}
+
+void MainWin::bind(DatabaseSession& session) {
+  binder_ = new RecordBinder(session.form(), {*page_, *tools_, *data1_, *menu_}, this);
+  connect(tools_->button(QStringLiteral("butProg")), &QToolButton::clicked, this,
+          &MainWin::butProg);
+  binder_->offer(QStringLiteral("butProg"));
+  menu_->enable(QStringLiteral("mnuDbOpen"), [&session] { session.mnuDbOpen(); });
+  menu_->enable(QStringLiteral("mnuDbNew"), [&session] { session.mnuDbNew(); });
+  connect(&session, &DatabaseSession::opened, this, [this] { workbench_.SetCaption(); });
+  connect(&session, &DatabaseSession::busyChanged, this, &MainWin::showBusy);
+}
+
+void MainWin::showBusy(bool busy) {
+  if (busy) {
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+  } else {
+    QApplication::restoreOverrideCursor();
+  }
+}
+
+void MainWin::mnuFileQuit() {
+  scale_.storeSize(ownName(), isMaximized() ? normalGeometry().size() : size());
+  close();
+}
+
+void MainWin::mnuHelpInfo() {
+  FrmAbout frmAbout(this, pictures_);
+  scale_.ResizeWindow(&frmAbout);
+  frmAbout.exec();
+}
+
+void MainWin::butProg() {
+  RecordForm& form = workbench_.session().form();
+  if (!form.prepareProgramming()) return;
+  showBusy(true);
+  workbench_.clock().pump();
+  DecoderBench bench({workbench_.settings(), workbench_.clock(), workbench_.prompt(),
+                      workbench_.link(), workbench_.session().catalogue(),
+                      workbench_.paths().basePath, workbench_.decTypes()});
+  FrmDecoder frmDecoder(bench, workbench_.link(), workbench_.clock(), pictures_, scale_, this);
+  showBusy(false);
+  frmDecoder_ = &frmDecoder;
+  CvRecord record = form.workingCopy();
+  const bool success = frmDecoder.edit(record, form.text(QStringLiteral("dc_adr")));
+  frmDecoder_ = nullptr;
+  if (!success) return;
+  form.storeProgrammed(record, bench.controls.at(QStringLiteral("dc_adr")).text,
+                       bench.controls.at(QStringLiteral("cbDcManuf")).text);
+}
+
+void MainWin::closeEvent(QCloseEvent* event) {
+  if (started_ && !workbench_.shutDown()) {
+    event->ignore();
+    return;
+  }
+  started_ = false;
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window != this) window->close();
+  }
+  event->accept();
+  QApplication::quit();
+}
+
+void MainWin::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  scale_.mainResized(size());
+  if (started_ && !isMinimized()) workbench_.SetCaption();
+}
+
+void MainWin::paintEvent(QPaintEvent* event) {
+  QMainWindow::paintEvent(event);
+  if (frmEntry_ != nullptr && frmEntry_->isVisible()) frmEntry_->centre();
+}
+
+}  // namespace lokari

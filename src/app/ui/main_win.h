@@ -1,0 +1,68 @@
+// `main_win`, the main window: menus, buttons, the record form and its navigator.
+#pragma once
+
+#include <QMainWindow>
+
+#include <memory>
+
+#include "app/workbench_view.h"
+#include "base/ui/pictures.h"
+#include "base/ui/window_scale.h"
+
+namespace lokari {
+
+class FrmDecoder;
+class FrmEntry;
+class MainMenu;
+class Navigator;
+class RecordBinder;
+class RecordPage;
+class ToolRow;
+class Workbench;
+
+class MainWin final : public QMainWindow, public WorkbenchView {
+  Q_OBJECT
+
+ public:
+  /// `workbench` must outlive the window.
+  explicit MainWin(Workbench& workbench);
+  ~MainWin() override;
+
+  /// Start-up; then the window is ready to be shown. False when the program ends at once.
+  bool start();
+
+  void setCaption(const QString& caption) override;
+  void setHelpAvailable(bool available) override;
+  void setUpScaling(int resizeMode) override;
+  void showSplash() override;
+  void bind(DatabaseSession& session) override;
+
+  const WindowScale& scale() const { return scale_; }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  void connectMenus();
+  void mnuFileQuit();
+  void mnuHelpInfo();
+  void butProg();
+  void showBusy(bool busy);
+
+  Workbench& workbench_;
+  Pictures pictures_;
+  WindowScale scale_;
+  MainMenu* menu_;
+  QWidget* contents_;
+  ToolRow* tools_;
+  RecordPage* page_;
+  Navigator* data1_;
+  RecordBinder* binder_ = nullptr;
+  FrmEntry* frmEntry_ = nullptr;
+  FrmDecoder* frmDecoder_ = nullptr;  // while it is open
+  bool started_ = false;
+};
+
+}  // namespace lokari

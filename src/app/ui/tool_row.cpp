@@ -1,0 +1,71 @@
+#include "app/ui/tool_row.h"
+
+#include <QHBoxLayout>
+#include <QToolButton>
+
+#include <array>
+#include <stdexcept>
+
+#include "base/ui/pictures.h"
+
+namespace lokari {
+namespace {
+
+constexpr QSize kPicture(32, 32);
+
+struct Tool {
+  const char16_t* name;
+  const char16_t* caption;
+  const char16_t* picture;
+  const char16_t* tip;
+};
+
+/// Left of the gap the work on records, right of it the work on the layout.
+constexpr std::array<Tool, 10> kTools{{
+    {u"butTable", u"&Liste", u"tab_n.bmp", u"Fahrzeugliste"},
+    {u"butFind", u"&Suchen", u"such_n.bmp", u"Fahrzeuge suchen"},
+    {u"butNew", u"&Neu", u"neu_n.bmp", u"Neuer Datensatz"},
+    {u"butDelete", u"Lös&chen", u"loesch_n.bmp", u"Datensatz löschen"},
+    {u"butOK", u"Suchen", u"ok_n.bmp", u"Eingabe bestätigen"},
+    {u"butFilter", u"Fil&tern", u"filter_n.bmp", u"Nur passende Fahrzeuge zeigen"},
+    {u"butCancel", u"Abb&rechen", u"abbr_n.bmp", u"Eingabe verwerfen"},
+    {u"butProg", u"Pro&grammieren", u"prog_n.bmp", u"Decoder lesen und schreiben"},
+    {u"butDrive", u"F&ahren", u"fahr_n.bmp", u"Fahrpult öffnen"},
+    {u"butSwitch", u"Sc&halten", u"schalt_n.bmp", u"Schaltpult öffnen"},
+}};
+constexpr QStringView kFirstOnTheRight = u"butProg";
+
+}  // namespace
+
+ToolRow::ToolRow(const Pictures& pictures, QWidget* parent) : QWidget(parent) {
+  setObjectName(QStringLiteral("toolRow"));
+  auto* line = new QHBoxLayout(this);
+  line->setContentsMargins(0, 0, 0, 0);
+  line->setSpacing(4);
+  for (const Tool& tool : kTools) {
+    if (tool.name == kFirstOnTheRight) line->addStretch();
+    auto* button = new QToolButton(this);
+    button->setObjectName(QString::fromUtf16(tool.name));
+    button->setText(QString::fromUtf16(tool.caption));
+    button->setToolTip(QString::fromUtf16(tool.tip));
+    button->setAccessibleName(QString::fromUtf16(tool.tip));
+    button->setIcon(pictures.icon(QString::fromUtf16(tool.picture)));
+    button->setIconSize(kPicture);
+    button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
+    button->setMinimumWidth(72);
+    button->setEnabled(false);
+    buttons_.insert(button->objectName(), button);
+    line->addWidget(button);
+  }
+}
+
+QToolButton* ToolRow::button(const QString& name) const {
+  QToolButton* button = buttons_.value(name);
+  if (button == nullptr) throw std::logic_error("no button " + name.toStdString());
+  return button;
+}
+
+}  // namespace lokari

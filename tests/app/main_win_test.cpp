@@ -1,0 +1,435 @@
+#include "app/ui/main_win.h"
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QBuffer>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+#include <QToolButton>
+
+#include "app_folder.h"
+#include "base/ini_file.h"
+
+namespace lokari {
+namespace {
+
+const QList<test::Vehicle> kVehicles{{QStringLiteral("Club"), 3, QStringLiteral("C3")},
+                                     {QStringLiteral("Club"), 7, QStringLiteral("C7")},
+                                     {QStringLiteral("Heim"), 5, QStringLiteral("H5")}};
+
+class MainWinTest : public ::testing::Test {
+ protected:
+  /// Starts the program on the folder as it is and shows its window.
+  void start() {
+    workbench_ = std::make_unique<Workbench>(outside_.parts(folder_));
+    window_ = std::make_unique<MainWin>(*workbench_);
+    ASSERT_TRUE(window_->start());
+    window_->show();
+    QApplication::processEvents();
+  }
+
+  void startWith(const QList<test::Vehicle>& vehicles) {
+    folder_.add(vehicles);
+    start();
+  }
+
+  template <typename T>
+  T* child(const char16_t* name) const {
+    T* found = window_->findChild<T*>(QString::fromUtf16(name));
+    EXPECT_NE(found, nullptr) << qPrintable(QString::fromUtf16(name));
+    return found;
+  }
+  QLineEdit* line(const char16_t* name) const { return child<QLineEdit>(name); }
+  QToolButton* button(const char16_t* name) const { return child<QToolButton>(name); }
+  QAction* entry(const char16_t* name) const { return child<QAction>(name); }
+  QComboBox* list(const char16_t* name) const { return child<QComboBox>(name); }
+  QString caption() const { return child<QLabel>(u"Data1_Caption")->text(); }
+
+  void type(QWidget* field, const char* text) const {
+    field->setFocus();
+    QTest::keyClicks(field, QString::fromUtf8(text));
+  }
+  void typeOver(const char16_t* name, const char* text) const {
+    line(name)->setFocus();
+    line(name)->selectAll();
+    QTest::keyClicks(line(name), QString::fromUtf8(text));
+  }
+  /// Leaves a field for another one and lets the checks of leaving run.
+  void leaveFor(const char16_t* name) const {
+    child<QWidget>(name)->setFocus();
+    QApplication::processEvents();
+  }
+  void press(const char16_t* name) const { button(name)->click(); }
+
+  QStringList& boxes() { return outside_.prompt.shown; }
+
+  test::AppFolder folder_;
+  test::Outside outside_;
+  std::unique_ptr<Workbench> workbench_;
+  std::unique_ptr<MainWin> window_;
+};
+
+// ---- Showing ------------------------------------------------------------------------------------
+
+TEST_F(MainWinTest, ShowsTheFirstRecordAndWhereItStands) {
+  startWith(kVehicles);
+  EXPECT_EQ(window_->objectName(), QStringLiteral("main_win"));
+  EXPECT_EQ(window_->windowTitle(), QStringLiteral("LOKARIV3.MDB - Lokari V4.11"));
+  EXPECT_EQ(caption(), QStringLiteral("Satz  1 von  3"));
+  EXPECT_EQ(line(u"dc_adr")->text(), QStringLiteral("3"));
+  EXPECT_EQ(line(u"st_sname")->text(), QStringLiteral("C3"));
+  EXPECT_EQ(list(u"dc_coll")->currentText(), QStringLiteral("Club"));
+  EXPECT_TRUE(child<QRadioButton>(u"dc_type_1")->isChecked());
+}
+
+TEST_F(MainWinTest, TheNavigatorMovesThroughTheRecords) {
+  startWith(kVehicles);
+  press(u"Data1_Next");
+  EXPECT_EQ(line(u"st_sname")->text(), QStringLiteral("C7"));
+  press(u"Data1_Last");
+  EXPECT_EQ(caption(), QStringLiteral("Satz  3 von  3"));
+  press(u"Data1_Previous");
+  EXPECT_EQ(line(u"st_sname")->text(), QStringLiteral("C7"));
+  press(u"Data1_First");
+  EXPECT_EQ(caption(), QStringLiteral("Satz  1 von  3"));
+}
+
+TEST_F(MainWinTest, EveryFieldHasItsLabelAndAnAccessibleName) {
+  startWith(kVehicles);
+  EXPECT_EQ(child<QLabel>(u"lab_dc_adr")->text(), QStringLiteral("Adresse (1-10239):"));
+  EXPECT_EQ(child<QLabel>(u"lab_fz_ftype")->text(), QStringLiteral("Fahrzeug-Type:"));
+  EXPECT_EQ(child<QLabel>(u"lab_md_scale")->text(), QStringLiteral("Maßstab:"));
+  for (const char16_t* name : {u"dc_adr", u"dc_coll", u"md_info", u"md_user_3", u"dc_decoder"}) {
+    EXPECT_FALSE(child<QWidget>(name)->accessibleName().isEmpty());
+  }
+}
+
+TEST_F(MainWinTest, TheScaleOffersItsSuggestionsInTheirOrder) {
+  startWith(kVehicles);
+  const QComboBox* scale = list(u"md_scale");
+  ASSERT_EQ(scale->count(), 11);
+  EXPECT_EQ(scale->itemText(0), QStringLiteral("1:22.5"));
+  EXPECT_EQ(scale->itemText(2), QStringLiteral("1:43,5"));
+  EXPECT_EQ(scale->itemText(10), QStringLiteral("1:220"));
+}
+
+TEST_F(MainWinTest, WhatDoesNothingYetIsThereAndDisabled) {
+  startWith(kVehicles);
+  for (const char16_t* name : {u"mnuImpDec", u"mnuUpdDB", u"mnuExpRZK", u"mnuDbPrint",
+                               u"mnuEditFind", u"mnuDcManufValues", u"mnuParaOptions"}) {
+    EXPECT_FALSE(entry(name)->isEnabled()) << qPrintable(QString::fromUtf16(name));
+  }
+  for (const char16_t* name : {u"butTable", u"butFind", u"butDrive", u"butSwitch"}) {
+    EXPECT_TRUE(button(name)->isVisible());
+    EXPECT_FALSE(button(name)->isEnabled()) << qPrintable(QString::fromUtf16(name));
+  }
+}
+
+// ---- Editing ------------------------------------------------------------------------------------
+
+TEST_F(MainWinTest, AChangeIsStoredByTheNextMove) {
+  startWith(kVehicles);
+  typeOver(u"fz_lname", "Schnellzuglok");
+  press(u"Data1_Next");
+  EXPECT_EQ(folder_.stored(3, QStringLiteral("FZ_LNAME")).toString(),
+            QStringLiteral("Schnellzuglok"));
+}
+
+TEST_F(MainWinTest, AChoiceInADropDownIsStoredAtOnce) {
+  startWith(kVehicles);
+  QComboBox* era = list(u"fz_era");
+  ASSERT_GT(era->count(), 1);
+  era->setFocus();
+  era->setCurrentIndex(1);
+  EXPECT_EQ(folder_.stored(3, QStringLiteral("FZ_ERA")).toString(), era->itemText(1));
+}
+
+TEST_F(MainWinTest, OnlyDigitsEnterTheAddress) {
+  startWith(kVehicles);
+  typeOver(u"dc_adr", "1a2-3,4.5 6");
+  EXPECT_EQ(line(u"dc_adr")->text(), QStringLiteral("12345"));
+}
+
+TEST_F(MainWinTest, ThePriceTakesItsCharactersOnly) {
+  startWith(kVehicles);
+  typeOver(u"md_price", "1x2.3,4-5");
+  EXPECT_EQ(line(u"md_price")->text(), QStringLiteral("12.3,45"));
+}
+
+TEST_F(MainWinTest, ACollectionHasSixteenCharactersAndASeventeenthBeeps) {
+  startWith(kVehicles);
+  QComboBox* collection = list(u"dc_coll");
+  collection->setFocus();
+  collection->lineEdit()->selectAll();
+  QTest::keyClick(collection, Qt::Key_Delete);
+  type(collection, "1234567890123456");
+  EXPECT_EQ(outside_.prompt.beeps, 0);
+  type(collection, "7");
+  EXPECT_EQ(collection->currentText(), QStringLiteral("1234567890123456"));
+  EXPECT_EQ(outside_.prompt.beeps, 1);
+  QTest::keyClick(collection, Qt::Key_Backspace);
+  EXPECT_EQ(collection->currentText(), QStringLiteral("123456789012345"));
+}
+
+TEST_F(MainWinTest, ARemarkEndsAt240Characters) {
+  startWith(kVehicles);
+  auto* remark = child<QPlainTextEdit>(u"md_info");
+  remark->setFocus();
+  remark->insertPlainText(QString(238, u'x'));
+  QTest::keyClicks(remark, QStringLiteral("abcd"));
+  EXPECT_EQ(remark->toPlainText(), QString(238, u'x') + QStringLiteral("ab"));
+}
+
+TEST_F(MainWinTest, AnAddressOutOfRangeIsRefusedWhenItsFieldIsLeft) {
+  startWith(kVehicles);
+  typeOver(u"dc_adr", "10240");
+  leaveFor(u"st_sname");
+  EXPECT_EQ(boxes(), QStringList(QStringLiteral("Erlaubte Werte liegen zwischen 1 und 10239!")));
+  EXPECT_EQ(QApplication::focusWidget(), line(u"dc_adr"));
+  EXPECT_EQ(line(u"dc_adr")->selectedText(), QStringLiteral("10240"));
+}
+
+TEST_F(MainWinTest, AnEmptyShortNameCannotBeLeft) {
+  startWith(kVehicles);
+  line(u"st_sname")->setFocus();
+  line(u"st_sname")->selectAll();
+  QTest::keyClick(line(u"st_sname"), Qt::Key_Delete);
+  press(u"Data1_Next");
+  EXPECT_EQ(boxes(), QStringList(QStringLiteral("Kurzbezeichnung muß eingegeben werden")));
+  EXPECT_EQ(caption(), QStringLiteral("Satz  1 von  3"));
+  EXPECT_EQ(QApplication::focusWidget(), line(u"st_sname"));
+}
+
+TEST_F(MainWinTest, AStoredTextLongerThanItsFieldIsShownWholeAndKept) {
+  folder_.add({{QStringLiteral("Club"), 3, QStringLiteral("C3")}});
+  {
+    Database database(folder_.file(test::AppFolder::databaseName()));
+    database.write(QStringLiteral("UPDATE LOCO_DAT SET MD_INFO = ?"), {QString(250, u'x')});
+  }
+  start();
+  EXPECT_EQ(child<QPlainTextEdit>(u"md_info")->toPlainText().size(), 250);
+  typeOver(u"fz_lname", "Lok");
+  EXPECT_TRUE(workbench_->shutDown());
+  EXPECT_EQ(folder_.stored(3, QStringLiteral("MD_INFO")).toString().size(), 250);
+}
+
+TEST_F(MainWinTest, TheTypeGroupAndItsTextShowTheSame) {
+  startWith(kVehicles);
+  child<QRadioButton>(u"dc_type_2")->click();
+  EXPECT_EQ(line(u"dc_type")->text(), QStringLiteral("2"));
+  press(u"Data1_Next");
+  EXPECT_TRUE(child<QRadioButton>(u"dc_type_1")->isChecked());
+  EXPECT_EQ(folder_.stored(3, QStringLiteral("DC_TYPE")).toInt(), 2);
+}
+
+TEST_F(MainWinTest, AWheelOverADropDownChangesNothing) {
+  startWith(kVehicles);
+  QComboBox* era = list(u"fz_era");
+  const QString before = era->currentText();
+  QWheelEvent wheel(QPointF(5, 5), era->mapToGlobal(QPointF(5, 5)), QPoint(), QPoint(0, -120),
+                    Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+  QApplication::sendEvent(era, &wheel);
+  EXPECT_EQ(era->currentText(), before);
+}
+
+// ---- New, delete, copy --------------------------------------------------------------------------
+
+TEST_F(MainWinTest, NewRecordModeHasItsOwnButtons) {
+  startWith(kVehicles);
+  press(u"butNew");
+  EXPECT_EQ(caption(), QStringLiteral("neuer Satz"));
+  for (const char16_t* name : {u"butTable", u"butFind", u"butNew", u"butDelete", u"butFilter"}) {
+    EXPECT_FALSE(button(name)->isVisible()) << qPrintable(QString::fromUtf16(name));
+  }
+  EXPECT_TRUE(button(u"butOK")->isVisible());
+  EXPECT_EQ(button(u"butOK")->text(), QStringLiteral("OK"));
+  EXPECT_TRUE(button(u"butCancel")->isVisible());
+  EXPECT_FALSE(button(u"butProg")->isEnabled());
+  EXPECT_FALSE(entry(u"mnuEditNew")->isEnabled());
+  EXPECT_FALSE(child<QPushButton>(u"butPicLink")->isEnabled());
+  EXPECT_EQ(QApplication::focusWidget(), line(u"dc_adr"));
+
+  press(u"butCancel");
+  EXPECT_TRUE(button(u"butNew")->isVisible());
+  EXPECT_FALSE(button(u"butOK")->isVisible());
+  EXPECT_TRUE(entry(u"mnuEditNew")->isEnabled());
+  EXPECT_FALSE(button(u"butFind")->isEnabled()) << "what was never offered stays disabled";
+  EXPECT_EQ(line(u"st_sname")->text(), QStringLiteral("C3"));
+}
+
+TEST_F(MainWinTest, ANewRecordStandsAtTheEnd) {
+  startWith(kVehicles);
+  press(u"butNew");
+  type(line(u"dc_adr"), "42");
+  type(line(u"st_sname"), "Neu");
+  press(u"butOK");
+  EXPECT_EQ(caption(), QStringLiteral("Satz  4 von  4"));
+  EXPECT_EQ(folder_.stored(42, QStringLiteral("ST_SNAME")).toString(), QStringLiteral("Neu"));
+}
+
+TEST_F(MainWinTest, AnEmptyDatabaseStartsWithANewRecordAndCancelBeeps) {
+  start();
+  EXPECT_EQ(caption(), QStringLiteral("neuer Satz"));
+  press(u"butCancel");
+  EXPECT_EQ(outside_.prompt.beeps, 1);
+  EXPECT_TRUE(button(u"butOK")->isVisible());
+}
+
+TEST_F(MainWinTest, DeletingAsksFirst) {
+  startWith(kVehicles);
+  press(u"butDelete");
+  EXPECT_EQ(boxes(), QStringList(QStringLiteral("Datensatz wirklich löschen?")));
+  EXPECT_EQ(caption(), QStringLiteral("Satz  1 von  3"));
+  outside_.prompt.answers = {Answer::Yes};
+  entry(u"mnuEditDelete")->trigger();
+  EXPECT_EQ(line(u"st_sname")->text(), QStringLiteral("C7"));
+  EXPECT_EQ(caption(), QStringLiteral("Satz  1 von  2"));
+}
+
+TEST_F(MainWinTest, ACopyGoesIntoANewRecordButItsAddressAndTheSecondUserInfo) {
+  startWith(kVehicles);
+  EXPECT_FALSE(entry(u"mnuEditInsert")->isEnabled());
+  typeOver(u"fz_code", "103");
+  typeOver(u"md_user_2", "zwei");
+  typeOver(u"md_user_3", "drei");
+  entry(u"mnuEditCopy")->trigger();
+  EXPECT_TRUE(entry(u"mnuEditInsert")->isEnabled());
+  press(u"butNew");
+  type(line(u"dc_adr"), "99");
+  entry(u"mnuEditInsert")->trigger();
+  press(u"butOK");
+  EXPECT_EQ(line(u"dc_adr")->text(), QStringLiteral("99"));
+  EXPECT_EQ(line(u"fz_code")->text(), QStringLiteral("103"));
+  EXPECT_EQ(line(u"md_user_2")->text(), QString());
+  EXPECT_EQ(line(u"md_user_3")->text(), QStringLiteral("drei"));
+  EXPECT_EQ(caption(), QStringLiteral("Satz  4 von  4"));
+}
+
+// ---- Pictures -----------------------------------------------------------------------------------
+
+TEST_F(MainWinTest, APictureFillsItsFrameInOneDirectionAndCanBeRemoved) {
+  startWith(kVehicles);
+  QImage image(300, 100, QImage::Format_RGB32);
+  image.fill(Qt::blue);
+  const QString file = folder_.file(QStringLiteral("lok.jpg"));
+  ASSERT_TRUE(image.save(file, "JPG"));
+  outside_.prompt.fileNames = {file};
+  child<QPushButton>(u"butPicLink")->click();
+  const auto* picture = child<QLabel>(u"md_pic");
+  ASSERT_TRUE(picture->isVisible());
+  const QSize frame = child<QFrame>(u"picContainer")->contentsRect().size();
+  EXPECT_NEAR(picture->width(), frame.width() + 1, 2);
+  EXPECT_NEAR(picture->height(), frame.width() / 3 + 1, 2);
+  press(u"Data1_Next");
+  EXPECT_FALSE(picture->isVisible());
+  press(u"Data1_Previous");
+  EXPECT_TRUE(picture->isVisible());
+  child<QPushButton>(u"butPicDel")->click();
+  EXPECT_FALSE(picture->isVisible());
+}
+
+// ---- Databases, help, about ---------------------------------------------------------------------
+
+TEST_F(MainWinTest, AnotherDatabaseIsOpenedFromTheMenu) {
+  folder_.copyTemplate(QStringLiteral("DB/ANDERE.MDB"));
+  startWith(kVehicles);
+  outside_.prompt.fileNames = {folder_.file(QStringLiteral("DB/ANDERE.MDB"))};
+  entry(u"mnuDbOpen")->trigger();
+  EXPECT_EQ(window_->windowTitle(), QStringLiteral("ANDERE.MDB - Lokari V4.11"));
+  EXPECT_EQ(caption(), QStringLiteral("neuer Satz"));
+  ASSERT_EQ(outside_.prompt.fileQuestions.size(), 1);
+  EXPECT_EQ(outside_.prompt.fileQuestions[0].title, QStringLiteral("Datenbank öffnen"));
+}
+
+TEST_F(MainWinTest, ANewDatabaseIsMadeFromTheMenu) {
+  startWith(kVehicles);
+  outside_.prompt.fileNames = {folder_.file(QStringLiteral("DB/test"))};
+  entry(u"mnuDbNew")->trigger();
+  EXPECT_EQ(window_->windowTitle(), QStringLiteral("test.MDB - Lokari V4.11"));
+  EXPECT_TRUE(QFile::exists(folder_.file(QStringLiteral("DB/test.MDB"))));
+  EXPECT_EQ(caption(), QStringLiteral("neuer Satz"));
+  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(MainWinTest, WithoutAHelpFileTheHelpEntriesAreDisabled) {
+  QFile::remove(folder_.file(QStringLiteral("LOKARI.qhc")));
+  startWith(kVehicles);
+  EXPECT_FALSE(entry(u"mnuHelpContents")->isEnabled());
+  EXPECT_FALSE(entry(u"mnuHelpSearch")->isEnabled());
+  EXPECT_TRUE(entry(u"mnuWeb")->isEnabled());
+}
+
+TEST_F(MainWinTest, TheSplashStandsOverTheMainWindowForFiveSeconds) {
+  startWith(kVehicles);
+  const auto* splash = child<QWidget>(u"frmEntry");
+  EXPECT_TRUE(splash->isVisible());
+  outside_.clock.advance(5000);
+  EXPECT_FALSE(splash->isVisible());
+}
+
+// ---- Size and end -------------------------------------------------------------------------------
+
+TEST_F(MainWinTest, LeavingThroughTheMenuKeepsTheSize) {
+  startWith(kVehicles);
+  window_->resize(1234, 789);
+  entry(u"mnuFileQuit")->trigger();
+  EXPECT_FALSE(window_->isVisible());
+  window_.reset();
+  start();
+  EXPECT_EQ(window_->size(), QSize(1234, 789));
+  EXPECT_NEAR(window_->scale().scaleX, 1234.0 / 980, 1e-9);
+}
+
+TEST_F(MainWinTest, LeavingThroughTheCloseBoxKeepsNoSize) {
+  startWith(kVehicles);
+  window_->resize(1234, 789);
+  window_->close();
+  window_.reset();
+  start();
+  EXPECT_EQ(window_->size(), QSize(980, 590));
+}
+
+TEST_F(MainWinTest, WithResizeZeroTheLayoutIsFixedAndNoSizeIsKept) {
+  folder_.settings("Resize=0\r\n");
+  startWith(kVehicles);
+  const QSize before = child<QWidget>(u"recordPage")->size();
+  window_->resize(1300, 800);
+  QApplication::processEvents();
+  EXPECT_EQ(child<QWidget>(u"recordPage")->size(), before);
+  EXPECT_DOUBLE_EQ(window_->scale().scaleX, 1.0);
+  entry(u"mnuFileQuit")->trigger();
+  EXPECT_FALSE(QFile::exists(folder_.file(QStringLiteral("WINDOW.INI"))));
+}
+
+TEST_F(MainWinTest, AnInvalidRecordKeepsTheWindowOpen) {
+  startWith(kVehicles);
+  line(u"st_sname")->clear();
+  EXPECT_FALSE(window_->close());
+  EXPECT_TRUE(window_->isVisible());
+  EXPECT_EQ(boxes(), QStringList(QStringLiteral("Kurzbezeichnung muß eingegeben werden")));
+  typeOver(u"st_sname", "gut");
+  EXPECT_TRUE(window_->close());
+}
+
+TEST_F(MainWinTest, TheTabKeyGoesThroughTheFormInItsOrder) {
+  startWith(kVehicles);
+  line(u"dc_adr")->setFocus();
+  QStringList visited;
+  for (int i = 0; i < 5; ++i) {
+    visited << QApplication::focusWidget()->objectName();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  }
+  EXPECT_EQ(visited, QStringList({QStringLiteral("dc_adr"), QStringLiteral("dc_coll"),
+                                  QStringLiteral("st_sname"), QStringLiteral("st_group"),
+                                  QStringLiteral("fz_lname")}));
+}
+
+}  // namespace
+}  // namespace lokari
