@@ -2,8 +2,10 @@
 
 #include <array>
 
+#include "sim/mx10_station.h"
 #include "sim/mx1_text_station.h"
 #include "sim/tams_station.h"
+#include "sim/z21_station.h"
 #include "sim/zimo_binary_station.h"
 
 namespace lokari::sim {
@@ -16,10 +18,13 @@ std::unique_ptr<Station> make(const Surroundings& surroundings) {
 
 constexpr std::array kStations{
     StationRow{u"MX1", Wire::Serial, 0, make<Mx1TextStation>},
+    StationRow{u"MX10", Wire::Serial, 0, make<Mx10KeyStation>},
+    StationRow{u"MX10IP", Wire::Udp, 14520, make<Mx10IpStation>},
     StationRow{u"MX1BIN", Wire::Serial, 0, make<Mx1BinStation>},
     StationRow{u"MX1ULF", Wire::Serial, 0, make<Mx1UlfStation>},
     StationRow{u"MX1V25", Wire::Serial, 0, make<Mx1TextStation>},
     StationRow{u"TAMSMC", Wire::Serial, 0, make<TamsStation>},
+    StationRow{u"Z21IP", Wire::Udp, 21105, make<Z21Station>},
 };
 
 }  // namespace

@@ -1,0 +1,132 @@
+#include "sim/mx10_station.h"
+
+#include "base/bytes.h"
+
+namespace lokari::sim {
+namespace {
+
+constexpr Millis kAnnouncing = 1000;
+constexpr Millis kPatience = 30'000;
+/// Time that reading or writing one CV takes.
+constexpr Millis kTrackTime = 250;
+constexpr Millis kAtOnce = 5;
+
+constexpr int kTrackGroup = 0x06;
+constexpr int kNetworkGroup = 0x0A;
+constexpr int kCvGroup = 0x16;
+
+constexpr int kEvent = 2;
+constexpr int kAnswer = 3;
+
+constexpr qsizetype kReadSize = 8;
+constexpr qsizetype kWriteSize = 9;
+
+int nodeIn(const QByteArray& data) {
+  return byteAt(data, 0) * 256 + byteAt(data, 1);
+}
+
+int addressIn(const QByteArray& data) {
+  return byteAt(data, 3) * 256 + byteAt(data, 2);
+}
+
+int cvIn(const QByteArray& data) {
+  return byteAt(data, 5) * 256 + byteAt(data, 4);
+}
+
+}  // namespace
+
+void Mx10Station::openLine() {
+  open_ = true;
+  const int turn = ++turn_;
+  later(kAtOnce, [this, turn] { announce(turn); });
+}
+
+void Mx10Station::announce(int turn) {
+  if (!open_ || turn != turn_) return;
+  const BusMessage message{
+      .group = kNetworkGroup,
+      .command = 0,
+      .mode = kEvent,
+      .node = kNode,
+      .data = bytes({kSerialNumber >> 24, kSerialNumber >> 16 & 0xFF, kSerialNumber >> 8 & 0xFF,
+                     kSerialNumber & 0xFF, 0x00, 0x00, 0x00, 0x00})};
+  // Not an answer: the faults of answers do not touch it.
+  if (onAnswer) onAnswer(encode(message));
+  later(kAnnouncing, [this, turn] { announce(turn); });
+}
+
+void Mx10Station::obey(const BusMessage& message) {
+  const bool toMe = nodeIn(message.data) == kNode;
+  if (message.group == kTrackGroup && message.command == 0 && toMe) switchTrack(message);
+  if (message.group == kCvGroup && message.command == 8 && toMe) readCv(message);
+  if (message.group == kCvGroup && message.command == 9 && toMe) writeCv(message);
+}
+
+void Mx10Station::switchTrack(const BusMessage& message) {
+  if (message.data.size() != 4 || byteAt(message.data, 2) != 1) return;
+  programmingTrack_ = byteAt(message.data, 3) == 4;
+  answerTo(message, kCvGroup, message.data, kAtOnce);
+}
+
+void Mx10Station::readCv(const BusMessage& message) {
+  if (message.data.size() != kReadSize) return;
+  const int cv = cvIn(message.data);
+  const TrackResult result = programmingTrack_ ? readOnProgrammingTrack(cv, Method::Direct)
+                                               : readOnMainTrack(addressIn(message.data), cv);
+  if (result.answer != TrackAnswer::Value) return;
+  answerTo(message, kCvGroup, message.data + bytes({result.value}), kTrackTime);
+}
+
+void Mx10Station::writeCv(const BusMessage& message) {
+  if (message.data.size() != kWriteSize) return;
+  const int cv = cvIn(message.data);
+  const int value = byteAt(message.data, 8);
+  if (programmingTrack_) {
+    writeOnProgrammingTrack(cv, value, Method::Direct);
+  } else {
+    writeOnMainTrack(addressIn(message.data), cv, value);
+  }
+  answerTo(message, kCvGroup, message.data, kTrackTime);
+}
+
+void Mx10Station::answerTo(const BusMessage& message, int group, const QByteArray& data,
+                           Millis delay) {
+  answer(encode({.group = group,
+                 .command = message.command,
+                 .mode = kAnswer,
+                 .node = kNode,
+                 .data = data}),
+         delay);
+}
+
+void Mx10KeyStation::receive(const QByteArray& data) {
+  const QList<KeyReader::Item> items = reader_.feed(data);
+  for (const KeyReader::Item& item : items) {
+    if (item.wakeUp) {
+      answer(keyWakeUp(), kAtOnce);
+      openLine();
+    } else {
+      obey(item.message);
+    }
+  }
+}
+
+void Mx10IpStation::receive(const QByteArray& datagram) {
+  const auto message = fromIpDatagram(datagram);
+  if (!message) return;
+  heardAt_ = clock().now();
+  later(kPatience, [this, heard = heardAt_] { forget(heard); });
+  if (message->group == kNetworkGroup && message->command == 6) {
+    if (!isOpen()) openLine();
+  } else if (message->group == kNetworkGroup && message->command == 7) {
+    closeLine();
+  } else if (isOpen()) {
+    obey(*message);
+  }
+}
+
+void Mx10IpStation::forget(Millis heard) {
+  if (heard == heardAt_) closeLine();
+}
+
+}  // namespace lokari::sim
