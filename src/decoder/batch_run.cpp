@@ -30,6 +30,22 @@ class NoView final : public CommView {
   void hide() override {}
 };
 
+/// A bank is selected by writing, in a read as well. Some stations tell the tracks apart by the job
+/// alone; under the job of a read they would write on the main track.
+class AsWrite {
+ public:
+  AsWrite(StationLink& link, bool progOn) : link_(link), job_(link.commJob) {
+    link_.commJob = progOn ? CommJob::WriteProgTrack : CommJob::WriteMain;
+  }
+  ~AsWrite() { link_.commJob = job_; }
+  AsWrite(const AsWrite&) = delete;
+  AsWrite& operator=(const AsWrite&) = delete;
+
+ private:
+  StationLink& link_;
+  CommJob job_;
+};
+
 /// The names of the CVs of the first tabs in the status line.
 QString fixedName(int cv) {
   switch (cv) {
@@ -235,6 +251,7 @@ BatchRun::Bank BatchRun::selectBank(CvIndex cv) {
   const CvDescriptor& entry = d.info(cv);
   if (!entry.inBank() || entry.cvBank == lastBank_) return Bank::Selected;
   const CvBank& bank = d.bankOf(entry);
+  const AsWrite asWrite(link(), progOn_);
   struct Register {
     int cv;
     int value;

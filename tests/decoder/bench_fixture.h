@@ -28,8 +28,9 @@ inline const char* const kEcoFile = "Adlerton/AT-ECO.dec";
 
 class BenchFixture : public ::testing::Test {
  protected:
-  BenchFixture() {
-    settings.baseUnit = StationKind::TamsMc;
+  explicit BenchFixture(StationKind kind = StationKind::TamsMc)
+      : station(sim::stationByName(stationKind(kind).name)->make({clock, layout, faults, 20})) {
+    settings.baseUnit = kind;
     settings.timeoutVal = 2;
     settings.delayFlag = false;
     settings.addressCheckNow = false;
@@ -125,8 +126,7 @@ class BenchFixture : public ::testing::Test {
   test::RecordingView view;
   sim::Layout layout = oneVehicle();
   sim::FaultPlan faults;
-  std::unique_ptr<sim::Station> station =
-      sim::stationByName(u"TAMSMC")->make({clock, layout, faults, 20});
+  std::unique_ptr<sim::Station> station;
   test::SimLine line{clock, *station};
   test::MemorySocket socket{clock};
   test::MemoryCan can;

@@ -501,6 +501,23 @@ TEST_F(ReadBanks, AfterAContinuedFailureNoCvOfAnotherBankIsTaken) {
   EXPECT_EQ(mark(49), CvMark::Verified);
 }
 
+class ReadBanksOnMx1 : public BenchFixture {
+ protected:
+  ReadBanksOnMx1() : BenchFixture(StationKind::Mx1) {}
+};
+
+TEST_F(ReadBanksOnMx1, ABankIsSelectedOnTheProgrammingTrack) {
+  decoder().banks = {{{16, 0}, {{257, 11}}}};
+  decoder().store(31, 0);
+  decoder().store(32, 0);
+  openEco(kBanks);
+  markRow(1024);
+  read();
+  EXPECT_EQ(sent().mid(1, 3), QStringList({"RN1F10", "RN2000", "QN101"}));
+  EXPECT_EQ(value(1024), 11);
+  EXPECT_EQ(link.commJob, CommJob::ReadProgTrack);
+}
+
 // ---- Failures
 // ---------------------------------------------------------------------------------------
 
