@@ -79,6 +79,19 @@ TEST_F(FrmDecoderJob, ReadsEveryMarkedCvIntoFieldsRowsAndGrid) {
   EXPECT_FALSE(line.isOpen());
 }
 
+TEST_F(FrmDecoderJob, ARowBeyondTheTabsIsReadIntoItsCellOfTheGrid) {
+  describe("SPEEDTABLE=N\nMAXTABS=6\n" + cvLines(100, 21, 3));
+  decoder.store(120, 55);
+  edit([&] {
+    const QModelIndex last = grid()->model()->index(20, static_cast<int>(GridColumn::Value));
+    ASSERT_EQ(last.siblingAtColumn(0).data().toString(), QStringLiteral("120"));
+    bench.gridClicked(21, GridColumn::Read);
+    click("cmdDcRead");
+    EXPECT_EQ(last.data().toString(), QStringLiteral("55"));
+    EXPECT_EQ(last.data(Qt::ForegroundRole).value<QColor>(), kBlue);
+  });
+}
+
 TEST_F(FrmDecoderJob, WritesChangedValuesVerifiedAndHandsThemBack) {
   decoder.readOnly = {34};
   settings.continueOnError = true;

@@ -84,6 +84,26 @@ TEST_F(DlgCommTest, ComingToTheFrontAgainDoesNotStartTheJobAgain) {
   EXPECT_EQ(runs, 1);
 }
 
+/// A desktop that refuses the front: the window is never told that it is active.
+class FrontRefuser final : public QObject {
+ public:
+  bool eventFilter(QObject*, QEvent* event) override {
+    return event->type() == QEvent::WindowActivate;
+  }
+};
+
+TEST_F(DlgCommTest, TheJobStartsAllTheSameWhenTheDesktopRefusesTheFront) {
+  FrontRefuser refuser;
+  dialog_.installEventFilter(&refuser);
+  dialog_.findChild<QTimer*>()->setInterval(0);  // no patience
+  int runs = 0;
+  dialog_.run(CommJob::ReadProgTrack, [&] {
+    ++runs;
+    dialog_.hide();
+  });
+  EXPECT_EQ(runs, 1);
+}
+
 TEST_F(DlgCommTest, TheDialogIsTheLinksViewWhileTheJobRuns) {
   EXPECT_EQ(link.view(), nullptr);
   dialog_.run(CommJob::ReadProgTrack, [&] {
