@@ -202,6 +202,19 @@ TEST_F(FrmDecoderGrid, AValueHasTheColourOfItsMark) {
   });
 }
 
+TEST_F(FrmDecoderGrid, MarksAreSeenWithoutTheirPicturesToo) {
+  editGrid([&] {
+    const auto picture = [&] {
+      return grid()->viewport()->grab(grid()->visualRect(grid()->model()->index(0, 4))).toImage();
+    };
+    clickCell(1, GridColumn::Read);
+    const QImage marked = picture();
+    clickCell(1, GridColumn::Read);
+    EXPECT_NE(picture(), marked);
+    EXPECT_EQ(picture(), picture());
+  });
+}
+
 TEST_F(FrmDecoderGrid, NoHeadIsCut) {
   editGrid([&] {
     const QHeaderView* heads = grid()->horizontalHeader();

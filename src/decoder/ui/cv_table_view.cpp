@@ -30,14 +30,22 @@ class PictureDelegate final : public QStyledItemDelegate {
     const auto mark = model_.mark(index);
     if (mark == CvTableModel::Mark::None) return;
     const QPixmap& picture = pictureOf(mark, option.widget->devicePixelRatioF());
+    if (picture.isNull()) {
+      painter->drawText(option.rect, Qt::AlignCenter, signOf(mark));
+      return;
+    }
     const QSizeF size = picture.deviceIndependentSize();
-    const QRectF cell(option.rect);
-    painter->drawPixmap(
-        QPointF(cell.center().x() - size.width() / 2, cell.center().y() - size.height() / 2),
-        picture);
+    const QPointF middle = QRectF(option.rect).center();
+    painter->drawPixmap(middle - QPointF(size.width() / 2, size.height() / 2), picture);
   }
 
  private:
+  /// Without its picture the mark can still be seen.
+  static QString signOf(CvTableModel::Mark mark) {
+    if (mark == CvTableModel::Mark::Bits) return QStringLiteral("...");
+    return mark == CvTableModel::Mark::Crossed ? QStringLiteral("X") : QStringLiteral("-");
+  }
+
   const QPixmap& pictureOf(CvTableModel::Mark mark, double pixelRatio) const {
     if (loadedFor_ != pixelRatio) {
       loadedFor_ = pixelRatio;
