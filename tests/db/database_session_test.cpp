@@ -1,0 +1,364 @@
+#include "db/database_session.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+
+#include "base/ini_file.h"
+#include "support/recording_desktop.h"
+#include "support/scripted_prompt.h"
+
+namespace lokari {
+namespace {
+
+class ScriptedOldFormat final : public OldFormat {
+ public:
+  std::optional<int> vehicles(const QString& path) override {
+    asked << QFileInfo(path).fileName();
+    return count;
+  }
+  void ConvertDB(const QString& path) override { converted << QFileInfo(path).fileName(); }
+
+  std::optional<int> count;
+  QStringList asked;
+  QStringList converted;
+};
+
+class SessionTest : public ::testing::Test {
+ protected:
+  SessionTest() {
+    EXPECT_TRUE(QDir(app_.path()).mkpath(str("DB")));
+    EXPECT_TRUE(QFile::copy(str(LOKARI_TEMPLATE), path("EMPTY.MDB")));
+    start("DB/LOKARIV3.MDB");
+  }
+
+  static QString str(const char* text) { return QString::fromUtf8(text); }
+  QString path(const char* name) const { return app_.filePath(str(name)); }
+
+  /// A session of a new process.
+  void start(const char* database) {
+    session_ = std::make_unique<DatabaseSession>(
+        RecordFormParts{prompt_, desktop_, ini_, app_.path()}, path(database), oldFormat_);
+    opened_ = 0;
+    QObject::connect(session_.get(), &DatabaseSession::opened, session_.get(),
+                     [this] { ++opened_; });
+  }
+
+  /// A database with these addresses, each in the collection "A".
+  void make(const char* name, const QList<int>& addresses) {
+    QFile::remove(path(name));
+    ASSERT_TRUE(QFile::copy(path("EMPTY.MDB"), path(name)));
+    Database database(path(name));
+    for (const int address : addresses) {
+      database.write(str("INSERT INTO LOCO_DAT (DC_ADR, DC_COLL, DC_TYPE, ST_SNAME) "
+                         "VALUES (?, 'A', 1, 'L' || ?)"),
+                     {address, address});
+    }
+  }
+
+  void write(const char* name, const QByteArray& data) {
+    QFile file(path(name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(data);
+  }
+
+  QByteArray contents(const char* name) {
+    QFile file(path(name));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+  }
+
+  RecordForm& form() { return session_->form(); }
+  QString text(const char* control) { return form().text(str(control)); }
+
+  QTemporaryDir app_;
+  test::ScriptedPrompt prompt_;
+  test::RecordingDesktop desktop_;
+  IniFile ini_{path("LOKARI.INI")};
+  ScriptedOldFormat oldFormat_;
+  std::unique_ptr<DatabaseSession> session_;
+  int opened_ = 0;
+};
+
+TEST_F(SessionTest, OpensTheDatabaseAtItsFirstRecord) {
+  make("DB/LOKARIV3.MDB", {5, 3});
+  EXPECT_EQ(session_->InitDB(), 0);
+  EXPECT_EQ(text("Data1"), str("Satz  1 von  2"));
+  EXPECT_EQ(text("dc_adr"), str("3"));
+  EXPECT_FALSE(form().loadingRecord);
+  EXPECT_FALSE(form().quietDelete);
+  EXPECT_TRUE(session_->catalogue().makerByNumber(0).has_value());
+  EXPECT_TRUE(prompt_.shown.isEmpty());
+}
+
+TEST_F(SessionTest, TheFileIsFoundInAnyCase) {
+  make("DB/lokariv3.mdb", {5});
+  EXPECT_EQ(session_->InitDB(), 0);
+}
+
+TEST_F(SessionTest, AMissingFileIsReported) {
+  EXPECT_EQ(session_->InitDB(), 1);
+  EXPECT_EQ(prompt_.shown, QStringList{str("Datenbankdatei ") + path("DB/LOKARIV3.MDB") +
+                                       str(" nicht gefunden\noder Zugriff nicht möglich!\n"
+                                           "Programmneuinstallation kann erforderlich sein.")});
+  EXPECT_FALSE(session_->hasDatabase());
+}
+
+TEST_F(SessionTest, AnEmptyDatabaseGoesStraightIntoNewRecordMode) {
+  make("DB/LOKARIV3.MDB", {});
+  EXPECT_EQ(session_->InitDB(), 0);
+  EXPECT_EQ(text("Data1"), str("neuer Satz"));
+  EXPECT_EQ(form().editMode(), EditMode::Add);
+  EXPECT_TRUE(form().isVisible(str("butOK")));
+  EXPECT_FALSE(form().isEnabled(str("Data1")));
+  form().butCancel();
+  EXPECT_EQ(text("Data1"), str("neuer Satz"));
+}
+
+TEST_F(SessionTest, ALeftoverRecordGoesSilentlyAtStartAndWithAQuestionLater) {
+  make("DB/LOKARIV3.MDB", {0, 3});
+  EXPECT_EQ(session_->InitDB(), 0);
+  EXPECT_TRUE(prompt_.shown.isEmpty());
+  EXPECT_EQ(text("Data1"), str("Satz  1 von  1"));
+  EXPECT_EQ(text("dc_adr"), str("3"));
+
+  make("DB/ANDERE.MDB", {0, 4});
+  prompt_.fileNames = {path("DB/ANDERE.MDB")};
+  prompt_.answers = {Answer::No};
+  session_->mnuDbOpen();
+  EXPECT_EQ(prompt_.shown, QStringList{str("Datensatz wirklich löschen?")});
+  EXPECT_EQ(text("Data1"), str("Satz  1 von  2"));
+}
+
+TEST_F(SessionTest, ALeftoverWithoutAnyAddressGoesAsWell) {
+  make("DB/LOKARIV3.MDB", {});
+  {
+    Database database(path("DB/LOKARIV3.MDB"));
+    database.write(str("INSERT INTO LOCO_DAT (DC_TYPE) VALUES (1)"), {});
+  }
+  EXPECT_EQ(session_->InitDB(), 0);
+  EXPECT_EQ(text("Data1"), str("neuer Satz"));
+  EXPECT_EQ(form().records().count(), 0);
+}
+
+TEST_F(SessionTest, WhatIsNoDatabaseIsRefusedSilentlyAndNotTouched) {
+  for (const QByteArray& data :
+       {QByteArray("no database at all, only text"), QByteArray(),
+        QByteArray("SQLite format 3\0garbage", 24), QByteArray(5000, '\0')}) {
+    write("DB/LOKARIV3.MDB", data);
+    EXPECT_EQ(session_->InitDB(), 1);
+    EXPECT_EQ(contents("DB/LOKARIV3.MDB"), data);
+  }
+  EXPECT_TRUE(prompt_.shown.isEmpty());
+  EXPECT_FALSE(session_->hasDatabase());
+}
+
+TEST_F(SessionTest, ADatabaseWithoutTheVehicleTableIsRefusedSilently) {
+  make("DB/LOKARIV3.MDB", {});
+  { Database(path("DB/LOKARIV3.MDB")).write(str("DROP TABLE LOCO_DAT"), {}); }
+  EXPECT_EQ(session_->InitDB(), 1);
+  EXPECT_TRUE(prompt_.shown.isEmpty());
+}
+
+TEST_F(SessionTest, ADatabaseOfAnotherProgramIsRefused) {
+  make("DB/LOKARIV3.MDB", {3});
+  { Database(path("DB/LOKARIV3.MDB")).write(str("PRAGMA application_id = 17"), {}); }
+  EXPECT_EQ(session_->InitDB(), 1);
+}
+
+TEST_F(SessionTest, ADatabaseOfANewerVersionIsRefusedWithAMessageAndNotTouched) {
+  make("DB/LOKARIV3.MDB", {3});
+  { Database(path("DB/LOKARIV3.MDB")).write(str("PRAGMA user_version = 2"), {}); }
+  const QByteArray before = contents("DB/LOKARIV3.MDB");
+  EXPECT_EQ(session_->InitDB(), 1);
+  ASSERT_EQ(prompt_.shown.size(), 1);
+  EXPECT_TRUE(prompt_.shown[0].contains(str("mit einer neueren Programmversion angelegt")));
+  EXPECT_EQ(contents("DB/LOKARIV3.MDB"), before);
+}
+
+TEST_F(SessionTest, AnAccessFileIsNamedAsSuch) {
+  write("DB/LOKARIV3.MDB", QByteArray("\0\1\0\0Standard Jet DB\0", 20) + QByteArray(4096, 'x'));
+  EXPECT_EQ(session_->InitDB(), 1);
+  ASSERT_EQ(prompt_.shown.size(), 1);
+  EXPECT_TRUE(prompt_.shown[0].contains(str("Access-Datenbank")));
+}
+
+TEST_F(SessionTest, ADamagedDatabaseIsReportedAndNotTouched) {
+  make("DB/LOKARIV3.MDB", {3});
+  QByteArray data = contents("DB/LOKARIV3.MDB");
+  data.truncate(data.size() / 2);
+  write("DB/LOKARIV3.MDB", data);
+  EXPECT_EQ(session_->InitDB(), 1);
+  ASSERT_EQ(prompt_.shown.size(), 1);
+  EXPECT_TRUE(prompt_.shown[0].contains(str("beschädigt")));
+  EXPECT_EQ(contents("DB/LOKARIV3.MDB"), data);
+}
+
+TEST_F(SessionTest, ARefusedDatabaseLeavesTheOldOneOpen) {
+  make("DB/LOKARIV3.MDB", {3});
+  ASSERT_EQ(session_->InitDB(), 0);
+  write("DB/x.mdb", "nothing");
+  prompt_.fileNames = {path("DB/x.mdb")};
+  session_->mnuDbOpen();
+  EXPECT_EQ(opened_, 0);
+  EXPECT_EQ(session_->dbPath(), path("DB/x.mdb"));
+  form().edited(str("fz_lname"), str("noch da"));
+  EXPECT_TRUE(form().storeEdit());
+  EXPECT_EQ(session_->database().path(), path("DB/LOKARIV3.MDB"));
+}
+
+TEST_F(SessionTest, AV2DatabaseAtStartAnsweredNoGoesOnWithoutADatabase) {
+  write("DB/LOKARIV3.MDB", "old");
+  oldFormat_.count = 41;
+  prompt_.answers = {Answer::No};
+  EXPECT_EQ(session_->InitDB(), 0);
+  EXPECT_EQ(prompt_.shown, QStringList{str("Die Datenbank is noch im Format von Lokari V2.\n"
+                                           "In aktuelle V3-Datenbank importieren?")});
+  EXPECT_FALSE(session_->hasDatabase());
+  EXPECT_TRUE(oldFormat_.converted.isEmpty());
+  EXPECT_EQ(form().position(), -1);
+}
+
+TEST_F(SessionTest, AV2DatabaseIsTakenIntoTheOpenOne) {
+  make("DB/LOKARIV3.MDB", {3});
+  ASSERT_EQ(session_->InitDB(), 0);
+  write("DB/ALT.MDB", "old");
+  oldFormat_.count = 41;
+  prompt_.fileNames = {path("DB/ALT.MDB")};
+  prompt_.answers = {Answer::Yes};
+  session_->mnuDbOpen();
+  EXPECT_EQ(oldFormat_.converted, QStringList{str("ALT.MDB")});
+  EXPECT_EQ(session_->dbPath(), path("DB/LOKARIV3.MDB"));
+  EXPECT_EQ(session_->database().path(), path("DB/LOKARIV3.MDB"));
+}
+
+TEST_F(SessionTest, AV2DatabaseWithoutVehiclesIsRefusedSilently) {
+  write("DB/LOKARIV3.MDB", "old");
+  oldFormat_.count = 0;
+  EXPECT_EQ(session_->InitDB(), 1);
+  EXPECT_TRUE(prompt_.shown.isEmpty());
+}
+
+TEST_F(SessionTest, OpeningStoresTheEditAndStartsInTheFolderDb) {
+  make("DB/LOKARIV3.MDB", {3});
+  make("DB/ANDERE.MDB", {4});
+  ASSERT_EQ(session_->InitDB(), 0);
+  form().edited(str("fz_lname"), str("neu"));
+  prompt_.fileNames = {path("DB/ANDERE.MDB")};
+  session_->mnuDbOpen();
+  EXPECT_EQ(prompt_.fileQuestions.at(0).title, str("Datenbank öffnen"));
+  EXPECT_EQ(prompt_.fileQuestions.at(0).filter,
+            str("Access-Datenbanken|*.mdb|Alle Dateien (*.*)|*.*"));
+  EXPECT_EQ(prompt_.fileQuestions.at(0).folder, path("DB"));
+  EXPECT_EQ(prompt_.fileQuestions.at(0).presetName, QString());
+  EXPECT_EQ(opened_, 1);
+  EXPECT_EQ(text("dc_adr"), str("4"));
+  QString name;
+  Database(path("DB/LOKARIV3.MDB"))
+      .read(str("SELECT FZ_LNAME FROM LOCO_DAT"), {},
+            [&](const QSqlQuery& row) { name = row.value(0).toString(); });
+  EXPECT_EQ(name, str("neu"));
+}
+
+TEST_F(SessionTest, AnInvalidEditOrACancelledDialogKeepsTheDatabase) {
+  make("DB/LOKARIV3.MDB", {3});
+  ASSERT_EQ(session_->InitDB(), 0);
+  form().edited(str("dc_adr"), str("20000"));
+  session_->mnuDbOpen();
+  session_->mnuDbNew();
+  EXPECT_TRUE(prompt_.fileQuestions.isEmpty());
+  EXPECT_EQ(prompt_.shown, QStringList({str("Adresse ungültig"), str("Adresse ungültig")}));
+  form().edited(str("dc_adr"), str("3"));
+  session_->mnuDbOpen();
+  session_->mnuDbNew();
+  EXPECT_EQ(prompt_.fileQuestions.size(), 2);
+  EXPECT_EQ(opened_, 0);
+  EXPECT_EQ(session_->dbPath(), path("DB/LOKARIV3.MDB"));
+}
+
+TEST_F(SessionTest, OpeningAnotherDatabaseLeavesNewRecordMode) {
+  make("DB/LOKARIV3.MDB", {});
+  make("DB/ANDERE.MDB", {4});
+  ASSERT_EQ(session_->InitDB(), 0);
+  prompt_.fileNames = {path("DB/ANDERE.MDB")};
+  session_->mnuDbOpen();
+  EXPECT_EQ(text("Data1"), str("Satz  1 von  1"));
+  EXPECT_TRUE(form().isVisible(str("butNew")));
+  EXPECT_EQ(text("butOK"), str("Suchen"));
+}
+
+TEST_F(SessionTest, ANewDatabaseIsACopyOfTheTemplateInNewRecordMode) {
+  make("DB/LOKARIV3.MDB", {3});
+  ASSERT_EQ(session_->InitDB(), 0);
+  prompt_.fileNames = {path("DB/test")};
+  session_->mnuDbNew();
+  EXPECT_EQ(prompt_.fileQuestions.at(0).title, str("Neue Datenbank anlegen"));
+  EXPECT_EQ(prompt_.fileQuestions.at(0).presetName, str("NEUE_DB.MDB"));
+  EXPECT_EQ(prompt_.fileQuestions.at(0).folder, path("DB"));
+  EXPECT_EQ(session_->dbPath(), path("DB/test.MDB"));
+  EXPECT_TRUE(QFile::exists(path("DB/test.MDB")));
+  EXPECT_EQ(opened_, 1);
+  EXPECT_EQ(text("Data1"), str("neuer Satz"));
+  EXPECT_TRUE(form().workingCopy().hasArrays());
+  form().edited(str("dc_adr"), str("5"));
+  form().edited(str("st_sname"), str("x"));
+  form().butOK();
+  EXPECT_EQ(text("Data1"), str("Satz  1 von  1"));
+}
+
+TEST_F(SessionTest, ANameWithAnExtensionStaysAsItIs) {
+  make("DB/LOKARIV3.MDB", {3});
+  ASSERT_EQ(session_->InitDB(), 0);
+  prompt_.fileNames = {path("DB/test.db")};
+  session_->mnuDbNew();
+  EXPECT_EQ(session_->dbPath(), path("DB/test.db"));
+}
+
+TEST_F(SessionTest, AnExistingFileIsNeverWrittenOver) {
+  make("DB/LOKARIV3.MDB", {3});
+  ASSERT_EQ(session_->InitDB(), 0);
+  write("DB/da.mdb", "mine");
+  prompt_.fileNames = {path("DB/DA")};
+  session_->mnuDbNew();
+  EXPECT_EQ(prompt_.shown, QStringList{str("Datenbankdatei ") + path("DB/DA.MDB") +
+                                       str(" exisitiert bereits\noder Zugriff nicht möglich!")});
+  EXPECT_EQ(contents("DB/da.mdb"), QByteArray("mine"));
+  EXPECT_EQ(text("dc_adr"), str("3"));
+}
+
+TEST_F(SessionTest, WithoutATemplateThereIsNoNewDatabase) {
+  make("DB/LOKARIV3.MDB", {3});
+  ASSERT_EQ(session_->InitDB(), 0);
+  QFile::remove(path("EMPTY.MDB"));
+  prompt_.fileNames = {path("DB/test.MDB")};
+  session_->mnuDbNew();
+  EXPECT_EQ(prompt_.shown, QStringList{str("Datenbankdatei ") + path("EMPTY.MDB") +
+                                       str(" nicht gefunden\noder Zugriff nicht möglich!")});
+  EXPECT_EQ(session_->dbPath(), path("DB/LOKARIV3.MDB"));
+}
+
+TEST_F(SessionTest, AFailedCopyBeepsAndKeepsTheOldDatabase) {
+  make("DB/LOKARIV3.MDB", {3});
+  ASSERT_EQ(session_->InitDB(), 0);
+  prompt_.fileNames = {path("NOSUCH/test.MDB")};
+  session_->mnuDbNew();
+  EXPECT_EQ(prompt_.shown, QStringList{str("Fehler beim Kopieren der Datenbank!")});
+  EXPECT_EQ(prompt_.beeps, 1);
+  EXPECT_EQ(session_->dbPath(), path("NOSUCH/test.MDB"));
+  EXPECT_EQ(text("dc_adr"), str("3"));
+}
+
+TEST_F(SessionTest, ADatabaseMadeOfAProtectedTemplateCanBeWritten) {
+  make("DB/LOKARIV3.MDB", {3});
+  ASSERT_EQ(session_->InitDB(), 0);
+  ASSERT_TRUE(QFile::setPermissions(path("EMPTY.MDB"), QFile::ReadOwner | QFile::ReadUser));
+  prompt_.fileNames = {path("DB/test.MDB")};
+  session_->mnuDbNew();
+  EXPECT_TRUE(QFile::permissions(path("DB/test.MDB")).testFlag(QFile::WriteOwner));
+}
+
+}  // namespace
+}  // namespace lokari
