@@ -2,6 +2,9 @@
 
 #include <array>
 
+#include "link/intellibox.h"
+#include "link/lenz.h"
+#include "link/lidp.h"
 #include "link/mx10.h"
 #include "link/mx1_text.h"
 #include "link/station_protocol.h"
@@ -20,6 +23,9 @@ struct ProtocolRow {
 constexpr std::array kProtocols{
     ProtocolRow{ProtocolFamily::Mx1Text, makeMx1TextProtocol},
     ProtocolRow{ProtocolFamily::ZimoBinary, makeZimoBinaryProtocol},
+    ProtocolRow{ProtocolFamily::Lenz, makeLenzProtocol},
+    ProtocolRow{ProtocolFamily::LiDp, makeLidpProtocol},
+    ProtocolRow{ProtocolFamily::Intellibox, makeIntelliboxProtocol},
     ProtocolRow{ProtocolFamily::Tams, makeTamsProtocol},
     ProtocolRow{ProtocolFamily::Z21, makeZ21Protocol},
     ProtocolRow{ProtocolFamily::Mx10, makeMx10Protocol},

@@ -1,0 +1,31 @@
+// The LI100 in its two generations and the LI-USB: XpressNet messages on a serial port.
+#pragma once
+
+#include <memory>
+
+#include "link/lenz_framing.h"
+#include "link/serial_protocol.h"
+
+namespace lokari {
+
+class LenzProtocol final : public SerialProtocol {
+ public:
+  LenzProtocol(StationLink& link, const LenzInterface& type)
+      : SerialProtocol(link), framing_(link, type) {}
+
+  std::unique_ptr<CvExchange> readCv(const CvRequest& request) override;
+  std::unique_ptr<CvExchange> writeCv(const CvRequest& request) override;
+
+  /// For messages beyond CVs.
+  LenzFraming& framing() { return framing_; }
+
+ protected:
+  void sayGoodbye(bool leaveMode) override;
+
+ private:
+  LenzFraming framing_;
+};
+
+std::unique_ptr<StationProtocol> makeLenzProtocol(StationLink& link);
+
+}  // namespace lokari

@@ -1,0 +1,158 @@
+#include "link/lenz_codec.h"
+
+#include <array>
+
+#include "base/bytes.h"
+
+namespace lokari::lenz {
+namespace {
+
+constexpr int kReport = 0x61;
+constexpr int kResult = 0x63;
+constexpr int kInterfaceReport = 0x01;
+
+constexpr int kPaged = 1;
+constexpr int kReadPaged = 0x14;
+constexpr int kReadDirect = 0x15;
+constexpr int kWritePaged = 0x17;
+constexpr int kWriteDirect = 0x16;
+/// First of the four commands that share the CVs up to 1024 among them.
+constexpr int kReadV36 = 0x18;
+constexpr int kWriteV36 = 0x1C;
+
+constexpr int kBlock = 256;  ///< CVs to a command
+constexpr int kLastByteCv = 255;
+constexpr int kLastCv = 1024;
+
+constexpr int kWriteOnMain = 0xEC;
+constexpr int kFirstLongAddress = 100;
+constexpr int kLongAddressMark = 192;
+constexpr int kLastLongAddress = 10239;
+
+constexpr qsizetype kResultSize = 5;
+constexpr qsizetype kReportSize = 3;
+
+/// Command and CV byte of the messages for CVs up to 1024. 1024 wraps round to the first command's
+/// 0, which CV 0 leaves free.
+QByteArray v36Head(int header, int firstCommand, int cv) {
+  const int wire = cv % kLastCv;
+  return bytes({header, firstCommand + wire / kBlock, wire % kBlock});
+}
+
+bool isCv(int cv, int last) {
+  return cv >= 1 && cv <= last;
+}
+
+bool isResultType(int type) {
+  constexpr std::array kTypes{0x10, 0x14, 0x15, 0x16, 0x17};
+  for (const int each : kTypes) {
+    if (each == type) return true;
+  }
+  return false;
+}
+
+bool isResultAt(const QByteArray& reply, qsizetype at) {
+  return byteAt(reply, at) == kResult && isResultType(byteAt(reply, at + 1));
+}
+
+}  // namespace
+
+QByteArray withCheck(QByteArray msg) {
+  char check = 0;
+  for (const char byte : msg) check = static_cast<char>(check ^ byte);
+  msg.append(check);
+  return msg;
+}
+
+QByteArray resume() {
+  return bytes({0x21, 0x81, 0xA0});
+}
+
+QByteArray requestResult() {
+  return bytes({0x21, 0x10, 0x31});
+}
+
+std::optional<QByteArray> readCv(int cv, int mode, bool lenzV36) {
+  if (mode != kPaged && lenzV36) {
+    if (!isCv(cv, kLastCv)) return std::nullopt;
+    return withCheck(v36Head(0x22, kReadV36, cv));
+  }
+  if (!isCv(cv, kBlock)) return std::nullopt;
+  // CV 256 goes out as 0.
+  return withCheck(bytes({0x22, mode == kPaged ? kReadPaged : kReadDirect, cv % kBlock}));
+}
+
+std::optional<QByteArray> writeCv(int cv, int value, int mode, bool lenzV36) {
+  QByteArray msg;
+  if (mode != kPaged && lenzV36) {
+    if (!isCv(cv, kLastCv)) return std::nullopt;
+    msg = v36Head(0x23, kWriteV36, cv);
+  } else {
+    if (!isCv(cv, kLastByteCv)) return std::nullopt;
+    msg = bytes({0x23, mode == kPaged ? kWritePaged : kWriteDirect, cv});
+  }
+  appendByte(msg, value);
+  return withCheck(msg);
+}
+
+std::optional<QByteArray> writeCvMain(int pomAddr, int address, int cv, int value) {
+  const bool shortAddress = pomAddr < kFirstLongAddress;
+  const int addressSent = shortAddress ? pomAddr : address;
+  if (addressSent < 0 || addressSent > kLastLongAddress) return std::nullopt;
+  // The byte for a multiple of 256 would be -1.
+  if (!isCv(cv, kLastCv) || cv % kBlock == 0) return std::nullopt;
+  const int high = shortAddress ? 0 : addressSent / 256 + kLongAddressMark;
+  return withCheck(bytes({0xE6, 0x30, high, addressSent & 255, kWriteOnMain + (cv - 1) / kBlock,
+                          (cv & 255) - 1, value}));
+}
+
+qsizetype missing(const QByteArray& reply) {
+  const int header = byteAt(reply, 0);
+  if (header != kInterfaceReport && header != kReport && header != kResult) return 0;
+  const qsizetype whole = (header & 0x0F) + 2;
+  return std::max<qsizetype>(0, whole - reply.size());
+}
+
+QByteArray resultWithin(const QByteArray& reply) {
+  if (reply.size() <= kResultSize) return reply;
+  for (qsizetype at = 0; at + kResultSize <= reply.size(); ++at) {
+    if (isResultAt(reply, at)) return reply.mid(at, kResultSize);
+  }
+  return reply;
+}
+
+QByteArray serviceModeWithin(const QByteArray& reply) {
+  if (reply.size() <= kReportSize) return reply;
+  for (qsizetype at = 0; at + kReportSize <= reply.size(); ++at) {
+    if (byteAt(reply, at) == kReport && byteAt(reply, at + 1) == 0x02) {
+      return reply.mid(at, kReportSize);
+    }
+  }
+  return reply;
+}
+
+std::optional<int> resultValue(const QByteArray& reply) {
+  const int value = byteAt(reply, 3);
+  if (!isResultAt(reply, 0) || value < 0) return std::nullopt;
+  return value;
+}
+
+std::optional<int> report(const QByteArray& reply) {
+  const int code = byteAt(reply, 1);
+  if (byteAt(reply, 0) != kReport || code < 0) return std::nullopt;
+  return code;
+}
+
+bool isServiceMode(const QByteArray& reply) {
+  return reply == bytes({0x61, 0x02, 0x63});
+}
+
+bool isAccepted(const QByteArray& reply) {
+  return reply.startsWith(bytes({0x01, 0x04}));
+}
+
+bool tellsResumed(const QByteArray& reply) {
+  return reply.contains(bytes({0x61, 0x01}));
+}
+
+}  // namespace lokari::lenz

@@ -1,0 +1,238 @@
+#include "link/lenz_cv.h"
+
+#include "link/lenz_codec.h"
+#include "link/lenz_framing.h"
+#include "link/serial_line.h"
+#include "link/station_link.h"
+#include "link/station_protocol.h"
+
+namespace lokari {
+namespace {
+
+constexpr int kResultHead = 3;
+constexpr int kMainReply = 3;
+constexpr int kReadCounts = 7;
+constexpr int kWriteCounts = 32;
+constexpr int kAskPauseMs = 100;
+constexpr int kResumeRounds = 5;
+constexpr int kReadReportBase = -1000;
+
+/// The station announces the service mode again and again instead of writing.
+constexpr int kServiceModeOnly = -1007;
+
+/// What reading and writing in the service mode share. The station confirms a message first; the
+/// result has to be asked for.
+class LenzExchange : public CvExchange {
+ public:
+  LenzExchange(StationLink& link, LenzFraming& framing, const CvRequest& request)
+      : CvExchange(link, request), framing_(framing) {}
+
+  void secondChance() final {
+    link().Delay(1);
+    if (link().cancelRequested) return;
+    framing_.lnzSend(lenz::resume());
+    link().WaitForData(want());
+    link().protocol().dropInput();
+    if (link().cancelRequested) return;
+    framing_.lnzSend(msg_);
+  }
+
+  CvStep evaluate() final {
+    if (link().cancelRequested) return cancelled();
+    const QByteArray reply = link().serial().read();
+    return reply.size() < want() ? shortReply() : judge(framing_.unwrapped(reply));
+  }
+
+  void epilogue() final {
+    for (int round = 0; round < kResumeRounds; ++round) {
+      link().protocol().dropInput();
+      if (framing_.resume(framing_.type().want)) return;
+      link().Delay(1);
+    }
+  }
+
+ protected:
+  /// A confirmation of at least want() bytes, unwrapped.
+  virtual CvStep judge(QByteArray reply) = 0;
+
+  LenzFraming& framing() const { return framing_; }
+
+  CvStep await(const QByteArray& msg, int want) {
+    msg_ = msg;
+    link().protocol().dropInput();
+    framing_.lnzSend(msg_);
+    setWant(want);
+    return CvStep::wait();
+  }
+
+  /// Asks for the result once. False when next to nothing came, which stays waiting.
+  bool askForResult() {
+    framing_.lnzSend(lenz::requestResult());
+    link().WaitForData(kResultHead);
+    return link().getBufferCount() >= kResultHead;
+  }
+
+  /// Takes a reply to the question; if it is no result, what comes a little later instead of it.
+  QByteArray takeResult() {
+    QByteArray reply = lenz::resultWithin(framing_.takeReply());
+    if (lenz::resultValue(reply)) return reply;
+    ++counter_;
+    link().DelayMsec(kAskPauseMs);
+    return link().getBufferCount() > 0 ? framing_.takeReply() : reply;
+  }
+
+  /// The message again, unless a second's pause has brought a cancel.
+  CvStep repeatAfterPause() {
+    link().Delay(1);
+    return repeat();
+  }
+  CvStep repeat() { return link().cancelRequested ? cancelled() : CvStep::fromSecondChance(); }
+  static CvStep cancelled() { return CvStep::finish(cv_result::kCancelled); }
+
+  /// Counts the questions for the result; runs on when the message is sent again, so that the
+  /// questions end.
+  int counter_ = 1;
+
+ private:
+  LenzFraming& framing_;
+  QByteArray msg_;
+};
+
+class LenzRead final : public LenzExchange {
+ public:
+  using LenzExchange::LenzExchange;
+
+  CvStep send() override {
+    const auto msg = lenz::readCv(request().cv, link().progMode, link().settings().lenzV36);
+    if (!msg) return CvStep::finishAtOnce(cv_result::kWrongReply);
+    return await(*msg, framing().type().want);
+  }
+
+ protected:
+  CvStep judge(QByteArray reply) override {
+    while (counter_ <= kReadCounts && !link().cancelRequested) {
+      if (!askForResult()) {
+        ++counter_;
+        continue;
+      }
+      reply = takeResult();
+      if (lenz::resultValue(reply)) break;
+      if (counter_ % 2 != 0) return repeat();
+    }
+    return resultOf(reply);
+  }
+
+ private:
+  CvStep resultOf(const QByteArray& reply) {
+    if (const auto value = lenz::resultValue(reply)) return CvStep::finish(*value);
+    if (link().cancelRequested) return cancelled();
+    if (const auto code = lenz::report(reply)) return CvStep::finish(kReadReportBase - *code);
+    if (tries_ < 1) return CvStep::finish(cv_result::kWrongReply);
+    --tries_;
+    return repeatAfterPause();
+  }
+
+  int tries_ = 1;
+};
+
+class LenzWrite final : public LenzExchange {
+ public:
+  using LenzExchange::LenzExchange;
+
+  CvStep send() override {
+    const CvRequest& cv = request();
+    if (link().commJob == CommJob::WriteMain) {
+      return sendIfAny(lenz::writeCvMain(link().pomAddr, cv.address, cv.cv, cv.value), kMainReply);
+    }
+    const bool lenzV36 = link().settings().lenzV36;
+    // Not writable, and no failure: callers see a value of 0.
+    if (!lenzV36 && cv.cv >= 256) return CvStep::finishAtOnce(0);
+    return sendIfAny(lenz::writeCv(cv.cv, cv.value, cv.mode, lenzV36), framing().type().want);
+  }
+
+ protected:
+  CvStep judge(QByteArray reply) override {
+    reply = lenz::serviceModeWithin(reply);
+    if (lenz::isServiceMode(reply)) return serviceModeEntered();
+    while (counter_ <= kWriteCounts && !link().cancelRequested) {
+      link().protocol().dropInput();
+      // Only a cancel ends the questions to a station that has fallen silent.
+      if (!askForResult()) continue;
+      reply = takeResult();
+      if (lenz::resultValue(reply)) break;
+    }
+    return resultOf(reply);
+  }
+
+ private:
+  CvStep sendIfAny(const std::optional<QByteArray>& msg, int want) {
+    return msg ? await(*msg, want) : CvStep::finishAtOnce(cv_result::kWrongReply);
+  }
+
+  CvStep serviceModeEntered() {
+    if (enteredBefore_) {
+      framing().lnzSend(lenz::resume());
+      return CvStep::finish(kServiceModeOnly);
+    }
+    enteredBefore_ = true;
+    return repeatAfterPause();
+  }
+
+  CvStep resultOf(const QByteArray& reply) const {
+    if (const auto value = lenz::resultValue(reply)) return CvStep::finish(*value);
+    if (link().cancelRequested) return cancelled();
+    return CvStep::finish(lenz::report(reply) ? -*lenz::report(reply) : cv_result::kWrongReply);
+  }
+
+  bool enteredBefore_ = false;
+};
+
+/// A main-track write that ends with the reply to it: one attempt, no result, no epilogue.
+class LenzMainWrite final : public ReplyExchange {
+ public:
+  LenzMainWrite(StationLink& link, LenzFraming& framing, const CvRequest& request)
+      : ReplyExchange(link, request), framing_(framing) {}
+
+  CvStep send() override {
+    const CvRequest& cv = request();
+    const auto msg = lenz::writeCvMain(link().pomAddr, cv.address, cv.cv, cv.value);
+    if (!msg) return CvStep::finishAtOnce(cv_result::kWrongReply);
+    link().protocol().dropInput();
+    framing_.lnzSend(*msg);
+    setWant(kMainReply);
+    return CvStep::wait();
+  }
+
+  bool secondChanceHelps() const override { return false; }
+  void secondChance() override {}
+
+ protected:
+  QByteArray takeReply() override { return framing_.takeReply(); }
+
+  CvStep parse(const QByteArray& reply) override {
+    if (lenz::isAccepted(reply)) return CvStep::finish(request().value);
+    if (const auto code = lenz::report(reply)) return CvStep::finish(-*code);
+    return CvStep::finish(cv_result::kWrongReply);
+  }
+
+ private:
+  LenzFraming& framing_;
+};
+
+}  // namespace
+
+std::unique_ptr<CvExchange> lenzReadCv(StationLink& link, LenzFraming& framing,
+                                       const CvRequest& request) {
+  return std::make_unique<LenzRead>(link, framing, request);
+}
+
+std::unique_ptr<CvExchange> lenzWriteCv(StationLink& link, LenzFraming& framing,
+                                        const CvRequest& request) {
+  const bool main = link.commJob == CommJob::WriteMain;
+  if (main && framing.type().confirmsMainWrite) {
+    return std::make_unique<LenzMainWrite>(link, framing, request);
+  }
+  return std::make_unique<LenzWrite>(link, framing, request);
+}
+
+}  // namespace lokari

@@ -1,0 +1,69 @@
+#include "link/lenz_framing.h"
+
+#include <array>
+
+#include "base/bytes.h"
+#include "base/clock.h"
+#include "link/lenz_codec.h"
+#include "link/serial_line.h"
+#include "link/station_link.h"
+
+namespace lokari {
+namespace {
+
+constexpr std::array kInterfaces{
+    LenzInterface{StationKind::Li100, false, 15, 15, false},
+    LenzInterface{StationKind::Li100V3, false, 6, 9, true},
+    LenzInterface{StationKind::LiUsb, true, 6, 9, true},
+};
+
+constexpr int kRequestPulseMs = 50;
+constexpr int kUsbHead = 2;
+/// A station's shortest message.
+constexpr int kShortestMessage = 3;
+
+}  // namespace
+
+const LenzInterface& lenzInterface(StationKind kind) {
+  for (const LenzInterface& each : kInterfaces) {
+    if (each.kind == kind) return each;
+  }
+  Q_UNREACHABLE();
+}
+
+void LenzFraming::lnzSend(const QByteArray& msg) {
+  SerialLine& line = link_.serial();
+  if (type_.usb) {
+    line.write(bytes({0xFF, 0xFE}) + msg);
+    return;
+  }
+  line.setRtsEnable(false);
+  link_.DelayMsec(kRequestPulseMs);
+  line.setRtsEnable(true);
+  Clock& clock = link_.clock();
+  const Millis deadline = (clock.wholeSeconds() + link_.settings().timeoutVal) * 1000;
+  clock.waitUntil([&] { return line.ctsHolding() || link_.cancelRequested; }, deadline);
+  line.write(msg);
+}
+
+QByteArray LenzFraming::unwrapped(const QByteArray& reply) const {
+  return type_.usb && reply.size() > kUsbHead ? reply.mid(kUsbHead) : reply;
+}
+
+QByteArray LenzFraming::takeReply() {
+  QByteArray reply = unwrapped(link_.serial().read());
+  if (const qsizetype rest = lenz::missing(reply); rest > 0) {
+    link_.WaitForData(static_cast<qint32>(rest));
+    reply += link_.serial().read();
+  }
+  return reply;
+}
+
+bool LenzFraming::resume(int want) {
+  lnzSend(lenz::resume());
+  link_.WaitForData(want);
+  if (link_.getBufferCount() < kShortestMessage) return false;
+  return lenz::tellsResumed(unwrapped(link_.serial().read()));
+}
+
+}  // namespace lokari

@@ -1,0 +1,53 @@
+// Sending to a Lenz interface and taking its replies: what CV access, driving messages and status
+// queries have in common.
+#pragma once
+
+#include <QByteArray>
+
+#include "base/station_kind.h"
+
+namespace lokari {
+
+class StationLink;
+
+/// What distinguishes the three interfaces.
+struct LenzInterface {
+  StationKind kind;
+  bool usb;          ///< messages in both directions go behind FF FE, without a line handshake
+  int want;          ///< bytes awaited for a CV message, FF FE included
+  int farewellWant;  ///< bytes awaited for the farewell
+  bool confirmsMainWrite;  ///< a main-track write ends with the reply to it
+};
+
+/// The interface of one of the three kinds.
+const LenzInterface& lenzInterface(StationKind kind);
+
+class LenzFraming {
+ public:
+  /// `link` must outlive it.
+  LenzFraming(StationLink& link, const LenzInterface& type) : link_(link), type_(type) {}
+
+  const LenzInterface& type() const { return type_; }
+
+  /// Sends a message with its check byte. Not on USB, the request-to-send line drops for 50 ms
+  /// first and up to `timeoutVal` seconds pass until the station raises clear-to-send; the message
+  /// goes out in any case, also after a cancel.
+  void lnzSend(const QByteArray& msg);
+
+  /// What a reply says: on USB without its first two bytes, if it has more than two.
+  QByteArray unwrapped(const QByteArray& reply) const;
+
+  /// Takes what is waiting, unwrapped. A message that is cut gets up to `timeoutVal` seconds for
+  /// its rest.
+  QByteArray takeReply();
+
+  /// Asks for normal operation and waits for `want` bytes; true when the station tells that it has
+  /// resumed it.
+  bool resume(int want);
+
+ private:
+  StationLink& link_;
+  const LenzInterface& type_;
+};
+
+}  // namespace lokari

@@ -1,0 +1,68 @@
+#include "link/lidp.h"
+
+#include "link/lidp_codec.h"
+#include "link/serial_line.h"
+#include "link/station_link.h"
+
+namespace lokari {
+namespace {
+
+/// What reading and writing share: one line out, one reply back, the same line on the second
+/// chance.
+class LidpExchange : public ReplyExchange {
+ public:
+  LidpExchange(StationLink& link, const CvRequest& request, QByteArray command)
+      : ReplyExchange(link, request), command_(std::move(command)) {}
+
+  CvStep send() final {
+    link().protocol().dropInput();
+    link().serial().write(command_);
+    setWant(lidp::kReplyLength);
+    return CvStep::wait();
+  }
+
+  void secondChance() final { link().serial().write(command_); }
+
+ private:
+  QByteArray command_;
+};
+
+class LidpRead final : public LidpExchange {
+ public:
+  LidpRead(StationLink& link, const CvRequest& request)
+      : LidpExchange(link, request, lidp::readCommand(request.cv)) {}
+
+ protected:
+  CvStep parse(const QByteArray& reply) override { return CvStep::finish(lidp::readResult(reply)); }
+};
+
+class LidpWrite final : public LidpExchange {
+ public:
+  LidpWrite(StationLink& link, const CvRequest& request)
+      : LidpExchange(link, request, lidp::writeCommand(request.cv, request.value)) {}
+
+ protected:
+  CvStep parse(const QByteArray& reply) override {
+    return CvStep::finish(lidp::writeResult(reply, request().value));
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<CvExchange> LidpProtocol::readCv(const CvRequest& request) {
+  return std::make_unique<LidpRead>(link(), request);
+}
+
+std::unique_ptr<CvExchange> LidpProtocol::writeCv(const CvRequest& request) {
+  return std::make_unique<LidpWrite>(link(), request);
+}
+
+void LidpProtocol::sayGoodbye(bool) {
+  link().serial().write(lidp::endCommand());
+}
+
+std::unique_ptr<StationProtocol> makeLidpProtocol(StationLink& link) {
+  return std::make_unique<LidpProtocol>(link);
+}
+
+}  // namespace lokari

@@ -1,0 +1,23 @@
+// The Lenz decoder programmer: a text protocol on a serial port, for a programming track only.
+#pragma once
+
+#include <memory>
+
+#include "link/serial_protocol.h"
+
+namespace lokari {
+
+class LidpProtocol final : public SerialProtocol {
+ public:
+  using SerialProtocol::SerialProtocol;
+
+  std::unique_ptr<CvExchange> readCv(const CvRequest& request) override;
+  std::unique_ptr<CvExchange> writeCv(const CvRequest& request) override;
+
+ protected:
+  void sayGoodbye(bool leaveMode) override;
+};
+
+std::unique_ptr<StationProtocol> makeLidpProtocol(StationLink& link);
+
+}  // namespace lokari
