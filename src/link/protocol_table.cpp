@@ -20,6 +20,7 @@ struct ProtocolRow {
   std::unique_ptr<StationProtocol> (*make)(StationLink& link);
 };
 
+/// In the order of the families.
 constexpr std::array kProtocols{
     ProtocolRow{ProtocolFamily::Mx1Text, makeMx1TextProtocol},
     ProtocolRow{ProtocolFamily::ZimoBinary, makeZimoBinaryProtocol},
@@ -31,13 +32,23 @@ constexpr std::array kProtocols{
     ProtocolRow{ProtocolFamily::Mx10, makeMx10Protocol},
 };
 
+constexpr size_t indexOf(ProtocolFamily family) {
+  return static_cast<size_t>(family);
+}
+
+constexpr bool everyKindHasItsRow() {
+  for (const StationKindRow& kind : kStationKinds) {
+    const size_t index = indexOf(kind.family);
+    if (index >= kProtocols.size() || kProtocols[index].family != kind.family) return false;
+  }
+  return true;
+}
+static_assert(everyKindHasItsRow());
+
 }  // namespace
 
 std::unique_ptr<StationProtocol> makeProtocol(ProtocolFamily family, StationLink& link) {
-  for (const ProtocolRow& row : kProtocols) {
-    if (row.family == family) return row.make(link);
-  }
-  return nullptr;
+  return kProtocols[indexOf(family)].make(link);
 }
 
 }  // namespace lokari

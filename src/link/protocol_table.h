@@ -10,7 +10,7 @@ namespace lokari {
 class StationLink;
 class StationProtocol;
 
-/// A new protocol object for the family, or null when this version has none.
+/// A new protocol object for the family.
 std::unique_ptr<StationProtocol> makeProtocol(ProtocolFamily family, StationLink& link);
 
 }  // namespace lokari

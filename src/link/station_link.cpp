@@ -50,9 +50,6 @@ StationProtocol& StationLink::protocol() {
     impl_->protocol = makeProtocol(kind.family, *this);
     impl_->protocolKind = kind.kind;
   }
-  if (!impl_->protocol) {
-    throw LinkError(QStringLiteral("Diese Digitalzentrale wird noch nicht unterstützt!"));
-  }
   return *impl_->protocol;
 }
 
@@ -60,16 +57,11 @@ QString StationLink::initComm(bool, bool, bool progOn) {
   ++commUseCount;
   cancelRequested = false;
   progTrack = progOn;
-  StationProtocol* station = nullptr;
-  try {
-    station = &protocol();
-  } catch (const LinkError& error) {
-    return error.message();
-  }
-  station->beginSession();
+  StationProtocol& station = protocol();
+  station.beginSession();
   int step = 0;
   try {
-    station->open(progOn, step);
+    station.open(progOn, step);
   } catch (const LinkError&) {
     return openFailure(step);
   }

@@ -80,8 +80,7 @@ class StationLink {
   /// The log of the CAN traffic, or null when it is off.
   CanLog* canLog() const;
 
-  /// The protocol of the configured station kind, for messages beyond CVs. Throws LinkError when
-  /// this version has none.
+  /// The protocol of the configured station kind, for messages beyond CVs.
   StationProtocol& protocol();
 
   int commUseCount = 0;          ///< sessions open

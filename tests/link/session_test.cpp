@@ -96,16 +96,6 @@ TEST_F(SessionTest, EndcommAfterTheDeviceVanishedStillClosesTheSession) {
   EXPECT_EQ(link.commUseCount, 0);
 }
 
-TEST_F(SessionTest, AStationWithoutAProtocolIsRefusedInPlainWords) {
-  settings.baseUnit = StationKind::LiDp;
-  EXPECT_EQ(link.initComm(true, true, true), "Diese Digitalzentrale wird noch nicht unterstützt!");
-  EXPECT_EQ(line.opens, 0);
-  EXPECT_EQ(link.commUseCount, 1);
-  EXPECT_NO_THROW(link.endcomm(true, true));
-  EXPECT_EQ(link.commUseCount, 0);
-  EXPECT_THROW(link.ReadCV(1, 3), LinkError);
-}
-
 TEST_F(SessionTest, AChangeOfTheStationKindClosesTheOldOnesPort) {
   link.initComm(true, true, true);
   settings.baseUnit = StationKind::Mx10;
