@@ -61,14 +61,28 @@ function(lokari_room_ui name)
   endforeach()
 endfunction()
 
-# lokari_tests(NAME LIBS target... SOURCES file...): one test program; each of its tests is a
-# CTest test of its own. Windows are drawn by the offscreen platform.
+# lokari_tests(NAME LIBS target... SOURCES file... [SHARED_PORTS filter]): one test program; each of
+# its tests is a CTest test of its own. Windows are drawn by the offscreen platform. Tests that
+# the filter names use network ports of fixed numbers and run one at a time.
 function(lokari_tests name)
-  cmake_parse_arguments(ARG "" "" "LIBS;SOURCES" ${ARGN})
+  cmake_parse_arguments(ARG "" "SHARED_PORTS" "LIBS;SOURCES" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_LIBS} lokari_test_support)
+  # One variable each: a list in a property would come apart on its way to the test.
+  set(properties TIMEOUT 120
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen"
+    ENVIRONMENT_MODIFICATION "LC_ALL=set:C.UTF-8")
+  if(ARG_SHARED_PORTS)
+    gtest_discover_tests(${name}
+      TEST_FILTER ${ARG_SHARED_PORTS}
+      DISCOVERY_MODE PRE_TEST
+      PROPERTIES ${properties} RESOURCE_LOCK network_ports
+      DISCOVERY_TIMEOUT 60)
+    set(filter TEST_FILTER -${ARG_SHARED_PORTS})
+  endif()
   gtest_discover_tests(${name}
+    ${filter}
     DISCOVERY_MODE PRE_TEST
-    PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8"
+    PROPERTIES ${properties}
     DISCOVERY_TIMEOUT 60)
 endfunction()

@@ -12,6 +12,7 @@ struct KindRow {
   int lastReadable;  ///< CVs above it are not offered
   int lastWritable;
   bool writesOnMain;
+  bool readsOnMain;
 };
 
 void PrintTo(const KindRow& row, std::ostream* out) {
@@ -19,8 +20,10 @@ void PrintTo(const KindRow& row, std::ostream* out) {
 }
 
 const KindRow kKinds[] = {
-    {"MX1", 1024, 255, true},      {"MX1V25", 1024, 255, true},  {"MX1BIN", 1024, 1024, true},
-    {"MX1ULF", 1024, 1024, false}, {"TAMSMC", 1024, 1024, true},
+    {"MX1", 1024, 255, true, false},     {"MX1V25", 1024, 255, true, false},
+    {"MX1BIN", 1024, 1024, true, false}, {"MX1ULF", 1024, 1024, false, false},
+    {"MX10", 1024, 1024, true, true},    {"MX10IP", 1024, 1024, true, true},
+    {"TAMSMC", 1024, 1024, true, false}, {"Z21IP", 1024, 1024, true, true},
 };
 
 /// CVs at the edges of the numbers' fields, with what the decoder holds.
@@ -31,7 +34,7 @@ class CvOnEveryKind : public ::testing::TestWithParam<KindRow> {
  protected:
   CvOnEveryKind() {
     write("LOKARI.INI", QByteArray("[LOKARI]\r\nBaseUnit=") + GetParam().name +
-                            "\r\nComPort=4\r\nTimeout=5\r\nDelay=0\r\n");
+                            "\r\nComPort=4\r\nIPAddr=127.000.000.001\r\nTimeout=5\r\nDelay=0\r\n");
     write("PORTS.INI", "[PORTS]\r\nCOM4=" + path("port").toLocal8Bit() + "\r\n");
     QByteArray vehicle("[Probe]\naddress=3\nmanufacturer=97\ncvs=1-1024\n");
     for (const auto& [cv, value] : kCvs) {
@@ -108,6 +111,13 @@ TEST_P(CvOnEveryKind, WritesOnTheMainTrackWhereItIsOffered) {
   EXPECT_EQ(longAddress.status, 0);
   EXPECT_EQ(longAddress.output, "5\t7\n");
   EXPECT_EQ(cli({"cv", "read", "5"}).output, "5\t99\n");
+}
+
+TEST_P(CvOnEveryKind, ReadsOnTheMainTrackWhereItIsOffered) {
+  const test::SimulatorProcess station(simulator());
+  const test::ProgramRun run = cli({"cv", "read", "--main", "--address", "1000", "17", "18"});
+  EXPECT_EQ(run.status, GetParam().readsOnMain ? 0 : 2);
+  EXPECT_EQ(run.output, GetParam().readsOnMain ? "17\t195\n18\t232\n" : "");
 }
 
 }  // namespace
