@@ -1,7 +1,9 @@
 #include <array>
 
+#include "cli/check_command.h"
 #include "cli/command.h"
 #include "cli/cv_commands.h"
+#include "cli/vehicle_list.h"
 
 namespace lokari {
 namespace {
@@ -10,6 +12,8 @@ namespace {
 constexpr std::array kCommands{
     Command{u"cv read",  u"[--main] [--address N] [--mode direct|paged|register] CV…",      u"liest CVs", cvRead},
     Command{u"cv write", u"[--main] [--address N] [--mode direct|paged|register] CV=WERT…", u"schreibt CVs", cvWrite},
+    Command{u"vehicles", u"[--where BEDINGUNG] [--csv]", u"nennt die Fahrzeuge der Datenbank", vehicles},
+    Command{u"check",    u"",                            u"prüft die Datenbank und die Beschreibungsdateien", check},
 };
 // clang-format on
 

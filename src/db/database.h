@@ -50,7 +50,8 @@ class Database {
   /// Throws StorageError; nothing has changed then.
   qint64 write(const QString& statement, const QVariantList& values);
 
-  /// Runs a query in the system's query language (see jet_sql.h). Throws StorageError.
+  /// Runs a query in the system's query language (see jet_sql.h). "*" reads whole rows, their
+  /// arrays and pictures included: a list names its columns. Throws StorageError.
   void query(const QString& query, const RowHandler& row) const;
 
   /// What the engine finds wrong with the file, one line each; empty when it is sound.

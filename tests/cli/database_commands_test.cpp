@@ -1,0 +1,99 @@
+// The commands that work on the database alone.
+#include <QDir>
+
+#include "cli_fixture.h"
+#include "db/database.h"
+
+namespace lokari {
+namespace {
+
+class DatabaseCommands : public CliFixture {
+ protected:
+  DatabaseCommands() {
+    EXPECT_TRUE(QDir(folder.path()).mkpath("DB"));
+    EXPECT_TRUE(QFile::copy(QStringLiteral(LOKARI_TEMPLATE), path()));
+    Database database(path());
+    database.write(
+        "INSERT INTO LOCO_DAT (DC_ADR, DC_COLL, ST_SNAME, FZ_LNAME, FZ_FTYPE, DC_DECODER) VALUES "
+        "(7, NULL, 'ohne', NULL, NULL, NULL), (3, 'Anlage', 'V 200', 'Lok, \"rot\"', 'Diesellok', "
+        "'ZX100'), (9, '', 'leer', 'a' || char(9) || 'b' || char(10) || 'c', NULL, NULL)",
+        {});
+  }
+
+  QString path() const { return folder.filePath("DB/LOKARIV3.MDB"); }
+
+  int runWords(const QStringList& words) {
+    console.results.clear();
+    console.messages.clear();
+    const CliWorld world{folder.path(), clock, {line_, socket, can}, console, interrupt};
+    return static_cast<int>(runCli(words, world));
+  }
+
+  void write(const QString& name, const QByteArray& data) {
+    EXPECT_TRUE(QDir(folder.path()).mkpath(QFileInfo(name).path()));
+    QFile file(folder.filePath(name));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(data);
+  }
+};
+
+TEST_F(DatabaseCommands, VehiclesComeInTheDefaultOrderOneALine) {
+  EXPECT_EQ(run("vehicles"), 0);
+  EXPECT_EQ(console.results,
+            (QStringList{"\t9\tleer\ta b c\t\t", "Anlage\t3\tV 200\tLok, \"rot\"\tDiesellok\tZX100",
+                         "\t7\tohne\t\t\t"}));
+  EXPECT_TRUE(untouched());
+}
+
+TEST_F(DatabaseCommands, VehiclesAsCsvHaveAHeadAndQuotes) {
+  EXPECT_EQ(runWords({"vehicles", "--csv", "--where", "DC_COLL=\"anlage\""}), 0);
+  EXPECT_EQ(console.results, (QStringList{"DC_COLL,DC_ADR,ST_SNAME,FZ_LNAME,FZ_FTYPE,DC_DECODER",
+                                          "Anlage,3,V 200,\"Lok, \"\"rot\"\"\",Diesellok,ZX100"}));
+}
+
+TEST_F(DatabaseCommands, AConditionThatIsNotUnderstoodIsAWrongCall) {
+  for (const char* condition :
+       {"DC_ADR=*", "NOSUCH=1", "DC_ADR='x'", "1=1; DROP TABLE LOCO_DAT", "DC_ADR=3 ORDER BY"}) {
+    EXPECT_EQ(runWords({"vehicles", "--where", condition}), 2) << condition;
+    EXPECT_TRUE(console.results.isEmpty());
+    EXPECT_EQ(console.messages.size(), 2);
+  }
+  EXPECT_EQ(run("vehicles alle"), 2);
+}
+
+TEST_F(DatabaseCommands, AMissingDatabaseFails) {
+  ASSERT_TRUE(QFile::remove(path()));
+  EXPECT_EQ(run("vehicles"), 1);
+  EXPECT_TRUE(console.messages.first().contains("DB/LOKARIV3.MDB"));
+  EXPECT_FALSE(QFile::exists(path()));
+}
+
+TEST_F(DatabaseCommands, CheckFindsNothingInASoundInstallation) {
+  EXPECT_EQ(run("check"), 0);
+  EXPECT_TRUE(console.results.isEmpty());
+  EXPECT_EQ(console.messages,
+            QStringList{"Geprüft: die Datenbank und 0 Beschreibungsdateien, 0 Fehler."});
+}
+
+TEST_F(DatabaseCommands, CheckTellsTheFaultsOfADamagedDatabase) {
+  QFile file(path());
+  ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+  // The second half of the file is overwritten.
+  ASSERT_TRUE(file.seek(file.size() / 2));
+  file.write(QByteArray(static_cast<int>(file.size() / 2), 'x'));
+  file.close();
+  EXPECT_EQ(run("check"), 1);
+  ASSERT_FALSE(console.results.isEmpty());
+  EXPECT_TRUE(console.results.first().startsWith(path() + "\t0\t"));
+}
+
+TEST_F(DatabaseCommands, CheckTellsTheFaultsOfDescriptionsWithTheirLines) {
+  write("Maker/BAD.dec", "[BAD]\r\nCV_1=name,0-255\r\nCV_x=?\r\n");
+  EXPECT_EQ(run("check"), 1);
+  ASSERT_FALSE(console.results.isEmpty());
+  EXPECT_EQ(console.results.first().section('\t', 0, 0), "Maker/BAD.dec");
+  EXPECT_GT(console.results.first().section('\t', 1, 1).toInt(), 0);
+}
+
+}  // namespace
+}  // namespace lokari
