@@ -274,6 +274,19 @@ TEST_F(MainWinTest, ANewRecordStandsAtTheEnd) {
   EXPECT_EQ(folder_.stored(42, QStringLiteral("ST_SNAME")).toString(), QStringLiteral("Neu"));
 }
 
+TEST_F(MainWinTest, TheKeyboardConfirmsAndCancelsANewRecord) {
+  startWith(kVehicles);
+  QTest::keyClick(window_.get(), Qt::Key_N, Qt::ControlModifier);
+  EXPECT_EQ(caption(), QStringLiteral("neuer Satz"));
+  QTest::keyClick(line(u"dc_adr"), Qt::Key_Escape);
+  EXPECT_EQ(caption(), QStringLiteral("Satz  1 von  3"));
+  QTest::keyClick(window_.get(), Qt::Key_N, Qt::ControlModifier);
+  type(line(u"dc_adr"), "42");
+  type(line(u"st_sname"), "Neu");
+  QTest::keyClick(line(u"st_sname"), Qt::Key_Return, Qt::ControlModifier);
+  EXPECT_EQ(caption(), QStringLiteral("Satz  4 von  4"));
+}
+
 TEST_F(MainWinTest, AnEmptyDatabaseStartsWithANewRecordAndCancelBeeps) {
   start();
   EXPECT_EQ(caption(), QStringLiteral("neuer Satz"));

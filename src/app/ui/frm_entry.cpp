@@ -11,7 +11,9 @@ namespace lokari {
 namespace {
 
 constexpr int kMargin = 28;
-constexpr int kFrame = 6;
+constexpr int kGap = 6;
+/// 10 twips.
+constexpr int kFrame = 1;
 const QColor kPaper(0xFB, 0xFC, 0xFD);
 const QColor kInk(0x1F, 0x4E, 0x79);
 
@@ -46,13 +48,13 @@ FrmEntry::FrmEntry(QWidget* mainWindow, const Pictures& pictures, Clock& clock)
   picture->setPixmap(pictures.pixmap(QStringLiteral("entry.bmp"), devicePixelRatioF()));
   picture->setAlignment(Qt::AlignCenter);
   rows->addWidget(picture);
-  rows->addSpacing(kFrame);
+  rows->addSpacing(kGap);
   rows->addWidget(
       line(QStringLiteral("labProgram"), QStringLiteral("Programmieren,"), 1.3, false, this));
   rows->addWidget(line(QStringLiteral("labDrive"), QStringLiteral("Fahren"), 1.3, false, this));
   rows->addWidget(
       line(QStringLiteral("labSwitch"), QStringLiteral("und Schalten"), 1.3, false, this));
-  rows->addSpacing(kFrame);
+  rows->addSpacing(kGap);
   rows->addWidget(line(QStringLiteral("lblTitle"), QString::fromUtf16(kTitle), 2.0, true, this));
   setMinimumWidth(360);
   adjustSize();
@@ -70,8 +72,8 @@ void FrmEntry::paintEvent(QPaintEvent* event) {
   QWidget::paintEvent(event);
   QPainter painter(this);
   painter.fillRect(rect(), palette().window());
-  painter.setPen(QPen(kInk, 2));
-  painter.drawRect(rect().adjusted(kFrame, kFrame, -kFrame, -kFrame));
+  painter.setPen(QPen(kInk, 1));
+  painter.drawRect(rect().adjusted(kFrame, kFrame, -kFrame - 1, -kFrame - 1));
 }
 
 void FrmEntry::mousePressEvent(QMouseEvent*) {

@@ -36,6 +36,11 @@ Navigator::Navigator(const Pictures& pictures, QWidget* parent)
   setFiltered(false);
   caption_->setObjectName(QStringLiteral("Data1_Caption"));
   caption_->setAlignment(Qt::AlignCenter);
+  // "neuer Satz" is to be read while the navigator is disabled.
+  QPalette readable = caption_->palette();
+  readable.setColor(QPalette::Disabled, QPalette::WindowText,
+                    readable.color(QPalette::Active, QPalette::WindowText));
+  caption_->setPalette(readable);
   caption_->setMinimumWidth(
       fontMetrics().horizontalAdvance(QStringLiteral("Satz  00000 von  00000")));
 

@@ -12,6 +12,8 @@ PictureFrame::PictureFrame(QWidget* parent) : QFrame(parent), md_pic_(new QLabel
   setFrameShape(QFrame::StyledPanel);
   setAutoFillBackground(true);
   setBackgroundRole(QPalette::Base);
+  // The one dot that the picture is larger by must not lie on the frame's line.
+  setContentsMargins(1, 1, 1, 1);
   setMinimumSize(180, 110);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   md_pic_->setObjectName(QStringLiteral("md_pic"));

@@ -123,8 +123,13 @@ QGroupBox* RecordPage::buildFields(FormGroup group, const QString& name, const Q
     auto* label = new QLabel(field->label(), box);
     label->setObjectName(QStringLiteral("lab_") + field->name());
     label->setBuddy(field->widget());
-    grid->addWidget(label, row, 0);
-    grid->addWidget(field->widget(), row++, 1);
+    if (place.widget == FormWidget::LongLine) {
+      grid->addWidget(label, row++, 0, 1, 2);
+      grid->addWidget(field->widget(), row++, 0, 1, 2);
+    } else {
+      grid->addWidget(label, row, 0);
+      grid->addWidget(field->widget(), row++, 1);
+    }
   }
   // What is left over stays below the last line.
   grid->setRowStretch(row, group == FormGroup::Remark ? 0 : 1);

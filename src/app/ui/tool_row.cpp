@@ -1,6 +1,7 @@
 #include "app/ui/tool_row.h"
 
 #include <QHBoxLayout>
+#include <QShortcut>
 #include <QToolButton>
 
 #include <array>
@@ -18,6 +19,7 @@ struct Tool {
   const char16_t* caption;
   const char16_t* picture;
   const char16_t* tip;
+  const char16_t* key = u"";  ///< beside the underlined letter of the caption
 };
 
 /// Left of the gap the work on records, right of it the work on the layout.
@@ -26,14 +28,20 @@ constexpr std::array<Tool, 10> kTools{{
     {u"butFind", u"&Suchen", u"such_n.bmp", u"Fahrzeuge suchen"},
     {u"butNew", u"&Neu", u"neu_n.bmp", u"Neuer Datensatz"},
     {u"butDelete", u"Lös&chen", u"loesch_n.bmp", u"Datensatz löschen"},
-    {u"butOK", u"Suchen", u"ok_n.bmp", u"Eingabe bestätigen"},
+    {u"butOK", u"Suchen", u"ok_n.bmp", u"Eingabe bestätigen", u"Ctrl+Return"},
     {u"butFilter", u"Fil&tern", u"filter_n.bmp", u"Nur passende Fahrzeuge zeigen"},
-    {u"butCancel", u"Abb&rechen", u"abbr_n.bmp", u"Eingabe verwerfen"},
+    {u"butCancel", u"Abbrechen", u"abbr_n.bmp", u"Eingabe verwerfen", u"Esc"},
     {u"butProg", u"Pro&grammieren", u"prog_n.bmp", u"Decoder lesen und schreiben"},
     {u"butDrive", u"F&ahren", u"fahr_n.bmp", u"Fahrpult öffnen"},
     {u"butSwitch", u"Sc&halten", u"schalt_n.bmp", u"Schaltpult öffnen"},
 }};
 constexpr QStringView kFirstOnTheRight = u"butProg";
+
+QString tipOf(const Tool& tool, const QKeySequence& key) {
+  const QString tip = QString::fromUtf16(tool.tip);
+  return key.isEmpty() ? tip
+                       : QStringLiteral("%1 (%2)").arg(tip, key.toString(QKeySequence::NativeText));
+}
 
 }  // namespace
 
@@ -47,7 +55,10 @@ ToolRow::ToolRow(const Pictures& pictures, QWidget* parent) : QWidget(parent) {
     auto* button = new QToolButton(this);
     button->setObjectName(QString::fromUtf16(tool.name));
     button->setText(QString::fromUtf16(tool.caption));
-    button->setToolTip(QString::fromUtf16(tool.tip));
+    const QKeySequence key(QString::fromUtf16(tool.key));
+    // Not the button's own shortcut: that one goes with each new caption.
+    if (!key.isEmpty()) new QShortcut(key, button, button, &QToolButton::click);
+    button->setToolTip(tipOf(tool, key));
     button->setAccessibleName(QString::fromUtf16(tool.tip));
     button->setIcon(pictures.icon(QString::fromUtf16(tool.picture)));
     button->setIconSize(kPicture);
