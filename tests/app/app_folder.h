@@ -68,8 +68,13 @@ class AppFolder {
   static QString databaseName() { return QStringLiteral("DB/LOKARIV3.MDB"); }
 
   void copyTemplate(const QString& name) const {
-    EXPECT_TRUE(QFile::copy(QStringLiteral(LOKARI_TEMPLATE), file(name)));
+    EXPECT_TRUE(QFile::copy(QStringLiteral(LOKARI_DATA "/EMPTY.MDB"), file(name)));
     QFile::setPermissions(file(name), QFile::ReadOwner | QFile::WriteOwner);
+  }
+
+  /// A file that an installation carries.
+  void copyData(const QString& name) const {
+    EXPECT_TRUE(QFile::copy(QStringLiteral(LOKARI_DATA "/") + name, file(name)));
   }
 
   void write(const QString& name, const QByteArray& text) const {

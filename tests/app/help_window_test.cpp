@@ -20,7 +20,7 @@ namespace {
 class HelpWindowTest : public ::testing::Test {
  protected:
   HelpWindowTest() {
-    const QString built = QStringLiteral(LOKARI_HELP_FILE);
+    const QString built = QStringLiteral(LOKARI_DATA "/HELP/LOKARI.qhc");
     EXPECT_TRUE(QFile::copy(built, file()));
     QString book = built;
     book.replace(QStringLiteral(".qhc"), QStringLiteral(".qch"));

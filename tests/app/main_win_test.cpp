@@ -6,13 +6,17 @@
 #include <QApplication>
 #include <QBuffer>
 #include <QComboBox>
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
+
+#include <functional>
 
 #include "app_folder.h"
 #include "base/ini_file.h"
@@ -68,12 +72,26 @@ class MainWinTest : public ::testing::Test {
   }
   void press(const char16_t* name) const { button(name)->click(); }
 
+  /// Lets `act` use the decoder window once it is up.
+  void whenDecoderWindowShows(std::function<void(QDialog&)> act) {
+    // The busy pointer lets events run before the window is up: look again until it is.
+    watch_.callOnTimeout([this, act = std::move(act)] {
+      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      if (dialog == nullptr || dialog->objectName() != QStringLiteral("frmDecoder")) return;
+      if (!dialog->isActiveWindow()) return;
+      watch_.stop();
+      act(*dialog);
+    });
+    watch_.start(0);
+  }
+
   QStringList& boxes() { return outside_.prompt.shown; }
 
   test::AppFolder folder_;
   test::Outside outside_;
   std::unique_ptr<Workbench> workbench_;
   std::unique_ptr<MainWin> window_;
+  QTimer watch_;
 };
 
 // ---- Showing ------------------------------------------------------------------------------------
@@ -346,6 +364,69 @@ TEST_F(MainWinTest, APictureFillsItsFrameInOneDirectionAndCanBeRemoved) {
   EXPECT_TRUE(picture->isVisible());
   child<QPushButton>(u"butPicDel")->click();
   EXPECT_FALSE(picture->isVisible());
+}
+
+// ---- The decoder window -------------------------------------------------------------------------
+
+TEST_F(MainWinTest, TheDecoderWindowsValuesGoToTheRecordAndToDiskWithTheNextMove) {
+  folder_.copyData(QStringLiteral("Default.dec"));
+  startWith(kVehicles);
+  bool asked = false;
+  workbench_->OpenCab = [&](int) { asked = true; };
+  whenDecoderWindowShows([&](QDialog& frmDecoder) {
+    EXPECT_EQ(frmDecoder.findChild<QLineEdit*>(QStringLiteral("dc_adr"))->text(),
+              QStringLiteral("3"));
+    workbench_->externalMessage(5);
+    auto* field = frmDecoder.findChild<QLineEdit*>(QStringLiteral("txtDcComAccTime"));
+    field->setFocus();
+    field->selectAll();
+    QTest::keyClicks(field, QStringLiteral("33"));
+    frmDecoder.findChild<QAbstractButton*>(QStringLiteral("cmdOK"))->click();
+  });
+  press(u"butProg");
+  EXPECT_FALSE(asked) << "no cab while the decoder window is up";
+  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+  press(u"Data1_Next");
+  const QByteArray values = folder_.stored(3, QStringLiteral("DC_CV")).toByteArray();
+  ASSERT_EQ(values.size(), 4865);
+  EXPECT_EQ(values[2], 33);
+  workbench_->externalMessage(5);
+  EXPECT_TRUE(asked);
+}
+
+TEST_F(MainWinTest, ACancelledDecoderWindowChangesNothing) {
+  folder_.copyData(QStringLiteral("Default.dec"));
+  startWith(kVehicles);
+  whenDecoderWindowShows([&](QDialog& frmDecoder) {
+    auto* field = frmDecoder.findChild<QLineEdit*>(QStringLiteral("txtDcComAccTime"));
+    field->setFocus();
+    field->selectAll();
+    QTest::keyClicks(field, QStringLiteral("33"));
+    frmDecoder.findChild<QAbstractButton*>(QStringLiteral("cmdCancel"))->click();
+  });
+  press(u"butProg");
+  press(u"Data1_Next");
+  EXPECT_TRUE(folder_.stored(3, QStringLiteral("DC_CV")).isNull());
+}
+
+TEST_F(MainWinTest, AfterTheDecoderWindowAnAddressOutOfRangeIsRefusedAtSavingOnly) {
+  folder_.copyData(QStringLiteral("Default.dec"));
+  startWith(kVehicles);
+  whenDecoderWindowShows([](QDialog& frmDecoder) { frmDecoder.reject(); });
+  press(u"butProg");
+  typeOver(u"dc_adr", "10240");
+  leaveFor(u"st_sname");
+  EXPECT_TRUE(boxes().isEmpty());
+  press(u"Data1_Next");
+  EXPECT_EQ(boxes(), QStringList(QStringLiteral("Adresse ungültig")));
+}
+
+TEST_F(MainWinTest, AFunctionPartHasNoDecoderWindow) {
+  startWith(kVehicles);
+  child<QRadioButton>(u"dc_type_2")->click();
+  press(u"butProg");
+  EXPECT_EQ(boxes(),
+            QStringList(QStringLiteral("Programmierfenster für Funktionsteile nicht verfügbar!")));
 }
 
 // ---- Databases, help, about ---------------------------------------------------------------------
