@@ -105,6 +105,7 @@ TEST_F(MainWinTest, ShowsTheFirstRecordAndWhereItStands) {
   EXPECT_EQ(line(u"st_sname")->text(), QStringLiteral("C3"));
   EXPECT_EQ(list(u"dc_coll")->currentText(), QStringLiteral("Club"));
   EXPECT_TRUE(child<QRadioButton>(u"dc_type_1")->isChecked());
+  EXPECT_EQ(QApplication::focusWidget(), line(u"dc_adr"));
 }
 
 TEST_F(MainWinTest, TheNavigatorMovesThroughTheRecords) {

@@ -11,6 +11,7 @@
 #include "app/ui/main_menu.h"
 #include "app/ui/navigator.h"
 #include "app/ui/record_binder.h"
+#include "app/ui/record_field.h"
 #include "app/ui/record_page.h"
 #include "app/ui/tool_row.h"
 #include "app/workbench.h"
@@ -76,6 +77,7 @@ bool MainWin::start() {
   if (!started_) return false;
   const QSize stored = scale_.storedSize(ownName());
   if (scale_.resizeMode() == 1 && stored.isValid()) resize(stored);
+  page_->field(QStringLiteral("dc_adr")).focus(true);
   return true;
 }
 

@@ -14,8 +14,13 @@ namespace lokari {
 namespace {
 
 QWidget* windowInFront() {
-  QWidget* modal = QApplication::activeModalWidget();
-  return modal != nullptr ? modal : QApplication::activeWindow();
+  if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+  if (QWidget* active = QApplication::activeWindow()) return active;
+  // Another program has the focus, or nobody has: the box still belongs to our window.
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->isVisible() && window->windowType() == Qt::Window) return window;
+  }
+  return nullptr;
 }
 
 QMessageBox::Icon boxIcon(Icon icon) {
@@ -83,7 +88,7 @@ QString runFileDialog(const FileQuestion& question, QFileDialog::AcceptMode mode
   if (!question.presetName.isEmpty()) dialog.selectFile(question.presetName);
   dialog.setLabelText(QFileDialog::LookIn, QStringLiteral("Suchen in:"));
   dialog.setLabelText(QFileDialog::FileName, QStringLiteral("Datei&name:"));
-  dialog.setLabelText(QFileDialog::FileType, QStringLiteral("Datei&typ:"));
+  dialog.setLabelText(QFileDialog::FileType, QStringLiteral("Dateityp:"));
   dialog.setLabelText(QFileDialog::Accept,
                       opening ? QStringLiteral("Ö&ffnen") : QStringLiteral("&Speichern"));
   dialog.setLabelText(QFileDialog::Reject, QStringLiteral("Abbrechen"));
