@@ -484,11 +484,12 @@ TEST_F(MainWinTest, LeavingThroughTheMenuKeepsTheSize) {
 
 TEST_F(MainWinTest, LeavingThroughTheCloseBoxKeepsNoSize) {
   startWith(kVehicles);
+  const QSize first = window_->size();
   window_->resize(1234, 789);
   window_->close();
   window_.reset();
   start();
-  EXPECT_EQ(window_->size(), QSize(980, 590));
+  EXPECT_EQ(window_->size(), first);
 }
 
 TEST_F(MainWinTest, WithResizeZeroTheLayoutIsFixedAndNoSizeIsKept) {
@@ -501,6 +502,16 @@ TEST_F(MainWinTest, WithResizeZeroTheLayoutIsFixedAndNoSizeIsKept) {
   EXPECT_DOUBLE_EQ(window_->scale().scaleX, 1.0);
   entry(u"mnuFileQuit")->trigger();
   EXPECT_FALSE(QFile::exists(folder_.file(QStringLiteral("WINDOW.INI"))));
+}
+
+TEST_F(MainWinTest, AWindowSmallerThanTheFormIsScrolled) {
+  startWith(kVehicles);
+  window_->resize(600, 400);
+  QApplication::processEvents();
+  EXPECT_EQ(window_->size(), QSize(600, 400));
+  const QWidget* page = child<QWidget>(u"recordPage");
+  EXPECT_GE(page->height(), page->minimumSizeHint().height());
+  EXPECT_GE(page->width(), page->minimumSizeHint().width());
 }
 
 TEST_F(MainWinTest, AnInvalidRecordKeepsTheWindowOpen) {

@@ -3,6 +3,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QScreen>
+#include <QScrollArea>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -25,6 +27,7 @@ namespace {
 constexpr QSize kDesignSize(980, 590);
 /// 800 and 640 twips.
 constexpr QPoint kPlace(53, 43);
+constexpr QSize kSmallest(480, 320);
 constexpr QMargins kMargins(10, 6, 10, 8);
 
 QString ownName() {
@@ -45,15 +48,22 @@ MainWin::MainWin(Workbench& workbench)
   setObjectName(ownName());
   setWindowIcon(pictures_.icon(QStringLiteral("lokari.bmp")));
   setMenuBar(menu_);
-  setCentralWidget(new QWidget);
+  // On a small screen the form is scrolled instead of cut off.
+  auto* view = new QScrollArea;
+  view->setFrameShape(QFrame::NoFrame);
+  view->setWidgetResizable(true);
+  view->setWidget(new QWidget);
+  setCentralWidget(view);
   auto* rows = new QVBoxLayout(contents_);
   rows->setContentsMargins(kMargins);
   rows->setSpacing(8);
   rows->addWidget(tools_);
   rows->addWidget(page_, 1);
   rows->addWidget(data1_);
-  resize(kDesignSize);
   move(kPlace);
+  setMinimumSize(kSmallest);
+  const QSize room = screen()->availableSize() - QSize(kPlace.x(), kPlace.y());
+  resize(kDesignSize.boundedTo(room));
   scale_.begin(kDesignSize);
   workbench_.decoderWindowVisible = [this] {
     return frmDecoder_ != nullptr && frmDecoder_->isVisible();
@@ -92,7 +102,7 @@ void MainWin::setHelpAvailable(bool available) {
 
 void MainWin::setUpScaling(int resizeMode) {
   scale_.setResizeMode(resizeMode);
-  scale_.arrange(centralWidget(), contents_);
+  scale_.arrange(static_cast<QScrollArea*>(centralWidget())->widget(), contents_);
 }
 
 void MainWin::showSplash() {
