@@ -1,0 +1,69 @@
+#include "app/ui/application.h"
+
+#include <QApplication>
+#include <QDBusConnection>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
+
+#include "app/installation.h"
+#include "app/ui/main_win.h"
+#include "app/ui/qt_desktop.h"
+#include "app/workbench.h"
+#include "base/qt_clock.h"
+#include "base/ui/qt_prompt.h"
+#include "db/old_format.h"
+#include "link/system_transports.h"
+
+namespace lokari {
+
+struct Application::Parts {
+  explicit Parts(const QString& commandLine) : installation(findInstallation(commandLine)) {}
+
+  Installation installation;
+  QtPrompt prompt;
+  QtClock clock;
+  QtDesktop desktop{prompt};
+  SystemTransports transports{installation.paths.appPath, clock};
+  NoOldFormat oldFormat;
+  Workbench workbench{{installation.paths, clock, prompt, desktop, transports.transports(),
+                       oldFormat, QDBusConnection::sessionBus()}};
+  MainWin window{workbench};
+};
+
+Application::Application(const QString& commandLine)
+    : parts_(std::make_unique<Parts>(commandLine)) {
+  parts_->workbench.OpenCab = [this](int address) {
+    parts_->prompt.message(QStringLiteral("Für Adresse %1 wurde ein Fahrpult angefordert.\n"
+                                          "Diese Ausgabe von Lokari hat noch keine Fahrpulte.")
+                               .arg(address),
+                           Icon::Information);
+  };
+}
+
+Application::~Application() = default;
+
+bool Application::start() {
+  if (!parts_->installation.fault.isEmpty()) {
+    parts_->prompt.message(parts_->installation.fault);
+    return false;
+  }
+  if (!parts_->window.start()) return false;
+  parts_->window.show();
+  return true;
+}
+
+MainWin& Application::window() {
+  return parts_->window;
+}
+
+void speakGerman() {
+  QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+  auto* translator = new QTranslator(QCoreApplication::instance());
+  if (translator->load(QStringLiteral("qtbase_de"),
+                       QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    QCoreApplication::installTranslator(translator);
+  }
+}
+
+}  // namespace lokari
