@@ -103,26 +103,7 @@ bool BatchRun::addressMarked() const {
 // ---------------------------------------------------------------------------------
 
 bool BatchRun::marked(CvIndex cv) const {
-  const DecoderDescription& d = description();
-  const auto markOf = [this, &d](CvIndex index) {
-    return direction_.write ? d.info(index).cvWrite : d.info(index).cvRead;
-  };
-  // Paged and register mode reach the first four CVs and the configuration only.
-  const bool direct = d.PROGMODE == 0;
-  const int number = cv.value();
-  if (number >= 2 && number <= 4) return markOf(cv);
-  if (number == cv::kConfig) {
-    return boxSet(QStringLiteral("chkRd_29"), QStringLiteral("chkWrt_29")) || markOf(cv);
-  }
-  if (!direct) return false;
-  if (number == 5 || number == 6 || number == cv::kConsist) return markOf(cv);
-  if (cv::inTable(cv)) {
-    if (d.FAMILY == 1 && number > cv::kLastShortTable) return false;
-    return boxSet(QStringLiteral("chkRd_Tbl"), QStringLiteral("chkWrt_Tbl")) || markOf(cv);
-  }
-  const CvDescriptor& entry = d.info(cv);
-  if (!entry.exists() || entry.cvPage < page::kDrive) return false;
-  return markOf(entry.cvPage == page::kDrive ? CvIndex(cv::kUserRow) : cv);
+  return bench_.isPlanned(direction_.write, cv);
 }
 
 int BatchRun::countPlanned() const {
@@ -142,6 +123,7 @@ void BatchRun::run() {
   bench_.parts_.clock.pump();
   total_ = countPlanned();
   if (total_ == 0) {
+    bench_.jobEnd = JobEnd::NothingMarked;
     bench_.parts_.prompt.message(textOf(direction_.nothingToDo));
     link().cancelRequested = false;
     bench_.commRunning = false;
@@ -155,13 +137,15 @@ void BatchRun::run() {
 void BatchRun::runSession() {
   const QString failure = link().initComm(true, true, progOn_);
   if (!failure.isEmpty()) {
+    bench_.jobEnd = JobEnd::NoSession;
     bench_.parts_.prompt.beep();
     status(failure);
     return;
   }
   bench_.commRunning = true;
+  bench_.jobEnd = JobEnd::Stopped;
   try {
-    if (checks()) mainLoop();
+    if (checks() && mainLoop()) bench_.jobEnd = JobEnd::Complete;
   } catch (const LinkError& error) {
     // Nobody is left on the line: going on would fail once per CV.
     status(error.message());
@@ -169,6 +153,7 @@ void BatchRun::runSession() {
     bench_.parts_.prompt.beep();
     end_ = End::Failed;
   }
+  if (end_ == End::Failed) bench_.jobEnd = JobEnd::Failed;
   close();
 }
 
@@ -197,7 +182,7 @@ bool BatchRun::mainLoop() {
     if (!step(CvIndex(i))) return false;
     if (cancelled()) return endAs(End::Orderly);
   }
-  return endAs(End::Orderly);
+  return true;
 }
 
 bool BatchRun::step(CvIndex cv) {

@@ -104,6 +104,32 @@ void DecoderBench::rowWriteToggled(int row, bool checked) {
   setMark(true, rows_[static_cast<size_t>(row)].cv, checked);
 }
 
+bool DecoderBench::isPlanned(bool write, CvIndex cv) const {
+  const DecoderDescription& d = description;
+  const auto markOf = [write, &d](CvIndex index) {
+    return write ? d.info(index).cvWrite : d.info(index).cvRead;
+  };
+  const auto boxOf = [this, write](const char* of) {
+    return controls.at(boxName(write, QString::fromLatin1(of))).checked;
+  };
+  // Paged and register mode reach the first four CVs and the configuration only.
+  const bool direct = d.PROGMODE == 0;
+  const int number = cv.value();
+  if (number < 2 || number > kHighestCvIndex) return false;
+  if (number <= 4) return markOf(cv);
+  if (number == cv::kConfig) return boxOf("29") || markOf(cv);
+  if (!direct) return false;
+  if (number <= 6 || number == cv::kConsist) return markOf(cv);
+  if (cv::inTable(cv)) {
+    if (d.FAMILY == 1 && number > cv::kLastShortTable) return false;
+    return boxOf("Tbl") || markOf(cv);
+  }
+  // What is on no page is shown in the grid and left to its values.
+  const CvDescriptor& entry = d.info(cv);
+  if (!entry.exists() || entry.cvPage < page::kDrive) return false;
+  return markOf(entry.cvPage == page::kDrive ? CvIndex(cv::kUserRow) : cv);
+}
+
 // ---- Many at once
 // -----------------------------------------------------------------------------------
 

@@ -39,6 +39,15 @@ struct BenchParts {
   QStringList decTypes;  ///< decoder type names by CV 250, 256 entries; empty is none
 };
 
+/// How the last batch job ended.
+enum class JobEnd {
+  NothingMarked,
+  NoSession,  ///< the station could not be reached
+  Stopped,    ///< cancelled, or a question was answered so
+  Failed,     ///< a failure ended it
+  Complete,   ///< every CV was tried; their marks tell which failed
+};
+
 class DecoderBench : public QObject {
   Q_OBJECT
 
@@ -153,6 +162,9 @@ class DecoderBench : public QObject {
   void runJob();
   void RdComm();
   void WriteComm();
+  /// Whether a job would handle a CV as things are marked now. The address has a box of its own.
+  bool isPlanned(bool write, CvIndex cv) const;
+  JobEnd jobEnd = JobEnd::NothingMarked;
 
  signals:
   // `controls` tells its own changes.
