@@ -1,0 +1,198 @@
+// vehicle read and vehicle write, on a database and description files of their own.
+#include "cli_fixture.h"
+#include "db/cv_record.h"
+#include "db/database.h"
+#include "db/record_set.h"
+
+namespace lokari {
+namespace {
+
+class VehicleCommandsTest : public CliFixture {
+ protected:
+  VehicleCommandsTest() {
+    QDir().mkpath(folder.filePath(QStringLiteral("DB")));
+    EXPECT_TRUE(QFile::copy(QStringLiteral(LOKARI_TEMPLATE), dbPath()));
+    QFile::setPermissions(dbPath(), QFile::ReadOwner | QFile::WriteOwner);
+    describe("Default.dec", "[Default]\nCV_3=Zeit\n");
+    describe("Adlerton/AT-ECO.dec",
+             "[AT-ECO]\nMAPCVA=31\nMAPCVB=32\nMAPVALA_2=16\nMAPVALB_2=0\n"
+             "CV_3=Zeit\nCV_5=Hoch\nCV_49=Regler,0-3,0,4\nCV_52=nur Liste\n"
+             "CV_257_2=Motor,0-255,0,6\n");
+    addVehicle("Anlage", 3, 1);
+    decoder().store(3, 33);
+    decoder().store(5, 55);
+    decoder().store(49, 2);
+    decoder().banks = {{{16, 0}, {{257, 77}}}};
+  }
+
+  QString dbPath() const { return folder.filePath(QStringLiteral("DB/LOKARIV3.MDB")); }
+  sim::Decoder& decoder() { return *layout.onProgrammingTrack(); }
+
+  void describe(const char* file, const char* text) {
+    const QString path = folder.filePath(QString::fromUtf8(file));
+    QDir().mkpath(QFileInfo(path).path());
+    QFile out(path);
+    ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+    out.write(text);
+  }
+
+  void addVehicle(const char* collection, int address, int type) {
+    Database database(dbPath());
+    RecordSet records;
+    records.open(database, QStringLiteral("SELECT * FROM LOCO_DAT"));
+    records.AddNew();
+    records.setValue(QStringLiteral("DC_COLL"), QString::fromUtf8(collection));
+    records.setValue(QStringLiteral("DC_ADR"), address);
+    records.setValue(QStringLiteral("DC_TYPE"), type);
+    records.setValue(QStringLiteral("ST_SNAME"), QStringLiteral("Lok"));
+    records.setValue(QStringLiteral("DC_MANUF"), 97);
+    records.setValue(QStringLiteral("DC_DECODER"), QStringLiteral("AT-ECO"));
+    records.Update();
+  }
+
+  CvRecord stored(int address = 3) {
+    Database database(dbPath());
+    RecordSet records;
+    records.open(database, QStringLiteral("SELECT * FROM LOCO_DAT WHERE DC_ADR = %1").arg(address));
+    EXPECT_EQ(records.count(), 1);
+    CvRecord record;
+    loadCvRecord(records, record);
+    return record;
+  }
+
+  void store(int cv, int value) {
+    Database database(dbPath());
+    RecordSet records;
+    records.open(database, QStringLiteral("SELECT * FROM LOCO_DAT"));
+    CvRecord record;
+    loadCvRecord(records, record);
+    record.recCvValues[0][cv - 1] = static_cast<char>(value);
+    records.Edit();
+    assignCvRecord(records, record);
+    records.Update();
+  }
+};
+
+TEST_F(VehicleCommandsTest, ReadsIntoTheRecord) {
+  EXPECT_EQ(run("vehicle read Anlage 3 --cv 3,49,257:2"), 0);
+  EXPECT_EQ(console.results, QStringList({"3\t33\t1", "49\t2\t1", "257 (2)\t77\t1"}));
+  EXPECT_TRUE(console.messages.contains("Lese Regler (CV 49)"));
+  const CvRecord record = stored();
+  EXPECT_EQ(record.recCvValues[0].at(2), 33);
+  EXPECT_EQ(record.recCvMarks[0].at(2), '1');
+  EXPECT_EQ(record.recCvValues[0].at(1023), 77);
+  EXPECT_EQ(record.recDecoder, "AT-ECO");
+  EXPECT_EQ(record.recManuf, 97);
+  EXPECT_FALSE(line_.isOpen());
+}
+
+TEST_F(VehicleCommandsTest, WithoutAListReadsEverythingOnThePages) {
+  EXPECT_EQ(run("vehicle read Anlage 3"), 0);
+  EXPECT_EQ(console.results.size(), 3 + 2 + 28 + 1);
+  EXPECT_EQ(console.results.first(), "3\t33\t1");
+  EXPECT_EQ(console.results.last(), "257 (2)\t77\t1");
+}
+
+TEST_F(VehicleCommandsTest, WritesTheSetsValuesVerified) {
+  store(49, 3);
+  EXPECT_EQ(run("vehicle write Anlage 3 --cv 49"), 0);
+  EXPECT_EQ(console.results, QStringList({"49\t3\t1"}));
+  EXPECT_EQ(decoder().stored(49), 3);
+  EXPECT_EQ(stored().recCvMarks[0].at(48), '1');
+}
+
+TEST_F(VehicleCommandsTest, WritesTheAddressOnlyWhenItIsNamed) {
+  EXPECT_EQ(run("vehicle write Anlage 3 --yes"), 0);
+  EXPECT_FALSE(line_.sent().contains("xPTWD 1,"));
+  EXPECT_EQ(run("vehicle write Anlage 3 --cv 1 --yes"), 0);
+  EXPECT_TRUE(line_.sent().contains("xPTWD 1, 3"));
+  EXPECT_EQ(console.results, QStringList({"1\t3\t1"}));
+}
+
+TEST_F(VehicleCommandsTest, WritesOnTheMainTrackWhereTheDescriptionAllowsIt) {
+  EXPECT_EQ(run("vehicle write Anlage 3 --main --cv 49"), 2);
+  EXPECT_EQ(console.messages.first(), "Auf dem Hauptgleis kann hier nicht geschrieben werden!");
+  describe("Adlerton/AT-ECO.dec", "[AT-ECO]\nPROGMAIN=J\nCV_49=Regler,0-3,0,4\n");
+  store(49, 1);
+  EXPECT_EQ(run("vehicle write Anlage 3 --main --cv 49"), 0);
+  EXPECT_EQ(line_.sent(), "xPD 3, 49, 1\r");
+  EXPECT_EQ(run("vehicle read Anlage 3 --main --cv 49"), 2);
+}
+
+TEST_F(VehicleCommandsTest, AFailedCvIsMarkedAndTheStatusTellsIt) {
+  writeIni("LOKARI", "BaseUnit=TAMSMC\r\nComPort=3\r\nTimeout=2\r\nDelay=0\r\nContinue=1\r\n");
+  decoder().present = {{1, 48}};
+  EXPECT_EQ(run("vehicle read Anlage 3 --cv 3,49"), 1);
+  EXPECT_EQ(console.results, QStringList({"3\t33\t1", "49\t0\t2"}));
+  EXPECT_EQ(stored().recCvMarks[0].at(48), '2');
+}
+
+TEST_F(VehicleCommandsTest, AnotherAddressStopsTheJobUnlessTheUserSaysYes) {
+  decoder().setAddress(47);
+  EXPECT_EQ(run("vehicle read Anlage 3 --cv 3"), 1);
+  EXPECT_TRUE(console.messages.contains("Abweichende Adresse im Empfänger (47)! [Abbruch]"));
+  EXPECT_EQ(console.results, QStringList({"3\t0\t0"}));
+  EXPECT_EQ(run("vehicle read Anlage 3 --cv 3 --yes"), 0);
+  EXPECT_EQ(console.results, QStringList({"3\t33\t1"}));
+}
+
+TEST_F(VehicleCommandsTest, AnAddressThatIsReadIsStored) {
+  decoder().setAddress(47);
+  EXPECT_EQ(run("vehicle read Anlage 3 --cv 1 --yes"), 0);
+  EXPECT_EQ(console.results, QStringList({"1\t47\t1"}));
+  EXPECT_EQ(stored(47).recDecoder, "AT-ECO");
+}
+
+TEST_F(VehicleCommandsTest, AnotherMakerIsNeverStored) {
+  decoder().store(8, 131);
+  store(49, 3);
+  EXPECT_EQ(run("vehicle read Anlage 3 --cv 49 --yes"), 1);
+  const CvRecord record = stored();
+  EXPECT_EQ(record.recManuf, 97);
+  EXPECT_EQ(record.recDecoder, "AT-ECO");
+  EXPECT_EQ(record.recCvValues[0].at(48), 3);
+}
+
+TEST_F(VehicleCommandsTest, CtrlCEndsTheJobAndKeepsWhatWasRead) {
+  faults.add({.kind = sim::FaultKind::Silence, .count = sim::Fault::kAlways, .skip = 5});
+  clock.schedule(2000, [&] { interrupt.raise(); });
+  EXPECT_EQ(run("vehicle read Anlage 3 --cv 3,5,49"), 1);
+  EXPECT_EQ(console.results, QStringList({"3\t33\t1", "5\t0\t0", "49\t0\t0"}));
+  EXPECT_EQ(stored().recCvValues[0].at(2), 33);
+  EXPECT_FALSE(line_.isOpen());
+}
+
+TEST_F(VehicleCommandsTest, AStationThatCannotBeReachedIsNoSession) {
+  line_.failsToOpen = true;
+  EXPECT_EQ(run("vehicle read Anlage 3 --cv 3"), 2);
+  EXPECT_TRUE(console.results.isEmpty());
+}
+
+TEST_F(VehicleCommandsTest, WrongCallsTouchNothing) {
+  addVehicle("Anlage", 9, 2);
+  for (const char* call :
+       {"vehicle read", "vehicle read Anlage", "vehicle read Anlage 0", "vehicle read Anlage 10240",
+        "vehicle read Anlage x", "vehicle read Anlage 3 4", "vehicle read Anlage 4",
+        "vehicle read Werkstatt 3", "vehicle read Anlage 9", "vehicle read Anlage 3 --cv",
+        "vehicle read Anlage 3 --cv x", "vehicle read Anlage 3 --cv 9-5",
+        "vehicle read Anlage 3 --cv 1:2:3", "vehicle read Anlage 3 --cv 257:17",
+        "vehicle read Anlage 3 --cv 52", "vehicle read Anlage 3 --cv 700",
+        "vehicle read Anlage 3 --cv 258:2", "vehicle read Anlage 3 --laut"}) {
+    EXPECT_EQ(run(call), 2) << call;
+    EXPECT_TRUE(console.results.isEmpty()) << call;
+  }
+  EXPECT_TRUE(untouched());
+}
+
+TEST_F(VehicleCommandsTest, ADatabaseThatCannotBeOpenedIsTold) {
+  QFile file(dbPath());
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write("kein Bestand");
+  file.close();
+  EXPECT_EQ(run("vehicle read Anlage 3"), 1);
+  EXPECT_EQ(console.messages.size(), 1);
+}
+
+// ---- check
+}  // namespace
+}  // namespace lokari

@@ -1,0 +1,22 @@
+// Any text as a description file: the loader, the checker and the layout of its rows must come to
+// an end with every index in its table.
+#include "base/text_file.h"
+#include "decoder/dec_checker.h"
+#include "decoder/dec_loader.h"
+#include "decoder/page_rows.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  using namespace lokari;
+  const QString text =
+      decodeText(QByteArray(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size)));
+  DecoderDescription description;
+  loadDescription(text, description);
+  const std::vector<BenchTab> tabs = makeTabs(description);
+  for (const PageRow& row : makeRows(description, tabs)) {
+    if (!row.cv.inRange() || description.getCvIndex(description.numberText(row.cv)) == CvIndex()) {
+      __builtin_trap();
+    }
+  }
+  checkDescription(text);
+  return 0;
+}
