@@ -87,8 +87,7 @@ class VehicleRecord {
   RecordSet records_;
 };
 
-// ---- Which CVs
-// --------------------------------------------------------------------------------------
+// ---- Which CVs --------------------------------------------------------------------------------
 
 /// One entry of the list: a CV number, a span of them, or a CV in a bank.
 struct ListItem {
@@ -196,8 +195,7 @@ class CvChoice {
   bool write_;
 };
 
-// ---- The job
-// ----------------------------------------------------------------------------------------
+// ---- The job ----------------------------------------------------------------------------------
 
 void checkOffered(const DecoderBench& bench, const VehicleCall& call) {
   if (!call.main) return;

@@ -99,8 +99,7 @@ bool BatchRun::addressMarked() const {
   return boxSet(QStringLiteral("chkDcAdrRead"), QStringLiteral("chkDcAdrWrite"));
 }
 
-// ---- What is marked
-// ---------------------------------------------------------------------------------
+// ---- What is marked ---------------------------------------------------------------------------
 
 bool BatchRun::marked(CvIndex cv) const {
   return bench_.isPlanned(direction_.write, cv);
@@ -114,8 +113,7 @@ int BatchRun::countPlanned() const {
   return total;
 }
 
-// ---- The run
-// ----------------------------------------------------------------------------------------
+// ---- The run ----------------------------------------------------------------------------------
 
 void BatchRun::run() {
   status(QStringLiteral("Beginne Kommunikation ..."));
@@ -199,8 +197,7 @@ bool BatchRun::step(CvIndex cv) {
   return point ? tablePoint(cv) : plain(cv);
 }
 
-// ---- Access
-// -----------------------------------------------------------------------------------------
+// ---- Access -----------------------------------------------------------------------------------
 
 std::optional<int> BatchRun::read(int cv) {
   const int result = link().ReadCV(cv, address_);
@@ -252,8 +249,7 @@ BatchRun::Bank BatchRun::selectBank(CvIndex cv) {
   return Bank::Selected;
 }
 
-// ---- Checks
-// -----------------------------------------------------------------------------------------
+// ---- Checks -----------------------------------------------------------------------------------
 
 std::optional<int> BatchRun::readAddress() {
   const auto config = read(configCv());
@@ -301,8 +297,7 @@ void BatchRun::takeOverMaker(int number) {
   bench_.chooseManufacturer(makerName(number));
 }
 
-// ---- Showing
-// ----------------------------------------------------------------------------------------
+// ---- Showing ----------------------------------------------------------------------------------
 
 void BatchRun::statusVerb(const QString& what) {
   status(textOf(direction_.verb) + u' ' + what);

@@ -49,7 +49,7 @@ class BatchRun {
 
   BatchRun(DecoderBench& bench, bool progOn, const Direction& direction);
 
-  // ---- The steps of a job -----------------------------------------------------------------------
+  // ---- The steps of a job ---------------------------------------------------------------------
 
   /// From the open session to the main loop.
   virtual bool checks() = 0;
@@ -61,7 +61,7 @@ class BatchRun {
   /// CV 29 is handled whether marked or not.
   virtual bool configForced() const { return false; }
 
-  // ---- Access -----------------------------------------------------------------------------------
+  // ---- Access ---------------------------------------------------------------------------------
 
   std::optional<int> read(int cv);
   /// After a failed access with that code: true when the run goes on.
@@ -77,7 +77,7 @@ class BatchRun {
   /// then meet the same number in another bank.
   Bank selectBank(CvIndex cv);
 
-  // ---- Checks that both make --------------------------------------------------------------------
+  // ---- Checks that both make ------------------------------------------------------------------
 
   /// The address in the decoder; 0 when an access failed and the run went on, since then nothing
   /// more is read. No value when the run ended.
@@ -89,7 +89,7 @@ class BatchRun {
   MakerAnswer askMaker(int number);
   void takeOverMaker(int number);
 
-  // ---- Showing ----------------------------------------------------------------------------------
+  // ---- Showing --------------------------------------------------------------------------------
 
   void status(const QString& text) { view_->setStatus(text); }
   void statusVerb(const QString& what);

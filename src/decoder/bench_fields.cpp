@@ -39,8 +39,7 @@ std::optional<int> DecoderBench::addressNumber() const {
   }
 }
 
-// ---- Which field, which CV
-// ------------------------------------------------------------------------
+// ---- Which field, which CV --------------------------------------------------------------------
 
 int DecoderBench::rowNamed(const QString& field) const {
   return rowOfField_.value(field, -1);
@@ -120,8 +119,7 @@ void DecoderBench::valueChanged(CvIndex cv) {
   }
 }
 
-// ---- Events
-// -----------------------------------------------------------------------------------------
+// ---- Events -----------------------------------------------------------------------------------
 
 void DecoderBench::fieldEdited(const QString& name, const QString& text) {
   setFieldText(name, text);
@@ -200,8 +198,7 @@ void DecoderBench::rowF2(int row) {
   fieldF2(rows_[static_cast<size_t>(row)].fieldName());
 }
 
-// ---- Values
-// -----------------------------------------------------------------------------------------
+// ---- Values -----------------------------------------------------------------------------------
 
 bool DecoderBench::CheckDcField(const QString& field, CvIndex cv, const QString& range) {
   if (calcOpen) return true;
@@ -252,8 +249,7 @@ QString DecoderBench::DcToolTips(const QString& tag) const {
   return text.isEmpty() ? QString() : QStringLiteral(" %1 ").arg(text);
 }
 
-// ---- Colours
-// ----------------------------------------------------------------------------------------
+// ---- Colours ----------------------------------------------------------------------------------
 
 TextColour DecoderBench::colourOf(CvIndex cv) const {
   switch (sets.mark(cv)) {

@@ -130,8 +130,7 @@ bool DecoderBench::isPlanned(bool write, CvIndex cv) const {
   return markOf(entry.cvPage == page::kDrive ? CvIndex(cv::kUserRow) : cv);
 }
 
-// ---- Many at once
-// -----------------------------------------------------------------------------------
+// ---- Many at once -----------------------------------------------------------------------------
 
 void DecoderBench::markBox(bool write, const QString& name) {
   const QString box = boxName(write, name);

@@ -57,8 +57,7 @@ void DecoderBench::switchDirectionOverAndBack() {
   setOption(reversed ? reverse : normal);
 }
 
-// ---- Colours
-// ----------------------------------------------------------------------------------------
+// ---- Colours ----------------------------------------------------------------------------------
 
 void DecoderBench::ColorCV29() {
   if (!windowOpening && !commRunning) sets.setMark(CvIndex(cv::kConfig), CvMark::None);

@@ -36,7 +36,6 @@ void DecoderBench::open(const CvRecord& record, const QString& address) {
   commRunning = false;
   calcOpen = false;
   sets.clear();
-  QStringList names;
   for (int i = 1; i <= SetNumber::kCount; ++i) {
     const SetNumber set(i);
     const auto place = static_cast<size_t>(set.arrayIndex());
@@ -45,9 +44,8 @@ void DecoderBench::open(const CvRecord& record, const QString& address) {
     sets.setNames(set) = record.recCvName[place];
   }
   sets.nameTheNameless();
-  for (int i = 1; i <= SetNumber::kCount; ++i) names << sets.setNames(SetNumber(i));
   sets.openAt(record.recSetName);
-  controls.setItems(QStringLiteral("cbDcVer"), names);
+  showSetNames();
   showCurrentSet();
   setFieldText(QStringLiteral("dc_adr"), address);
   emit focusRequested(QStringLiteral("dc_adr"), true);
@@ -59,13 +57,18 @@ void DecoderBench::open(const CvRecord& record, const QString& address) {
   selectTab(0);
 }
 
+void DecoderBench::showSetNames() {
+  QStringList names;
+  for (int i = 1; i <= SetNumber::kCount; ++i) names << sets.setNames(SetNumber(i));
+  controls.setItems(QStringLiteral("cbDcVer"), names);
+}
+
 void DecoderBench::showCurrentSet() {
   controls.setText(QStringLiteral("cbDcVer"), sets.currentSetName);
   controls.setEnabled(QStringLiteral("cmdCopy"), sets.currentSet() != SetNumber(1));
 }
 
-// ---- Maker and decoder type
-// -------------------------------------------------------------------------
+// ---- Maker and decoder type -------------------------------------------------------------------
 
 void DecoderBench::fillSelectors(int manufacturer, const QString& decoder) {
   QStringList makers;
@@ -125,8 +128,7 @@ void DecoderBench::chooseDecoder(const QString& name) {
   decoderChosen();
 }
 
-// ---- Sets
-// -------------------------------------------------------------------------------------------
+// ---- Sets -------------------------------------------------------------------------------------
 
 void DecoderBench::chooseSet(const QString& name) {
   finishChoice();
@@ -138,15 +140,13 @@ void DecoderBench::chooseSet(const QString& name) {
 void DecoderBench::setNameLeft(const QString& text) {
   const SetNumber set = sets.currentSet();
   sets.setNames(set) = text;
-  sets.currentSetName = text;
-  QStringList names = controls.at(QStringLiteral("cbDcVer")).items;
-  if (set.arrayIndex() < names.size()) names[set.arrayIndex()] = text;
-  controls.setItems(QStringLiteral("cbDcVer"), names);
-  controls.setText(QStringLiteral("cbDcVer"), text);
+  sets.nameTheNameless();
+  sets.currentSetName = sets.setNames(set);
+  showSetNames();
+  controls.setText(QStringLiteral("cbDcVer"), sets.currentSetName);
 }
 
-// ---- Closing
-// ----------------------------------------------------------------------------------------
+// ---- Closing ----------------------------------------------------------------------------------
 
 void DecoderBench::cmdOK(CvRecord& record) {
   finishChoice();
@@ -175,8 +175,7 @@ void DecoderBench::cmdCancel() {
   emit closed(false);
 }
 
-// ---- Showing
-// ----------------------------------------------------------------------------------------
+// ---- Showing ----------------------------------------------------------------------------------
 
 void DecoderBench::selectTab(int tab) {
   selectedTab_ = tab;
@@ -215,8 +214,7 @@ void DecoderBench::refreshFields(bool onlyGrid) {
   refreshing = false;
 }
 
-// ---- Jobs
-// -------------------------------------------------------------------------------------------
+// ---- Jobs -------------------------------------------------------------------------------------
 
 void DecoderBench::runJob() {
   switch (parts_.link.commJob) {

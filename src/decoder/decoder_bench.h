@@ -55,7 +55,7 @@ class DecoderBench : public QObject {
   explicit DecoderBench(BenchParts parts, QObject* parent = nullptr);
   ~DecoderBench() override;
 
-  // ---- State ------------------------------------------------------------------------------------
+  // ---- State ----------------------------------------------------------------------------------
 
   bool windowOpening = false;  ///< from the start of open() until the first refresh is done
   bool commRunning = false;    ///< a batch job is running
@@ -76,8 +76,7 @@ class DecoderBench : public QObject {
   /// What a data row of the grid shows, always the present state.
   GridRow gridRow(int row) const;
 
-  // ---- The dialogs that a window plugs in; without one its button does nothing
-  // --------------------
+  // ---- The dialogs that a window plugs in; without one its button does nothing ----------------
 
   /// The bit dialog: value, bit description and caption in, the new value out, or a negative
   /// number when the user cancelled.
@@ -85,8 +84,7 @@ class DecoderBench : public QObject {
   /// The calculator: a field's text in, the new text out, or a null text when cancelled.
   std::function<QString(const QString& text)> calculatorBox;
 
-  // ---- Opening, choosing, closing
-  // -----------------------------------------------------------------
+  // ---- Opening, choosing, closing -------------------------------------------------------------
 
   /// Shows a record's sets. `address` is the text of `dc_adr` of the main window.
   void open(const CvRecord& record, const QString& address);
@@ -109,8 +107,7 @@ class DecoderBench : public QObject {
   /// Shows the working set in all controls, or in the grid only.
   void refreshFields(bool onlyGrid);
 
-  // ---- The user's acts
-  // ----------------------------------------------------------------------------
+  // ---- The user's acts ------------------------------------------------------------------------
 
   /// Value fields (`dc_adr`, `txt...`, and `tabText` while the grid is edited) and fields of rows.
   void fieldEdited(const QString& name, const QString& text);
@@ -137,8 +134,7 @@ class DecoderBench : public QObject {
   void gridHeaderClicked(GridColumn column);
   void gridClicked(int row, GridColumn column);
 
-  // ---- Values and colours
-  // -------------------------------------------------------------------------
+  // ---- Values and colours ---------------------------------------------------------------------
 
   /// Takes the text of a value field into `cvValues`. False when it is out of range and the focus
   /// must stay. `field` is a control or the field of a row.
@@ -155,8 +151,7 @@ class DecoderBench : public QObject {
   /// a blank on both sides. Empty for none.
   QString DcToolTips(const QString& tag) const;
 
-  // ---- Jobs
-  // ---------------------------------------------------------------------------------------
+  // ---- Jobs -----------------------------------------------------------------------------------
 
   /// Runs what `commJob` of the link says, one of the four batch jobs, on the link's view.
   void runJob();
@@ -198,6 +193,7 @@ class DecoderBench : public QObject {
   void decoderChosen();
   /// Does at once what Timer3 still has to do.
   void finishChoice();
+  void showSetNames();
   void showCurrentSet();
 
   // The description: bench_adapt.cpp.

@@ -34,8 +34,7 @@ bool WriteBatch::finish(CvIndex cv, Written outcome) {
   return true;
 }
 
-// ---- Before the main loop
-// ---------------------------------------------------------------------------
+// ---- Before the main loop ---------------------------------------------------------------------
 
 bool WriteBatch::checks() {
   if (!progOn() && !findMainAddress()) return false;
@@ -190,8 +189,7 @@ bool WriteBatch::compareAddress() {
   return !address || *address == *found || acceptAddress(*found) || endAs(End::Orderly);
 }
 
-// ---- The CVs
-// ----------------------------------------------------------------------------------------
+// ---- The CVs ----------------------------------------------------------------------------------
 
 bool WriteBatch::consist() {
   status(QStringLiteral("Schreibe Verbundadresse (CV 19)"));

@@ -193,6 +193,6 @@ TEST_F(VehicleCommandsTest, ADatabaseThatCannotBeOpenedIsTold) {
   EXPECT_EQ(console.messages.size(), 1);
 }
 
-// ---- check
+// ---- check ------------------------------------------------------------------------------------
 }  // namespace
 }  // namespace lokari

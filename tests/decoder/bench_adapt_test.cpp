@@ -133,8 +133,7 @@ TEST_F(BenchAdapt, TheSpareRowBelongsToThePageOfTheDriveTab) {
   EXPECT_EQ(row(9).text, "44");
 }
 
-// ---- Tabs and rows
-// ----------------------------------------------------------------------------------
+// ---- Tabs and rows ----------------------------------------------------------------------------
 
 TEST_F(BenchAdapt, FortyFiveFunctionRowsHaveThreeTabs) {
   openEco(linesOfPage(3, 45).c_str());
@@ -203,8 +202,22 @@ TEST_F(BenchAdapt, TheFunctionMapBelongsToFunctionTabs) {
   EXPECT_FALSE(bench->tabs()[3].funcMapEnabled);
 }
 
-// ---- The station
-// ------------------------------------------------------------------------------------
+TEST_F(BenchAdapt, AFileOfAllCvsFillsTheGrid) {
+  std::string lines = "[X]\nSPEEDTABLE=N\n";
+  for (int i = 2; i < 1024; ++i) lines += "CV_" + std::to_string(i) + "=Wert,0-255,0,5\n";
+  for (int bank = 2; bank <= 16; ++bank) {
+    lines += "MAPVALA_" + std::to_string(bank) + "=1\n";
+    for (int i = 257; i < 513; ++i) {
+      lines += "CV_" + std::to_string(i) + "_" + std::to_string(bank) + "=Bank,0-255,0,6\n";
+    }
+  }
+  openEco(lines.c_str());
+  EXPECT_EQ(bench->grid().rowCount(), 1022 + 15 * 256 + 1);
+  EXPECT_EQ(bench->gridRow(bench->grid().rowOf(CvIndex(4863))).number, "512 (16)");
+  EXPECT_EQ(bench->rows().size(), 30U * 20U) << "the other pages took all further tabs";
+}
+
+// ---- The station ------------------------------------------------------------------------------
 
 struct StationCase {
   StationKind kind;

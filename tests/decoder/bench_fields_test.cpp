@@ -162,8 +162,7 @@ TEST_F(BenchFields, SetCvvalCountsFromZero) {
   EXPECT_EQ(row(30).text, "99");
 }
 
-// ---- The address
-// ------------------------------------------------------------------------------------
+// ---- The address ------------------------------------------------------------------------------
 
 TEST_F(BenchFields, AnAddressOutsideOneTo10239KeepsTheFocus) {
   for (const char* address : {"0", "10240", "99999999"}) {
@@ -217,8 +216,7 @@ TEST_F(BenchFields, TheColourOfALongAddressNeedsBothMarks) {
   }
 }
 
-// ---- Options
-// ----------------------------------------------------------------------------------------
+// ---- Options ----------------------------------------------------------------------------------
 
 struct OptionCase {
   const char* sets;
@@ -275,8 +273,7 @@ TEST_F(BenchFields, AllOptionsShowTheMarkOfTheirCv) {
   EXPECT_EQ(control("optDcComDirNormal").colour, TextColour::Normal);
 }
 
-// ---- Tool tips
-// --------------------------------------------------------------------------------------
+// ---- Tool tips --------------------------------------------------------------------------------
 
 TEST_F(BenchFields, AToolTipIsTheTipOfTheCvOrTheTagItself) {
   EXPECT_EQ(control("txtDcDrvMinVolt").tag, "2");

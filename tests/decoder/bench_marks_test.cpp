@@ -116,8 +116,7 @@ TEST_F(BenchMarks, JobButtonsSetTheJob) {
                                   CommJob::WriteProgTrack, CommJob::WriteMain}));
 }
 
-// ---- The grid
-// ---------------------------------------------------------------------------------------
+// ---- The grid ---------------------------------------------------------------------------------
 
 TEST_F(BenchMarks, TheGridShowsEveryCvOfTheDecoder) {
   record.recCvValues[0][49] = 7;

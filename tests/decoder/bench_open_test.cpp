@@ -129,8 +129,7 @@ TEST_F(BenchOpen, OpeningKeepsTheStoredValuesAndMarks) {
   EXPECT_EQ(row(30).colour, TextColour::Red);
 }
 
-// ---- Choosing
-// ---------------------------------------------------------------------------------------
+// ---- Choosing ---------------------------------------------------------------------------------
 
 TEST_F(BenchOpen, AnotherTypeIsLoadedATenthOfASecondLater) {
   openEco("[X]\nMAXADDRESS=5", "3");
@@ -205,8 +204,7 @@ TEST_F(BenchOpen, AJobThatIsStartedAtOnceWaitsForTheType) {
   EXPECT_EQ(link.commJob, CommJob::ReadProgTrack);
 }
 
-// ---- Sets
-// -------------------------------------------------------------------------------------------
+// ---- Sets -------------------------------------------------------------------------------------
 
 TEST_F(BenchOpen, AnotherSetIsShownAndTheOldOneKept) {
   record.recCvValues[1][29] = 22;
@@ -258,6 +256,16 @@ TEST_F(BenchOpen, ASetIsRenamedWhenTheListIsLeft) {
   EXPECT_EQ(control("cbDcVer").items.at(2), "Gleis 5");
 }
 
+TEST_F(BenchOpen, ABlankSetNameBecomesTheStandardOne) {
+  record.recSetName = QStringLiteral("Set 3");
+  openEco("[X]");
+  bench->setNameLeft(QStringLiteral("  "));
+  EXPECT_EQ(text("cbDcVer"), "Set 3");
+  bench->cmdOK(record);
+  EXPECT_EQ(record.recCvName[2], "Set 3");
+  EXPECT_EQ(record.recSetName, "Set 3");
+}
+
 TEST_F(BenchOpen, ANinthCharacterOfASetNameIsSwallowed) {
   EXPECT_TRUE(DecoderBench::setNameTakes(QStringLiteral("1234567"), 'x'));
   EXPECT_FALSE(DecoderBench::setNameTakes(QStringLiteral("12345678"), 'x'));
@@ -265,8 +273,7 @@ TEST_F(BenchOpen, ANinthCharacterOfASetNameIsSwallowed) {
   EXPECT_TRUE(DecoderBench::setNameTakes(QStringLiteral("12345678"), 8));
 }
 
-// ---- Closing
-// ----------------------------------------------------------------------------------------
+// ---- Closing ----------------------------------------------------------------------------------
 
 TEST_F(BenchOpen, OkHandsEverythingBack) {
   openEco("[X]\nCV_30=Wert,0-255,0,5");

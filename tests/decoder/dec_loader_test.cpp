@@ -150,8 +150,7 @@ TEST_F(Loading, TheValueBeginsBehindTheFirstEquals) {
   EXPECT_EQ(cv(30).cvName, "a=b");
 }
 
-// ---- CV lines
-// ---------------------------------------------------------------------------------------
+// ---- CV lines ---------------------------------------------------------------------------------
 
 TEST_F(Loading, EveryFieldOfACvLine) {
   load("CV_33=Ausgang F0,0-15,1,3,Hinweis,\"1,Licht,Aus,Ein|1,X,A,B\"");
@@ -259,8 +258,7 @@ TEST_F(Loading, ADefaultThatIsNoNumberIsZero) {
   EXPECT_EQ(cv(31).cvDefault, 256);
 }
 
-// ---- The quirks
-// -------------------------------------------------------------------------------------
+// ---- The quirks -------------------------------------------------------------------------------
 
 TEST_F(Loading, AnUnknownKeyBehindACvDescribesItAgain) {
   load("CV_40=Name,0-3,1,5,Tip,1\nFOO=bar");
@@ -315,8 +313,7 @@ TEST_F(Loading, ANumberBeyondSixteenBitsEndsTheReadingWhereverItStands) {
   EXPECT_TRUE(load("CV_30=a,0-40000"));
 }
 
-// ---- Banks
-// ------------------------------------------------------------------------------------------
+// ---- Banks ------------------------------------------------------------------------------------
 
 TEST_F(Loading, BanksLieBehindThePlainCvs) {
   load(
@@ -387,8 +384,7 @@ TEST_F(Loading, AnUnderscoreAtTheEndOfTheKeyIsNoBank) {
   EXPECT_EQ(cv(40).cvBank, 0);
 }
 
-// ---- The factory speed table
-// ------------------------------------------------------------------------
+// ---- The factory speed table ------------------------------------------------------------------
 
 TEST_F(Loading, SpeedTableValuesFillTheTable) {
   load(

@@ -154,8 +154,7 @@ TEST_F(ReadBatchTest, RegisterModeChecksTheConfigurationInRegister5) {
   EXPECT_EQ(sent(), QStringList({"xPTRR 5", "xPTRR 1", "xPTRR 3"}));
 }
 
-// ---- CV 19 and 29
-// -----------------------------------------------------------------------------------
+// ---- CV 19 and 29 -----------------------------------------------------------------------------
 
 TEST_F(ReadBatchTest, TheConsistAddressAndItsDirection) {
   decoder().store(19, 128 + 77);
@@ -228,8 +227,7 @@ TEST_F(ReadBatchTest, TheTwinBoxReadsTheConfigurationToo) {
   EXPECT_EQ(sent(), QStringList({"xPTRB 29"}));
 }
 
-// ---- Address
-// ----------------------------------------------------------------------------------------
+// ---- Address ----------------------------------------------------------------------------------
 
 TEST_F(ReadBatchTest, TheSameAddressRaisesNoQuestion) {
   settings.addressCheckNow = true;
@@ -330,8 +328,7 @@ TEST_F(ReadBatchTest, AContinuedFailureOfTheCheckFindsAddressZero) {
   EXPECT_EQ(value(33), 33);
 }
 
-// ---- Maker
-// ------------------------------------------------------------------------------------------
+// ---- Maker ------------------------------------------------------------------------------------
 
 TEST_F(ReadBatchTest, TheSameMakerRaisesNoQuestionAndTheVersionIsRead) {
   settings.manufacturerCheckNow = true;
@@ -447,8 +444,7 @@ TEST_F(ReadBatchTest, AFunctionDecoderIsWarnedOf) {
   EXPECT_EQ(value(33), 33);
 }
 
-// ---- Banks
-// ------------------------------------------------------------------------------------------
+// ---- Banks ------------------------------------------------------------------------------------
 
 const char* const kBanks =
     "[X]\nMAPCVA=31\nMAPCVB=32\nMAPVALA_2=16\nMAPVALB_2=0\nMAPVALA_3=16\nMAPVALB_3=1\n"
@@ -518,8 +514,7 @@ TEST_F(ReadBanksOnMx1, ABankIsSelectedOnTheProgrammingTrack) {
   EXPECT_EQ(link.commJob, CommJob::ReadProgTrack);
 }
 
-// ---- Failures
-// ---------------------------------------------------------------------------------------
+// ---- Failures ---------------------------------------------------------------------------------
 
 struct FailureCase {
   const char* fault;
@@ -656,8 +651,7 @@ TEST_F(ReadBatchTest, APortThatVanishesEndsTheRunAndKeepsTheValues) {
   expectSessionClosed();
 }
 
-// ---- Cancel
-// -----------------------------------------------------------------------------------------
+// ---- Cancel -----------------------------------------------------------------------------------
 
 TEST_F(ReadBatchTest, ACancelDuringAReadEndsOrderly) {
   openEco(kPlain);

@@ -88,8 +88,7 @@ TEST_F(WriteBatchTest, TheConsistAddressIsWrittenWithItsDirection) {
   EXPECT_EQ(mark(19), CvMark::Verified);
 }
 
-// ---- CV 29
-// ------------------------------------------------------------------------------------------
+// ---- CV 29 ------------------------------------------------------------------------------------
 
 TEST_F(WriteBatchTest, TheConfigurationOfAShortAddressIsWrittenAsItIs) {
   openEco(kPlain);
@@ -156,8 +155,7 @@ TEST_F(WriteBatchTest, AFailedConfigurationIsRed) {
   EXPECT_EQ(value(29), 2);
 }
 
-// ---- The address
-// ------------------------------------------------------------------------------------
+// ---- The address ------------------------------------------------------------------------------
 
 TEST_F(WriteBatchTest, Address127WritesCv1AndClearsBit5) {
   settings.addressCheckNow = true;
@@ -351,8 +349,7 @@ TEST_F(WriteBatchTest, AConfigurationThatCouldNotBeReadIsNotWrittenBack) {
   EXPECT_EQ(sent(), QStringList({"xPTRB 29", "xPTWD 18, 209", "xPTWD 17, 199", "xPTWD 29, 34"}));
 }
 
-// ---- Questions
-// --------------------------------------------------------------------------------------
+// ---- Questions --------------------------------------------------------------------------------
 
 TEST_F(WriteBatchTest, AnotherMakerEndsTheRunOnBothAnswers) {
   settings.manufacturerCheckNow = true;
@@ -401,8 +398,7 @@ TEST_F(WriteBatchTest, AFunctionDecoderIsWarnedOf) {
   EXPECT_EQ(inDecoder(33), 33);
 }
 
-// ---- Banks
-// ------------------------------------------------------------------------------------------
+// ---- Banks ------------------------------------------------------------------------------------
 
 class WriteBanks : public WriteBatchTest {
  protected:
@@ -440,8 +436,7 @@ TEST_F(WriteBanks, WithoutItsBankACvIsNeverWritten) {
   EXPECT_EQ(row(1280).colour, TextColour::Red);
 }
 
-// ---- The main track
-// ---------------------------------------------------------------------------------
+// ---- The main track ---------------------------------------------------------------------------
 
 TEST_F(WriteBatchTest, OnTheMainTrackNothingIsRead) {
   settings.addressCheckNow = true;
@@ -456,8 +451,23 @@ TEST_F(WriteBatchTest, OnTheMainTrackNothingIsRead) {
   expectSessionClosed();
 }
 
-// ---- Failures
-// ---------------------------------------------------------------------------------------
+TEST_F(WriteBatchTest, AnAddressThatTheStationDoesNotKnowEndsTheRun) {
+  settings.baseUnit = StationKind::Mx1;
+  settings.continueOnError = true;
+  openEco(kPlain, "1000");
+  markRowForWriting(33);
+  fault("silence:immer");
+  runJob(CommJob::WriteMain);
+  EXPECT_EQ(prompt.shown, QStringList({"Adresse derzeit nicht verfügbar!"}));
+  EXPECT_EQ(sent().filter(QStringLiteral("E03E8")).size(), 2) << "asked twice, nothing written";
+  EXPECT_FALSE(settings.continueOnError);
+  EXPECT_EQ(view.hides, 0);
+  EXPECT_EQ(view.statuses.last(), "Adresse derzeit nicht verfügbar!");
+  EXPECT_EQ(mark(33), CvMark::None);
+  expectSessionClosed();
+}
+
+// ---- Failures ---------------------------------------------------------------------------------
 
 TEST_F(WriteBatchTest, AFailureEndsTheRunAndShowsTheValueInRed) {
   openEco(kPlain);
