@@ -102,6 +102,9 @@ void MainWin::setHelpAvailable(bool available) {
 
 void MainWin::setUpScaling(int resizeMode) {
   scale_.setResizeMode(resizeMode);
+  if (resizeMode == 0) {
+    contents_->setFixedSize(kDesignSize - QSize(0, menu_->sizeHint().height()));
+  }
   scale_.arrange(static_cast<QScrollArea*>(centralWidget())->widget(), contents_);
 }
 
