@@ -101,22 +101,20 @@ void RecordBinder::connectFields() {
 void RecordBinder::connectCommands() {
   for (const Command& command : kButtons) {
     const QString name = QString::fromUtf16(command.control);
-    connect(controls_.tools.button(name), &QToolButton::clicked, this,
-            [this, run = command.run] { (form_.*run)(); });
+    connect(controls_.tools.button(name), &QToolButton::clicked, &form_, command.run);
     offer(name);
   }
   for (const Command& command : kEntries) {
     const QString name = QString::fromUtf16(command.control);
-    connect(controls_.menu.entry(name), &QAction::triggered, this,
-            [this, run = command.run] { (form_.*run)(); });
+    connect(controls_.menu.entry(name), &QAction::triggered, &form_, command.run);
     offer(name);
   }
-  connect(controls_.page.butPicLink(), &QPushButton::clicked, this, [this] { form_.butPicLink(); });
-  connect(controls_.page.butPicDel(), &QPushButton::clicked, this, [this] { form_.butPicDel(); });
-  connect(&controls_.data1, &Navigator::first, this, [this] { form_.MoveFirst(); });
-  connect(&controls_.data1, &Navigator::previous, this, [this] { form_.MovePrevious(); });
-  connect(&controls_.data1, &Navigator::next, this, [this] { form_.MoveNext(); });
-  connect(&controls_.data1, &Navigator::last, this, [this] { form_.MoveLast(); });
+  connect(controls_.page.butPicLink(), &QPushButton::clicked, &form_, &RecordForm::butPicLink);
+  connect(controls_.page.butPicDel(), &QPushButton::clicked, &form_, &RecordForm::butPicDel);
+  connect(&controls_.data1, &Navigator::first, &form_, &RecordForm::MoveFirst);
+  connect(&controls_.data1, &Navigator::previous, &form_, &RecordForm::MovePrevious);
+  connect(&controls_.data1, &Navigator::next, &form_, &RecordForm::MoveNext);
+  connect(&controls_.data1, &Navigator::last, &form_, &RecordForm::MoveLast);
 }
 
 void RecordBinder::offer(const QString& control) {
