@@ -30,6 +30,7 @@ void Mx10Protocol::open(bool progOn, int& step) {
   int code = 0;
   for (int i = 0; i < kOpenTries; ++i) {
     if (i > 0) link().Delay(1);
+    if (link().cancelRequested) break;
     step = 1903;
     code = can_.canOpen(kDriver, port, kParameter, kBitTiming,
                         {.ipAddr = settings.ipAddr, .baudrate = settings.baudrate});

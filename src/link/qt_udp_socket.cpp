@@ -8,6 +8,9 @@
 namespace lokari {
 namespace {
 
+/// A session may leave a talking station unread for hours.
+constexpr size_t kMostWaiting = 1000;
+
 /// The four numbers of a dotted address; a library would take leading zeros as octal.
 QHostAddress addressOf(const QString& text) {
   const QStringList parts = text.trimmed().split(QLatin1Char('.'));
@@ -66,6 +69,9 @@ void QtUdpSocket::receive() {
   while (socket_.hasPendingDatagrams()) {
     const QNetworkDatagram datagram = socket_.receiveDatagram();
     if (!datagram.senderAddress().isEqual(host_, QHostAddress::ConvertV4MappedToIPv4)) continue;
+    // A datagram of nothing says nothing, and taken it would look like none.
+    if (datagram.data().isEmpty()) continue;
+    if (waiting_.size() == kMostWaiting) waiting_.pop_front();
     waiting_.push_back(datagram.data());
     announce();
   }

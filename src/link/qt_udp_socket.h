@@ -27,7 +27,7 @@ class QtUdpSocket final : public UdpSocket {
   QUdpSocket socket_;
   QHostAddress host_;
   quint16 port_ = 0;
-  std::deque<QByteArray> waiting_;  ///< from the host, not taken yet
+  std::deque<QByteArray> waiting_;  ///< from the host, not taken yet; the last thousand
 };
 
 }  // namespace lokari

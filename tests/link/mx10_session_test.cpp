@@ -103,6 +103,13 @@ TEST_F(Mx10Session, TheDriverIsTriedThreeTimesAndItsCodeIsTheStep) {
   EXPECT_EQ(link.commUseCount, 1);
 }
 
+TEST_F(Mx10Session, ACancelEndsTheTrying) {
+  can.openResult = 512;
+  clock.schedule(300, [&] { link.cancelRequested = true; });
+  EXPECT_EQ(timeOf([&] { EXPECT_EQ(link.initComm(true, true, true), failure(512)); }), 1000);
+  EXPECT_EQ(can.openCalls.size(), 1);
+}
+
 TEST_F(Mx10Session, TheDriverMayComeUpAtTheThirdTry) {
   can.openResult = 512;
   clock.schedule(1500, [&] { can.openResult = 0; });

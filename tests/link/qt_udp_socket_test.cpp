@@ -65,6 +65,26 @@ TEST_F(QtUdpSocketTest, ADatagramThatIsNotTakenWaitsForTheNextArrival) {
   EXPECT_EQ(socket.takeDatagram(), "neuer");
 }
 
+TEST_F(QtUdpSocketTest, KeepsTheLastThousandDatagrams) {
+  const quint16 port = introduce();
+  for (int i = 1; i <= 1500; ++i) {
+    peer.writeDatagram(QByteArray::number(i), QHostAddress(QHostAddress::LocalHost), port);
+    ASSERT_TRUE(waitFor([&] { return sizes.size() == i; }));
+  }
+  EXPECT_EQ(socket.takeDatagram(), "501");
+  int more = 0;
+  while (!socket.takeDatagram().isEmpty()) ++more;
+  EXPECT_EQ(more, 999);
+}
+
+TEST_F(QtUdpSocketTest, PassesADatagramOfNothingOver) {
+  const quint16 port = introduce();
+  peer.writeDatagram("", QHostAddress(QHostAddress::LocalHost), port);
+  peer.writeDatagram("abc", QHostAddress(QHostAddress::LocalHost), port);
+  EXPECT_TRUE(waitFor([&] { return !sizes.isEmpty(); }));
+  EXPECT_EQ(socket.takeDatagram(), "abc");
+}
+
 TEST_F(QtUdpSocketTest, ABadAddressDoesNotOpen) {
   for (const char* host : {"", "1.2.3", "1.2.3.400", "a.b.c.d", "1.2.3.4.5"}) {
     socket.open(QString::fromLatin1(host), 21105);
