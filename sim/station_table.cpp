@@ -2,6 +2,9 @@
 
 #include <array>
 
+#include "sim/intellibox_station.h"
+#include "sim/lenz_station.h"
+#include "sim/lidp_station.h"
 #include "sim/mx10_station.h"
 #include "sim/mx1_text_station.h"
 #include "sim/tams_station.h"
@@ -17,6 +20,11 @@ std::unique_ptr<Station> make(const Surroundings& surroundings) {
 }
 
 constexpr std::array kStations{
+    StationRow{u"IBX", Wire::Serial, 0, make<IntelliboxStation>},
+    StationRow{u"LI100", Wire::Serial, 0, make<Li100Station>},
+    StationRow{u"LI100V3", Wire::Serial, 0, make<Li100V3Station>},
+    StationRow{u"LIDP", Wire::Serial, 0, make<LidpStation>},
+    StationRow{u"LIUSB", Wire::Serial, 0, make<LiUsbStation>},
     StationRow{u"MX1", Wire::Serial, 0, make<Mx1TextStation>},
     StationRow{u"MX10", Wire::Serial, 0, make<Mx10KeyStation>},
     StationRow{u"MX10IP", Wire::Udp, 14520, make<Mx10IpStation>},

@@ -207,7 +207,11 @@ class LenzMainWrite final : public ReplyExchange {
   void secondChance() override {}
 
  protected:
-  QByteArray takeReply() override { return framing_.takeReply(); }
+  QByteArray takeReply() override {
+    // Less than the frame has waited for is not waited for once more.
+    const bool waitMore = link().getBufferCount() >= kMainReply;
+    return waitMore ? framing_.takeReply() : link().serial().read();
+  }
 
   CvStep parse(const QByteArray& reply) override {
     if (lenz::isAccepted(reply)) return CvStep::finish(request().value);

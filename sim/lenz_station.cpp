@@ -1,0 +1,112 @@
+#include "sim/lenz_station.h"
+
+namespace lokari::sim {
+namespace {
+
+/// Time the programming track takes for one CV.
+constexpr Millis kTrackTime = 100;
+constexpr int kFirstGenerationTimes = 5;
+
+constexpr int kShortCircuit = 0x12;
+constexpr int kNoAck = 0x13;
+constexpr int kWrongCheck = 0x80;
+constexpr int kUnknown = 0x82;
+
+}  // namespace
+
+void LenzStation::receive(const QByteArray& data) {
+  for (const QByteArray& message : reader_.feed(data, clock().now())) {
+    const std::optional<LenzCommand> command = lenzCommandFrom(message);
+    if (!lenzCheckIsGood(message)) {
+      say({lenzReport(kWrongCheck)});
+    } else if (!command) {
+      say({lenzReport(kUnknown)});
+    } else {
+      obey(*command);
+    }
+  }
+}
+
+void LenzStation::obey(const LenzCommand& command) {
+  switch (command.kind) {
+    case LenzCommand::Kind::Resume:
+      serviceMode_ = false;
+      result_.clear();
+      say(firstGeneration_ ? std::vector{lenzResumed()}
+                           : std::vector{lenzAccepted(), lenzResumed(), lenzResumed()});
+      return;
+    case LenzCommand::Kind::AskResult:
+      answerResult();
+      return;
+    case LenzCommand::Kind::ReadCv:
+      readCv(command);
+      return;
+    case LenzCommand::Kind::WriteCv:
+      writeCv(command);
+      return;
+    case LenzCommand::Kind::WriteMain:
+      // Nobody on the main track confirms: a vehicle that is not there is written just as well.
+      writeOnMainTrack(command.address, command.cv, command.value);
+      say({lenzAccepted()});
+      return;
+  }
+}
+
+void LenzStation::readCv(const LenzCommand& command) {
+  const TrackResult result = readOnProgrammingTrack(command.cv, command.method);
+  keepResult(command, result);
+  say(firstGeneration_ ? std::vector{lenzServiceMode()}
+                       : std::vector{lenzAccepted(), lenzServiceMode()});
+}
+
+void LenzStation::writeCv(const LenzCommand& command) {
+  const TrackResult result = writeOnProgrammingTrack(command.cv, command.value, command.method);
+  keepResult(command, result);
+  if (result.answer == TrackAnswer::Busy) {
+    say(firstGeneration_ ? std::vector{lenzServiceMode()}
+                         : std::vector{lenzAccepted(), lenzServiceMode()});
+    return;
+  }
+  say({lenzAccepted()});
+  if (!firstGeneration_) answer(wrapped(lenzAccepted()), kTrackTime);
+}
+
+void LenzStation::keepResult(const LenzCommand& command, const TrackResult& result) {
+  serviceMode_ = true;
+  trackFreeAt_ = clock().now() + kTrackTime;
+  switch (result.answer) {
+    case TrackAnswer::Value:
+      result_ = lenzResult(command.method, command.cv, result.value);
+      return;
+    case TrackAnswer::ShortCircuit:
+      result_ = lenzReport(kShortCircuit);
+      return;
+    case TrackAnswer::NoDecoder:
+    case TrackAnswer::NoAck:
+      result_ = lenzReport(kNoAck);
+      return;
+    case TrackAnswer::Busy:
+      result_ = lenzServiceMode();
+      return;
+  }
+}
+
+void LenzStation::answerResult() {
+  if (!serviceMode_) {
+    say({lenzReport(kUnknown)});
+  } else {
+    say({clock().now() < trackFreeAt_ ? lenzServiceMode() : result_});
+  }
+}
+
+void LenzStation::say(const std::vector<QByteArray>& messages) {
+  QByteArray all;
+  for (const QByteArray& message : messages) all += wrapped(message);
+  answer(firstGeneration_ ? all.repeated(kFirstGenerationTimes) : all);
+}
+
+QByteArray LenzStation::wrapped(const QByteArray& message) const {
+  return usb_ ? "\xFF\xFE" + message : message;
+}
+
+}  // namespace lokari::sim
