@@ -23,6 +23,18 @@ class LidpExchange : public ReplyExchange {
 
   void secondChance() final { link().serial().write(command_); }
 
+ protected:
+  QByteArray takeReply() final {
+    const QByteArray waiting = link().serial().read();
+    if (waiting.size() < want()) return waiting;
+    QByteArray reply = lidp::withoutLateEnd(waiting);
+    if (reply.size() < want()) {
+      link().WaitForData(want() - static_cast<qint32>(reply.size()));
+      reply += link().serial().read();
+    }
+    return reply;
+  }
+
  private:
   QByteArray command_;
 };

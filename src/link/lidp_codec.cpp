@@ -36,6 +36,12 @@ QByteArray endCommand() {
   return "01\r";
 }
 
+QByteArray withoutLateEnd(const QByteArray& reply) {
+  qsizetype start = 0;
+  while (start < reply.size() && (reply[start] == '\r' || reply[start] == '\n')) ++start;
+  return reply.mid(start);
+}
+
 int readResult(const QByteArray& reply) {
   const auto value = parseHex(QString::fromLatin1(reply.left(2)));
   return isDone(reply) && value ? static_cast<int>(*value) : refusal(reply);

@@ -15,6 +15,10 @@ QByteArray writeCommand(int cv, int value);
 /// Ends the session.
 QByteArray endCommand();
 
+/// `reply` without the carriage returns and line feeds ahead of it: the end of an earlier reply may
+/// be late.
+QByteArray withoutLateEnd(const QByteArray& reply);
+
 /// The value of a reply "vvOK", or a negative code.
 int readResult(const QByteArray& reply);
 /// `value` when the third and fourth character are "OK", or a negative code.

@@ -35,6 +35,13 @@ TEST(LidpCodec, OkAfterAWriteIsTheValueWritten) {
   EXPECT_EQ(writeResult("??OK", 6), 6);
 }
 
+TEST(LidpCodec, LineEndsAheadOfAReplyAreDropped) {
+  EXPECT_EQ(withoutLateEnd("\r\n06OK\r\n"), "06OK\r\n");
+  EXPECT_EQ(withoutLateEnd("\n06OK"), "06OK");
+  EXPECT_EQ(withoutLateEnd("06OK"), "06OK");
+  EXPECT_EQ(withoutLateEnd("\r\n"), "");
+}
+
 TEST(LidpCodec, X1IsAWrongReplyAndX2NoAcknowledge) {
   EXPECT_EQ(readResult("X1\r\n"), -1003);
   EXPECT_EQ(writeResult("X1\r\n", 6), -1003);

@@ -114,10 +114,20 @@ TEST_F(LidpTest, OfTwoRepliesAtOnceTheFirstCounts) {
 }
 
 TEST_F(LidpTest, NoiseBeforeAReplyIsAFailureAndTheNextReadGoesOn) {
-  line.expect("0B001C\r").answer("\r\n06OK\r\n");
+  line.expect("0B001C\r").answer("@@06OK\r\n");
   EXPECT_EQ(link.ReadCV(29, 3), -1002);
   line.expect("0B0000\r").answer("03OK\r\n@@");
   EXPECT_EQ(link.ReadCV(1, 3), 3);
+}
+
+TEST_F(LidpTest, TheLateEndOfAnEarlierReplyIsNotPartOfTheNextOne) {
+  line.expect("0B001C\r").answer("\r", 2).answer("\n06", 20).answer("OK", 900);
+  EXPECT_EQ(timeOf([&] { EXPECT_EQ(link.ReadCV(29, 3), 6); }), 922);
+}
+
+TEST_F(LidpTest, LineEndsAloneAreNoReply) {
+  line.expect("0B001C\r").answer("\r\n\r\n");
+  EXPECT_EQ(link.ReadCV(29, 3), -1001);
 }
 
 TEST_F(LidpTest, AVanishedPortEndsTheRead) {
