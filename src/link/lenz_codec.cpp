@@ -3,6 +3,7 @@
 #include <array>
 
 #include "base/bytes.h"
+#include "link/cv_result.h"
 
 namespace lokari::lenz {
 namespace {
@@ -141,6 +142,11 @@ std::optional<int> report(const QByteArray& reply) {
   const int code = byteAt(reply, 1);
   if (byteAt(reply, 0) != kReport || code < 0) return std::nullopt;
   return code;
+}
+
+int writeFailure(const QByteArray& reply) {
+  const int code = report(reply).value_or(0);
+  return code == 0 ? cv_result::kWrongReply : -code;
 }
 
 bool isServiceMode(const QByteArray& reply) {

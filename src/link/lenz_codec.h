@@ -44,6 +44,9 @@ QByteArray serviceModeWithin(const QByteArray& reply);
 std::optional<int> resultValue(const QByteArray& reply);
 /// The code of a station report: the second byte of a reply that begins with 61.
 std::optional<int> report(const QByteArray& reply);
+/// The result of a write that ends with this reply and no value: minus the code of a report, else
+/// kWrongReply. Code 0 counts as none, since minus 0 would be a value.
+int writeFailure(const QByteArray& reply);
 /// True for 61 02 63: service mode entered, no result yet.
 bool isServiceMode(const QByteArray& reply);
 /// True when the reply begins with 01 04: message accepted.

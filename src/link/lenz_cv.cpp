@@ -181,7 +181,7 @@ class LenzWrite final : public LenzExchange {
   CvStep resultOf(const QByteArray& reply) const {
     if (const auto value = lenz::resultValue(reply)) return CvStep::finish(*value);
     if (link().cancelRequested) return cancelled();
-    return CvStep::finish(lenz::report(reply) ? -*lenz::report(reply) : cv_result::kWrongReply);
+    return CvStep::finish(lenz::writeFailure(reply));
   }
 
   bool enteredBefore_ = false;
@@ -215,8 +215,7 @@ class LenzMainWrite final : public ReplyExchange {
 
   CvStep parse(const QByteArray& reply) override {
     if (lenz::isAccepted(reply)) return CvStep::finish(request().value);
-    if (const auto code = lenz::report(reply)) return CvStep::finish(-*code);
-    return CvStep::finish(cv_result::kWrongReply);
+    return CvStep::finish(lenz::writeFailure(reply));
   }
 
  private:

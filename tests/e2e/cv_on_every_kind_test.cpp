@@ -13,17 +13,35 @@ struct KindRow {
   int lastWritable;
   bool writesOnMain;
   bool readsOnMain;
+  const char* variant = "";   ///< part of the test's name
+  const char* settings = "";  ///< more lines of the settings file
 };
 
+std::string rowName(const KindRow& row) {
+  return std::string(row.name) + row.variant;
+}
+
 void PrintTo(const KindRow& row, std::ostream* out) {
-  *out << row.name;
+  *out << rowName(row);
 }
 
 const KindRow kKinds[] = {
-    {"MX1", 1024, 255, true, false},     {"MX1V25", 1024, 255, true, false},
-    {"MX1BIN", 1024, 1024, true, false}, {"MX1ULF", 1024, 1024, false, false},
-    {"MX10", 1024, 1024, true, true},    {"MX10IP", 1024, 1024, true, true},
-    {"TAMSMC", 1024, 1024, true, false}, {"Z21IP", 1024, 1024, true, true},
+    {"MX1", 1024, 255, true, false},
+    {"MX1V25", 1024, 255, true, false},
+    {"MX1BIN", 1024, 1024, true, false},
+    {"MX1ULF", 1024, 1024, false, false},
+    {"MX10", 1024, 1024, true, true},
+    {"MX10IP", 1024, 1024, true, true},
+    {"TAMSMC", 1024, 1024, true, false},
+    {"Z21IP", 1024, 1024, true, true},
+    {"LI100", 255, 255, false, false},
+    {"LI100", 1024, 1024, false, false, "V36", "LenzV36=1\r\n"},
+    {"LI100V3", 255, 255, true, false},
+    {"LI100V3", 1024, 1024, true, false, "V36", "LenzV36=1\r\n"},
+    {"LIUSB", 1024, 1024, true, false},
+    {"LIUSB", 255, 255, true, false, "WithoutV36", "LenzV36=0\r\n"},
+    {"LIDP", 1024, 1024, false, false},
+    {"IBX", 1024, 1024, true, false},
 };
 
 /// CVs at the edges of the numbers' fields, with what the decoder holds.
@@ -34,7 +52,8 @@ class CvOnEveryKind : public ::testing::TestWithParam<KindRow> {
  protected:
   CvOnEveryKind() {
     write("LOKARI.INI", QByteArray("[LOKARI]\r\nBaseUnit=") + GetParam().name +
-                            "\r\nComPort=4\r\nIPAddr=127.000.000.001\r\nTimeout=5\r\nDelay=0\r\n");
+                            "\r\nComPort=4\r\nIPAddr=127.000.000.001\r\nTimeout=5\r\nDelay=0\r\n" +
+                            GetParam().settings);
     write("PORTS.INI", "[PORTS]\r\nCOM4=" + path("port").toLocal8Bit() + "\r\n");
     QByteArray vehicle("[Probe]\naddress=3\nmanufacturer=97\ncvs=1-1024\n");
     for (const auto& [cv, value] : kCvs) {
@@ -67,7 +86,7 @@ class CvOnEveryKind : public ::testing::TestWithParam<KindRow> {
 };
 
 INSTANTIATE_TEST_SUITE_P(Kinds, CvOnEveryKind, ::testing::ValuesIn(kKinds),
-                         [](const auto& row) { return std::string(row.param.name); });
+                         [](const auto& row) { return rowName(row.param); });
 
 TEST_P(CvOnEveryKind, ReadsWritesAndReadsAgain) {
   const test::SimulatorProcess station(simulator());

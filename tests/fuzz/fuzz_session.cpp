@@ -46,7 +46,7 @@ void FuzzLine::onWrite(const QByteArray&) {
 }
 
 void runCvSession(StationKind kind, const QByteArray& input,
-                  const std::function<bool(int)>& allowed) {
+                  const std::function<bool(int)>& allowed, std::optional<Millis> cancelAfter) {
   if (input.isEmpty()) return;
   const Operation& operation = kOperations[byteAt(input, 0) % 4];
 
@@ -62,6 +62,7 @@ void runCvSession(StationKind kind, const QByteArray& input,
   StationLink link(settings, clock, prompt, {line, socket, can});
 
   link.commJob = operation.job;
+  if (cancelAfter) clock.schedule(*cancelAfter, [&link] { link.cancelRequested = true; });
   require(link.initComm(true, true, true).isEmpty(), "the session does not open");
   link.pomAddr = link.getAddrIndex(operation.address);
   if (link.pomAddr >= 0) {
@@ -69,7 +70,9 @@ void runCvSession(StationKind kind, const QByteArray& input,
       const int result = operation.job == CommJob::ReadProgTrack
                              ? link.ReadCV(29, operation.address)
                              : link.WriteCV(29, 6, operation.address, 0);
-      require((result >= 0 && result <= 255) || allowed(result), "a result that is none");
+      const bool cancelled = link.cancelRequested && result == cv_result::kCancelled;
+      require((result >= 0 && result <= 255) || cancelled || allowed(result),
+              "a result that is none");
     }
   }
   link.endcomm(true, true);

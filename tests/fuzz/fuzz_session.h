@@ -6,6 +6,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 #include "link/station_link.h"
 #include "support/memory_line.h"
@@ -26,9 +27,11 @@ class FuzzLine final : public test::MemoryLine {
 
 /// Runs one session of the kind with the input: opening, one CV operation twice, farewell. Stops
 /// the process when a result is neither a value nor a code that `allowed` accepts, when the
-/// session does not close, or when it takes longer than the messages sent can explain.
+/// session does not close, or when it takes longer than the messages sent can explain. The user
+/// cancels after `cancelAfter`; kCancelled is then a result too.
 void runCvSession(StationKind kind, const QByteArray& input,
-                  const std::function<bool(int)>& allowed);
+                  const std::function<bool(int)>& allowed,
+                  std::optional<Millis> cancelAfter = std::nullopt);
 
 /// Stops the process with the text when the condition does not hold.
 void require(bool holds, const char* text);

@@ -199,6 +199,15 @@ TEST(LenzCodec, TheSecondByteOfAReportIsItsCode) {
   EXPECT_EQ(report({}), std::nullopt);
 }
 
+TEST(LenzCodec, AFailedWriteIsMinusTheReportsCodeAndNeverAValue) {
+  EXPECT_EQ(writeFailure(fromHex("61 12 73")), -18);
+  EXPECT_EQ(writeFailure(fromHex("61 FF 9E")), -255);
+  EXPECT_EQ(writeFailure(fromHex("61 00 61")), -1003);
+  EXPECT_EQ(writeFailure(fromHex("61")), -1003);
+  EXPECT_EQ(writeFailure(fromHex("AA BB CC")), -1003);
+  EXPECT_EQ(writeFailure({}), -1003);
+}
+
 TEST(LenzCodec, KnowsTheFixedReplies) {
   EXPECT_TRUE(isServiceMode(fromHex("61 02 63")));
   EXPECT_FALSE(isServiceMode(fromHex("61 02")));
