@@ -90,11 +90,12 @@ bool DecoderBench::showFieldText(const QString& field, const QString& text) {
   return true;
 }
 
-void DecoderBench::refillField(const QString& field, QString text) {
+void DecoderBench::refillField(const QString& field, const QString& text) {
   // Emptied first, so that the field's change is noticed and colours it even when the text stays.
-  // The text is a copy: it may be the field's own.
+  // The text may be the field's own, which the first step empties.
+  const QString kept(text);  // NOLINT(performance-unnecessary-copy-initialization)
   setFieldText(field, {});
-  setFieldText(field, text);
+  setFieldText(field, kept);
 }
 
 void DecoderBench::showValue(CvIndex cv) {

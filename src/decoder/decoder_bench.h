@@ -222,7 +222,7 @@ class DecoderBench : public QObject {
   /// Sets a text, and the field's change follows, as if the user had typed it.
   void setFieldText(const QString& field, const QString& text);
   /// Empties the field and sets it, so that its change follows even when the text stays.
-  void refillField(const QString& field, QString text);
+  void refillField(const QString& field, const QString& text);
   /// Sets a text, and nothing follows. True when it changed.
   bool showFieldText(const QString& field, const QString& text);
   void setFieldColour(const QString& field, TextColour colour);

@@ -214,14 +214,12 @@ bool WriteBatch::config() {
   status(QStringLiteral("Schreibe Grundeinstellungen (CV 29)"));
   const CvIndex cv(cv::kConfig);
   int wanted = bench_.sets.value(cv);
-  if (longWritten_) {
-    wanted |= config_bit::kLongAddress;
-  } else if (config_ >= 0) {
+  if (!longWritten_ && config_ >= 0) {
     // Added, not merged: a value that holds the bit already carries into bit 6. Beyond a byte
     // there is nothing to carry into.
     const int bit = config_ & config_bit::kLongAddress;
     wanted = wanted + bit <= 255 ? wanted + bit : wanted | bit;
-  } else if (address_ > kHighestShortAddress) {
+  } else if (longWritten_ || address_ > kHighestShortAddress) {
     wanted |= config_bit::kLongAddress;
   }
   if (bench_.controls.at(QStringLiteral("optDcComRailComYes")).checked) {
