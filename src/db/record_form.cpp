@@ -105,6 +105,7 @@ void RecordForm::refreshList(const QString& control) {
 void RecordForm::bind(Database& database, RecordSet records) {
   database_ = &database;
   records_ = std::move(records);
+  savedBookmark.reset();
   sqlFilter.clear();
   reportFilter.clear();
   emit filteredChanged(false);
@@ -190,7 +191,8 @@ void RecordForm::showRecord() {
   updComboFields();
   setText(form::kNavigator, QStringLiteral("Satz ") + printed(records_.position() + 1) +
                                 QStringLiteral(" von ") + printed(records_.count()));
-  if (loaded_) showMaker();
+  if (!loaded_) return;
+  showMaker();
   refreshList(form::kCollection);
 }
 
@@ -206,6 +208,7 @@ void RecordForm::showMaker() {
   if (maker) setText(form::kMaker, maker->name);
 }
 
+// Nothing of the record shown before stays: what is on show is what would be stored.
 void RecordForm::showBlank() {
   for (const FormField& field : formFields()) {
     if (field.binding == Binding::DropDown) setText(name(field.control), QString());

@@ -137,8 +137,9 @@ class RecordForm : public QObject {
   void MoveLast();
   FindResult FindFirst(const QString& condition);
   void goTo(const Bookmark& bookmark);
-  /// Stores the record if it is being edited. False when it was not valid or the storage refused
-  /// it; a message was shown.
+  /// Stores the record if it is being edited; a new one is then on show in browsing mode. A blank
+  /// record that nobody touched stays what it is. False when the record was not valid or the
+  /// storage refused it; a message was shown.
   bool storeEdit();
   /// Stores what is pending and closes the record set, for shutdown. False when it could not be
   /// stored: then everything stays as it is.
@@ -196,6 +197,7 @@ class RecordForm : public QObject {
   void setText(const QString& control, const QString& text);
   void changeText(const QString& control, const QString& text);
   void textEdited(const QString& control);
+  void pasteText(const QString& control, const QString& text);
   void setEnabled(const QStringList& controls, bool enabled);
   void setVisible(const QStringList& controls, bool visible);
   void setPicture(const QByteArray& picture);
@@ -224,6 +226,9 @@ class RecordForm : public QObject {
   bool leave(FormAction action);
   bool store();
   bool storeTakenPicture();
+  bool isUntouchedBlank() const;
+  void nameCollection();
+  void showAdded();
   bool Update();
   void noteStored();
   bool attempt(const std::function<void()>& operation);

@@ -1,7 +1,6 @@
 // Copying a record, pasting it over another one, and the vehicle's picture.
-#include <QBuffer>
 #include <QFile>
-#include <QImageReader>
+#include <QImage>
 
 #include "base/desktop.h"
 #include "base/ini_file.h"
@@ -11,6 +10,7 @@
 #include "base/settings.h"
 #include "db/database.h"
 #include "db/form_clipboard.h"
+#include "db/form_fields.h"
 #include "db/form_names.h"
 #include "db/record_form.h"
 
@@ -36,16 +36,19 @@ constexpr CopySlot kCopied[] = {
 
 constexpr int kPicDirSize = 128;
 
+// To be sure, it is taken apart: a head alone is no picture.
 bool isPicture(const QByteArray& data) {
-  QBuffer buffer;
-  buffer.setData(data);
-  buffer.open(QIODevice::ReadOnly);
-  return QImageReader(&buffer).canRead();
+  return !QImage::fromData(data).isNull();
 }
 
 }  // namespace
 
 void RecordForm::mnuEditCopy() {
+  if (!loaded_) {
+    parts_.prompt.message(
+        QStringLiteral("Der Datensatz konnte nicht gelesen werden und wird daher nicht kopiert."));
+    return;
+  }
   *clipboard_ = FormClipboard();
   clipboard_->cv = working_;
   for (const CopySlot& copied : kCopied) {
@@ -60,13 +63,16 @@ void RecordForm::mnuEditCopy() {
 }
 
 void RecordForm::mnuEditInsert() {
+  // The edit begins ahead of the texts, so that no drop-down stores a half-pasted record.
+  if (editMode() == EditMode::None && !beginEdit()) return;
+  recordDirty = true;
   typed_ = true;
   working_ = clipboard_->cv;
   for (const CopySlot& copied : kCopied) {
     const QString control = QString::fromUtf16(copied.control);
-    if (control != form::kAddress) changeText(control, clipboard_->texts.value(control));
+    if (control != form::kAddress) pasteText(control, clipboard_->texts.value(control));
   }
-  changeText(form::kType, QString::number(clipboard_->type));
+  if (clipboard_->type != 0) changeText(form::kType, QString::number(clipboard_->type));
   if (clipboard_->picture) {
     const QByteArray picture = parts_.desktop.clipboardPicture();
     if (!picture.isEmpty()) {
@@ -76,9 +82,17 @@ void RecordForm::mnuEditInsert() {
   }
   if (!working_.hasArrays()) InitDcData();
   if (working_.recManuf == 0) working_.recDecoder.clear();
-  if (editMode() == EditMode::None && !beginEdit()) return;
   if (!attempt([this] { assignCvRecord(records_, working_); })) return;
   changed_.insert(form::kShortName);
+}
+
+void RecordForm::pasteText(const QString& control, const QString& text) {
+  if (this->text(control) == text) return;
+  setText(control, text);
+  changed_.insert(control);
+  const FormField* field = formField(control);
+  if (field == nullptr || field->binding != Binding::DropDown) return;
+  attempt([&] { records_.setValue(QString::fromUtf16(field->column), text); });
 }
 
 void RecordForm::butPicLink() {

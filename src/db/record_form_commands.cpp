@@ -41,10 +41,9 @@ void RecordForm::butNew() {
 
 void RecordForm::butOK() {
   if (savedOkCaption.isEmpty()) return;
-  const QString collection = QStringLiteral("DC_COLL");
-  if (!attempt([&] {
-        if (records_.value(collection).isNull()) records_.setValue(collection, QStringLiteral(""));
-      })) {
+  if (editMode() == EditMode::None) {
+    // butDelete has given the new record up already.
+    browse();
     return;
   }
   if (text(form::kAddress).isEmpty()) {
@@ -52,10 +51,7 @@ void RecordForm::butOK() {
     return;
   }
   if (!isNumeric(text(form::kType))) changeText(form::kType, QStringLiteral("1"));
-  if (!Update()) return;
-  records_.MoveLast();
-  show();
-  browse();
+  if (Update()) showAdded();
 }
 
 void RecordForm::butCancel() {
@@ -131,7 +127,8 @@ bool RecordForm::prepareProgramming() {
 void RecordForm::storeProgrammed(const CvRecord& record, const QString& address,
                                  const QString& maker) {
   working_ = record;
-  changeText(form::kDecoder, record.recDecoder);
+  // Shown only: the column takes the name with the sets, and a paste may still replace both.
+  setText(form::kDecoder, record.recDecoder);
   setText(form::kMaker, maker);
   changeText(form::kAddress, address);
   if (editMode() == EditMode::None && !beginEdit()) return;

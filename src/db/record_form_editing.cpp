@@ -204,14 +204,26 @@ bool RecordForm::Update() {
 bool RecordForm::store() {
   return attempt([this] {
     // The blank record behind the last one is only stored when the user made something of it.
-    if (editMode() == EditMode::Add && position() < 0 && !typed_) {
+    if (isUntouchedBlank()) {
       records_.CancelUpdate();
     } else {
       writeControls();
+      if (editMode() == EditMode::Add) nameCollection();
       records_.Update();
     }
     noteStored();
   });
+}
+
+bool RecordForm::isUntouchedBlank() const {
+  return editMode() == EditMode::Add && position() < 0 && !typed_;
+}
+
+// Null collections do not collide, empty ones do: a vehicle without a collection has the empty one
+// from its first save on.
+void RecordForm::nameCollection() {
+  const QString column = QStringLiteral("DC_COLL");
+  if (records_.value(column).isNull()) records_.setValue(column, QStringLiteral(""));
 }
 
 // A picture is taken away without an edit, and goes with the record when it is left.
@@ -232,10 +244,20 @@ bool RecordForm::leave(FormAction action) {
 }
 
 bool RecordForm::storeEdit() {
+  if (isUntouchedBlank()) return true;
+  const bool added = editMode() == EditMode::Add;
   if (editMode() != EditMode::None && !Update()) return false;
   if (!storeTakenPicture()) return false;
   recordDirty = false;
+  // The texts on show are those of the new record: it has to be the current one.
+  if (added) showAdded();
   return true;
+}
+
+void RecordForm::showAdded() {
+  records_.MoveLast();
+  show();
+  if (!savedOkCaption.isEmpty()) browse();
 }
 
 bool RecordForm::close() {
@@ -296,11 +318,12 @@ FindResult RecordForm::FindFirst(const QString& condition) {
     records_.FindFirst(condition);
   } catch (const StorageError& error) {
     storageMessage_ = error.text();
+    show();
     return FindResult::Failed;
   }
-  if (records_.NoMatch()) return FindResult::NoMatch;
+  // Also without a match: the record was stored, and its next change begins another edit.
   show();
-  return FindResult::Found;
+  return records_.NoMatch() ? FindResult::NoMatch : FindResult::Found;
 }
 
 void RecordForm::goTo(const Bookmark& bookmark) {
@@ -308,8 +331,7 @@ void RecordForm::goTo(const Bookmark& bookmark) {
   try {
     records_.setBookmark(bookmark);
   } catch (const StorageError&) {
-    // The record is gone: the one on show stays.
-    return;
+    // The record is gone: the current one is shown, or where there is none the last one.
   }
   show();
 }

@@ -190,7 +190,6 @@ void RecordSet::checkUnique() const {
 
 void RecordSet::Delete() {
   if (position_ < 0) noRecord();
-  CancelUpdate();
   database_->write(QStringLiteral("DELETE FROM %1 WHERE rowid = ?").arg(quoted(table_->name)),
                    {currentKey()});
   const int deleted = position_;

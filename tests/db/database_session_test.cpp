@@ -7,6 +7,8 @@
 #include <QSqlQuery>
 #include <QTemporaryDir>
 
+#include <sqlite3.h>
+
 #include "base/ini_file.h"
 #include "support/recording_desktop.h"
 #include "support/scripted_prompt.h"
@@ -177,6 +179,51 @@ TEST_F(SessionTest, ADatabaseOfANewerVersionIsRefusedWithAMessageAndNotTouched) 
   ASSERT_EQ(prompt_.shown.size(), 1);
   EXPECT_TRUE(prompt_.shown[0].contains(str("mit einer neueren Programmversion angelegt")));
   EXPECT_EQ(contents("DB/LOKARIV3.MDB"), before);
+}
+
+TEST_F(SessionTest, ADatabaseThatAnotherProgramHoldsIsReported) {
+  make("DB/LOKARIV3.MDB", {3});
+  sqlite3* other = nullptr;
+  ASSERT_EQ(sqlite3_open(path("DB/LOKARIV3.MDB").toUtf8().constData(), &other), SQLITE_OK);
+  ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+  EXPECT_EQ(session_->InitDB(), 1);
+  sqlite3_close(other);
+  EXPECT_EQ(prompt_.shown,
+            QStringList{str("Datenbankdatei ") + path("DB/LOKARIV3.MDB") +
+                        str("\nDie Datenbank wird gerade von einem anderen Programm benutzt.")});
+  EXPECT_FALSE(session_->hasDatabase());
+}
+
+TEST_F(SessionTest, AFolderInPlaceOfTheDatabaseIsReportedAsUnreadable) {
+  ASSERT_TRUE(QDir().mkpath(path("DB/LOKARIV3.MDB")));
+  EXPECT_EQ(session_->InitDB(), 1);
+  ASSERT_EQ(prompt_.shown.size(), 1);
+  EXPECT_TRUE(prompt_.shown[0].startsWith(str("Datenbankdatei ") + path("DB/LOKARIV3.MDB") +
+                                          str(" nicht gefunden\n")));
+}
+
+TEST_F(SessionTest, AnAbandonedDialogLeavesTheFirstRecordOfAnEmptyDatabaseToBeEntered) {
+  make("DB/LOKARIV3.MDB", {});
+  ASSERT_EQ(session_->InitDB(), 0);
+  session_->mnuDbOpen();
+  session_->mnuDbNew();
+  form().edited(str("dc_adr"), str("5"));
+  form().edited(str("st_sname"), str("x"));
+  form().butOK();
+  EXPECT_TRUE(prompt_.shown.isEmpty());
+  EXPECT_EQ(text("Data1"), str("Satz  1 von  1"));
+}
+
+TEST_F(SessionTest, TheDialogsStartInTheFolderDbAndNotInThatOfTheOpenDatabase) {
+  ASSERT_TRUE(QDir(app_.path()).mkpath(str("WOANDERS")));
+  make("WOANDERS/CLUB.MDB", {3});
+  start("WOANDERS/CLUB.MDB");
+  ASSERT_EQ(session_->InitDB(), 0);
+  session_->mnuDbOpen();
+  session_->mnuDbNew();
+  ASSERT_EQ(prompt_.fileQuestions.size(), 2);
+  EXPECT_EQ(prompt_.fileQuestions[0].folder, path("DB"));
+  EXPECT_EQ(prompt_.fileQuestions[1].folder, path("DB"));
 }
 
 TEST_F(SessionTest, AnAccessFileIsNamedAsSuch) {

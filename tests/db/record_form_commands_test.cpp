@@ -172,6 +172,43 @@ TEST_F(FormCommands, DeleteInNewRecordModeReturnsToTheKeptRecordAndLeavesTheButt
   EXPECT_TRUE(visible("butNew"));
 }
 
+TEST_F(FormCommands, ConfirmingAfterADeleteInNewRecordModeRestoresTheToolbar) {
+  open();
+  newVehicle("4", "x");
+  form_.butDelete();
+  form_.butOK();
+  EXPECT_TRUE(prompt_.shown.isEmpty());
+  EXPECT_TRUE(visible("butNew"));
+  EXPECT_FALSE(visible("butOK"));
+  EXPECT_EQ(text("butOK"), str("Suchen"));
+  EXPECT_EQ(stored("SELECT COUNT(*) FROM LOCO_DAT").toInt(), 3);
+}
+
+TEST_F(FormCommands, ANewRecordStoredByTheWayLeavesTheModeAndIsOnShow) {
+  open();
+  newVehicle("4", "x");
+  EXPECT_TRUE(form_.storeEdit());
+  EXPECT_EQ(text("Data1"), str("Satz  4 von  4"));
+  EXPECT_TRUE(visible("butNew"));
+  type("fz_lname", "gehört zur 4");
+  form_.MoveFirst();
+  EXPECT_EQ(stored("SELECT FZ_LNAME FROM LOCO_DAT WHERE DC_ADR = 4").toString(),
+            str("gehört zur 4"));
+  EXPECT_TRUE(stored("SELECT FZ_LNAME FROM LOCO_DAT WHERE DC_ADR = 3").isNull());
+}
+
+TEST_F(FormCommands, AnUntouchedBlankRecordOfAnEmptyTableWaitsForItsTexts) {
+  base_.run("DELETE FROM LOCO_DAT");
+  open();
+  form_.butNew();
+  EXPECT_TRUE(form_.storeEdit());
+  type("dc_adr", "12");
+  type("st_sname", "Erste");
+  form_.butOK();
+  EXPECT_TRUE(prompt_.shown.isEmpty());
+  EXPECT_EQ(text("Data1"), str("Satz  1 von  1"));
+}
+
 TEST_F(FormCommands, DeletingAsksAndDoesNothingOnNo) {
   open();
   prompt_.answers = {Answer::No};
@@ -259,6 +296,61 @@ TEST_F(FormCommands, APasteOverARecordIsStoredByTheNextMove) {
             QByteArray(4865, '\x05'));
 }
 
+TEST_F(FormCommands, APasteOverARecordStoresNothingItself) {
+  base_.run("UPDATE LOCO_DAT SET FZ_ERA = 'IV', FZ_LINE = 'DB', MD_MOTOR = 'x' WHERE DC_ADR = 3");
+  open();
+  form_.mnuEditCopy();
+  form_.MoveLast();
+  form_.mnuEditInsert();
+  EXPECT_EQ(text("fz_era"), str("IV"));
+  EXPECT_EQ(stored("SELECT DC_COLL FROM LOCO_DAT WHERE DC_ADR = 7").toString(), str("Vitrine"));
+  EXPECT_TRUE(stored("SELECT FZ_ERA FROM LOCO_DAT WHERE DC_ADR = 7").isNull());
+  form_.MoveFirst();
+  EXPECT_TRUE(prompt_.shown.isEmpty());
+  EXPECT_EQ(stored("SELECT DC_COLL FROM LOCO_DAT WHERE DC_ADR = 7").toString(), str("Anlage"));
+  EXPECT_EQ(stored("SELECT FZ_ERA FROM LOCO_DAT WHERE DC_ADR = 7").toString(), str("IV"));
+  EXPECT_EQ(stored("SELECT MD_MOTOR FROM LOCO_DAT WHERE DC_ADR = 7").toString(), str("x"));
+}
+
+TEST_F(FormCommands, APasteIntoACollectionThatHasTheAddressIsRefusedOnceAtTheNextMove) {
+  base_.addVehicle(3, str("Vitrine"), str("V3"));
+  base_.run("UPDATE LOCO_DAT SET FZ_ERA = 'IV' WHERE ST_SNAME = 'A3'");
+  open();
+  form_.mnuEditCopy();
+  ASSERT_EQ(form_.FindFirst(str("ST_SNAME = \"V3\"")), FindResult::Found);
+  form_.mnuEditInsert();
+  EXPECT_TRUE(prompt_.shown.isEmpty());
+  form_.MoveFirst();
+  EXPECT_EQ(prompt_.shown, QStringList{str("Datensatz mit dieser Adresse bereits vorhanden!")});
+  EXPECT_EQ(form_.editMode(), EditMode::Edit);
+}
+
+TEST_F(FormCommands, ACopyWithoutATypeLeavesTheTypeOfTheRecord) {
+  base_.run("UPDATE LOCO_DAT SET DC_TYPE = NULL WHERE DC_ADR = 3");
+  open();
+  form_.mnuEditCopy();
+  newVehicle("40", "x");
+  form_.mnuEditInsert();
+  EXPECT_EQ(form_.typeOption(), 1);
+  form_.butOK();
+  EXPECT_EQ(stored("SELECT DC_TYPE FROM LOCO_DAT WHERE DC_ADR = 40").toInt(), 1);
+}
+
+TEST_F(FormCommands, APasteAfterTheDecoderWindowBringsItsOwnDecoder) {
+  base_.run("UPDATE LOCO_DAT SET DC_MANUF = 145, DC_DECODER = 'ZX100' WHERE DC_ADR = 3");
+  open();
+  form_.mnuEditCopy();
+  form_.MoveLast();
+  ASSERT_TRUE(form_.prepareProgramming());
+  CvRecord record = form_.workingCopy();
+  record.recManuf = 145;
+  record.recDecoder = str("ZX200");
+  form_.storeProgrammed(record, str("7"), str("Zimo"));
+  form_.mnuEditInsert();
+  form_.MoveFirst();
+  EXPECT_EQ(stored("SELECT DC_DECODER FROM LOCO_DAT WHERE DC_ADR = 7").toString(), str("ZX100"));
+}
+
 TEST_F(FormCommands, ThePictureIsCopiedThroughTheClipboard) {
   const QByteArray image = picture("PNG");
   base_.run("UPDATE LOCO_DAT SET MD_PIC = ? WHERE DC_ADR = 3", {image});
@@ -305,6 +397,21 @@ TEST_F(FormCommands, AFileThatIsNoPictureIsRefusedAndTheOldPictureStays) {
   form_.butPicLink();
   EXPECT_EQ(prompt_.shown, QStringList{str("Grafikdatei lok.bmp kann nicht geladen werden!")});
   EXPECT_EQ(form_.editMode(), EditMode::None);
+}
+
+TEST_F(FormCommands, APictureThatEndsBehindItsHeadIsRefused) {
+  open();
+  prompt_.fileNames = {write("halb.bmp", picture("BMP").left(30))};
+  form_.butPicLink();
+  EXPECT_EQ(prompt_.shown, QStringList{str("Grafikdatei halb.bmp kann nicht geladen werden!")});
+  EXPECT_EQ(form_.editMode(), EditMode::None);
+}
+
+TEST_F(FormCommands, APictureThatIsNotThereIsRefused) {
+  open();
+  prompt_.fileNames = {base_.folder() + str("/fort.bmp")};
+  form_.butPicLink();
+  EXPECT_EQ(prompt_.shown, QStringList{str("Grafikdatei fort.bmp kann nicht geladen werden!")});
 }
 
 TEST_F(FormCommands, ACancelledPictureDialogDoesNothing) {

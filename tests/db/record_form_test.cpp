@@ -58,6 +58,43 @@ TEST_F(RecordFormTest, ARecordBegunPastTheLastOneIsStoredByTheNextMove) {
   EXPECT_EQ(stored("SELECT ST_SNAME FROM LOCO_DAT WHERE DC_ADR = 9").toString(), str("N9"));
 }
 
+TEST_F(RecordFormTest, ARecordBegunPastTheLastOneGetsTheEmptyCollection) {
+  open();
+  form_.MoveLast();
+  form_.MoveNext();
+  type("dc_adr", "9");
+  type("st_sname", "N9");
+  form_.MoveFirst();
+  const QVariant collection = stored("SELECT DC_COLL FROM LOCO_DAT WHERE DC_ADR = 9");
+  EXPECT_FALSE(collection.isNull());
+  EXPECT_EQ(collection.toString(), QString());
+}
+
+TEST_F(RecordFormTest, ARecordBegunPastTheLastOneIsOnShowOnceItIsStored) {
+  open();
+  form_.MoveLast();
+  form_.MoveNext();
+  type("dc_adr", "9");
+  type("st_sname", "N9");
+  EXPECT_TRUE(form_.storeEdit());
+  EXPECT_EQ(text("Data1"), str("Satz  4 von  4"));
+  type("fz_lname", "weiter");
+  form_.MoveFirst();
+  EXPECT_EQ(stored("SELECT FZ_LNAME FROM LOCO_DAT WHERE DC_ADR = 9").toString(), str("weiter"));
+}
+
+TEST_F(RecordFormTest, DeletingARecordBegunPastTheLastOneShowsTheLastOne) {
+  open();
+  form_.MoveLast();
+  form_.MoveNext();
+  type("dc_adr", "9");
+  form_.butDelete();
+  EXPECT_TRUE(prompt_.shown.isEmpty());
+  EXPECT_EQ(text("Data1"), str("Satz  3 von  3"));
+  EXPECT_EQ(text("st_sname"), str("V7"));
+  EXPECT_EQ(stored("SELECT COUNT(*) FROM LOCO_DAT").toInt(), 3);
+}
+
 TEST_F(RecordFormTest, TypingZeroBeginsNoEditAndTenDoesFromItsFirstDigit) {
   open();
   type("dc_adr", "0");
@@ -265,6 +302,20 @@ TEST_F(RecordFormTest, FindFirstStoresLeavesAndShows) {
   EXPECT_TRUE(prompt_.shown.isEmpty());
 }
 
+TEST_F(RecordFormTest, AfterASearchWithoutAMatchTheNextChangeIsAnEditAgain) {
+  open();
+  for (const char* condition : {"DC_ADR=8", "DC_ADR="}) {
+    type("fz_lname", "x");
+    form_.FindFirst(str(condition));
+    EXPECT_FALSE(form_.recordDirty);
+    type("fz_lname", condition);
+    EXPECT_EQ(form_.editMode(), EditMode::Edit);
+    form_.MoveNext();
+    EXPECT_EQ(stored("SELECT FZ_LNAME FROM LOCO_DAT WHERE DC_ADR = 3").toString(), str(condition));
+    form_.MoveFirst();
+  }
+}
+
 TEST_F(RecordFormTest, ASavedPlaceWithAnAddressOnlyFindsTheEmptyCollectionNotNull) {
   base_.addVehicle(7, QString(), QStringLiteral("Null"));
   base_.addVehicle(7, QStringLiteral(""), QStringLiteral("leer"));
@@ -302,6 +353,49 @@ TEST_F(RecordFormTest, ARecordThatCannotBeReadIsNeverSaved) {
   form_.MoveFirst();
   EXPECT_EQ(text("st_sname"), str("A3"));
   EXPECT_EQ(stored("SELECT COUNT(*) FROM LOCO_DAT").toInt(), 2);
+}
+
+TEST_F(RecordFormTest, ARecordThatCannotBeReadIsNotCopied) {
+  open();
+  form_.MoveLast();
+  form_.mnuEditCopy();
+  form_.MoveFirst();
+  base_.run("DELETE FROM LOCO_DAT WHERE DC_ADR = 5");
+  form_.MoveNext();
+  prompt_.shown.clear();
+  form_.mnuEditCopy();
+  EXPECT_EQ(prompt_.shown.size(), 1);
+  form_.MoveFirst();
+  form_.mnuEditInsert();
+  EXPECT_EQ(text("st_sname"), str("V7")) << "the copy of before";
+}
+
+TEST_F(RecordFormTest, ADeleteThatTheStorageRefusesIsSilentAndLosesNoChange) {
+  open();
+  type("fz_lname", "davor");
+  prompt_.answers = {Answer::Yes};
+  base_.run("PRAGMA query_only = 1");
+  form_.butDelete();
+  base_.run("PRAGMA query_only = 0");
+  EXPECT_EQ(prompt_.shown.size(), 1);
+  type("fz_code", "danach");
+  form_.MoveNext();
+  EXPECT_EQ(stored("SELECT FZ_LNAME FROM LOCO_DAT WHERE DC_ADR = 3").toString(), str("davor"));
+  EXPECT_EQ(stored("SELECT FZ_CODE FROM LOCO_DAT WHERE DC_ADR = 3").toString(), str("danach"));
+}
+
+TEST_F(RecordFormTest, AChangeThatTheStorageRefusesIsToldAndStoredLater) {
+  open();
+  type("fz_lname", "davor");
+  base_.run("PRAGMA query_only = 1");
+  form_.MoveNext();
+  EXPECT_EQ(prompt_.shown, QStringList{str("Die Datenbank ist schreibgeschützt.")});
+  EXPECT_EQ(form_.position(), 0);
+  EXPECT_EQ(text("fz_lname"), str("davor"));
+  base_.run("PRAGMA query_only = 0");
+  form_.MoveNext();
+  EXPECT_EQ(form_.position(), 1);
+  EXPECT_EQ(stored("SELECT FZ_LNAME FROM LOCO_DAT WHERE DC_ADR = 3").toString(), str("davor"));
 }
 
 TEST_F(RecordFormTest, RequeryShowsAFilterAndKeepsTheSetWhenItIsRefused) {

@@ -227,6 +227,18 @@ TEST_F(RecordSetTest, DeleteLeavesTheSetBetweenTwoRecords) {
   EXPECT_TRUE(set_.EOF_());
 }
 
+TEST_F(RecordSetTest, ADeleteThatTheStorageRefusesLeavesRecordAndEdit) {
+  set_.Edit();
+  set("FZ_CODE", QStringLiteral("neu"));
+  base_.run("PRAGMA query_only = 1");
+  EXPECT_EQ(codeOf([this] { set_.Delete(); }), kReadOnly);
+  base_.run("PRAGMA query_only = 0");
+  EXPECT_EQ(set_.position(), 0);
+  EXPECT_EQ(set_.editMode(), EditMode::Edit);
+  set_.Update();
+  EXPECT_EQ(set_.text(QStringLiteral("FZ_CODE")), QStringLiteral("neu"));
+}
+
 TEST_F(RecordSetTest, MovePreviousAfterDeleteGoesToTheRecordAhead) {
   set_.MoveLast();
   set_.Delete();
