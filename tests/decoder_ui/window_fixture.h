@@ -26,6 +26,7 @@
 #include "decoder/ui/value_edit.h"
 #include "link/station_link.h"
 #include "sim/tams_station.h"
+#include "support/activation_hook.h"
 #include "support/memory_can.h"
 #include "support/memory_socket.h"
 #include "support/scripted_prompt.h"
@@ -33,22 +34,6 @@
 #include "support/virtual_clock.h"
 
 namespace lokari::test {
-
-/// Runs something when a window first comes to the front.
-class ActivationHook final : public QObject {
- public:
-  explicit ActivationHook(std::function<void()> action) : action_(std::move(action)) {}
-
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::WindowActivate && action_) {
-      QMetaObject::invokeMethod(watched, std::exchange(action_, nullptr), Qt::QueuedConnection);
-    }
-    return false;
-  }
-
- private:
-  std::function<void()> action_;
-};
 
 class WindowFixture : public ::testing::Test {
  protected:
