@@ -13,8 +13,6 @@
 namespace lokari {
 namespace {
 
-const QByteArray kUtf8Mark("\xEF\xBB\xBF");
-
 bool same(QStringView a, QStringView b) {
   return a.compare(b, Qt::CaseInsensitive) == 0;
 }
@@ -61,6 +59,48 @@ Place find(const QStringList& lines, const QString& section, const QString& key)
   return place;
 }
 
+/// The lines of a file byte for byte, each with its end, as splitLines() counts them.
+class RawLines {
+ public:
+  explicit RawLines(const QByteArray& data) {
+    qsizetype start = 0;
+    for (qsizetype i = 0; i < data.size(); ++i) {
+      const bool ends = data[i] == '\n' || (data[i] == '\r' && data.mid(i + 1, 1) != "\n");
+      if (!ends) continue;
+      lines_ << data.mid(start, i + 1 - start);
+      start = i + 1;
+    }
+    if (start < data.size()) lines_ << data.mid(start);
+    if (!lines_.isEmpty() && lines_.first().endsWith('\n') && !lines_.first().endsWith("\r\n")) {
+      end_ = "\n";
+    }
+  }
+
+  qsizetype count() const { return lines_.size(); }
+
+  void setValue(qsizetype index, const QByteArray& value) {
+    QByteArray& line = lines_[index];
+    const qsizetype textEnd = line.size() - endOf(line).size();
+    line = line.left(line.indexOf('=') + 1) + value + line.mid(textEnd);
+  }
+
+  void insert(qsizetype index, const QByteArray& line) {
+    if (index > 0 && endOf(lines_[index - 1]).isEmpty()) lines_[index - 1] += end_;
+    lines_.insert(index, line + end_);
+  }
+
+  QByteArray joined() const { return lines_.join(); }
+
+ private:
+  static QByteArray endOf(const QByteArray& line) {
+    if (line.endsWith("\r\n")) return "\r\n";
+    return line.endsWith('\n') || line.endsWith('\r') ? line.right(1) : QByteArray();
+  }
+
+  QList<QByteArray> lines_;
+  QByteArray end_ = "\r\n";  ///< of new lines: that of the first one
+};
+
 std::optional<QString> valueOf(const QString& path, const QString& section, const QString& key) {
   const QString existing = findFile(path);
   if (existing.isEmpty()) return std::nullopt;
@@ -105,20 +145,25 @@ bool IniFile::writeString(const QString& section, const QString& key, const QStr
     if (!file.open(QIODevice::ReadOnly)) return false;
     raw = file.readAll();
   }
-  const bool utf8 = raw.startsWith(kUtf8Mark);
-  const QString end =
-      raw.isEmpty() || raw.contains("\r\n") ? QStringLiteral("\r\n") : QStringLiteral("\n");
-  QStringList lines = splitLines(decodeText(raw));
-  const Place place = find(lines, section, key);
+  QString line = value;
+  line.replace(u'\r', u' ').replace(u'\n', u' ');
+  // A path with letters that the code page lacks must be found again at the next start.
+  const bool widens = decodeText(encodeWindows1252(line)) != line && !isMarkedUtf8(raw);
+  if (widens) raw = encodeMarkedUtf8(decodeText(raw));
+  const bool utf8 = isMarkedUtf8(raw);
+  const auto encoded = [utf8](const QString& text) {
+    return utf8 ? text.toUtf8() : encodeWindows1252(text);
+  };
+
+  const Place place = find(splitLines(decodeText(raw)), section, key);
+  RawLines lines(raw);
   if (place.keyLine >= 0) {
-    QString& line = lines[place.keyLine];
-    line = line.left(line.indexOf(u'=') + 1) + value;
+    lines.setValue(place.keyLine, encoded(line));
   } else {
-    if (!place.sectionFound) lines << u'[' + section + u']';
-    lines.insert(place.sectionFound ? place.insertAt : lines.size(), key + u'=' + value);
+    if (!place.sectionFound) lines.insert(lines.count(), encoded(u'[' + section + u']'));
+    lines.insert(place.sectionFound ? place.insertAt : lines.count(), encoded(key + u'=' + line));
   }
-  const QString text = lines.join(end) + end;
-  return writeFileAtomically(target, utf8 ? kUtf8Mark + text.toUtf8() : encodeWindows1252(text));
+  return writeFileAtomically(target, lines.joined());
 }
 
 }  // namespace lokari

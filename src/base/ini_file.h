@@ -26,8 +26,10 @@ class IniFile {
   int getInt(const QString& section, const QString& key, int fallback) const;
 
   /// Sets a key, in its place if it exists, else at the end of its section, which is made if need
-  /// be. The file is replaced atomically and keeps its encoding and kind of line end; a new one is
-  /// windows-1252 with CR LF. False when it could not be written; the old file then stands.
+  /// be. Line ends in `value` become blanks. The file is replaced atomically and keeps every other
+  /// byte and its encoding; a new one is windows-1252 with CR LF. A value that windows-1252 cannot
+  /// hold turns the file into UTF-8 with a byte-order mark. False when it could not be written;
+  /// the old file then stands.
   bool writeString(const QString& section, const QString& key, const QString& value);
 
  private:

@@ -5,16 +5,28 @@
 #include <QStringConverter>
 
 namespace lokari {
+namespace {
+
+const QByteArray kUtf8Mark("\xEF\xBB\xBF");
+
+std::optional<QString> decodeMarkedUtf8(const QByteArray& data) {
+  if (!data.startsWith(kUtf8Mark)) return std::nullopt;
+  QStringDecoder utf8(QStringDecoder::Utf8);
+  const QString text = utf8.decode(QByteArrayView(data).sliced(kUtf8Mark.size()));
+  if (utf8.hasError()) return std::nullopt;
+  return text;
+}
+
+}  // namespace
 
 QString decodeText(const QByteArray& data) {
-  static const QByteArray kMark("\xEF\xBB\xBF");
-  if (data.startsWith(kMark)) {
-    QStringDecoder utf8(QStringDecoder::Utf8);
-    const QString text = utf8.decode(QByteArrayView(data).sliced(kMark.size()));
-    if (!utf8.hasError()) return text;
-  }
+  if (const auto text = decodeMarkedUtf8(data)) return *text;
   QStringDecoder decoder("windows-1252");
   return decoder.decode(data);
+}
+
+bool isMarkedUtf8(const QByteArray& data) {
+  return decodeMarkedUtf8(data).has_value();
 }
 
 QByteArray encodeWindows1252(const QString& text) {
@@ -32,6 +44,10 @@ QByteArray encodeWindows1252(const QString& text) {
     out.append(encoder.hasError() || one.size() != 1 ? QByteArray("?") : one);
   }
   return out;
+}
+
+QByteArray encodeMarkedUtf8(const QString& text) {
+  return kUtf8Mark + text.toUtf8();
 }
 
 QStringList splitLines(const QString& text) {

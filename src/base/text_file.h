@@ -13,8 +13,14 @@ namespace lokari {
 /// is read as such (the mark dropped), everything else as windows-1252.
 QString decodeText(const QByteArray& data);
 
+/// Whether decodeText() takes the data for UTF-8.
+bool isMarkedUtf8(const QByteArray& data);
+
 /// windows-1252; a character it lacks becomes "?".
 QByteArray encodeWindows1252(const QString& text);
+
+/// UTF-8 with its byte-order mark.
+QByteArray encodeMarkedUtf8(const QString& text);
 
 /// Lines without their ends; LF, CR LF and a lone CR end a line. A final line end adds no line.
 QStringList splitLines(const QString& text);

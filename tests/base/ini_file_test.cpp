@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QFile>
+#include <QTemporaryDir>
+
 #include "support/ini_text.h"
 
 namespace lokari {
@@ -91,6 +94,55 @@ TEST(IniFile, AUtf8FileStaysOne) {
   EXPECT_EQ(file.getString(kSection, QStringLiteral("Key"), QString(), 9), QStringLiteral("ä"));
   EXPECT_TRUE(file.writeString(kSection, QStringLiteral("Key"), QStringLiteral("ö")));
   EXPECT_EQ(ini.text(), QByteArray("\xEF\xBB\xBF[LOKARI]\nKey=\xC3\xB6\n"));
+}
+
+TEST(IniFile, AWriteKeepsEveryOtherByte) {
+  const QByteArray head("; \x81\x8D gemischt\r\n[LOKARI]\nA = 1 \r\n");
+  const IniText ini(head + "Key=old\rB=2");
+  EXPECT_TRUE(
+      IniFile(ini.path()).writeString(kSection, QStringLiteral("Key"), QStringLiteral("v")));
+  EXPECT_EQ(ini.text(), head + "Key=v\rB=2");
+}
+
+TEST(IniFile, AnUnfinishedLastLineIsEndedBeforeANewKey) {
+  const IniText ini("[LOKARI]\nA=1");
+  EXPECT_TRUE(
+      IniFile(ini.path()).writeString(kSection, QStringLiteral("Key"), QStringLiteral("v")));
+  EXPECT_EQ(ini.text(), QByteArray("[LOKARI]\nA=1\nKey=v\n"));
+}
+
+TEST(IniFile, AFileWithTheMarkThatIsNoUtf8StaysAsItIs) {
+  const QByteArray broken("\xEF\xBB\xBF; L\xE4rm\r\n[LOKARI]\r\n");
+  const IniText ini(broken + "Key=1\r\n");
+  EXPECT_TRUE(
+      IniFile(ini.path()).writeString(kSection, QStringLiteral("Key"), QStringLiteral("ä")));
+  EXPECT_EQ(ini.text(), broken + "Key=\xE4\r\n");
+}
+
+TEST(IniFile, AValueBeyondTheCodePageTurnsTheFileIntoUtf8) {
+  const IniText ini("; L\xE4rm\r\n[LOKARI]\r\nKey=1\r\n");
+  IniFile file(ini.path());
+  EXPECT_TRUE(file.writeString(kSection, QStringLiteral("Key"), QStringLiteral("/home/Ω")));
+  EXPECT_EQ(file.getString(kSection, QStringLiteral("Key"), QString(), 64),
+            QStringLiteral("/home/Ω"));
+  EXPECT_EQ(ini.text(),
+            QByteArray("\xEF\xBB\xBF; L\xC3\xA4rm\r\n[LOKARI]\r\nKey=/home/\xCE\xA9\r\n"));
+}
+
+TEST(IniFile, AValueCannotBringLinesOfItsOwn) {
+  const IniText ini("[LOKARI]\r\n");
+  EXPECT_TRUE(IniFile(ini.path())
+                  .writeString(kSection, QStringLiteral("Key"), QStringLiteral("a\r\n[X]\nB=1")));
+  EXPECT_EQ(ini.text(), QByteArray("[LOKARI]\r\nKey=a  [X] B=1\r\n"));
+}
+
+TEST(IniFile, ANewFileIsWindows1252WithCrLf) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("NEU.INI"));
+  EXPECT_TRUE(IniFile(path).writeString(kSection, QStringLiteral("Key"), QStringLiteral("ä")));
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_EQ(file.readAll(), QByteArray("[LOKARI]\r\nKey=\xE4\r\n"));
 }
 
 TEST(IniFile, AFileThatCannotBeWrittenIsReported) {
