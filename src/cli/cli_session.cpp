@@ -14,6 +14,7 @@ CliSession::CliSession(CliContext& context, CommJob job, bool progOn)
   if (!failure.isEmpty()) {
     context.interrupt.action = nullptr;
     context.console.message(failure);
+    context.console.message(link.openFailureReason());
     link.FinishComm();
     return;
   }

@@ -2,6 +2,9 @@
 #include <QCoreApplication>
 #include <QStandardPaths>
 
+#include <csignal>
+
+#include "app/installation.h"
 #include "base/qt_clock.h"
 #include "base/signal_watch.h"
 #include "cli/cli.h"
@@ -12,13 +15,13 @@ namespace {
 
 using namespace lokari;
 
-/// Where the program lives; the user's own folder is filled from the installation first.
-QString prepareAppPath(StandardConsole& console) {
+/// Where the program lives; the first start fills the user's own folder from the installation.
+QString prepareData(StandardConsole& console) {
   const QString programs = QCoreApplication::applicationDirPath();
   const QString userData = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
   const QString appPath = chooseAppPath(qEnvironmentVariable("LOKARI_APP"), programs, userData);
   if (appPath == userData + QStringLiteral("/lokari")) {
-    const QString failure = seedAppPath(appPath, programs + QStringLiteral("/../share/lokari"));
+    const QString failure = prepareAppPath(appPath, programs + QStringLiteral("/../share/lokari"));
     if (!failure.isEmpty()) console.message(failure);
   }
   return appPath;
@@ -28,12 +31,16 @@ QString prepareAppPath(StandardConsole& console) {
 
 int main(int argc, char** argv) {
   const QCoreApplication app(argc, argv);
-  StandardConsole console;
-  QtClock clock;
-  const QString appPath = prepareAppPath(console);
-  SystemTransports transports(appPath, clock);
+  // A reader of the results that has gone must not end the program in the middle of a session.
+  std::signal(SIGPIPE, SIG_IGN);
   Interrupt interrupt;
+  StandardConsole console([&interrupt] { interrupt.raise(); });
+  QtClock clock;
+  const QString appPath = prepareData(console);
+  SystemTransports transports(appPath, clock);
   const SignalWatch watch([&interrupt] { interrupt.raise(); });
   const CliWorld world{appPath, clock, transports.transports(), console, interrupt};
-  return static_cast<int>(runCli(QCoreApplication::arguments().mid(1), world));
+  const ExitStatus status = runCli(QCoreApplication::arguments().mid(1), world);
+  const bool lost = status == ExitStatus::Done && !console.complete();
+  return static_cast<int>(lost ? ExitStatus::Failed : status);
 }

@@ -5,15 +5,18 @@
 namespace lokari {
 namespace {
 
-void print(std::FILE* file, const QString& line) {
-  std::fputs((line + QLatin1Char('\n')).toUtf8().constData(), file);
-  std::fflush(file);
+bool print(std::FILE* file, const QString& line) {
+  const bool taken = std::fputs((line + QLatin1Char('\n')).toUtf8().constData(), file) >= 0;
+  return std::fflush(file) == 0 && taken;
 }
 
 }  // namespace
 
 void StandardConsole::result(const QString& line) {
-  print(stdout, line);
+  if (print(stdout, line) || !complete_) return;
+  complete_ = false;
+  message(QStringLiteral("Die Ergebnisse lassen sich nicht ausgeben!"));
+  onLost_();
 }
 
 void StandardConsole::message(const QString& line) {

@@ -217,6 +217,7 @@ void runJob(DecoderBench& bench, CommJob job, CliContext& context) {
   link.commJob = job;
   context.interrupt.action = [&link] { link.cancelRequested = true; };
   bench.runJob();
+  if (!link.openFailureReason().isEmpty()) context.console.message(link.openFailureReason());
   context.interrupt.action = nullptr;
   link.commJob = CommJob::None;
 }

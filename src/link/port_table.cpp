@@ -19,6 +19,11 @@ QString key(int comPort) {
   return QStringLiteral("COM%1").arg(comPort);
 }
 
+/// A name without a folder is a device of this machine: "ttyUSB0" is "/dev/ttyUSB0".
+QString devicePath(const QString& text) {
+  return text.isEmpty() || text.contains(u'/') ? text : QStringLiteral("/dev/") + text;
+}
+
 }  // namespace
 
 PortTable::PortTable(const QString& appPath, QString adapters)
@@ -27,7 +32,8 @@ PortTable::PortTable(const QString& appPath, QString adapters)
 QList<PortTable::Port> PortTable::ports() {
   std::array<QString, kLastPort> devices;
   for (int port = 1; port <= kLastPort; ++port) {
-    devices[static_cast<size_t>(port - 1)] = ini_.getString(section(), key(port), {}, kPathSize);
+    devices[static_cast<size_t>(port - 1)] =
+        devicePath(ini_.getString(section(), key(port), {}, kPathSize));
   }
   const QDir folder(adapters_);
   const QStringList names = folder.entryList(QDir::Files | QDir::System, QDir::Name);

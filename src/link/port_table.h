@@ -1,5 +1,6 @@
 // Which device stands behind COM1 to COM10: the file PORTS.INI, section [PORTS], a line
-// `COM3=/dev/serial/by-id/...` each. The user may set any path there.
+// `COM3=/dev/serial/by-id/...` each. The user may set any path there, or the bare name of a device
+// ("ttyUSB0").
 #pragma once
 
 #include <QList>

@@ -6,6 +6,21 @@
 #include "link/port_table.h"
 
 namespace lokari {
+namespace {
+
+/// Why a port does not open, as the end of a sentence that begins with the port.
+QString openFault(QSerialPort::SerialPortError error) {
+  switch (error) {
+    case QSerialPort::DeviceNotFoundError:
+      return QStringLiteral("ist nicht da");
+    case QSerialPort::PermissionError:
+      return QStringLiteral("ist belegt oder nicht freigegeben");
+    default:
+      return QStringLiteral("ist keine serielle Schnittstelle");
+  }
+}
+
+}  // namespace
 
 QtSerialLine::QtSerialLine(PortTable& ports) : ports_(ports) {
   QObject::connect(&port_, &QSerialPort::errorOccurred, &port_,
@@ -20,7 +35,10 @@ void QtSerialLine::open(const SerialSettings& settings) {
   close();
   settings_ = settings;
   device_ = ports_.device(settings.comPort);
-  if (device_.isEmpty()) fail(QStringLiteral("hat kein Gerät"));
+  if (device_.isEmpty()) {
+    throw LinkError(
+        QStringLiteral("Für COM%1 steht in PORTS.INI kein Gerät!").arg(settings.comPort));
+  }
   port_.setPortName(device_);
   port_.setBaudRate(settings.baudrate);
   port_.setDataBits(QSerialPort::Data8);
@@ -29,9 +47,7 @@ void QtSerialLine::open(const SerialSettings& settings) {
   port_.setFlowControl(settings.handshaking == Handshaking::RequestToSend
                            ? QSerialPort::HardwareControl
                            : QSerialPort::NoFlowControl);
-  if (!port_.open(QIODevice::ReadWrite)) {
-    fail(QStringLiteral("lässt sich nicht öffnen: ") + port_.errorString());
-  }
+  if (!port_.open(QIODevice::ReadWrite)) fail(openFault(port_.error()));
   vanished_ = false;
   port_.clear();
 }

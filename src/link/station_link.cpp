@@ -29,6 +29,7 @@ struct StationLink::Impl {
   CommView* view = nullptr;
   std::unique_ptr<StationProtocol> protocol;
   StationKind protocolKind = StationKind::Mx1;  ///< of `protocol`
+  QString openFailureReason;
 };
 
 StationLink::StationLink(const Settings& settings, Clock& clock, Prompt& prompt,
@@ -57,15 +58,21 @@ QString StationLink::initComm(bool, bool, bool progOn) {
   ++commUseCount;
   cancelRequested = false;
   progTrack = progOn;
+  impl_->openFailureReason.clear();
   StationProtocol& station = protocol();
   station.beginSession();
   int step = 0;
   try {
     station.open(progOn, step);
-  } catch (const LinkError&) {
+  } catch (const LinkError& error) {
+    impl_->openFailureReason = error.message();
     return openFailure(step);
   }
   return {};
+}
+
+const QString& StationLink::openFailureReason() const {
+  return impl_->openFailureReason;
 }
 
 void StationLink::endcomm(bool leaveMode, bool progOn) {

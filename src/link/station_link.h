@@ -40,6 +40,9 @@ class StationLink {
   /// Opens the session. Empty on success, else the message for the user, with the failed step's
   /// number. A failed call leaves `commUseCount` raised. `verify` and `reserved` have no effect.
   QString initComm(bool verify, bool reserved, bool progOn);
+  /// What lies behind the number in the last initComm()'s message, such as a port without a device;
+  /// a whole sentence, empty when there is no more to tell.
+  const QString& openFailureReason() const;
   /// Says goodbye to the station and closes the session.
   void endcomm(bool leaveMode, bool progOn);
   /// Closes the transport only; a serial port when `commUseCount` has come down to 0.

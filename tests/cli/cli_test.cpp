@@ -49,7 +49,8 @@ TEST_F(CliTest, YesMayStandAnywhere) {
 TEST_F(CliTest, WithoutASessionNothingIsDone) {
   line_.failsToOpen = true;
   EXPECT_EQ(run("cv read 1"), 2);
-  EXPECT_EQ(console.messages, QStringList{"Kann Kommunikationsschnittstelle nicht öffnen (0)!"});
+  EXPECT_EQ(console.messages,
+            (QStringList{"Kann Kommunikationsschnittstelle nicht öffnen (0)!", "Kein Gerät!"}));
   EXPECT_TRUE(console.results.isEmpty());
   EXPECT_TRUE(untouched());
 }

@@ -90,11 +90,32 @@ TEST_F(CliOnSimulator, CtrlCEndsAGreetingThatNobodyAnswers) {
   EXPECT_TRUE(station.nextLine().startsWith("> 01 01 10 21 10 30 11 04 10 21 B8 17"));
 }
 
+TEST_F(CliOnSimulator, ResultsThatCannotBeWrittenEndTheJobBeforeItsNextCv) {
+  const test::SimulatorProcess station(simulator());
+  test::RunningProgram program(QStringLiteral("lokari-cli"), {"cv", "write", "5=1", "6=2"},
+                               folder.path(), QStringLiteral("/dev/full"));
+  const test::ProgramRun run = program.finish();
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.errors, "Die Ergebnisse lassen sich nicht ausgeben!\n");
+  EXPECT_EQ(cli({"cv", "read", "5", "6"}).output, "5\t1\n6\t90\n");
+}
+
+TEST_F(CliOnSimulator, AReaderThatGoesAwayDoesNotEndTheProgramInTheMiddleOfASession) {
+  const test::SimulatorProcess station(simulator());
+  const QString call = QStringLiteral("{ '%1' cv read 8 29; echo Status $? >&2; } | true")
+                           .arg(test::programPath(QStringLiteral("lokari-cli")));
+  const test::ProgramRun run =
+      test::runProgram(QStringLiteral("/bin/sh"), {"-c", call}, folder.path());
+  EXPECT_EQ(run.errors, "Die Ergebnisse lassen sich nicht ausgeben!\nStatus 1\n");
+}
+
 TEST_F(CliOnSimulator, WithoutAStationThereIsNoSession) {
   const test::ProgramRun read = cli({"cv", "read", "8"});
   EXPECT_EQ(read.status, 2);
   EXPECT_EQ(read.output, "");
-  EXPECT_EQ(read.errors, "Kann Kommunikationsschnittstelle nicht öffnen (0)!\n");
+  EXPECT_EQ(read.errors,
+            "Kann Kommunikationsschnittstelle nicht öffnen (0)!\nDie Schnittstelle COM4 (" +
+                port().toLocal8Bit() + ") ist nicht da!\n");
 }
 
 }  // namespace

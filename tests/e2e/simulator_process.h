@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -11,8 +12,9 @@
 
 namespace lokari::test {
 
+/// A built program by its name, another one by its path.
 inline QString programPath(const QString& name) {
-  return QCoreApplication::applicationDirPath() + QLatin1Char('/') + name;
+  return QDir(QCoreApplication::applicationDirPath()).absoluteFilePath(name);
 }
 
 /// A simulated station, from its first "bereit" to the end of the object.
@@ -57,7 +59,10 @@ struct ProgramRun {
 /// A program in a data folder of its own.
 class RunningProgram {
  public:
-  RunningProgram(const QString& name, const QStringList& arguments, const QString& appPath) {
+  /// `outputFile` takes the standard output instead of finish().
+  RunningProgram(const QString& name, const QStringList& arguments, const QString& appPath,
+                 const QString& outputFile = {}) {
+    if (!outputFile.isEmpty()) process_.setStandardOutputFile(outputFile);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("LOKARI_APP"), appPath);
     process_.setProcessEnvironment(environment);

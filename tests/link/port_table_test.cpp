@@ -48,6 +48,11 @@ TEST_F(PortTableTest, ADeviceSetByHandIsTakenAsItStands) {
   EXPECT_EQ(ports.device(3), "/dev/pts/7");
 }
 
+TEST_F(PortTableTest, ABareNameIsADeviceOfThisMachine) {
+  writeIni("[PORTS]\r\nCOM3=ttyUSB0\r\n");
+  EXPECT_EQ(ports.device(3), "/dev/ttyUSB0");
+}
+
 TEST_F(PortTableTest, AnAdapterSeenForTheFirstTimeGetsTheLowestFreeNumberAndKeepsIt) {
   writeIni("[PORTS]\r\nCOM1=/dev/ttyS0\r\n");
   plug(QStringLiteral("usb-B"));

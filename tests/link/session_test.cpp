@@ -41,6 +41,24 @@ TEST_F(SessionTest, ARateInTheSettingsOverridesTheKinds) {
   EXPECT_EQ(line.opened.baudrate, 19200);
 }
 
+TEST_F(SessionTest, BaudrateOf0OnKind6OpensAt57600AndAnotherOneOverridesIt) {
+  settings.baseUnit = StationKind::LiUsb;
+  EXPECT_EQ(link.initComm(true, true, true), "");
+  EXPECT_EQ(line.opened.baudrate, 57600);
+  link.FinishComm();
+  settings.baudrate = 19200;
+  EXPECT_EQ(link.initComm(true, true, true), "");
+  EXPECT_EQ(line.opened.baudrate, 19200);
+}
+
+TEST_F(SessionTest, ASessionThatOpensHasNoReasonToTell) {
+  line.failsToOpen = true;
+  link.initComm(true, true, true);
+  line.failsToOpen = false;
+  EXPECT_EQ(link.initComm(true, true, true), "");
+  EXPECT_EQ(link.openFailureReason(), "");
+}
+
 TEST_F(SessionTest, ThrowsAwayWhatStoodInTheInputBuffer) {
   clock.schedule(500, [&] { line.arrive("rest"); });
   link.initComm(true, true, true);
@@ -50,6 +68,7 @@ TEST_F(SessionTest, ThrowsAwayWhatStoodInTheInputBuffer) {
 TEST_F(SessionTest, APortThatFailsToOpenReadsWithTheNumber0AndLeavesTheCountRaised) {
   line.failsToOpen = true;
   EXPECT_EQ(link.initComm(true, true, true), kCannotOpen);
+  EXPECT_EQ(link.openFailureReason(), "Kein Gerät!");
   EXPECT_EQ(link.commUseCount, 1);
   link.FinishComm();
   EXPECT_EQ(link.commUseCount, 0);
