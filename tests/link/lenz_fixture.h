@@ -64,6 +64,12 @@ class Li100V3Fixture : public LenzFixture {
     expect(kResume, kResumed);
     return expect(message);
   }
+  /// A read of CV 29 up to the first question for its result.
+  ScriptedLine& expectReadAndAsk() {
+    expect(kRead29, kReadBegun);
+    return expect(kAsk);
+  }
+  int read29() { return link.ReadCV(29, 3); }
 };
 
 }  // namespace lokari::test
