@@ -41,7 +41,8 @@ std::optional<QString> withPlainPoint(QStringView text) {
     return *whole + u'.' + text.mid(at + 1).toString();
   }
   const QChar only = points > 0 ? u'.' : u',';
-  if (text.count(only) > 1) return ungroup(text, only);
+  // "100,110,120" is a list, not a grouped number.
+  if (text.count(only) > 1) return std::nullopt;
   return text.toString().replace(only, u'.');
 }
 

@@ -20,8 +20,8 @@ class NumberError : public std::runtime_error {
 ///
 /// Blanks around it are allowed, then a sign, digits with one decimal separator ("," or "."), and
 /// an exponent ("1e3"). Where both separators occur the later one is the decimal separator and the
-/// earlier ones group thousands ("1.234,50"); a separator that occurs more than once groups
-/// ("1.234.567"). Groups have three digits.
+/// earlier ones group thousands by three digits ("1.234,50"). A separator that occurs more than
+/// once without the other makes a list, not a number.
 std::optional<double> parseNumber(QStringView text);
 
 /// True when parseNumber() finds a number.

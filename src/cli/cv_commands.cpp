@@ -103,7 +103,7 @@ bool writeOne(const CvJob& job, const CvOptions& options, CliContext& context) {
   if (result < 0) {
     text = cvResultText(result);
   } else if (result != job.value) {
-    text = QStringLiteral("Wert%1 nicht programmiert (gelesen:%2)!")
+    text = QStringLiteral("Wert %1 nicht programmiert (gelesen:%2)!")
                .arg(printed(job.value), printed(result));
   }
   context.console.result(line(job.cv, result, text));

@@ -406,6 +406,13 @@ TEST_F(Loading, SpeedTableValuesAreCutToTheInternalSteps) {
   EXPECT_EQ(d.speedTabValues[2].cv, CvIndex(69));
 }
 
+TEST_F(Loading, AListOfThreeDigitItemsIsNoGroupedNumber) {
+  load("SPEEDTABVALUES=100,110,120\nCV_40=Name,0-3,1,5");
+  ASSERT_EQ(d.speedTabValues.size(), 3U);
+  EXPECT_EQ(d.speedTabValues[2].value, 120);
+  EXPECT_EQ(cv(40).cvName, "Name");
+}
+
 TEST_F(Loading, AShortTableDropsItem16) {
   load("FAMILY=1\nSPEEDTABVALUES=1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16");
   ASSERT_EQ(d.speedTabValues.size(), 15U);
