@@ -1,0 +1,115 @@
+#!/usr/bin/env python3
+"""Turns what lokari-bench has measured (Google Benchmark's JSON) into docs/benchmarks.md.
+
+    report.py RESULTS.json PAGE.md
+
+A benchmark that fails, one that no figure claims, and a figure without a benchmark stop it: the
+page is then left as it was. A figure that is missed stands on the page as such.
+"""
+
+import dataclasses
+import json
+import sys
+
+
+@dataclasses.dataclass(frozen=True)
+class Figure:
+    """One line of the page. `benchmark` is the name up to its first option (":")."""
+
+    what: str
+    benchmark: str
+    counter: str
+    unit: str
+    limit: float
+    target: str
+
+
+FIGURES = [
+    Figure("waiting for a silent station, serial port", "waiting/serial", "core_percent",
+           "% of one core", 1.0, "under 1 % of one core"),
+    Figure("waiting for a silent station, CAN key", "waiting/can_key", "core_percent",
+           "% of one core", 1.0, "under 1 % of one core"),
+    Figure("waiting for a silent station, UDP", "waiting/udp", "core_percent",
+           "% of one core", 1.0, "under 1 % of one core"),
+    Figure("batch of 500 CVs beyond mandatory time, link alone", "batch_link", "us_per_cv",
+           "µs a CV", 1000.0, "under 1 ms a CV"),
+    Figure("batch of 500 CVs beyond mandatory time, from the decoder window", "batch_window",
+           "us_per_cv", "µs a CV", 1000.0, "under 1 ms a CV"),
+]
+
+HEADER = """# Figures
+
+Measured by `./bench`, which writes this page. A single line is measured again by the command
+behind it.
+
+"""
+
+
+class ReportError(Exception):
+    pass
+
+
+def base_name(name):
+    """The name without what Google Benchmark appends: iterations:N, manual_time, real_time."""
+    appended = ("manual_time", "real_time", "process_time")
+    parts = [part for part in name.split("/") if ":" not in part and part not in appended]
+    return "/".join(parts)
+
+
+def measured(results):
+    """Value of each counter: {(benchmark, counter): value}."""
+    values = {}
+    for run in results["benchmarks"]:
+        name = base_name(run["name"])
+        if run.get("error_occurred"):
+            raise ReportError(f"{name}: {run.get('error_message', 'failed')}")
+        if not any(figure.benchmark == name for figure in FIGURES):
+            raise ReportError(f"{name}: no figure claims this benchmark")
+        for figure in FIGURES:
+            if figure.benchmark == name and figure.counter in run:
+                values[name, figure.counter] = run[figure.counter]
+    return values
+
+
+def row(figure, value):
+    shown = f"{value:.2f} {figure.unit}"
+    if value >= figure.limit:
+        shown += " (**missed**)"
+    command = f"`./bench --benchmark_filter='^{figure.benchmark}/'`"
+    return f"| {figure.what} | {figure.target} | {shown} | {command} |"
+
+
+def page(results):
+    values = measured(results)
+    rows = []
+    for figure in FIGURES:
+        key = (figure.benchmark, figure.counter)
+        if key not in values:
+            raise ReportError(f"{figure.benchmark}: not measured")
+        rows.append(row(figure, values[key]))
+    context = results["context"]
+    machine = (f"{context['date'][:10]}, {context['num_cpus']} processors of "
+               f"{context['mhz_per_cpu']} MHz.")
+    return (HEADER + "| What | Reach | Measured | Command |\n|---|---|---|---|\n" +
+            "\n".join(rows) + f"\n\n{machine}\n")
+
+
+def main(arguments):
+    if len(arguments) != 2:
+        print(__doc__, file=sys.stderr)
+        return 2
+    with open(arguments[0], encoding="utf-8") as file:
+        results = json.load(file)
+    try:
+        text = page(results)
+    except ReportError as error:
+        print(f"report.py: {error}", file=sys.stderr)
+        return 1
+    with open(arguments[1], "w", encoding="utf-8") as file:
+        file.write(text)
+    print(text)
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))

@@ -1,0 +1,58 @@
+"""The page of figures: what is measured stands there, and nothing is passed over."""
+
+import unittest
+
+import report
+
+CONTEXT = {"date": "2026-11-21T04:45:39+00:00", "num_cpus": 2, "mhz_per_cpu": 2596}
+
+
+def results(**changed):
+    runs = [
+        {"name": "waiting/serial/iterations:1/real_time", "core_percent": 0.0664},
+        {"name": "waiting/can_key/iterations:1/real_time", "core_percent": 0.2488},
+        {"name": "waiting/udp/iterations:1/real_time", "core_percent": 0.1472},
+        {"name": "batch_link/manual_time", "us_per_cv": 6.716},
+        {"name": "batch_window/manual_time", "us_per_cv": 178.04},
+    ]
+    for run in runs:
+        run.update(changed.get(run["name"].split("/")[0], {}))
+    return {"context": CONTEXT, "benchmarks": runs}
+
+
+class ReportTest(unittest.TestCase):
+    def test_a_line_holds_figure_target_value_and_command(self):
+        self.assertIn(
+            "| waiting for a silent station, serial port | under 1 % of one core "
+            "| 0.07 % of one core | `./bench --benchmark_filter='^waiting/serial/'` |",
+            report.page(results()))
+
+    def test_every_line_is_there_and_the_machine_named(self):
+        text = report.page(results())
+        self.assertEqual(text.count("./bench --benchmark_filter"), 5)
+        self.assertIn("2026-11-21, 2 processors of 2596 MHz.", text)
+        self.assertNotIn("missed", text)
+
+    def test_a_value_at_its_limit_is_missed(self):
+        text = report.page(results(batch_window={"us_per_cv": 1000.0}))
+        self.assertEqual(text.count("(**missed**)"), 1)
+        self.assertIn("| 1000.00 µs a CV (**missed**) |", text)
+
+    def test_a_benchmark_that_failed_stops_the_report(self):
+        with self.assertRaisesRegex(report.ReportError, "batch_link: a CV was read wrongly"):
+            report.page(results(batch_link={"error_occurred": True,
+                                            "error_message": "a CV was read wrongly"}))
+
+    def test_a_benchmark_without_a_figure_stops_the_report(self):
+        with self.assertRaisesRegex(report.ReportError, "new: no figure"):
+            report.page(results(batch_link={"name": "new/manual_time"}))
+
+    def test_a_figure_without_a_benchmark_stops_the_report(self):
+        measured = results()
+        del measured["benchmarks"][0]
+        with self.assertRaisesRegex(report.ReportError, "waiting/serial: not measured"):
+            report.page(measured)
+
+
+if __name__ == "__main__":
+    unittest.main()
