@@ -25,6 +25,8 @@ constexpr EngineFault kEngineFaults[] = {
     {5, storage_error::kLocked, u"Die Datenbank wird gerade von einem anderen Programm benutzt."},
     {6, storage_error::kLocked, u"Die Datenbank wird gerade von einem anderen Programm benutzt."},
     {8, storage_error::kReadOnly, u"Die Datenbank ist schreibgeschützt."},
+    {10, storage_error::kMediumFailed,
+     u"Die Datenbankdatei kann nicht gelesen oder geschrieben werden."},
     {11, storage_error::kDamaged, u"Die Datenbankdatei ist beschädigt."},
     {13, storage_error::kDiskFull, u"Der Datenträger ist voll, es wurde nichts gespeichert."},
     {14, storage_error::kNoDatabase, u"Die Datenbankdatei kann nicht geöffnet werden."},

@@ -21,6 +21,7 @@ inline constexpr int kRecordDeleted = 3167;  ///< the record is gone
 inline constexpr int kReadOnly = 3027;       ///< the file cannot be written
 inline constexpr int kLocked = 3260;         ///< another program holds the file
 inline constexpr int kDiskFull = 3183;       ///< no room for the change
+inline constexpr int kMediumFailed = 3043;   ///< the disk or network fails to read or write
 inline constexpr int kNoDatabase = 3343;     ///< the file is no database of this program
 inline constexpr int kAccessFile = 3345;     ///< the file is a database of Access
 inline constexpr int kNewerFormat = 3344;    ///< the file comes from a newer version

@@ -283,6 +283,15 @@ TEST_F(MainWinTest, NewRecordModeHasItsOwnButtons) {
   EXPECT_EQ(line(u"st_sname")->text(), QStringLiteral("C3"));
 }
 
+TEST_F(MainWinTest, TheCaptionCanBeReadWhileTheNavigatorIsDisabled) {
+  startWith(kVehicles);
+  press(u"butNew");
+  const auto* shown = child<QLabel>(u"Data1_Caption");
+  ASSERT_FALSE(shown->isEnabled());
+  EXPECT_EQ(shown->palette().color(QPalette::Disabled, shown->foregroundRole()),
+            shown->palette().color(QPalette::Active, QPalette::WindowText));
+}
+
 TEST_F(MainWinTest, ANewRecordStandsAtTheEnd) {
   startWith(kVehicles);
   press(u"butNew");

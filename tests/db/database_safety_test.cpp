@@ -1,11 +1,13 @@
 // Other programs, full disks and crashes: the last record that was saved stays whole.
 #include <gtest/gtest.h>
 
+#include <QFileInfo>
 #include <QSqlQuery>
 
 #include <array>
 #include <signal.h>
 #include <sqlite3.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -35,6 +37,27 @@ class OtherProgram {
 
  private:
   sqlite3* handle_ = nullptr;
+};
+
+// While it lives, every write behind `bytes` of a file fails, as on a medium that goes away.
+class NoLargerFiles {
+ public:
+  explicit NoLargerFiles(qint64 bytes) : handler_(signal(SIGXFSZ, SIG_IGN)) {
+    getrlimit(RLIMIT_FSIZE, &kept_);
+    rlimit limit = kept_;
+    limit.rlim_cur = static_cast<rlim_t>(bytes);
+    setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  ~NoLargerFiles() {
+    setrlimit(RLIMIT_FSIZE, &kept_);
+    signal(SIGXFSZ, handler_);
+  }
+  NoLargerFiles(const NoLargerFiles&) = delete;
+  NoLargerFiles& operator=(const NoLargerFiles&) = delete;
+
+ private:
+  rlimit kept_{};
+  void (*handler_)(int);
 };
 
 int codeOfOpening(const QString& path) {
@@ -163,6 +186,28 @@ TEST_F(DatabaseSafety, AKillAtAnyMomentLeavesARecordWhole) {
     EXPECT_LE(number, last + told + 1);
     last = number;
   }
+}
+
+TEST_F(DatabaseSafety, AMediumThatFailsLeavesRecordAndEdit) {
+  RecordSet set;
+  set.open(base_.open(), str("SELECT * FROM LOCO_DAT"));
+  set.Edit();
+  set.setValue(str("MD_PIC"), QByteArray(1000000, 'x'));
+  {
+    const NoLargerFiles limit(QFileInfo(base_.path()).size());
+    try {
+      set.Update();
+      ADD_FAILURE() << "stored without a medium";
+    } catch (const StorageError& error) {
+      EXPECT_EQ(error.code(), storage_error::kMediumFailed);
+      EXPECT_EQ(error.text(),
+                str("Die Datenbankdatei kann nicht gelesen oder geschrieben werden."));
+    }
+    EXPECT_EQ(set.editMode(), EditMode::Edit);
+  }
+  EXPECT_EQ(wholeNumber(base_.path()), 1);
+  set.Update();
+  EXPECT_EQ(set.value(str("MD_PIC")).toByteArray(), QByteArray(1000000, 'x'));
 }
 
 TEST_F(DatabaseSafety, TheFileIsReadableWithoutThisProgram) {

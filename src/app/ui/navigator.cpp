@@ -36,7 +36,9 @@ Navigator::Navigator(const Pictures& pictures, QWidget* parent)
   setFiltered(false);
   caption_->setObjectName(QStringLiteral("Data1_Caption"));
   caption_->setAlignment(Qt::AlignCenter);
-  // "neuer Satz" is to be read while the navigator is disabled.
+  // "neuer Satz" is to be read while the navigator is disabled. The label would else take the role
+  // that goes with the navigator's background.
+  caption_->setForegroundRole(QPalette::WindowText);
   QPalette readable = caption_->palette();
   readable.setColor(QPalette::Disabled, QPalette::WindowText,
                     readable.color(QPalette::Active, QPalette::WindowText));
