@@ -46,6 +46,14 @@ TEST_F(CliTest, YesMayStandAnywhere) {
   EXPECT_EQ(run("cv read 1 --yes"), 0);
 }
 
+TEST_F(CliTest, APortThatIsLostWhileTheSessionOpensIsClosed) {
+  clock.schedule(500, [&] { line_.vanish(); });
+  EXPECT_EQ(run("cv read 1"), 2);
+  EXPECT_EQ(console.messages, (QStringList{"Kann Kommunikationsschnittstelle nicht öffnen (0)!",
+                                           "Die Schnittstelle ist nicht mehr da!"}));
+  EXPECT_EQ(line_.closes, 1);
+}
+
 TEST_F(CliTest, WithoutASessionNothingIsDone) {
   line_.failsToOpen = true;
   EXPECT_EQ(run("cv read 1"), 2);

@@ -114,6 +114,13 @@ TEST_F(CvCommandsTest, CtrlCDuringTheOpeningReadsNothing) {
   EXPECT_FALSE(line_.isOpen());
 }
 
+TEST_F(CvCommandsTest, CtrlCBeforeTheSessionReadsNothing) {
+  interrupt.raise();
+  EXPECT_EQ(run("cv read 1"), 1);
+  EXPECT_TRUE(line_.writes.isEmpty());
+  EXPECT_FALSE(line_.isOpen());
+}
+
 TEST_F(CvCommandsTest, AStationThatIsPulledOutEndsTheCommandWithAMessage) {
   faults.add({.kind = sim::FaultKind::Unplugged, .skip = 1});
   EXPECT_EQ(run("cv read 1 8 29"), 1);

@@ -108,6 +108,16 @@ TEST_F(SessionTest, EndcommWaitsASecondDropsTheInputAndCloses) {
   EXPECT_EQ(link.commUseCount, 0);
 }
 
+TEST_F(SessionTest, EndcommOfANestedSessionDropsTheInputAndLeavesThePortOpen) {
+  link.initComm(true, true, true);
+  link.initComm(true, true, true);
+  line.arrive("rest");
+  link.endcomm(true, true);
+  EXPECT_TRUE(line.isOpen());
+  EXPECT_EQ(link.getBufferCount(), 0);
+  EXPECT_EQ(link.commUseCount, 1);
+}
+
 TEST_F(SessionTest, EndcommAfterTheDeviceVanishedStillClosesTheSession) {
   link.initComm(true, true, true);
   line.vanish();
@@ -181,6 +191,15 @@ TEST_F(SessionTest, AnEventThatIsDueRunsBeforeAWaitLooks) {
   link.initComm(true, true, true);
   clock.schedule(0, [&] { line.arrive("x"); });
   EXPECT_EQ(timeOf([&] { link.WaitForData(1); }), 0);
+}
+
+TEST_F(SessionTest, WhatIsDueRunsOnceMoreOnTheWayOutOfAWait) {
+  link.initComm(true, true, true);
+  bool ran = false;
+  clock.schedule(100, [&] { line.arrive("x"); });
+  clock.schedule(100, [&] { ran = true; });
+  link.WaitForData(1);
+  EXPECT_TRUE(ran);
 }
 
 TEST_F(SessionTest, ADeviceThatVanishesDuringAWaitEndsItWithAGermanMessage) {
