@@ -35,6 +35,23 @@ FIGURES = [
            "µs a CV", 1000.0, "under 1 ms a CV"),
     Figure("batch of 500 CVs beyond mandatory time, from the decoder window", "batch_window",
            "us_per_cv", "µs a CV", 1000.0, "under 1 ms a CV"),
+    Figure("start to a usable main window, 20,000 vehicles with five CV sets",
+           "start/many_vehicles", "ms", "ms", 500.0, "under 500 ms"),
+    Figure("memory for it", "start/many_vehicles", "mb", "MB", 150.0, "under 150 MB"),
+    Figure("opening a database of 20,000 vehicles", "storage_open/many", "ms", "ms", 100.0,
+           "under 100 ms"),
+    Figure("the same with 20 vehicles", "storage_open/few", "ms", "ms", 100.0, "under 100 ms"),
+    Figure("moving to the next record, 20,000 vehicles", "storage_next/many", "ms", "ms", 16.0,
+           "within a frame of 16 ms"),
+    Figure("the same with 20 vehicles", "storage_next/few", "ms", "ms", 16.0,
+           "within a frame of 16 ms"),
+    Figure("finding a vehicle by collection and address, 20,000 vehicles", "storage_find/many",
+           "ms", "ms", 16.0, "within a frame of 16 ms"),
+    Figure("the same with 20 vehicles", "storage_find/few", "ms", "ms", 16.0,
+           "within a frame of 16 ms"),
+    Figure("storing a changed record on disk, 20,000 vehicles", "storage_store/many", "ms", "ms",
+           100.0, "under 100 ms"),
+    Figure("the same with 20 vehicles", "storage_store/few", "ms", "ms", 100.0, "under 100 ms"),
 ]
 
 HEADER = """# Figures

@@ -14,7 +14,11 @@ def results(**changed):
         {"name": "waiting/udp/iterations:1/real_time", "core_percent": 0.1472},
         {"name": "batch_link/manual_time", "us_per_cv": 6.716},
         {"name": "batch_window/manual_time", "us_per_cv": 178.04},
+        {"name": "start/many_vehicles/real_time", "ms": 312.5, "mb": 88.25},
     ]
+    for kind, value in (("open", 17.0), ("next", 2.0), ("find", 2.0), ("store", 20.0)):
+        runs += [{"name": f"storage_{kind}/{many}/real_time", "ms": value}
+                 for many in ("few", "many")]
     for run in runs:
         run.update(changed.get(run["name"].split("/")[0], {}))
     return {"context": CONTEXT, "benchmarks": runs}
@@ -29,9 +33,14 @@ class ReportTest(unittest.TestCase):
 
     def test_every_line_is_there_and_the_machine_named(self):
         text = report.page(results())
-        self.assertEqual(text.count("./bench --benchmark_filter"), 5)
+        self.assertEqual(text.count("./bench --benchmark_filter"), 15)
         self.assertIn("2026-11-21, 2 processors of 2596 MHz.", text)
         self.assertNotIn("missed", text)
+
+    def test_one_benchmark_may_have_two_figures(self):
+        text = report.page(results(start={"mb": 151.0}))
+        self.assertIn("| under 500 ms | 312.50 ms |", text)
+        self.assertIn("| under 150 MB | 151.00 MB (**missed**) |", text)
 
     def test_a_value_at_its_limit_is_missed(self):
         text = report.page(results(batch_window={"us_per_cv": 1000.0}))
