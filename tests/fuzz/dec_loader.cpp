@@ -1,8 +1,9 @@
 // Any text as a description file: the loader, the checker and the layout of its rows must come to
 // an end with every index in its table.
+#include "decoder/dec_loader.h"
+
 #include "base/text_file.h"
 #include "decoder/dec_checker.h"
-#include "decoder/dec_loader.h"
 #include "decoder/page_rows.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
