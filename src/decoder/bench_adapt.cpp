@@ -128,6 +128,11 @@ void DecoderBench::adaptDrive() {
                           "chkWrt_5", "chkWrt_6", "chkWrt_9", "chkWrt_Tbl"}) {
     controls.setEnabled(QString::fromLatin1(box), drives);
   }
+  if (drives && description.SPEEDTABLE) return;
+  // The other marks went with the description. This one would write a table that the new type lacks
+  // by a box that may not even be in view.
+  setBox(QStringLiteral("chkRd_Tbl"), false);
+  setBox(QStringLiteral("chkWrt_Tbl"), false);
 }
 
 void DecoderBench::enableGroup(const QString& group, bool enabled) {

@@ -161,7 +161,7 @@ void DecoderBench::setAllMarks(bool write, bool set) {
     if (!entry.exists() || hasBox) continue;
     const bool allowed = write ? writeAllowed(cv) : readAllowed(cv);
     const bool ofHiddenDrive =
-        entry.ofTable && description.TYPE == DecoderDescription::kTypeWithoutDrive;
+        entry.ofTable && rowOf(cv) < 0 && description.TYPE == DecoderDescription::kTypeWithoutDrive;
     if (!set || (allowed && !ofHiddenDrive)) setMark(write, cv, set);
   }
 }

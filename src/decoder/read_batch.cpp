@@ -144,7 +144,7 @@ bool ReadBatch::tablePoint(CvIndex cv) {
   if (!value) return false;
   bench_.sets.setValue(cv, *value);
   takeMark(cv);
-  bench_.valueChanged(cv);
+  bench_.showValue(cv);
   countDone();
   return true;
 }

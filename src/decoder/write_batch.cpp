@@ -239,10 +239,10 @@ bool WriteBatch::tablePoint(CvIndex cv) {
   status(QStringLiteral("Schreibe Geschwindigkeitstabelle (CV %1)").arg(cv.value()));
   const Written written = write(cv.value(), bench_.sets.value(cv), [&] {
     bench_.sets.setMark(cv, CvMark::Failed);
-    bench_.valueChanged(cv);
+    bench_.showValue(cv);
   });
   if (!finish(cv, written)) return false;
-  bench_.valueChanged(cv);
+  bench_.showValue(cv);
   countDone();
   return true;
 }

@@ -80,6 +80,38 @@ TEST_F(BenchMarks, AllLeavesTheTableOutWhereThereIsNone) {
   EXPECT_FALSE(cv(67).cvRead);
 }
 
+TEST_F(BenchMarks, ATypeWithoutTableTakesItsMarksAway) {
+  for (const char* type : {"[X]\nTYPE=3", "[X]\nSPEEDTABLE=N"}) {
+    openEco(kSome);
+    check("chkRd_Tbl");
+    check("chkWrt_Tbl");
+    describe("Adlerton/AT-NANO.dec", type);
+    bench->chooseDecoder(QStringLiteral("AT-NANO"));
+    clock.advance(100);
+    EXPECT_FALSE(checked("chkRd_Tbl")) << type;
+    EXPECT_FALSE(checked("chkWrt_Tbl")) << type;
+    EXPECT_FALSE(bench->isPlanned(true, CvIndex(67))) << type;
+  }
+}
+
+TEST_F(BenchMarks, ATypeWithATableKeepsItsMarks) {
+  openEco(kSome);
+  check("chkRd_Tbl");
+  describe("Adlerton/AT-NANO.dec", "[X]");
+  bench->chooseDecoder(QStringLiteral("AT-NANO"));
+  clock.advance(100);
+  EXPECT_TRUE(checked("chkRd_Tbl"));
+}
+
+TEST_F(BenchMarks, AllTakesTheRowsThatADecoderWithoutDriveHasInPlaceOfTheTable) {
+  openEco("[X]\nTYPE=3\nCV_67=Blinken,0-255,0,3");
+  click("cmdReadAll");
+  click("cmdWriteAll");
+  EXPECT_TRUE(cv(67).cvRead && cv(67).cvWrite);
+  EXPECT_TRUE(row(67).read && row(67).write);
+  EXPECT_FALSE(cv(68).cvRead || cv(68).cvWrite);
+}
+
 TEST_F(BenchMarks, TabButtonsMarkTheirTab) {
   std::string lines = kSome;
   for (int i = 100; i < 125; ++i) lines += "CV_" + std::to_string(i) + "=F,0-255,0,3\n";

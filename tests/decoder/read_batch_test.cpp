@@ -132,6 +132,18 @@ TEST_F(ReadBatchTest, TableCvsWithADescriptionOfTheirOwnAreRows) {
   EXPECT_EQ(row(67).text, "67");
 }
 
+TEST_F(ReadBatchTest, ARowInPlaceOfTheTableShowsWhatWasRead) {
+  openEco("[X]\nTYPE=3\nCV_67=Blinken,0-255,0,3");
+  markRow(67);
+  read();
+  EXPECT_EQ(sent(), QStringList({"xPTRB 67"}));
+  EXPECT_EQ(value(67), 67);
+  EXPECT_EQ(row(67).text, "67");
+  EXPECT_EQ(row(67).colour, TextColour::Blue);
+  bench->rowLeft(rowOf(67));
+  EXPECT_EQ(value(67), 67) << "no old text goes back into the set";
+}
+
 TEST_F(ReadBatchTest, PagedAndRegisterModeReachTheFirstCvsAndTheConfiguration) {
   for (const char* mode : {"PROGMODE=1\n", "PROGMODE=2\n"}) {
     openEco((std::string(kPlain) + mode).c_str());
