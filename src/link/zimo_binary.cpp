@@ -13,22 +13,24 @@ constexpr int kLaterWant = 2;
 /// a frame of its own, which wants an acknowledgement.
 class ZimoBinaryExchange final : public ReplyExchange {
  public:
-  /// `resultFollows` is false for a main-track write, whose confirmation is all there is.
+  /// Without a `msg` nothing can be sent. `resultFollows` is false for a main-track write, whose
+  /// confirmation is all there is.
   ZimoBinaryExchange(StationLink& link, ZimoBinaryFraming& framing, const CvRequest& request,
-                     QByteArray msg, bool resultFollows)
+                     std::optional<QByteArray> msg, bool resultFollows)
       : ReplyExchange(link, request),
         framing_(framing),
         msg_(std::move(msg)),
         resultFollows_(resultFollows) {}
 
   CvStep send() override {
-    framing_.zbinSend(msg_, false);
+    if (!msg_) return CvStep::finishAtOnce(cv_result::kWrongReply);
+    framing_.zbinSend(*msg_, false);
     setWant(kFirstWant);
     return CvStep::wait();
   }
 
   void secondChance() override {
-    framing_.zbinSend(msg_, false);
+    framing_.zbinSend(*msg_, false);
     setWant(kLaterWant);
   }
 
@@ -63,7 +65,7 @@ class ZimoBinaryExchange final : public ReplyExchange {
   }
 
   ZimoBinaryFraming& framing_;
-  QByteArray msg_;
+  std::optional<QByteArray> msg_;
   bool resultFollows_;
 };
 
@@ -76,8 +78,9 @@ std::unique_ptr<CvExchange> ZimoBinaryProtocol::readCv(const CvRequest& request)
 
 std::unique_ptr<CvExchange> ZimoBinaryProtocol::writeCv(const CvRequest& request) {
   const bool programmingTrack = link().commJob == CommJob::WriteProgTrack;
-  QByteArray msg = programmingTrack ? zbin::writeCv(request.cv, request.value)
-                                    : zbin::writeCvMain(request.address, request.cv, request.value);
+  std::optional<QByteArray> msg =
+      programmingTrack ? zbin::writeCv(request.cv, request.value)
+                       : zbin::writeCvMain(request.address, request.cv, request.value);
   return std::make_unique<ZimoBinaryExchange>(link(), framing_, request, std::move(msg),
                                               programmingTrack);
 }

@@ -21,6 +21,8 @@ constexpr int kDone = 0x34;
 constexpr int kTrackPowerCommand = 0x02;
 /// Added to an address's high byte; with address 0 it names the programming track.
 constexpr int kCvAddressBase = 0x80;
+constexpr int kFirstAddress = 1;
+constexpr int kLastAddress = 10239;
 
 bool needsEscape(char byte) {
   return byte == kStart || byte == kEscape || byte == kEnd;
@@ -107,7 +109,8 @@ QByteArray writeCv(int cv, int value) {
   return payload;
 }
 
-QByteArray writeCvMain(int address, int cv, int value) {
+std::optional<QByteArray> writeCvMain(int address, int cv, int value) {
+  if (address < kFirstAddress || address > kLastAddress) return std::nullopt;
   return bytes({kCvCommand, kCvAddressBase + address / 256, address & 255, byteSecond(cv),
                 byteLow(cv), value});
 }

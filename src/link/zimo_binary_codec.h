@@ -42,10 +42,12 @@ struct Reply {
 /// 5), which are cut off.
 Reply takeApart(const QByteArray& body);
 
-/// Payloads. `cv` counts from 1, `value` is 0 to 255, `address` 0 to 10239.
+/// Payloads. `cv` counts from 1, `value` is 0 to 255.
 QByteArray readCv(int cv);
 QByteArray writeCv(int cv, int value);
-QByteArray writeCvMain(int address, int cv, int value);
+/// Nothing for a number that is no address, 1 to 10239: with 0 the message would name the
+/// programming track and write to the decoder there.
+std::optional<QByteArray> writeCvMain(int address, int cv, int value);
 /// Tells the station that its result with the sequence byte `seq` has arrived.
 QByteArray acknowledge(int seq);
 /// The greeting's two payloads and the farewell.

@@ -57,8 +57,15 @@ TEST(ZimoBinaryFrame, WritesACvOnTheMainTrackByAddress) {
   EXPECT_EQ(zbin::writeCvMain(3, 29, 6), fromHex("13 80 03 00 1D 06"));
   EXPECT_EQ(zbin::writeCvMain(1000, 29, 6), fromHex("13 83 E8 00 1D 06"));
   EXPECT_EQ(zbin::writeCvMain(10239, 1024, 0), fromHex("13 A7 FF 04 00 00"));
-  EXPECT_EQ(zbin::frame(2, zbin::writeCvMain(1000, 29, 6), false),
+  EXPECT_EQ(zbin::writeCvMain(1, 29, 6), fromHex("13 80 01 00 1D 06"));
+  EXPECT_EQ(zbin::frame(2, fromHex("13 83 E8 00 1D 06"), false),
             fromHex("0101 02 1030 13 83 E8 00 1D 06 CA 17"));
+}
+
+TEST(ZimoBinaryFrame, NoMessageWritesOnTheMainTrackToWhatIsNoAddress) {
+  for (const int address : {0, -1, -200, 10240, 32767}) {
+    EXPECT_EQ(zbin::writeCvMain(address, 29, 6), std::nullopt) << address;
+  }
 }
 
 TEST(ZimoBinaryFrame, AcknowledgesAsAnAnswer) {

@@ -376,6 +376,12 @@ TEST_F(ZimoBinaryTest, AMainTrackWriteMayBeRefusedOrMetBySilence) {
   EXPECT_EQ(write(29, 6, 1000), -1001);
 }
 
+TEST_F(ZimoBinaryTest, AMainTrackWriteToAddress0NeverReachesTheProgrammingTrack) {
+  link.commJob = CommJob::WriteMain;
+  EXPECT_EQ(timeOf([&] { EXPECT_EQ(write(29, 6, 0), -1003); }), 0);
+  EXPECT_EQ(line.writes.size(), 2) << "only the greeting";
+}
+
 TEST_F(ZimoBinaryTest, EveryJobButTheProgrammingTrackWriteGoesToTheMainTrack) {
   link.commJob = CommJob::ReadProgTrack;
   expect("0101 02 1030 13 80 03 00 1F 1021 4B 17").answer(fromHex(kAccepted));
