@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTextBrowser>
 #include <QTreeView>
 
@@ -77,6 +78,16 @@ TEST_F(HelpWindowTest, TheSearchFindsAWordOfThePages) {
   const auto* results = child<QListWidget>(u"lstResults");
   runUntil([&] { return results->count() > 0; });
   EXPECT_EQ(results->item(0)->text(), QStringLiteral("Anschlüsse (PORTS.INI)"));
+}
+
+TEST_F(HelpWindowTest, TheEscapeKeyClosesItAndItOpensAgain) {
+  window_->showContents();
+  window_->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+  QTest::keyClick(child<QTextBrowser>(u"txtPage"), Qt::Key_Escape);
+  EXPECT_FALSE(window_->isVisible());
+  window_->showSearch();
+  EXPECT_TRUE(window_->isVisible());
 }
 
 TEST(HelpWindow, AFileThatIsNoHelpCollectionIsAFault) {

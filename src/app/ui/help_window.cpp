@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSplitter>
 #include <QTabWidget>
 #include <QTextBrowser>
@@ -47,6 +48,7 @@ HelpWindow::HelpWindow(const QString& helpFile)
       results_(new QListWidget) {
   setObjectName(QStringLiteral("frmHelp"));
   setWindowTitle(QStringLiteral("Lokari - Hilfe"));
+  new QShortcut(Qt::Key_Escape, this, this, &QWidget::close);
   engine_->setReadOnly(false);
   engine_->setupData();
 
