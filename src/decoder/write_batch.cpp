@@ -55,7 +55,13 @@ bool WriteBatch::checks() {
 
 bool WriteBatch::findMainAddress() {
   const auto address = bench_.addressNumber();
-  if (!address) return true;
+  if (!address || *address < 1 || *address > kHighestAddress) {
+    // The main track has more than one vehicle: without an address the write would reach another.
+    const QString text = QStringLiteral("Eingegebene Adresse ungültig!");
+    bench_.parts_.prompt.message(text);
+    status(text);
+    return endAs(End::Failed);
+  }
   const int known = *address > kHighestShortAddress ? link().getAddrIndex(*address) : *address;
   if (known >= 0) {
     link().pomAddr = known;

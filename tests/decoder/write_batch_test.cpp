@@ -451,6 +451,19 @@ TEST_F(WriteBatchTest, OnTheMainTrackNothingIsRead) {
   expectSessionClosed();
 }
 
+TEST_F(WriteBatchTest, WithoutAnAddressNothingIsWrittenOnTheMainTrack) {
+  for (const char* address : {"", "0", "10240"}) {
+    link.pomAddr = 7;  // of the vehicle before
+    openEco(kPlain, address);
+    prompt.shown.clear();
+    markRowForWriting(33);
+    runJob(CommJob::WriteMain);
+    EXPECT_EQ(prompt.shown, QStringList({"Eingegebene Adresse ungültig!"})) << address;
+    EXPECT_EQ(sent(), QStringList()) << address;
+    EXPECT_EQ(link.commUseCount, 0);
+  }
+}
+
 TEST_F(WriteBatchTest, AnAddressThatTheStationDoesNotKnowEndsTheRun) {
   settings.baseUnit = StationKind::Mx1;
   settings.continueOnError = true;
