@@ -41,13 +41,20 @@ void Mx10Protocol::open(bool progOn, int& step) {
     fail();
   }
 
-  bool loggedOn = true;
-  if (code != ModCan::kAlreadyOpen) {
-    connectStation(step);
-    step = can_.canWrite(mx10::logOn());
-    loggedOn = step == 0;
+  const bool isFirst = code != ModCan::kAlreadyOpen;
+  try {
+    bool loggedOn = true;
+    if (isFirst) {
+      connectStation(step);
+      step = can_.canWrite(mx10::logOn());
+      loggedOn = step == 0;
+    }
+    if (progOn && loggedOn) switchToProgrammingTrack(step);
+  } catch (const LinkError&) {
+    // Left open, a vanished device would pass for a running session at the next try.
+    if (isFirst && can_.isOpen()) close(true);
+    throw;
   }
-  if (progOn && loggedOn) switchToProgrammingTrack(step);
 }
 
 void Mx10Protocol::connectStation(int& step) {

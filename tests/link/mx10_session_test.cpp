@@ -125,6 +125,15 @@ TEST_F(Mx10Session, WithoutAStationOnTheBusStep1901FailsAndTheDriverIsClosed) {
   EXPECT_EQ(link.commUseCount, 0);
 }
 
+TEST_F(Mx10Session, ADeviceThatVanishesWhileOpeningIsOpenedAnewAtTheNextTry) {
+  clock.schedule(20, [] { throw LinkError(QStringLiteral("weg")); });
+  EXPECT_EQ(link.initComm(true, true, false), failure(1904));
+  EXPECT_FALSE(can.isOpen);
+  openSession(false);
+  EXPECT_EQ(can.openCalls.size(), 2);
+  EXPECT_EQ(station().mx10Nid, qint16(0xC0A1 - 0x10000));
+}
+
 TEST_F(Mx10Session, AnAnnouncementOfAnEarlierSessionIsNoAnnouncement) {
   openSession(false);
   link.FinishComm();
