@@ -5,15 +5,22 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+
 #include "base/paths.h"
 
 namespace lokari {
+namespace {
+
+const QString kTemplate = QStringLiteral("EMPTY.MDB");
+
+}  // namespace
 
 QString chooseAppPath(const QString& environment, const QString& executableFolder,
                       const QString& userData) {
   if (!environment.isEmpty()) return QDir::cleanPath(environment);
   const bool portable = QFileInfo(executableFolder).isWritable() &&
-                        !findFile(executableFolder + QStringLiteral("/EMPTY.MDB")).isEmpty();
+                        !findFile(executableFolder + u'/' + kTemplate).isEmpty();
   return portable ? QDir::cleanPath(executableFolder) : userData + QStringLiteral("/lokari");
 }
 
@@ -23,13 +30,17 @@ QString seedAppPath(const QString& appPath, const QString& installedData) {
     return QStringLiteral("Ordner %1 kann nicht angelegt werden!").arg(appPath);
   }
   const QDir source(installedData);
+  QStringList names;
   QDirIterator files(installedData, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-  while (files.hasNext()) {
-    const QString from = files.next();
-    const QString name = source.relativeFilePath(from);
+  while (files.hasNext()) names << source.relativeFilePath(files.next());
+  // The template marks a folder that is complete, so it comes last.
+  std::stable_partition(names.begin(), names.end(), [](const QString& name) {
+    return name.compare(kTemplate, Qt::CaseInsensitive) != 0;
+  });
+  for (const QString& name : names) {
     const QString to = placeFor(target.filePath(name));
     if (QFileInfo::exists(to)) continue;
-    if (!QDir().mkpath(QFileInfo(to).path()) || !QFile::copy(from, to)) {
+    if (!QDir().mkpath(QFileInfo(to).path()) || !QFile::copy(source.filePath(name), to)) {
       return QStringLiteral("Datei %1 kann nicht angelegt werden!").arg(to);
     }
     // An installation's files may be read-only; the user's copy is his to change.

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QFile>
 #include <QTemporaryDir>
 
 #include "base/text_file.h"
@@ -54,6 +55,17 @@ TEST_F(AppPathsTest, SeedingNeverOverwrites) {
   EXPECT_EQ(readTextFile(app + QStringLiteral("/empty.mdb")), QStringLiteral("mine"));
   EXPECT_EQ(readTextFile(app + QStringLiteral("/Zimo/DecTypes.txt")), QStringLiteral("types"));
   EXPECT_EQ(QDir(app).entryList(QDir::Files).size(), 1);
+}
+
+TEST_F(AppPathsTest, TheTemplateComesLastSinceItMarksACompleteFolder) {
+  write(QStringLiteral("installed/EMPTY.MDB"), "template");
+  write(QStringLiteral("installed/Zimo/DecTypes.txt"), "types");
+  // A file stands where the folder is to be made: the seeding breaks off there.
+  write(QStringLiteral("app/Zimo"), "in the way");
+  const QString app = folder.filePath(QStringLiteral("app"));
+  EXPECT_EQ(seedAppPath(app, folder.filePath(QStringLiteral("installed"))),
+            QStringLiteral("Datei %1/Zimo/DecTypes.txt kann nicht angelegt werden!").arg(app));
+  EXPECT_FALSE(QFile::exists(app + QStringLiteral("/EMPTY.MDB")));
 }
 
 TEST_F(AppPathsTest, AFolderThatCannotBeMadeIsNamed) {
