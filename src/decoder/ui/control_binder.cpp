@@ -59,7 +59,7 @@ ControlBinder::ControlBinder(DecoderBench& bench, QObject* parent)
 
 void ControlBinder::bind(const QString& name, std::function<void(const Control&)> show) {
   show(bench_.controls.at(name));
-  shows_.insert(name, std::move(show));
+  shows_.emplace(name, std::move(show));
 }
 
 void ControlBinder::bindState(QWidget* control) {
