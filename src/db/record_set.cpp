@@ -161,6 +161,11 @@ void RecordSet::updateRow() {
 // The indexes in the file know no umlauts in another case; this look-up does.
 void RecordSet::checkUnique() const {
   for (const QStringList& key : table_->uniqueKeys) {
+    // A change beside the key is stored even where another program has made two of a kind.
+    const bool touched = std::any_of(key.begin(), key.end(), [this](const QString& name) {
+      return changes_.contains(needColumn(name).name);
+    });
+    if (editMode_ == EditMode::Edit && !touched) continue;
     QStringList terms;
     QVariantList values;
     bool complete = true;

@@ -163,6 +163,20 @@ TEST_F(RecordSetTest, CollectionsThatDifferInCaseOnlyAreOneUmlautsIncluded) {
   EXPECT_EQ(codeOf([this] { set_.Update(); }), 3022);
 }
 
+TEST_F(RecordSetTest, AChangeBesideTheKeyIsStoredAlsoOfOneOfTwoThatAnotherProgramMade) {
+  base_.addVehicle(1, QStringLiteral("Gäste"), QStringLiteral("G1"));
+  base_.addVehicle(1, QStringLiteral("GÄSTE"), QStringLiteral("G2"));
+  open();
+  set_.FindFirst(QStringLiteral("ST_SNAME=\"G2\""));
+  set_.Edit();
+  set("FZ_CODE", QStringLiteral("103"));
+  set_.Update();
+  EXPECT_EQ(set_.text(QStringLiteral("FZ_CODE")), QStringLiteral("103"));
+  set_.Edit();
+  set("DC_ADR", 1);
+  EXPECT_EQ(codeOf([this] { set_.Update(); }), 3022);
+}
+
 TEST_F(RecordSetTest, NullAndTheEmptyTextAreKeptApart) {
   set_.Edit();
   set("FZ_LNAME", QStringLiteral(""));
