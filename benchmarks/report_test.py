@@ -14,6 +14,8 @@ def results(**changed):
         {"name": "waiting/udp/iterations:1/real_time", "core_percent": 0.1472},
         {"name": "batch_link/manual_time", "us_per_cv": 6.716},
         {"name": "batch_window/manual_time", "us_per_cv": 178.04},
+        {"name": "rebuild/rows_1000/manual_time", "ms": 31.5},
+        {"name": "rebuild/grid_4800/manual_time", "ms": 62.25},
         {"name": "start/many_vehicles/real_time", "ms": 312.5, "mb": 88.25},
     ]
     for kind, value in (("open", 17.0), ("next", 2.0), ("find", 2.0), ("store", 20.0)):
@@ -33,7 +35,7 @@ class ReportTest(unittest.TestCase):
 
     def test_every_line_is_there_and_the_machine_named(self):
         text = report.page(results())
-        self.assertEqual(text.count("./bench --benchmark_filter"), 15)
+        self.assertEqual(text.count("./bench --benchmark_filter"), 17)
         self.assertIn("2026-11-21, 2 processors of 2596 MHz.", text)
         self.assertNotIn("missed", text)
 
