@@ -155,5 +155,32 @@ TEST_F(ReadbackTest, AnAddressThatDoesNotStickIsAFailure) {
   expectSessionClosed();
 }
 
+// ---- The farewell after a cancel --------------------------------------------------------------
+
+class CancelOnLiUsb : public ReadbackTest {
+ protected:
+  CancelOnLiUsb() : ReadbackTest(StationKind::LiUsb) {
+    openEco(kPlain);
+    markRow(33);
+    markRowForWriting(33);
+    fault("silence:immer@1");
+  }
+  /// Milliseconds from the cancel to the end of the job.
+  Millis farewell(CommJob job) {
+    const Millis cancel = clock.now() + 2500;
+    clock.schedule(2500, [this] { link.cancelRequested = true; });
+    runJob(job);
+    EXPECT_EQ(view.statuses.last(), "Beende Kommunikation ...");
+    return clock.now() - cancel;
+  }
+};
+
+TEST_F(CancelOnLiUsb, AWriteStaysCancelledThroughTheFarewellAndAReadDoesNot) {
+  const Millis afterRead = farewell(CommJob::ReadProgTrack);
+  const Millis afterWrite = farewell(CommJob::WriteProgTrack);
+  EXPECT_LT(afterWrite, afterRead) << "a farewell that is cancelled waits for no answer";
+  EXPECT_FALSE(link.cancelRequested);
+}
+
 }  // namespace
 }  // namespace lokari

@@ -122,6 +122,21 @@ TEST_F(BenchAdapt, FixedFieldsFollowTheirLines) {
   EXPECT_EQ(control("lblDcDrvLeg2").caption, "126");
 }
 
+TEST_F(BenchAdapt, AFieldThatTheNewTypeLacksIsZeroInTheNormalColour) {
+  record.recCvValues[0][3] = 9;
+  record.recCvMarks[0][3] = '2';
+  openEco("[X]\nCV_4=Bremse");
+  check("chkRd_4");
+  EXPECT_EQ(control("txtDcComDecTime").colour, TextColour::Red);
+  describe("Adlerton/AT-NANO.dec", "[X]\nCV_3=Zeit");
+  bench->chooseDecoder(QStringLiteral("AT-NANO"));
+  clock.advance(100);
+  EXPECT_EQ(text("txtDcComDecTime"), "0");
+  EXPECT_EQ(control("txtDcComDecTime").colour, TextColour::Normal);
+  EXPECT_FALSE(checked("chkRd_4") || cv(4).cvRead);
+  EXPECT_EQ(value(4), 9) << "a CV that the type lacks keeps its value";
+}
+
 TEST_F(BenchAdapt, TheSpareRowBelongsToThePageOfTheDriveTab) {
   record.recCvValues[0][8] = 44;
   openEco("[X]\nCV_9=Periode,0-99,0,2");

@@ -256,6 +256,17 @@ TEST_F(BenchFields, EveryOptionSetsAndClearsItsBit) {
   }
 }
 
+TEST_F(BenchFields, StepsAndTableOptionsDrawTheSpeedTableAnew) {
+  int draws = 0;
+  QObject::connect(bench.get(), &DecoderBench::speedTableChanged, bench.get(), [&] { ++draws; });
+  bench->optionClicked(QStringLiteral("optDcDrvSpdTblYes"));
+  EXPECT_EQ(draws, 1);
+  bench->optionClicked(QStringLiteral("optDcComSteps28"));
+  EXPECT_EQ(draws, 2);
+  bench->optionClicked(QStringLiteral("optDcComDirReverse"));
+  EXPECT_EQ(draws, 2);
+}
+
 TEST_F(BenchFields, AllOptionsShowTheMarkOfTheirCv) {
   setMark(29, CvMark::Failed);
   setMark(19, CvMark::Verified);

@@ -203,6 +203,16 @@ TEST_F(BenchMarks, AHeaderClickWorksOnTheSelection) {
   EXPECT_FALSE(cv(50).cvRead);
 }
 
+TEST_F(BenchMarks, ASelectionBeyondTheNewTypesRowsIsNone) {
+  openEco(kSome);
+  bench->gridSelected(30, 34);
+  describe("Adlerton/AT-NANO.dec", "[X]\nSPEEDTABLE=N\nCV_31=Wert\nCV_32=Wert");
+  bench->chooseDecoder(QStringLiteral("AT-NANO"));
+  clock.advance(100);
+  bench->gridHeaderClicked(GridColumn::Read);
+  EXPECT_TRUE(cv(31).cvRead && cv(32).cvRead);
+}
+
 TEST_F(BenchMarks, ClicksOnBoxesOfTheGrid) {
   openEco(kSome);
   bench->gridClicked(gridRowOf(30), GridColumn::Read);

@@ -49,6 +49,8 @@ TEST_F(BenchOpen, ShowsMakerTypeAndAddress) {
   EXPECT_EQ(control("cbDcDecoder").items, QStringList({"AT-SND16", "AT-NANO", "AT-ECO"}));
   EXPECT_EQ(text("cbDcDecoder"), "AT-ECO");
   EXPECT_EQ(text("dc_adr"), "47");
+  EXPECT_EQ(focused, QStringList({"dc_adr"}));
+  EXPECT_FALSE(control("cmdName").enabled);
   EXPECT_FALSE(bench->windowOpening);
   EXPECT_EQ(bench->selectedTab(), 0);
 }
@@ -236,6 +238,19 @@ TEST_F(BenchOpen, AnotherSetKeepsTheMarksOfItsOptions) {
   EXPECT_EQ(mark(19), CvMark::Failed);
   EXPECT_EQ(text("txtDcComConsist"), "2");
   EXPECT_EQ(control("txtDcComConsist").colour, TextColour::Red);
+}
+
+TEST_F(BenchOpen, ATypeChosenJustBeforeAnotherSetGivesItsDefaultsToTheOldOne) {
+  record.recCvValues[1][30] = 22;
+  openEco("[X]");
+  describe("Adlerton/AT-NANO.dec", "[X]\nCV_31=Wert,0-255,7,5");
+  bench->chooseDecoder(QStringLiteral("AT-NANO"));
+  bench->chooseSet(QStringLiteral("Set 2"));
+  clock.advance(100);
+  EXPECT_EQ(value(31), 22);
+  EXPECT_EQ(row(31).text, "22");
+  bench->chooseSet(QStringLiteral("Set 1"));
+  EXPECT_EQ(value(31), 7);
 }
 
 TEST_F(BenchOpen, OfTwoSetsOfOneNameOnlyTheFirstIsReached) {

@@ -214,6 +214,18 @@ TEST_F(ReadBatchTest, Bit6GoesToThePulseOptionAndTheManBitStays) {
   EXPECT_TRUE(checked("optDcComDetectPulseNo")) << "bit 6 overrides bit 3";
 }
 
+TEST_F(ReadBatchTest, AConfigurationThatIsAsItWasTurnsBlueToo) {
+  settings.addressCheckNow = true;
+  record.recCvValues[0][28] = 2;
+  openEco(kReadDescription);
+  check("chkRd_29");
+  EXPECT_EQ(control("optDcComSteps28").colour, TextColour::Normal);
+  read();
+  EXPECT_EQ(value(29), 2);
+  EXPECT_EQ(control("optDcComSteps28").colour, TextColour::Blue);
+  EXPECT_TRUE(checked("optDcComDirNormal")) << "switched over and back";
+}
+
 TEST_F(ReadBatchTest, TheTwinBoxReadsTheConfigurationToo) {
   openEco(kReadDescription);
   check("chkDrvRd_29");

@@ -107,6 +107,20 @@ TEST_F(ReadChecks, AContinuedFailureOfTheCheckFindsAddressZero) {
   EXPECT_EQ(value(33), 33);
 }
 
+TEST_F(ReadChecks, AContinuedFailureOfHalfALongAddressFindsAddressZero) {
+  settings.continueOnError = true;
+  decoder().setAddress(2000);
+  openEco(kReadDescription, "2000");
+  check("chkDcAdrRead");
+  fault("noack@1");
+  prompt.answers = {Answer::Ok};
+  read();
+  EXPECT_EQ(sent(), QStringList({"xPTRB 29", "xPTRB 18"})) << "the other half is not read";
+  EXPECT_EQ(prompt.shown, QStringList({"Abweichende Adresse im Empfänger (0)!"}));
+  EXPECT_EQ(text("dc_adr"), "2000") << "nothing was found to take over";
+  EXPECT_EQ(mark(1), CvMark::Failed);
+}
+
 // ---- Maker ------------------------------------------------------------------------------------
 
 TEST_F(ReadChecks, TheSameMakerRaisesNoQuestionAndTheVersionIsRead) {
@@ -152,6 +166,21 @@ TEST_F(ReadChecks, AnotherMakerIsTakenOverWithOk) {
   EXPECT_EQ(value(7), 7);
   EXPECT_EQ(view.hides, 1);
   expectSessionClosed();
+}
+
+TEST_F(ReadChecks, AnotherMakersTypeTakesTheMarksAndTheTabInViewAway) {
+  settings.manufacturerCheckNow = true;
+  decoder().store(8, 131);
+  describe("Fahrwerk/FW-28.dec", "[FW-28]\nCV_33=Licht,0-15,7,5");
+  openEco(kReadDescription);
+  bench->selectTab(2);
+  markRow(33);
+  prompt.answers = {Answer::Ok};
+  read();
+  EXPECT_EQ(bench->selectedTab(), 0) << "the new type has no such tab";
+  EXPECT_EQ(sent(), QStringList({"xPTRB 8", "xPTRB 7"}));
+  EXPECT_FALSE(cv(33).cvRead) << "marked was a CV of the other type";
+  EXPECT_EQ(value(33), 7);
 }
 
 TEST_F(ReadChecks, AnotherMakerWithCancelEndsOrderly) {

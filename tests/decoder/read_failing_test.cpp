@@ -246,6 +246,18 @@ TEST_F(ReadFailing, ACancelDuringThePauseAfterAFailureEndsTheRunBehindTheCv) {
   expectSessionClosed();
 }
 
+TEST_F(ReadFailing, AnOrderlyEndDrawsTheSpeedTableAnewAndAFailedOneDoesNot) {
+  openEco(kReadDescription);
+  markRow(33);
+  int draws = 0;
+  QObject::connect(bench.get(), &DecoderBench::speedTableChanged, bench.get(), [&] { ++draws; });
+  read();
+  EXPECT_EQ(draws, 1);
+  fault("noack");
+  read();
+  EXPECT_EQ(draws, 1);
+}
+
 TEST_F(ReadFailing, TheWindowsFlagsHoldDuringTheRun) {
   openEco(kReadDescription);
   markRow(33);

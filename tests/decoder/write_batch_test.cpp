@@ -203,6 +203,16 @@ TEST_F(WriteBatchTest, AfterALongAddressTheConfigurationCarriesBit5) {
   EXPECT_EQ(sent().last(), "xPTWD 29, 34");
 }
 
+TEST_F(WriteBatchTest, AfterALongAddressBit5IsMergedAndCarriesNowhere) {
+  settings.addressCheckNow = true;
+  record.recCvValues[0][28] = 34;
+  openEco(kPlain, "128");
+  check("chkDcAdrWrite");
+  check("chkWrt_29");
+  write();
+  EXPECT_EQ(sent().last(), "xPTWD 29, 34");
+}
+
 TEST_F(WriteBatchTest, WithoutTheCheckTheConfigurationIsForced) {
   openEco(kPlain, "128");
   check("chkDcAdrWrite");
