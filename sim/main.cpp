@@ -55,6 +55,7 @@ void join(Station& station, Port& port, bool log) {
 int run(const Options& options) {
   QtClock clock;
   Layout layout;
+  layout.onChange = [](const QString& line) { print(stdout, line); };
   FaultPlan faults;
   for (const Fault& fault : options.faults) faults.add(fault);
   QString error = loadDecoders(options, layout);

@@ -1,0 +1,56 @@
+// The one station link that all cabs and panels share. Waits let events run, so another cab's
+// button, a timer or the stop can arrive inside an exchange; here they get their order.
+#pragma once
+
+#include <deque>
+#include <functional>
+
+namespace lokari {
+
+class StationLink;
+
+class CabLine {
+ public:
+  /// `link` must outlive it.
+  explicit CabLine(StationLink& link) : link_(link) {}
+  CabLine(const CabLine&) = delete;
+  CabLine& operator=(const CabLine&) = delete;
+
+  StationLink& link() const { return link_; }
+
+  /// An exchange is in hand: what asks the station of its own accord, such as a timer, keeps
+  /// silent.
+  bool isBusy() const { return depth_ > 0; }
+
+  /// Runs an exchange: now, or, when one is in hand, after it. `owner` and `what` name it: a newer
+  /// one with the same names takes the place of one that still waits, so that a bar that is
+  /// dragged quickly sends its last position and no queue of old ones.
+  void exchange(const void* owner, int what, std::function<void()> run);
+
+  /// Runs `run` at once, also inside an exchange that waits, but never in the middle of a message
+  /// that is going out: then right behind it. This is how a stop gets through.
+  void urgent(std::function<void()> run);
+
+  /// Every message goes out through here, so that an urgent one cannot get in between its bytes.
+  void send(const std::function<void()>& write);
+
+  /// Forgets what still waits for `owner`, which is about to go.
+  void forget(const void* owner);
+
+ private:
+  struct Waiting {
+    const void* owner;
+    int what;
+    std::function<void()> run;
+  };
+
+  void runWaiting();
+
+  StationLink& link_;
+  int depth_ = 0;
+  bool sending_ = false;
+  std::deque<Waiting> waiting_;
+  std::deque<std::function<void()>> urgent_;
+};
+
+}  // namespace lokari

@@ -1,0 +1,60 @@
+#include "cab/cab_table.h"
+
+#include <array>
+
+namespace lokari {
+namespace {
+
+struct CabRow {
+  ProtocolFamily family;
+  std::unique_ptr<CabProtocol> (*makeCab)(CabLine&, CabState&, CabHooks);
+  std::unique_ptr<PanelProtocol> (*makePanel)(CabLine&, PanelState&);
+};
+
+/// In the order of the families.
+constexpr std::array kCabs{
+    CabRow{ProtocolFamily::Mx1Text, nullptr, nullptr},
+
+    CabRow{ProtocolFamily::ZimoBinary, nullptr, nullptr},
+
+    CabRow{ProtocolFamily::Lenz, nullptr, nullptr},
+
+    CabRow{ProtocolFamily::LiDp, nullptr, nullptr},
+
+    CabRow{ProtocolFamily::Intellibox, nullptr, nullptr},
+
+    CabRow{ProtocolFamily::Tams, nullptr, nullptr},
+
+    CabRow{ProtocolFamily::Z21, nullptr, nullptr},
+
+    CabRow{ProtocolFamily::Mx10, nullptr, nullptr},
+};
+
+constexpr size_t indexOf(ProtocolFamily family) {
+  return static_cast<size_t>(family);
+}
+
+constexpr bool everyKindHasItsRow() {
+  for (const StationKindRow& kind : kStationKinds) {
+    const size_t index = indexOf(kind.family);
+    if (index >= kCabs.size() || kCabs[index].family != kind.family) return false;
+  }
+  return true;
+}
+static_assert(everyKindHasItsRow());
+
+}  // namespace
+
+std::unique_ptr<CabProtocol> makeCabProtocol(ProtocolFamily family, CabLine& line, CabState& state,
+                                             CabHooks hooks) {
+  const CabRow& row = kCabs[indexOf(family)];
+  return row.makeCab == nullptr ? nullptr : row.makeCab(line, state, std::move(hooks));
+}
+
+std::unique_ptr<PanelProtocol> makePanelProtocol(ProtocolFamily family, CabLine& line,
+                                                 PanelState& state) {
+  const CabRow& row = kCabs[indexOf(family)];
+  return row.makePanel == nullptr ? nullptr : row.makePanel(line, state);
+}
+
+}  // namespace lokari
