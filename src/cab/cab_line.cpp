@@ -21,31 +21,38 @@ class Raised {
 
 }  // namespace
 
+void CabLine::put(Queue& queue, Waiting next) {
+  const auto same = std::find_if(queue.begin(), queue.end(), [&](const Waiting& each) {
+    return each.owner == next.owner && each.what == next.what;
+  });
+  if (same != queue.end()) {
+    same->run = std::move(next.run);
+  } else {
+    queue.push_back(std::move(next));
+  }
+}
+
+void CabLine::run(const std::function<void()>& exchange) {
+  const Raised<int> busy(depth_, 1, 0);
+  exchange();
+}
+
 void CabLine::exchange(const void* owner, int what, std::function<void()> run) {
-  if (isBusy()) {
-    const auto same = std::find_if(waiting_.begin(), waiting_.end(), [&](const Waiting& each) {
-      return each.owner == owner && each.what == what;
-    });
-    if (same != waiting_.end()) {
-      same->run = std::move(run);
-    } else {
-      waiting_.push_back({owner, what, std::move(run)});
-    }
-    return;
-  }
-  {
-    const Raised<int> busy(depth_, 1, 0);
-    run();
-  }
+  put(waiting_, {owner, what, std::move(run)});
+  runWaiting();
+}
+
+void CabLine::background(const void* owner, std::function<void()> run) {
+  put(background_, {owner, 0, std::move(run)});
   runWaiting();
 }
 
 void CabLine::runWaiting() {
-  while (!isBusy() && !waiting_.empty()) {
-    const auto next = std::move(waiting_.front().run);
-    waiting_.pop_front();
-    const Raised<int> busy(depth_, 1, 0);
-    next();
+  while (!isBusy() && !(waiting_.empty() && background_.empty())) {
+    Queue& queue = waiting_.empty() ? background_ : waiting_;
+    const auto next = std::move(queue.front().run);
+    queue.pop_front();
+    run(next);
   }
 }
 
@@ -74,7 +81,9 @@ void CabLine::send(const std::function<void()>& write) {
 }
 
 void CabLine::forget(const void* owner) {
-  std::erase_if(waiting_, [owner](const Waiting& each) { return each.owner == owner; });
+  const auto isOwners = [owner](const Waiting& each) { return each.owner == owner; };
+  std::erase_if(waiting_, isOwners);
+  std::erase_if(background_, isOwners);
 }
 
 }  // namespace lokari

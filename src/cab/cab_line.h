@@ -18,14 +18,24 @@ class CabLine {
 
   StationLink& link() const { return link_; }
 
-  /// An exchange is in hand: what asks the station of its own accord, such as a timer, keeps
-  /// silent.
+  /// An exchange is in hand.
   bool isBusy() const { return depth_ > 0; }
+
+  /// Inside an exchange or an urgent(): another one waits for its answer around it.
+  bool isNested() const { return depth_ > 1; }
+
+  /// The user's next command waits for the end of the exchange in hand. A poll that sees it gives
+  /// way.
+  bool commandWaits() const { return !waiting_.empty(); }
 
   /// Runs an exchange: now, or, when one is in hand, after it. `owner` and `what` name it: a newer
   /// one with the same names takes the place of one that still waits, so that a bar that is
   /// dragged quickly sends its last position and no queue of old ones.
   void exchange(const void* owner, int what, std::function<void()> run);
+
+  /// Runs what no user asked for, such as a poll: now, or, when an exchange is in hand, after it
+  /// and after every command that waits. Owners take turns; each has one in line at most.
+  void background(const void* owner, std::function<void()> run);
 
   /// Runs `run` at once, also inside an exchange that waits, but never in the middle of a message
   /// that is going out: then right behind it. This is how a stop gets through.
@@ -44,12 +54,17 @@ class CabLine {
     std::function<void()> run;
   };
 
+  using Queue = std::deque<Waiting>;
+
+  static void put(Queue& queue, Waiting next);
+  void run(const std::function<void()>& exchange);
   void runWaiting();
 
   StationLink& link_;
   int depth_ = 0;
   bool sending_ = false;
-  std::deque<Waiting> waiting_;
+  Queue waiting_;
+  Queue background_;
   std::deque<std::function<void()>> urgent_;
 };
 

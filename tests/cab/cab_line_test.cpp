@@ -88,6 +88,27 @@ TEST_F(CabLineTest, WhatWaitsForACabThatGoesIsForgotten) {
   EXPECT_EQ(log, "stays ");
 }
 
+TEST_F(CabLineTest, PollsTakeTurnsAfterTheCommandsThatWait) {
+  line.exchange(&one, 1, [this] {
+    line.background(&two, note("poll2"));
+    line.background(&one, note("poll1"));
+    line.background(&two, note("poll2"));
+    EXPECT_FALSE(line.commandWaits());
+    line.exchange(&two, 1, note("command"));
+    EXPECT_TRUE(line.commandWaits());
+  });
+  EXPECT_EQ(log, "command poll2 poll1 ");
+}
+
+TEST_F(CabLineTest, AnUrgentMessageKnowsWhetherAnExchangeWaitsAroundIt) {
+  line.urgent([this] { EXPECT_FALSE(line.isNested()); });
+  line.exchange(&one, 1, [this] {
+    EXPECT_FALSE(line.isNested());
+    line.urgent([this] { EXPECT_TRUE(line.isNested()); });
+    EXPECT_FALSE(line.isNested());
+  });
+}
+
 TEST_F(CabLineTest, AnExchangeThatThrowsLeavesTheLineIdle) {
   EXPECT_THROW(line.exchange(&one, 1, [] { throw std::runtime_error("gone"); }),
                std::runtime_error);
