@@ -97,6 +97,7 @@ void DecoderBench::adapt() {
   adaptAddress();
   adaptDrive();
   adaptOptions();
+  adaptTable();
   // An address that the decoder cannot have.
   const auto address = addressNumber();
   if (!description.EXTADDRESS && address && *address > 127) {

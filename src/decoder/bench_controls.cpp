@@ -99,7 +99,12 @@ constexpr const char* kNames[] = {
     "labDcComManBit",
     "optDcComManBitNo",
     "optDcComManBitYes",  //
+    // The speed table.
     "lblDcDrvLeg2",
+    "cmdSmooth",
+    "cmdTblList",
+    "cmdLoadTable",
+    "cmdSaveTable",
 };
 
 }  // namespace

@@ -40,7 +40,8 @@ struct Control {
 ///   `optDcComSteps14/28`, `optDcComAnalogNo/Yes`, `optDcComSpdTblNo/Yes`,
 ///   `optDcComDetectPulseNo/Yes`, `optDcComRailComNo/Yes`, `optDcComManBitNo/Yes`; on the drive tab
 ///   `labDcDrvSteps`, `optDcDrvSteps14/28`, `labDcDrvSpdTbl`, `optDcDrvSpdTblNo/Yes`;
-/// - `lblDcDrvLeg2`, and the grid's edit box `tabText`.
+/// - the speed table: `lblDcDrvLeg2`, `cmdSmooth`, `cmdTblList`, `cmdLoadTable`, `cmdSaveTable`;
+/// - the grid's edit box `tabText`.
 ///
 /// Rows of the pages 3 to 6 are no members: see PageRow.
 class BenchControls : public QObject {

@@ -205,7 +205,7 @@ bool DecoderBench::markButtonClicked(const QString& name) {
 }
 
 void DecoderBench::buttonClicked(const QString& name) {
-  if (markButtonClicked(name)) return;
+  if (markButtonClicked(name) || tableButtonClicked(name)) return;
   struct JobButton {
     const char16_t* name;
     CommJob job;

@@ -25,6 +25,7 @@ namespace lokari {
 class Catalogue;
 class CommView;
 class Prompt;
+class SpeedTableList;
 class StationLink;
 struct CvRecord;
 
@@ -83,6 +84,8 @@ class DecoderBench : public QObject {
   std::function<int(int value, const QString& bits, const QString& caption)> bitDialogBox;
   /// The calculator: a field's text in, the new text out, or a null text when cancelled.
   std::function<QString(const QString& text)> calculatorBox;
+  /// `dlgSpdTab`: the speed table as a list.
+  std::function<void(SpeedTableList& list)> tableListBox;
 
   // ---- Opening, choosing, closing -------------------------------------------------------------
 
@@ -142,6 +145,8 @@ class DecoderBench : public QObject {
   /// `cvValues[index] = value`, index being CV - 1.
   void setCvval(int value, int index);
 
+  /// The colour of a CV's mark.
+  TextColour colourOf(CvIndex cv) const;
   void ColorCVx(CvIndex cv, const QString& field, int gridRow);
   void ColorCV29();
   void ColorCV19();
@@ -228,7 +233,6 @@ class DecoderBench : public QObject {
   void setFieldColour(const QString& field, TextColour colour);
   void fieldChanged(const QString& field);
   void refuseAddress();
-  TextColour colourOf(CvIndex cv) const;
   bool userChange() const { return !commRunning && !windowOpening && !refreshing; }
   /// Shows a CV's value and colour wherever it stands.
   void showValue(CvIndex cv);
@@ -259,6 +263,14 @@ class DecoderBench : public QObject {
   void setMarksOfTab(bool write, int page, int ordinal);
   void setMarksOfFixedTab(bool write, int tab);
   bool markButtonClicked(const QString& name);
+
+  // The buttons of the speed table: bench_table.cpp.
+  void adaptTable();
+  bool tableButtonClicked(const QString& name);
+  void smoothTable();
+  void listTable();
+  void loadTable();
+  void saveTable();
 
   // The grid: bench_grid.cpp.
   void makeTableNames();

@@ -1,0 +1,100 @@
+// The buttons of the speed table: smoothing, the list, and `.spd` files.
+#include "base/paths.h"
+#include "base/prompt.h"
+#include "base/text_file.h"
+#include "decoder/decoder_bench.h"
+#include "decoder/spd_file.h"
+#include "decoder/speed_table_list.h"
+
+namespace lokari {
+namespace {
+
+const QString& filter() {
+  static const QString text =
+      QStringLiteral("Alle Dateien (*.*)|*.*|Geschwindikeitstabellen (*.spd)|*.spd");
+  return text;
+}
+
+QString tableFolder(const QString& basePath) {
+  return basePath + QStringLiteral("/SpeedTab");
+}
+
+}  // namespace
+
+void DecoderBench::adaptTable() {
+  // Without a table CV 67 to 94 are CVs like all others, which no curve may write over.
+  for (const char* name : {"cmdSmooth", "cmdTblList", "cmdLoadTable", "cmdSaveTable"}) {
+    controls.setEnabled(QString::fromLatin1(name), description.SPEEDTABLE);
+  }
+}
+
+bool DecoderBench::tableButtonClicked(const QString& name) {
+  struct TableButton {
+    const char16_t* name;
+    void (DecoderBench::*action)();
+  };
+  constexpr TableButton kButtons[] = {
+      {u"cmdSmooth", &DecoderBench::smoothTable},
+      {u"cmdTblList", &DecoderBench::listTable},
+      {u"cmdLoadTable", &DecoderBench::loadTable},
+      {u"cmdSaveTable", &DecoderBench::saveTable},
+  };
+  for (const TableButton& button : kButtons) {
+    if (name != QStringView(button.name)) continue;
+    (this->*button.action)();
+    return true;
+  }
+  return false;
+}
+
+void DecoderBench::smoothTable() {
+  SpeedTable(*this).smooth();
+  emit speedTableChanged();
+}
+
+void DecoderBench::listTable() {
+  SpeedTableList list(*this, parts_.prompt);
+  if (tableListBox && list.usable()) tableListBox(list);
+}
+
+void DecoderBench::loadTable() {
+  const QString name = parts_.prompt.openFile({QStringLiteral("Geschwindigkeitstabelle laden"),
+                                               filter(),
+                                               tableFolder(parts_.basePath),
+                                               {}});
+  if (name.isEmpty()) return;
+  QString path = findFile(name);
+  if (path.isEmpty()) path = placeFor(withSpdExtension(name));
+  const SpdFile file = readSpdFile(path, description.INTERNALSTEPS);
+  if (!file.fault.isEmpty()) {
+    parts_.prompt.message(file.fault);
+    return;
+  }
+  SpeedTable table(*this);
+  int point = 0;
+  for (const int value : file.values) {
+    if (++point > description.tablePoints()) break;
+    table.store(CvIndex(cv::kFirstTable - 1 + point), value);
+  }
+  refreshFields(false);
+}
+
+void DecoderBench::saveTable() {
+  const QString folder = tableFolder(parts_.basePath);
+  const QString name = parts_.prompt.saveFile(
+      {QStringLiteral("Geschwindigkeitstabelle speichern"), filter(), folder, freeSpdName(folder)});
+  if (name.isEmpty()) return;
+  const QString path = placeFor(withSpdExtension(name));
+  if (!findFile(path).isEmpty() &&
+      parts_.prompt.ask(QStringLiteral("Datei %1 gibt es schon. Überschreiben?").arg(path),
+                        Buttons::YesNo) != Answer::Yes) {
+    return;
+  }
+  std::vector<int> values;
+  for (int i = cv::kFirstTable; i <= cv::kLastTable; ++i) values.push_back(sets.value(CvIndex(i)));
+  if (!writeFileAtomically(path, spdLine(values))) {
+    parts_.prompt.message(QStringLiteral("Fehler beim Schreiben von %1").arg(path));
+  }
+}
+
+}  // namespace lokari
