@@ -10,11 +10,11 @@
 
 #include "app/ui/main_menu.h"
 #include "app/ui/navigator.h"
-#include "app/ui/picture_frame.h"
 #include "app/ui/record_field.h"
 #include "app/ui/record_page.h"
 #include "app/ui/tool_row.h"
 #include "db/record_form.h"
+#include "db/ui/picture_frame.h"
 
 namespace lokari {
 namespace {

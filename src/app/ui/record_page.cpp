@@ -12,9 +12,9 @@
 #include <stdexcept>
 
 #include "app/ui/form_place.h"
-#include "app/ui/picture_frame.h"
 #include "app/ui/record_field.h"
 #include "base/ui/pictures.h"
+#include "db/ui/picture_frame.h"
 
 namespace lokari {
 namespace {

@@ -1,4 +1,4 @@
-#include "app/ui/picture_frame.h"
+#include "db/ui/picture_frame.h"
 
 #include <QLabel>
 
