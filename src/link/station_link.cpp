@@ -16,6 +16,12 @@ QString openFailure(int step) {
   return QStringLiteral("Kann Kommunikationsschnittstelle nicht öffnen (%1)!").arg(step);
 }
 
+/// Whether two kinds are spoken to on one and the same open line.
+bool sharesLine(const StationKindRow& one, const StationKindRow& other) {
+  return one.family == other.family && one.transport == Transport::Serial &&
+         other.transport == Transport::Serial && one.handshaking == other.handshaking;
+}
+
 }  // namespace
 
 struct StationLink::Impl {
@@ -43,8 +49,9 @@ StationLink::~StationLink() = default;
 StationProtocol& StationLink::protocol() {
   const StationKindRow& kind = settings().station();
   if (impl_->protocol && impl_->protocolKind != kind.kind) {
-    // The options changed: the old station's transport must not stay open behind the new one's.
-    impl_->protocol->close(true);
+    // The options changed: the old station's transport must not stay open behind the new one's. A
+    // test that finds another of a family's interfaces goes on with it on the line it has.
+    if (!sharesLine(kind, stationKind(impl_->protocolKind))) impl_->protocol->close(true);
     impl_->protocol.reset();
   }
   if (!impl_->protocol) {

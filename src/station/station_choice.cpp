@@ -1,0 +1,28 @@
+#include "station/station_choice.h"
+
+namespace lokari {
+namespace {
+
+constexpr const StationChoiceRow* find(const StationChoice& choice) {
+  for (const StationChoiceRow& row : kStationChoices) {
+    if (row.choice == choice) return &row;
+  }
+  return nullptr;
+}
+
+constexpr bool everyKindHasItsRow() {
+  for (const StationKindRow& kind : kStationKinds) {
+    if (find({kind.kind, false}) == nullptr) return false;
+  }
+  return true;
+}
+static_assert(everyKindHasItsRow());
+
+}  // namespace
+
+const StationChoiceRow& stationChoice(StationKind kind, bool lenzV36) {
+  const StationChoiceRow* row = find({kind, lenzV36});
+  return row != nullptr ? *row : *find({kind, false});
+}
+
+}  // namespace lokari

@@ -1,0 +1,21 @@
+// The communication test of the Z21.
+//
+// "04 00 10 00" asks for the serial number: 08 00 10 00 and four bytes, low byte first. "07 00 40
+// 00 F1 0A FB" asks for the firmware: 09 00 40 00 F3 0A, the two parts of the version, a checksum.
+#pragma once
+
+#include <QByteArray>
+
+#include <memory>
+
+#include "station/station_inquiry.h"
+
+namespace lokari {
+
+/// The line of an answer to either question; empty when it is too short.
+QString z21SerialNumberLine(const QByteArray& message);
+QString z21FirmwareLine(const QByteArray& message);
+
+std::unique_ptr<StationInquiry> makeZ21Inquiry(StationLink& link, Settings& settings);
+
+}  // namespace lokari
