@@ -14,7 +14,7 @@ class SerialProtocol : public StationProtocol {
   void close(bool lastUser) final;
   qint32 bufferCount() final;
   bool arrived(qint32 want) final;
-  void dropInput() final;
+  void dropInput() override;
 
  protected:
   /// First messages, right after the port has opened.

@@ -85,7 +85,13 @@ std::unique_ptr<CvExchange> ZimoBinaryProtocol::writeCv(const CvRequest& request
                                               programmingTrack);
 }
 
+void ZimoBinaryProtocol::dropInput() {
+  SerialProtocol::dropInput();
+  framing_.inputDropped();
+}
+
 void ZimoBinaryProtocol::greet() {
+  framing_.forgetAhead();
   tell(zbin::hello());
   tell(zbin::logOn());
 }

@@ -13,6 +13,7 @@ class ZimoBinaryProtocol final : public SerialProtocol {
   explicit ZimoBinaryProtocol(StationLink& link) : SerialProtocol(link), framing_(link) {}
 
   void beginSession() override { framing_.zbinSeq = 0; }
+  void dropInput() override;
   std::unique_ptr<CvExchange> readCv(const CvRequest& request) override;
   std::unique_ptr<CvExchange> writeCv(const CvRequest& request) override;
 

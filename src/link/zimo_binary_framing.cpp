@@ -40,8 +40,12 @@ QByteArray ZimoBinaryFraming::zbinReceive() {
 
 QByteArray ZimoBinaryFraming::receiveBody() {
   SerialLine& line = link_.serial();
+  zbinSilent = false;
   if (line.inBufferCount() < zbin::kHead) link_.WaitForData(zbin::kHead, kFirstBytesSeconds);
-  if (line.inBufferCount() < zbin::kHead) return {};
+  if (line.inBufferCount() < zbin::kHead) {
+    zbinSilent = !link_.cancelRequested;
+    return {};
+  }
 
   const QByteArray head = line.read(zbin::kHead);
   const std::optional<qsizetype> start = zbin::bodyStart(head);
@@ -60,22 +64,59 @@ QByteArray ZimoBinaryFraming::receiveBody() {
   return body.endsWith(zbin::kEnd) ? body : QByteArray();
 }
 
+void ZimoBinaryFraming::pauseAfter(zbin::Confirmation answer) {
+  if (answer == zbin::Confirmation::Busy) {
+    link_.DelayMsec(kBusyPauseMs);
+    return;
+  }
+  link_.DelayMsec(kFailurePauseMs);
+  if (link_.serial().isOpen()) link_.protocol().dropInput();
+}
+
 void ZimoBinaryFraming::zbinSendMsg(const QByteArray& msg) {
   for (int tries = 0; tries < kMostTries; ++tries) {
+    zbinSettle();
     if (!link_.serial().isOpen()) return;
     zbinSend(msg, false);
-    switch (zbin::confirmation(msg, zbinReceive())) {
-      case zbin::Confirmation::Done:
-        return;
-      case zbin::Confirmation::Busy:
-        link_.DelayMsec(kBusyPauseMs);
-        break;
-      case zbin::Confirmation::None:
-        link_.DelayMsec(kFailurePauseMs);
-        if (link_.serial().isOpen()) link_.protocol().dropInput();
-        break;
+    const zbin::Confirmation answer = zbin::confirmation(msg, zbinReceive());
+    if (answer == zbin::Confirmation::Done) return;
+    pauseAfter(answer);
+  }
+  link_.prompt().beep();
+}
+
+void ZimoBinaryFraming::zbinSendAhead(const QByteArray& msg) {
+  if (!link_.serial().isOpen()) return;
+  zbinAhead = msg;
+  unsettled_ = true;
+  zbinSend(msg, false);
+  ++answersAhead_;
+}
+
+void ZimoBinaryFraming::forgetAhead() {
+  zbinAhead.clear();
+  unsettled_ = false;
+  answersAhead_ = 0;
+}
+
+void ZimoBinaryFraming::zbinSettle() {
+  for (int tries = 0; unsettled_ && tries < kMostTries; ++tries) {
+    if (!link_.serial().isOpen()) return forgetAhead();
+    if (answersAhead_ == 0) zbinSendAhead(zbinAhead);
+    zbin::Confirmation answer = zbin::Confirmation::None;
+    // The answer to the last one counts; one more may go out while an earlier one is awaited.
+    while (answersAhead_ > 0) {
+      answer = zbin::confirmation(zbinAhead, zbinReceive());
+      if (answersAhead_ > 0) --answersAhead_;
+    }
+    if (answer == zbin::Confirmation::Done) {
+      unsettled_ = false;
+    } else {
+      pauseAfter(answer);
     }
   }
+  if (!unsettled_) return;
+  unsettled_ = false;
   link_.prompt().beep();
 }
 

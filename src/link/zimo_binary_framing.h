@@ -4,6 +4,8 @@
 
 #include <QByteArray>
 
+#include "link/zimo_binary_codec.h"
+
 namespace lokari {
 
 class StationLink;
@@ -25,14 +27,34 @@ class ZimoBinaryFraming {
   /// Sends a payload until the station confirms it, up to 5 times; the speaker tells a failure.
   void zbinSendMsg(const QByteArray& msg);
 
-  int zbinSeq = 0;     ///< sequence number of the next frame, 0 to 255
-  int zbinRxSeq = -1;  ///< first byte of the last frame received; -1 before the first
+  /// Sends a payload at once, also while another one waits for its answer: that answer is left to
+  /// the one that waits. zbinSettle() has to follow when it is done. A later payload takes the
+  /// place of one that is not settled yet, so that nothing repeats an order that was revoked.
+  void zbinSendAhead(const QByteArray& msg);
+
+  /// Confirms what zbinSendAhead() has sent, as zbinSendMsg() does; at once when there is nothing
+  /// to confirm. What was not confirmed in time is sent again, unless the port has closed.
+  void zbinSettle();
+
+  /// The input was dropped, and with it answers to what was sent ahead.
+  void inputDropped() { answersAhead_ = 0; }
+  /// The port was opened anew: what was sent ahead before is history.
+  void forgetAhead();
+
+  int zbinSeq = 0;          ///< sequence number of the next frame, 0 to 255
+  int zbinRxSeq = -1;       ///< first byte of the last frame received; -1 before the first
+  bool zbinSilent = false;  ///< the last zbinReceive() waited its 30 seconds in vain
+  QByteArray zbinAhead;     ///< what zbinSendAhead() sent last; empty before the first
 
  private:
   /// What stands behind a frame's start, its closing 17 included; empty when there is none.
   QByteArray receiveBody();
+  /// The pause before the next try, after an answer that is no confirmation.
+  void pauseAfter(zbin::Confirmation answer);
 
   StationLink& link_;
+  bool unsettled_ = false;  ///< `zbinAhead` is not confirmed yet
+  int answersAhead_ = 0;    ///< answers due to what was sent ahead
 };
 
 }  // namespace lokari
