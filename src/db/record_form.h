@@ -166,6 +166,10 @@ class RecordForm : public QObject {
   /// the edited record take `record`. It is on disk at the next move, like every edit.
   void storeProgrammed(const CvRecord& record, const QString& address, const QString& maker);
 
+  /// The values of CV set `set`, 1 to 5, of the record on show were stored by somebody else: the
+  /// working copy takes them, and an edit in hand will not put the old ones back.
+  void takeCvValues(int set, const QByteArray& values);
+
   /// Reads the list of a drop-down anew; its text stays.
   void refreshList(const QString& control);
 

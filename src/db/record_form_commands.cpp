@@ -139,4 +139,11 @@ void RecordForm::storeProgrammed(const CvRecord& record, const QString& address,
   changed_.insert(form::kShortName);
 }
 
+void RecordForm::takeCvValues(int set, const QByteArray& values) {
+  const auto place = static_cast<size_t>(set - 1);
+  working_.recCvValues[place] = values;
+  if (editMode() != EditMode::Edit) return;
+  attempt([&] { records_.setValue(QString::fromUtf16(kCvColumns[place].values), values); });
+}
+
 }  // namespace lokari

@@ -1,0 +1,156 @@
+#include "cab/cab.h"
+
+#include <algorithm>
+
+#include "cab/cab_line.h"
+#include "link/station_link.h"
+
+namespace lokari {
+namespace {
+
+/// Names of exchanges; a newer one of a name takes the place of one that still waits.
+constexpr int kSpeed = 1;
+constexpr int kCv = 1000;  // and the CV's number
+
+/// Sets a value for a scope.
+template <class T>
+class Held {
+ public:
+  Held(T& value, T held) : value_(value), before_(value) { value_ = held; }
+  ~Held() { value_ = before_; }
+  Held(const Held&) = delete;
+  Held& operator=(const Held&) = delete;
+
+ private:
+  T& value_;
+  T before_;
+};
+
+}  // namespace
+
+Cab::Cab(const CabParts& parts, int address, bool noRecord)
+    : SlotUnit(parts.line, parts.prompt, address), parts_(parts), noRecord_(noRecord) {
+  state_.address = address;
+  if (!noRecord_) record_ = parts_.records.onShow();
+  setTitle(noRecord_ ? parts_.records.nameOf(address) : record_.shortName);
+  protocol_ =
+      parts_.makeProtocol(kind().family, line(), state_,
+                          {.stateArrived = [this](FunctionMask mask) { stateArrived(mask); }});
+  if (kind().cab.linkStaysOpen) adoptSession();
+}
+
+Cab::~Cab() = default;
+
+// ---- Driving ------------------------------------------------------------------------------------
+
+void Cab::vsbSpeed(int value) {
+  bar_ = std::clamp(value, 0, CabState::kHighestSpeed);
+  state_.speed = bar_;
+  emit speedShown(bar_);
+  if (inSpeedChange_ || isUnloading()) return;
+  exchange(kSpeed, [this] {
+    // While it waited, the station may have told an older one.
+    state_.speed = bar_;
+    protocol_->sendSpeed();
+    state_.canBusy = false;
+  });
+}
+
+void Cab::cmdFunc(int n) {
+  if (!hasFunction(n) || isUnloading()) return;
+  bool& lamp = state_.funcOn[static_cast<size_t>(n)];
+  lamp = !lamp;
+  const bool on = lamp;
+  emit functionChanged(n, on);
+  exchange(distinct(), [this, n, on] {
+    state_.funcOn[static_cast<size_t>(n)] = on;
+    protocol_->sendFunction(n);
+    state_.canBusy = false;
+  });
+}
+
+void Cab::setDirection(bool backward) {
+  if (isUnloading()) return;
+  state_.backward = backward;
+  emit directionChanged(backward);
+  exchange(distinct(), [this, backward] {
+    state_.backward = backward;
+    protocol_->sendDirection();
+    state_.canBusy = false;
+  });
+}
+
+void Cab::imgMan() {
+  if (!manualVisible() || isUnloading()) return;
+  state_.manual = !state_.manual;
+  const bool manual = state_.manual;
+  emit manualChanged(manual);
+  exchange(distinct(), [this, manual] {
+    state_.manual = manual;
+    protocol_->sendManual();
+    state_.canBusy = false;
+  });
+}
+
+void Cab::imgStop() {
+  if (isUnloading()) return;
+  state_.stopped = !state_.stopped;
+  emit stoppedChanged(state_.stopped);
+  urgent([this] { protocol_->sendStopped(); });
+}
+
+bool Cab::keyDown(QChar key) {
+  if (key >= u'0' && key <= u'7') {
+    cmdFunc(key.unicode() - u'0');
+  } else if (key == u'+') {
+    imgDirForward();
+  } else if (key == u'-') {
+    imgDirBackward();
+  } else if (key.toUpper() == u'M') {
+    imgMan();
+  } else if (key == u' ') {
+    imgStop();
+  } else {
+    return false;
+  }
+  return true;
+}
+
+// ---- Programming on the main --------------------------------------------------------------------
+
+void Cab::chooseCV(const QString& name) {
+  programming_.show(name);
+  emit programmingChanged();
+}
+
+void Cab::stepCVUp() {
+  if (const auto step = programming_.stepUp()) writeCV(*step, programming_.progMode());
+}
+
+void Cab::stepCVDown() {
+  // The way down takes the method of the decoder window.
+  if (const auto step = programming_.stepDown()) writeCV(*step, link().progMode);
+}
+
+void Cab::writeCV(const MainProgramming::Step& step, int mode) {
+  emit programmingChanged();
+  if (isUnloading()) return;
+  exchange(kCv + step.number, [this, step, mode] {
+    const Held job(link().commJob, CommJob::WriteMain);
+    // The last job may have left the other track chosen.
+    const Held track(link().progTrack, false);
+    const Held busy(state_.canBusy, true);
+    link().pomAddr = address();
+    link().WriteCV(step.number, step.value, address(), mode);
+  });
+}
+
+// ---- The end ------------------------------------------------------------------------------------
+
+void Cab::onUnloading() {
+  cabTimer_.reset();
+  const std::vector<ChangedCV> changes = programming_.changes();
+  if (!changes.empty()) parts_.records.storeCVs(record_, programming_.cvSet(), changes);
+}
+
+}  // namespace lokari

@@ -1,0 +1,114 @@
+// The cab: all of a vehicle's throttle but its window. The window shows the state, told by signals,
+// and hands the user's acts over under the names of the controls.
+#pragma once
+
+#include "base/clock.h"
+#include "cab/cab_protocol.h"
+#include "cab/cab_state.h"
+#include "cab/main_programming.h"
+#include "cab/slot_unit.h"
+#include "cab/vehicle_records.h"
+
+namespace lokari {
+
+using CabProtocolFactory =
+    std::function<std::unique_ptr<CabProtocol>(ProtocolFamily, CabLine&, CabState&, CabHooks)>;
+
+/// What cabs work with; all of it must outlive them.
+struct CabParts {
+  CabLine& line;
+  Prompt& prompt;
+  VehicleRecords& records;
+  QString basePath;  ///< folder of the description files
+  CabProtocolFactory makeProtocol;
+};
+
+class Cab final : public SlotUnit {
+  Q_OBJECT
+
+ public:
+  /// `noRecord`: the cab is not for the record on show; it gets its title by the address and no
+  /// CVs. Otherwise the record on show is taken now.
+  Cab(const CabParts& parts, int address, bool noRecord);
+  ~Cab() override;
+
+  // ---- What the window shows --------------------------------------------------------------------
+
+  const CabState& state() const { return state_; }
+  /// Lamps 0 to funcCount are there, the others up to 28 hidden and grey.
+  bool hasFunction(int n) const { return n >= 0 && n <= state_.funcCount; }
+  /// `imgMan` is there.
+  bool manualVisible() const { return kind().cab.manual; }
+  /// The vehicle's picture as an encoded file, empty for none.
+  const QByteArray& picture() const { return record_.picture; }
+  bool loading() const { return loading_; }
+  /// The station has told the vehicle's state at load.
+  bool hasState() const { return hasState_; }
+  /// `cbCV`, `txtCV`, `udCV`.
+  const MainProgramming& programming() const { return programming_; }
+
+  // ---- The user's acts --------------------------------------------------------------------------
+
+  /// The bar was moved, 0 to 127; also while the program moves it, which sends nothing. Moved again
+  /// while the line is busy, only the last position goes out.
+  void vsbSpeed(int value);
+  /// A press on lamp n; nothing when it is not there.
+  void cmdFunc(int n);
+  // On mouse down; the release only changes pictures.
+  void imgDirForward() { setDirection(false); }
+  void imgDirBackward() { setDirection(true); }
+  void imgMan();
+  /// Goes out at once, also while another handler waits for the station.
+  void imgStop();
+  /// A key pressed in the speed bar, by its character: "0" to "7" are lamps, "+" and "-" the
+  /// directions, "m" and "M" the manual mode, the space bar the stop. False for any other.
+  bool keyDown(QChar key);
+
+  /// A click in `cbCV`.
+  void chooseCV(const QString& name);
+  /// `udCV`.
+  void stepCVUp();
+  void stepCVDown();
+
+ signals:
+  /// The program moves the bar to `state().speed`.
+  void barMoved(int position);
+  /// `labSpeed`
+  void speedShown(int speed);
+  void functionChanged(int n, bool on);
+  void directionChanged(bool backward);
+  void manualChanged(bool manual);
+  void stoppedChanged(bool stopped);
+  /// The entry of `cbCV` on show, or its value, changed.
+  void programmingChanged();
+
+ private:
+  void onLoad() override;
+  void onUnloading() override;
+
+  // Loading: cab_load.cpp.
+  std::optional<FunctionMask> readWithOneRetry();
+  std::optional<FunctionMask> readState();
+  void display(FunctionMask mask);
+  void showFunctions(FunctionMask mask, int highest);
+  void stateArrived(FunctionMask mask);
+  void startTimer();
+  void tick();
+
+  void setDirection(bool backward);
+  void writeCV(const MainProgramming::Step& step, int mode);
+
+  CabParts parts_;
+  bool noRecord_;
+  CabRecord record_;
+  CabState state_;
+  std::unique_ptr<CabProtocol> protocol_;
+  MainProgramming programming_;
+  std::unique_ptr<Clock::Alarm> cabTimer_;
+  int bar_ = 0;                 // where the bar stands; `speed` may come from the station
+  bool inSpeedChange_ = false;  // the program moves the bar
+  bool loading_ = false;
+  bool hasState_ = false;
+};
+
+}  // namespace lokari

@@ -1,0 +1,94 @@
+// Loading a cab, its display, and what its timer brings in later.
+#include "base/prompt.h"
+#include "cab/cab.h"
+#include "cab/cab_line.h"
+#include "link/link_error.h"
+#include "link/station_link.h"
+#include "link/station_protocol.h"
+
+namespace lokari {
+namespace {
+
+constexpr int kReadings = 2;
+
+bool holds(FunctionMask mask, int n) {
+  return (mask >> n & 1U) != 0;
+}
+
+}  // namespace
+
+void Cab::onLoad() {
+  if (!noRecord_) programming_.load(record_, parts_.basePath, kind());
+  emit programmingChanged();
+  loading_ = true;
+  state_.funcCount = kind().cab.funcCount;
+  const std::optional<FunctionMask> mask = readWithOneRetry();
+  hasState_ = mask.has_value();
+  if (!hasState_) {
+    prompt().message(QStringLiteral("Keine Daten von Digitalzentrale erhalten"), Icon::Warning);
+  }
+  display(mask.value_or(0));
+  state_.canBusy = false;
+  loading_ = false;
+  if (hasSession() && !isUnloading()) startTimer();
+}
+
+std::optional<FunctionMask> Cab::readWithOneRetry() {
+  for (int readings = 0; readings < kReadings; ++readings) {
+    // Where the link stays open, the cab has come with a session and only lost it if reading
+    // failed.
+    if (!kind().cab.linkStaysOpen || !hasSession()) openSession();
+    if (const auto mask = readState()) return mask;
+    // A CAN session that hears nothing is worth being opened anew.
+    if (kind().transport == Transport::Can) finishSessions();
+  }
+  return std::nullopt;
+}
+
+std::optional<FunctionMask> Cab::readState() {
+  try {
+    if (kind().cab.dropsInputAtLoad) link().protocol().dropInput();
+    return protocol_->readState();
+  } catch (const LinkError&) {
+    return std::nullopt;
+  }
+}
+
+void Cab::display(FunctionMask mask) {
+  showFunctions(mask, state_.funcCount);
+  emit directionChanged(state_.backward);
+  emit manualChanged(state_.manual);
+  bar_ = state_.speed;
+  inSpeedChange_ = true;
+  emit barMoved(bar_);
+  inSpeedChange_ = false;
+  emit speedShown(bar_);
+}
+
+void Cab::showFunctions(FunctionMask mask, int highest) {
+  for (int n = 0; n <= highest; ++n) {
+    state_.funcOn[static_cast<size_t>(n)] = holds(mask, n);
+    emit functionChanged(n, holds(mask, n));
+  }
+}
+
+// The bar stays where the user has put it: it and the label can part.
+void Cab::stateArrived(FunctionMask mask) {
+  showFunctions(mask, CabState::kHighestFunction);
+  emit directionChanged(state_.backward);
+  emit speedShown(state_.speed);
+}
+
+void Cab::startTimer() {
+  if (kind().cab.timerMs == 0) return;
+  cabTimer_ = link().clock().after(kind().cab.timerMs, [this] { tick(); });
+}
+
+void Cab::tick() {
+  startTimer();
+  background([this] {
+    if (!isUnloading() && !state_.canBusy) protocol_->tick();
+  });
+}
+
+}  // namespace lokari

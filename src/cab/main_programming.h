@@ -1,0 +1,63 @@
+// Programming on the main from the cab: the list of CVs, the one on show, and its steps. It decides
+// what is to be written; the cab writes it.
+#pragma once
+
+#include <QStringList>
+
+#include <optional>
+#include <vector>
+
+#include "base/station_kind.h"
+#include "cab/main_cvs.h"
+#include "cab/vehicle_records.h"
+
+namespace lokari {
+
+class MainProgramming {
+ public:
+  /// One step of `udCV`: what goes to the decoder.
+  struct Step {
+    int number;
+    int value;
+  };
+
+  /// Takes the record's CV set and the description of its decoder, "<basePath>/<maker>/<the first 8
+  /// characters of the type>.dec".
+  void load(const CabRecord& record, const QString& basePath, const StationKindRow& kind);
+
+  /// `cbCV`, `txtCV` and `udCV` can be used.
+  bool isAvailable() const { return available_; }
+  /// Entries of `cbCV`.
+  QStringList names() const;
+  /// Text of `cbCV`, "CV 3: Beschleunigung"; of `txtCV`; and its tool tip. Empty without an entry.
+  QString shownName() const;
+  QString shownValue() const;
+  QString shownHint() const;
+
+  /// A click in `cbCV`: shows the first entry of that name. Nothing for an unknown one.
+  void show(const QString& name);
+  /// Takes the value on show one up or down; nothing at 255 and 0.
+  std::optional<Step> stepUp() { return step(+1); }
+  std::optional<Step> stepDown() { return step(-1); }
+
+  /// `progMode` of the description.
+  int progMode() const { return list_.progMode; }
+  /// 1 to 5.
+  int cvSet() const { return cvSet_; }
+  /// The entries that were changed, with their values.
+  std::vector<ChangedCV> changes() const;
+
+ private:
+  std::optional<Step> step(int by);
+  const MainCV* shown() const;
+  int valueOf(const MainCV& cv) const;
+
+  MainCVs list_;
+  QByteArray cvValues_;
+  std::vector<bool> cvChanged_;
+  int cvSet_ = 1;
+  int cvIndex_ = 0;  // place of the entry on show
+  bool available_ = false;
+};
+
+}  // namespace lokari

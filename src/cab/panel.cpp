@@ -1,0 +1,61 @@
+#include "cab/panel.h"
+
+#include "base/prompt.h"
+#include "cab/cab_line.h"
+#include "link/link_error.h"
+
+namespace lokari {
+
+Panel::Panel(const PanelParts& parts, int address, const QString& shortName)
+    : SlotUnit(parts.line, parts.prompt, address), parts_(parts) {
+  state_.address = address;
+  setTitle(shortName);
+  protocol_ = parts_.makeProtocol(kind().family, line(), state_);
+}
+
+Panel::~Panel() = default;
+
+void Panel::onLoad() {
+  openSession();
+  std::optional<quint8> mask;
+  try {
+    mask = protocol_->readState();
+  } catch (const LinkError&) {
+    // No answer, like that of a station that keeps silent.
+  }
+  if (mask) {
+    show(*mask);
+  } else {
+    prompt().message(QStringLiteral("Keine Daten von Digitalzentrale erhalten"), Icon::Warning);
+  }
+}
+
+void Panel::show(quint8 mask) {
+  hasState_ = true;
+  for (int n = 0; n < PanelState::kOutputs; ++n) {
+    // Two bits per output; the lower one set means off.
+    const bool on = (mask >> (2 * n) & 1) == 0;
+    state_.outOn[static_cast<size_t>(n)] = on;
+    emit outputChanged(n, on);
+  }
+}
+
+void Panel::cmdFunc(int n) {
+  if (n < 0 || n >= PanelState::kOutputs || isUnloading()) return;
+  bool& output = state_.outOn[static_cast<size_t>(n)];
+  output = !output;
+  const bool on = output;
+  emit outputChanged(n, on);
+  exchange(distinct(), [this, n, on] {
+    state_.outOn[static_cast<size_t>(n)] = on;
+    protocol_->sendOutput(n);
+  });
+}
+
+bool Panel::keyDown(QChar key) {
+  if (key < u'1' || key > u'4') return false;
+  cmdFunc(key.unicode() - u'1');
+  return true;
+}
+
+}  // namespace lokari

@@ -1,0 +1,102 @@
+#include "cab/slot_unit.h"
+
+#include <utility>
+
+#include "base/prompt.h"
+#include "cab/cab_line.h"
+#include "link/link_error.h"
+#include "link/station_link.h"
+
+namespace lokari {
+
+SlotUnit::Entered::Entered(SlotUnit& unit) : unit_(unit.shared_from_this()) {
+  ++unit_->entered_;
+}
+
+SlotUnit::Entered::~Entered() {
+  if (--unit_->entered_ > 0 || !unit_->released_) return;
+  if (const auto tell = std::exchange(unit_->onGone, nullptr)) tell();
+}
+
+SlotUnit::SlotUnit(CabLine& line, Prompt& prompt, int address)
+    : line_(line), prompt_(prompt), address_(address), kind_(line.link().settings().station()) {}
+
+SlotUnit::~SlotUnit() = default;
+
+StationLink& SlotUnit::link() const {
+  return line_.link();
+}
+
+void SlotUnit::setTitle(const QString& name) {
+  labName_ = name;
+  caption_ = QStringLiteral("%1 (%2)").arg(name).arg(address_);
+}
+
+void SlotUnit::load(bool& loadFlag) {
+  const Entered entered(*this);
+  if (unloading_ || std::exchange(loadFlag, true)) return;
+  onLoad();
+  emit loaded();
+}
+
+void SlotUnit::unload() {
+  const Entered entered(*this);
+  if (std::exchange(unloading_, true)) return;
+  onUnloading();
+  if (onUnload) onUnload();
+  // Behind what was asked for before, and never under an exchange that waits for its answer.
+  exchange(distinct(), [this] { release(); });
+}
+
+void SlotUnit::release() {
+  line_.forget(this);
+  finishSessions();
+  released_ = true;
+}
+
+void SlotUnit::openSession() {
+  ++sessions_;
+  const QString failure = link().initComm(true, false, false);
+  if (!failure.isEmpty()) prompt_.message(failure, Icon::Warning);
+}
+
+void SlotUnit::finishSessions() {
+  for (; sessions_ > 0; --sessions_) link().FinishComm();
+}
+
+void SlotUnit::run(const std::function<void()>& exchange) {
+  const Entered entered(*this);
+  // What ended another job must not end the waits of this one. A unit that is going waits no more.
+  if (!unloading_) link().cancelRequested = false;
+  try {
+    exchange();
+  } catch (const LinkError&) {
+    // The lamps and arrows keep what the user did.
+  }
+}
+
+void SlotUnit::exchange(int what, std::function<void()> run) {
+  const Entered entered(*this);
+  line_.exchange(this, what,
+                 [this, self = shared_from_this(), job = std::move(run)] { this->run(job); });
+}
+
+void SlotUnit::urgent(std::function<void()> run) {
+  const Entered entered(*this);
+  line_.urgent([this, self = shared_from_this(), job = std::move(run)] {
+    const Entered inside(*this);
+    try {
+      job();
+    } catch (const LinkError&) {
+      // As above.
+    }
+  });
+}
+
+void SlotUnit::background(std::function<void()> run) {
+  const Entered entered(*this);
+  line_.background(this,
+                   [this, self = shared_from_this(), job = std::move(run)] { this->run(job); });
+}
+
+}  // namespace lokari
