@@ -12,6 +12,11 @@ class CommView {
 
   /// `lblCommStatus`.
   virtual void setStatus(const QString& text) = 0;
+  /// The status with which a job ends: its result.
+  virtual void setClosingText(const QString& text) { setStatus(text); }
+  /// `lblCommDetail`: how far the job is, in words, below the status; empty for nothing. A view
+  /// without room for it leaves it out.
+  virtual void setDetail(const QString& text) { Q_UNUSED(text) }
   /// `panProgress`: shows the bar at the whole part of `percent`, captioned with it and "%", and
   /// brings the dialog to the front.
   virtual void setProgress(double percent) = 0;

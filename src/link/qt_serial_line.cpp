@@ -133,6 +133,11 @@ void QtSerialLine::setRtsEnable(bool raised) {
   if (handshaking && raised) port_.setFlowControl(QSerialPort::HardwareControl);
 }
 
+void QtSerialLine::setDtrEnable(bool raised) {
+  check();
+  port_.setDataTerminalReady(raised);
+}
+
 bool QtSerialLine::ctsHolding() {
   check();
   return clearToSend();

@@ -22,6 +22,7 @@ class QtSerialLine final : public SerialLine {
   QByteArray read(qsizetype most = 0) override;
   void write(const QByteArray& data) override;
   void setRtsEnable(bool raised) override;
+  void setDtrEnable(bool raised) override;
   bool ctsHolding() override;
 
  private:

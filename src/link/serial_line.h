@@ -34,6 +34,8 @@ class SerialLine {
 
   /// The request-to-send line. Lowering it suspends the handshaking until it is raised again.
   virtual void setRtsEnable(bool raised) = 0;
+  /// The data-terminal-ready line, which opening raises.
+  virtual void setDtrEnable(bool raised) = 0;
   /// The clear-to-send line; a line without modem signals counts as raised.
   virtual bool ctsHolding() = 0;
 };

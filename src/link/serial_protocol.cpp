@@ -5,14 +5,17 @@
 
 namespace lokari {
 
+SerialSettings sessionLine(const Settings& settings) {
+  const StationKindRow& kind = settings.station();
+  return {.comPort = settings.comPort,
+          .baudrate = settings.baudrate != 0 ? settings.baudrate : kind.defaultRate,
+          .handshaking = kind.handshaking};
+}
+
 void SerialProtocol::open(bool, int&) {
   SerialLine& line = link().serial();
   if (line.isOpen()) return;
-  const Settings& settings = link().settings();
-  const StationKindRow& kind = settings.station();
-  line.open({.comPort = settings.comPort,
-             .baudrate = settings.baudrate != 0 ? settings.baudrate : kind.defaultRate,
-             .handshaking = kind.handshaking});
+  line.open(sessionLine(link().settings()));
   link().lastCvFailed = false;
   greet();
   link().Delay(1);

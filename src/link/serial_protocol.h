@@ -1,9 +1,16 @@
 // The session steps and the waiting that all stations on a serial port share.
 #pragma once
 
+#include "base/settings.h"
 #include "link/station_protocol.h"
 
 namespace lokari {
+
+struct SerialSettings;
+
+/// The line that a session of these settings opens: the port, and the rate that the user has set
+/// or else the kind's.
+SerialSettings sessionLine(const Settings& settings);
 
 class SerialProtocol : public StationProtocol {
  public:

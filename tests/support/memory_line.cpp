@@ -45,6 +45,11 @@ void MemoryLine::setRtsEnable(bool raised) {
   rtsChanges.append(raised);
 }
 
+void MemoryLine::setDtrEnable(bool raised) {
+  check();
+  dtrChanges.append(raised);
+}
+
 bool MemoryLine::ctsHolding() {
   check();
   return cts;

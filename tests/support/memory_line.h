@@ -20,6 +20,7 @@ class MemoryLine : public SerialLine {
   QByteArray read(qsizetype most = 0) override;
   void write(const QByteArray& data) override;
   void setRtsEnable(bool raised) override;
+  void setDtrEnable(bool raised) override;
   bool ctsHolding() override;
 
   /// Bytes arrive, now. A closed line loses them.
@@ -40,6 +41,7 @@ class MemoryLine : public SerialLine {
   int closes = 0;          ///< times it was closed while open
   QList<Write> writes;     ///< every write with its moment
   QList<bool> rtsChanges;  ///< every setRtsEnable()
+  QList<bool> dtrChanges;  ///< every setDtrEnable()
 
   /// All that was written, joined.
   QByteArray sent() const;

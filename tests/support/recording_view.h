@@ -11,6 +11,7 @@ namespace lokari::test {
 class RecordingView final : public CommView {
  public:
   void setStatus(const QString& text) override { statuses << text; }
+  void setDetail(const QString& text) override { details << text; }
   void setProgress(double percent) override { percents << percent; }
   void resetProgress() override { percents << 0; }
   void setProgressEnabled(bool enabled) override { progressEnabled = enabled; }
@@ -18,6 +19,7 @@ class RecordingView final : public CommView {
   void hide() override { ++hides; }
 
   QStringList statuses;    ///< every text of `lblCommStatus`
+  QStringList details;     ///< every text of `lblCommDetail`
   QList<double> percents;  ///< every progress shown; 0 also for a reset
   QStringList captions;    ///< every caption of `cmdCancel`
   bool progressEnabled = false;

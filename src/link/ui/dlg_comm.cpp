@@ -47,6 +47,10 @@ void DlgComm::build() {
   const QFontMetrics metrics(font());
   lblCommStatus_->setMinimumSize(metrics.averageCharWidth() * 56, metrics.lineSpacing() * 5);
 
+  lblCommDetail_ = new QLabel(this);
+  lblCommDetail_->setObjectName(QStringLiteral("lblCommDetail"));
+  lblCommDetail_->setTextFormat(Qt::PlainText);
+
   panProgress_ = new QProgressBar(this);
   panProgress_->setObjectName(QStringLiteral("panProgress"));
   panProgress_->setAccessibleName(QStringLiteral("Fortschritt"));
@@ -71,6 +75,7 @@ void DlgComm::build() {
   rows->setContentsMargins(16, 16, 16, 16);
   rows->setSpacing(12);
   rows->addWidget(lblCommStatus_, 1);
+  rows->addWidget(lblCommDetail_);
   rows->addWidget(panProgress_);
   rows->addLayout(buttons);
 
@@ -83,6 +88,7 @@ void DlgComm::build() {
 
 void DlgComm::prepare() {
   lblCommStatus_->clear();
+  lblCommDetail_->clear();
   resetProgress();
   setProgressEnabled(false);
   cmdCancel_->setText(runningCaption());
@@ -142,6 +148,10 @@ void DlgComm::reject() {
 void DlgComm::setStatus(const QString& text) {
   lblCommStatus_->setText(text);
   lblCommStatus_->repaint();
+}
+
+void DlgComm::setDetail(const QString& text) {
+  lblCommDetail_->setText(text);
 }
 
 void DlgComm::setProgress(double percent) {

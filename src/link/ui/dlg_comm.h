@@ -32,6 +32,7 @@ class DlgComm final : public QDialog, public CommView {
   void run(CommJob job, std::function<void()> work);
 
   void setStatus(const QString& text) override;
+  void setDetail(const QString& text) override;
   void setProgress(double percent) override;
   void resetProgress() override;
   void setProgressEnabled(bool enabled) override;
@@ -57,6 +58,7 @@ class DlgComm final : public QDialog, public CommView {
 
   StationLink& link_;
   QLabel* lblCommStatus_ = nullptr;
+  QLabel* lblCommDetail_ = nullptr;
   QProgressBar* panProgress_ = nullptr;
   QPushButton* cmdCancel_ = nullptr;
   QTimer* frontTimer_ = nullptr;

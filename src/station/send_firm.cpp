@@ -1,0 +1,153 @@
+#include "station/send_firm.h"
+
+#include "base/prompt.h"
+#include "link/link_error.h"
+#include "link/serial_protocol.h"
+#include "link/station_link.h"
+
+namespace lokari {
+namespace {
+
+/// The whole answer to the download command, and the least that is looked at.
+constexpr qint32 kAnswerLength = 11;
+constexpr qint32 kShortestAnswer = 7;
+constexpr int kRounds = 3;
+/// Most that a round on the handle reads.
+constexpr int kRoundBytes = 16;
+
+constexpr int kSettleMs = 400;
+constexpr int kRoundMs = 500;
+constexpr int kBeforeLeavingMs = 500;
+constexpr int kAfterLeavingMs = 55;
+constexpr int kLeavingDots = 3;
+
+}  // namespace
+
+FirmTransfer::FirmTransfer(StationLink& link, CommView& view, const Firmware& firmware)
+    : link_(link),
+      view_(view),
+      firmware_(firmware),
+      port_(link.serial(), sessionLine(link.settings())) {}
+
+FirmEnd FirmTransfer::SendFirm() {
+  status(QStringLiteral("Beginne Kommunikation ..."));
+  view_.setCancelCaption(QStringLiteral("Abbruch"));
+  FirmEnd end = FirmEnd::Failed;
+  try {
+    end = transfer();
+  } catch (const LinkError& error) {
+    finishSession();
+    end = close(FirmEnd::Failed, error.message());
+  }
+  leaveBootLoader();
+  link_.cancelRequested = false;
+  view_.setCancelCaption(QStringLiteral("OK"));
+  return end;
+}
+
+FirmEnd FirmTransfer::transfer() {
+  const QString failure = link_.initComm(false, false, false);
+  if (!failure.isEmpty()) {
+    link_.prompt().beep();
+    status(failure);
+    return FirmEnd::NoSession;
+  }
+  inSession_ = true;
+  const QString cancelText = QStringLiteral("Übertragung der Firmware abgebrochen!");
+  const bool asked = askInSession();
+  if (cancelled()) {
+    finishSession();
+    return close(FirmEnd::Cancelled, cancelText);
+  }
+  finishSession();
+  link_.DelayMsec(kSettleMs);
+
+  port_.OpenComm();
+  port_.EscapeCommFunction(CommEscape::ClearRts);
+  port_.EscapeCommFunction(CommEscape::ClearDtr);
+  port_.GetCommError();
+  if (!asked && !askOnHandle()) {
+    return close(FirmEnd::NoAnswer, QStringLiteral("Keine Antwort vom Basisgerät!"));
+  }
+  status(QStringLiteral("Übertragung läuft...\nMX1 und PC jetzt nicht abschalten!"));
+  link_.DelayMsec(kSettleMs);
+  port_.FlushComm(CommQueue::Transmit);
+  port_.FlushComm(CommQueue::Receive);
+  view_.setProgress(0);
+  // The first block begins to replace the old firmware: the last moment to leave it as it is.
+  if (cancelled()) return close(FirmEnd::Cancelled, cancelText);
+
+  const FirmEnd end = FirmBlocks(link_, port_, view_, firmware_).send();
+  if (end == FirmEnd::Cancelled) return close(end, cancelText);
+  if (end == FirmEnd::Failed) {
+    return close(end, QStringLiteral("Übertragungsfehler, Einspielen der Firmware nicht möglich!"));
+  }
+  view_.setProgress(100);
+  return close(end, QStringLiteral("Übertragung der Firmware abgeschlossen!"));
+}
+
+/// True when the boot loader waits. The user may have cancelled meanwhile.
+bool FirmTransfer::askInSession() {
+  SerialLine& line = link_.serial();
+  line.read();
+  line.write(kDownloadCommand);
+  status(QStringLiteral("Warten auf Basisgerät ..."));
+  link_.WaitForData(kAnswerLength);
+  // Somebody who has cancelled does not want the station to go into its boot loader any more.
+  if (line.inBufferCount() < kShortestAnswer && !cancelled()) {
+    line.read();
+    link_.DelayMsec(kSettleMs);
+    line.write(kDownloadCommand);
+    link_.WaitForData(kAnswerLength);
+  }
+  const bool asked = line.read().endsWith(kBootLoaderReady);
+  if (asked) line.read();
+  return asked;
+}
+
+/// The second way in, for a station that the session could not make understand. True when the
+/// boot loader waits.
+bool FirmTransfer::askOnHandle() {
+  QByteArray reply;
+  for (int round = 0; round < kRounds && !reply.contains(kBootLoaderReady); ++round) {
+    port_.WriteComm(kDownloadCommand);
+    port_.GetCommError();
+    // What is there answers the round before: reading does not wait.
+    reply += port_.ReadComm(kRoundBytes);
+    port_.FlushComm(CommQueue::Transmit);
+    port_.FlushComm(CommQueue::Receive);
+    link_.DelayMsec(kRoundMs);
+  }
+  return reply.contains(kBootLoaderReady);
+}
+
+bool FirmTransfer::cancelled() const {
+  return link_.cancelRequested;
+}
+
+FirmEnd FirmTransfer::close(FirmEnd end, const QString& text) {
+  view_.setDetail({});
+  view_.setClosingText(text);
+  link_.prompt().beep();
+  return end;
+}
+
+void FirmTransfer::finishSession() {
+  if (inSession_) link_.FinishComm();
+  inSession_ = false;
+}
+
+void FirmTransfer::leaveBootLoader() {
+  try {
+    if (port_.isOpen()) {
+      link_.DelayMsec(kBeforeLeavingMs);
+      for (int i = 0; i < kLeavingDots; ++i) port_.WriteComm(kLeaveBootLoader);
+      link_.DelayMsec(kAfterLeavingMs);
+    }
+  } catch (const LinkError&) {
+    // The line is gone, and with it the one who would hear the dots.
+  }
+  port_.CloseComm();
+}
+
+}  // namespace lokari

@@ -1,0 +1,42 @@
+// The transfer of new firmware into an MX1 of the 2000 series, from the session to the farewell.
+//
+// In the session the station is asked for its boot loader. Then the session leaves the port to a
+// raw handle, on which the station is asked again when it did not understand, and gets the blocks.
+// Whatever happens then, three dots send it back to normal operation before the handle closes.
+#pragma once
+
+#include "link/comm_view.h"
+#include "station/firm_blocks.h"
+#include "station/raw_port.h"
+
+namespace lokari {
+
+class StationLink;
+
+class FirmTransfer {
+ public:
+  /// All arguments must outlive it. The user has confirmed `firmware`.
+  FirmTransfer(StationLink& link, CommView& view, const Firmware& firmware);
+
+  /// The whole job. Its texts, its progress and its end go to the view; nothing is thrown.
+  FirmEnd SendFirm();
+
+ private:
+  FirmEnd transfer();
+  bool askInSession();
+  bool askOnHandle();
+  bool cancelled() const;
+  void status(const QString& text) { view_.setStatus(text); }
+  /// The last text of the job, with a beep.
+  FirmEnd close(FirmEnd end, const QString& text);
+  void finishSession();
+  void leaveBootLoader();
+
+  StationLink& link_;
+  CommView& view_;
+  const Firmware& firmware_;
+  RawPort port_;
+  bool inSession_ = false;
+};
+
+}  // namespace lokari
