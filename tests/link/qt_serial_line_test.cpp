@@ -89,6 +89,7 @@ TEST_F(QtSerialLineTest, ALineWithoutModemSignalsCountsAsClearToSend) {
   open();
   line.setRtsEnable(false);
   line.setRtsEnable(true);
+  line.setDtrEnable(false);
   EXPECT_TRUE(line.ctsHolding());
   EXPECT_TRUE(line.isOpen());
 }

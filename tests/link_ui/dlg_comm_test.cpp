@@ -29,6 +29,8 @@ class DlgCommTest : public test::LinkFixture {
   QProgressBar* panProgress() { return control<QProgressBar>("panProgress"); }
   QLabel* lblCommStatus() { return control<QLabel>("lblCommStatus"); }
 
+  QLabel* lblCommDetail() { return control<QLabel>("lblCommDetail"); }
+
   void press() { QTest::mouseClick(cmdCancel(), Qt::LeftButton); }
 
   /// For a job that ends with its dialog open: looks at it, then presses the button.
@@ -220,6 +222,25 @@ TEST_F(DlgCommTest, ResetEmptiesTheBar) {
   });
 }
 
+TEST_F(DlgCommTest, TheDetailStandsBelowTheStatus) {
+  dialog_.run(CommJob::SendFirm, [&] {
+    dialog_.setStatus(QStringLiteral("Übertragung läuft..."));
+    dialog_.setDetail(QStringLiteral("Block 12 von 345"));
+    EXPECT_TRUE(lblCommDetail()->isVisible());
+    EXPECT_EQ(lblCommDetail()->text(), QStringLiteral("Block 12 von 345"));
+    EXPECT_EQ(lblCommStatus()->text(), QStringLiteral("Übertragung läuft..."));
+    dialog_.hide();
+  });
+}
+
+TEST_F(DlgCommTest, TheClosingTextIsTheLastStatus) {
+  dialog_.run(CommJob::SendFirm, [&] {
+    dialog_.setClosingText(QStringLiteral("Fertig!"));
+    EXPECT_EQ(lblCommStatus()->text(), QStringLiteral("Fertig!"));
+    dialog_.hide();
+  });
+}
+
 TEST_F(DlgCommTest, LosingTheFrontHidesTheBarUntilTheNextStep) {
   dialog_.run(CommJob::ReadProgTrack, [&] {
     dialog_.setProgress(10);
@@ -235,6 +256,7 @@ TEST_F(DlgCommTest, LosingTheFrontHidesTheBarUntilTheNextStep) {
 TEST_F(DlgCommTest, TheNextJobBeginsWithACleanDialog) {
   dialog_.run(CommJob::ReadProgTrack, [&] {
     dialog_.setStatus(QStringLiteral("Lese CV 30"));
+    dialog_.setDetail(QStringLiteral("Block 1 von 2"));
     dialog_.setProgressEnabled(true);
     dialog_.setProgress(50);
     press();
@@ -243,6 +265,7 @@ TEST_F(DlgCommTest, TheNextJobBeginsWithACleanDialog) {
   });
   dialog_.run(CommJob::WriteMain, [&] {
     EXPECT_EQ(lblCommStatus()->text(), QString());
+    EXPECT_EQ(lblCommDetail()->text(), QString());
     EXPECT_FALSE(panProgress()->isVisible());
     EXPECT_FALSE(panProgress()->isEnabled());
     EXPECT_TRUE(cmdCancel()->isEnabled());
