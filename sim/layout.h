@@ -23,7 +23,7 @@ struct Vehicle {
 /// How a vehicle runs, as its station was told.
 struct DriveState {
   int speed = 0;    ///< 0 to `steps`, the emergency stop left out
-  int steps = 128;  ///< 14, 27, 28 or 128
+  int steps = 128;  ///< 14, 27, 28, 128 or 1024
   bool backward = false;
   bool manual = false;    ///< taken out of the station's automatic control
   quint32 functions = 0;  ///< bit n is function Fn, bit 0 the light

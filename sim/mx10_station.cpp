@@ -15,6 +15,14 @@ constexpr int kTrackGroup = 0x06;
 constexpr int kNetworkGroup = 0x0A;
 constexpr int kCvGroup = 0x16;
 
+constexpr int kTrackPowerGroup = 0x00;
+constexpr int kOutputGroup = 0x01;
+constexpr int kVehicleGroup = 0x02;
+/// Speed values that it counts.
+constexpr int kSteps = 1024;
+
+constexpr int kQuestion = 0;
+constexpr int kCommand = 1;
 constexpr int kEvent = 2;
 constexpr int kAnswer = 3;
 
@@ -23,6 +31,16 @@ constexpr qsizetype kWriteSize = 9;
 
 int nodeIn(const QByteArray& data) {
   return byteAt(data, 0) * 256 + byteAt(data, 1);
+}
+
+/// Low byte first; 0 for what is not there.
+int wordIn(const QByteArray& data, qsizetype at) {
+  return data.size() < at + 2 ? 0 : byteAt(data, at + 1) * 256 + byteAt(data, at);
+}
+
+/// `size` is the number of data bytes.
+bool is(const BusMessage& message, int group, int command, qsizetype size) {
+  return message.group == group && message.command == command && message.data.size() == size;
 }
 
 int addressIn(const QByteArray& data) {
@@ -56,10 +74,67 @@ void Mx10Station::announce(int turn) {
 }
 
 void Mx10Station::obey(const BusMessage& message) {
+  obeyDriving(message);
   const bool toMe = nodeIn(message.data) == kNode;
   if (message.group == kTrackGroup && message.command == 0 && toMe) switchTrack(message);
   if (message.group == kCvGroup && message.command == 8 && toMe) readCv(message);
   if (message.group == kCvGroup && message.command == 9 && toMe) writeCv(message);
+}
+
+void Mx10Station::obeyDriving(const BusMessage& message) {
+  if (message.mode == kQuestion) ask(message);
+  if (message.mode == kCommand) command(message);
+}
+
+void Mx10Station::command(const BusMessage& message) {
+  const QByteArray& data = message.data;
+  const int address = wordIn(data, 0);
+  DriveState state = layout().drive(address);
+  if (is(message, kVehicleGroup, 2, 6)) {
+    const int flags = byteAt(data, 3);
+    state.steps = kSteps;
+    state.speed = byteAt(data, 2) + 256 * (flags & 3);
+    state.backward = (flags & 4) != 0;
+  } else if (is(message, kVehicleGroup, 4, 6)) {
+    const quint32 bit = 1U << wordIn(data, 2) % 32;
+    state.functions = wordIn(data, 4) != 0 ? state.functions | bit : state.functions & ~bit;
+  } else if (is(message, kVehicleGroup, 5, 6)) {
+    state.manual = wordIn(data, 4) != 0;
+  } else if (is(message, kTrackPowerGroup, 0, 4) && byteAt(data, 2) == 3) {
+    layout().setTrackPower(byteAt(data, 3) != 2);
+    answerTo(message, kTrackPowerGroup, data, kAtOnce);
+    return;
+  } else if (is(message, kOutputGroup, 4, 4)) {
+    layout().setOutput(4 * (address - 1) + byteAt(data, 2) + 1, byteAt(data, 3) != 0);
+    answerTo(message, kOutputGroup, data, kAtOnce);
+    return;
+  } else {
+    return;
+  }
+  layout().setDrive(address, state);
+  answerTo(message, kVehicleGroup, data, kAtOnce);
+}
+
+void Mx10Station::ask(const BusMessage& message) {
+  const QByteArray& data = message.data;
+  const int address = wordIn(data, 0);
+  const DriveState& state = layout().drive(address);
+  if (is(message, kVehicleGroup, 3, 2)) {
+    QByteArray functions;
+    for (int i = 0; i < 4; ++i)
+      appendByte(functions, static_cast<int>(state.functions >> 8 * i & 0xFF));
+    answerTo(message, kVehicleGroup, data + functions, kAtOnce);
+  } else if (is(message, kVehicleGroup, 2, 2)) {
+    const int value = state.steps == kSteps ? state.speed : state.speed * kSteps / state.steps;
+    answerTo(message, kVehicleGroup,
+             data + bytes({value & 0xFF, value >> 8 | (state.backward ? 0x0C : 0), 0, 0}), kAtOnce);
+  } else if (is(message, kVehicleGroup, 5, 4)) {
+    answerTo(message, kVehicleGroup, data + bytes({state.manual ? 1 : 0, 0}), kAtOnce);
+  } else if (is(message, kOutputGroup, 2, 2)) {
+    int off = 0;
+    for (int i = 0; i < 4; ++i) off |= layout().output(4 * (address - 1) + i + 1) ? 0 : 1 << 2 * i;
+    answerTo(message, kOutputGroup, data + bytes({0, 0, off, 0}), kAtOnce);
+  }
 }
 
 void Mx10Station::switchTrack(const BusMessage& message) {

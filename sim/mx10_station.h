@@ -9,6 +9,19 @@
 //   16/08            data node, address, CV, 00 00 (low byte first but the node): read the CV;
 //                    answer the same data and the value, or none when there is no value
 //   16/09            the same and the value: write it; answer the same data
+//   02/03            data address: ask for the functions; answer the address and four bytes
+//   02/02            data address: ask for the speed; answer the address, speed, flags, functions.
+//                    The flags hold the speed's bits 8 and 9 and, in bit 3, backward
+//   02/02 command    data address, speed, flags, functions, 00: drive; bit 2 of the flags is
+//   backward 02/04 command    data address, n (16 bit), on (16 bit): function 02/05            data
+//   address, 01 00: ask for manual; answer the same and the state 02/05 command    data address, 01
+//   00, on (16 bit): manual 02/10 command    data address, 01 00: keep-alive; no answer 00/00
+//   command    data 00 00 03 mode: 02 stop, 01 go 01/02            data address: ask for a unit's
+//   outputs; answer the address, 00 00 and a byte
+//                    with bit 2i set when output i is off
+//   01/04 command    data address, n, on: switch an output
+//
+// Commands of driving and switching are answered with their own data.
 //
 // Messages to another node are not obeyed. A CV is on the programming track when that is switched
 // on, else it is the addressed vehicle's on the main track.
@@ -39,6 +52,9 @@ class Mx10Station : public Station {
 
  private:
   void announce(int turn);
+  void obeyDriving(const BusMessage& message);
+  void command(const BusMessage& message);
+  void ask(const BusMessage& message);
   void switchTrack(const BusMessage& message);
   void readCv(const BusMessage& message);
   void writeCv(const BusMessage& message);

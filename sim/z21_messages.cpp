@@ -38,6 +38,39 @@ std::optional<Z21CvCommand> mainCommand(const QByteArray& data) {
 
 }  // namespace
 
+int z21VehicleAddress(const QByteArray& data, qsizetype at) {
+  return word(byteAt(data, at) & 0x3F, byteAt(data, at + 1));
+}
+
+std::optional<Z21DriveCommand> z21DriveCommand(const QByteArray& data) {
+  if (data.size() != 5 || byteAt(data, 0) != 0xE4) return {};
+  Z21DriveCommand command;
+  switch (byteAt(data, 1)) {
+    case 0x10:
+      command.steps = 14;
+      break;
+    case 0x12:
+      command.steps = 28;
+      break;
+    case 0x13:
+      command.steps = 128;
+      break;
+    default:
+      return {};
+  }
+  command.address = z21VehicleAddress(data, 2);
+  command.speed = byteAt(data, 4) & 0x7F;
+  command.backward = (byteAt(data, 4) & 0x80) == 0;
+  return command;
+}
+
+std::optional<Z21FunctionCommand> z21FunctionCommand(const QByteArray& data) {
+  if (data.size() != 5 || !data.startsWith(bytes({0xE4, 0xF8}))) return {};
+  return Z21FunctionCommand{.address = z21VehicleAddress(data, 2),
+                            .function = byteAt(data, 4) & 0x3F,
+                            .on = (byteAt(data, 4) & 0x40) != 0};
+}
+
 QList<Z21Message> splitZ21Datagram(const QByteArray& datagram) {
   QList<Z21Message> messages;
   QByteArray rest = datagram;

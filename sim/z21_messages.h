@@ -38,6 +38,27 @@ struct Z21CvCommand {
   int value = 0;
 };
 
+/// A driving command. Steps are 14, 28 or 128.
+struct Z21DriveCommand {
+  int address = 0;
+  int steps = 128;
+  int speed = 0;
+  bool backward = false;
+};
+
+struct Z21FunctionCommand {
+  int address = 0;
+  int function = 0;
+  bool on = false;
+};
+
+/// The command in the data of a command message, or nothing.
+std::optional<Z21DriveCommand> z21DriveCommand(const QByteArray& data);
+std::optional<Z21FunctionCommand> z21FunctionCommand(const QByteArray& data);
+
+/// The address of a vehicle in two bytes, high byte first, the mark of long ones left out.
+int z21VehicleAddress(const QByteArray& data, qsizetype at);
+
 /// The CV command in the data of a command message, or nothing.
 std::optional<Z21CvCommand> z21CvCommand(const QByteArray& data);
 

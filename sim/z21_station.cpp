@@ -9,6 +9,11 @@ namespace {
 constexpr Millis kTrackTime = 250;
 constexpr Millis kAtOnce = 5;
 
+constexpr int kOutput = 0x43;
+constexpr int kSwitch = 0x53;
+constexpr qsizetype kVehicleSize = 16;
+
+constexpr int kStopped = 0x81;
 constexpr int kState = 0x61;
 constexpr int kPowerOn = 0x01;
 constexpr int kShortCircuit = 0x12;
@@ -42,14 +47,66 @@ void Z21Station::obey(const Z21Message& message) {
     answer(z21Bytes({kZ21SerialNumber, bytes({kSerialNumber & 0xFF, kSerialNumber >> 8 & 0xFF,
                                               kSerialNumber >> 16 & 0xFF, kSerialNumber >> 24})}));
   } else if (message.kind == kZ21Command) {
-    if (const auto command = z21CvCommand(message.data)) {
-      accessCv(*command);
-    } else if (message.data == bytes({0x21, 0x81})) {
-      answerCommand({kState, kPowerOn}, kAtOnce);
-    } else {
-      answerCommand({kState, kUnknown}, kAtOnce);
-    }
+    obeyCommand(message.data);
   }
+}
+
+void Z21Station::obeyCommand(const QByteArray& data) {
+  if (const auto command = z21CvCommand(data)) {
+    accessCv(*command);
+  } else if (data == bytes({0x21, 0x81})) {
+    layout().setTrackPower(true);
+    answerCommand({kState, kPowerOn}, kAtOnce);
+  } else if (!operate(data)) {
+    answerCommand({kState, kUnknown}, kAtOnce);
+  }
+}
+
+bool Z21Station::operate(const QByteArray& data) {
+  if (data == bytes({0x80})) {
+    layout().setTrackPower(false);
+    answerCommand({kStopped, 0}, kAtOnce);
+  } else if (const auto drive = z21DriveCommand(data)) {
+    DriveState state = layout().drive(drive->address);
+    state.steps = drive->steps;
+    state.speed = drive->speed;
+    state.backward = drive->backward;
+    layout().setDrive(drive->address, state);
+  } else if (const auto function = z21FunctionCommand(data)) {
+    DriveState state = layout().drive(function->address);
+    const quint32 bit = 1U << function->function % 32;
+    state.functions = function->on ? state.functions | bit : state.functions & ~bit;
+    layout().setDrive(function->address, state);
+  } else if (data.size() == 4 && data.startsWith(bytes({0xE3, 0xF0}))) {
+    tellVehicle(z21VehicleAddress(data, 2));
+  } else if (data.size() == 3 && byteAt(data, 0) == kOutput) {
+    tellOutput(byteAt(data, 1) * 256 + byteAt(data, 2));
+  } else if (data.size() == 4 && byteAt(data, 0) == kSwitch) {
+    const int output = byteAt(data, 1) * 256 + byteAt(data, 2);
+    layout().setOutput(output + 1, (byteAt(data, 3) & 1) == 0);
+    tellOutput(output);
+  } else {
+    return false;
+  }
+  return true;
+}
+
+void Z21Station::tellVehicle(int address) {
+  const DriveState& state = layout().drive(address);
+  const int steps = state.steps == 28 ? 2 : state.steps == 14 ? 1 : 4;
+  const quint32 functions = state.functions;
+  const int light = static_cast<int>((functions & 1U) << 4 | (functions >> 1 & 15U));
+  const int mark = address >= 128 ? 0xC0 : 0;
+  QByteArray data = bytes(
+      {0xEF, mark | address >> 8, address & 0xFF, steps, state.speed | (state.backward ? 0 : 0x80),
+       light, static_cast<int>(functions >> 5 & 0xFF), static_cast<int>(functions >> 13 & 0xFF),
+       static_cast<int>(functions >> 21 & 0xFF)});
+  answerCommand(data.leftJustified(kVehicleSize, '\0'), kAtOnce);
+}
+
+void Z21Station::tellOutput(int output) {
+  answerCommand({kOutput, output >> 8, output & 0xFF, layout().output(output + 1) ? 1 : 2},
+                kAtOnce);
 }
 
 void Z21Station::accessCv(const Z21CvCommand& command) {
@@ -74,7 +131,11 @@ void Z21Station::accessCv(const Z21CvCommand& command) {
 }
 
 void Z21Station::answerCommand(std::initializer_list<int> data, Millis delay) {
-  answer(z21Bytes({kZ21Command, bytes(data)}), delay);
+  answerCommand(bytes(data), delay);
+}
+
+void Z21Station::answerCommand(const QByteArray& data, Millis delay) {
+  answer(z21Bytes({kZ21Command, data}), delay);
 }
 
 }  // namespace lokari::sim

@@ -2,6 +2,9 @@
 
 #include <array>
 
+#include "cab/mx10.h"
+#include "cab/z21.h"
+
 namespace lokari {
 namespace {
 
@@ -25,9 +28,9 @@ constexpr std::array kCabs{
 
     CabRow{ProtocolFamily::Tams, nullptr, nullptr},
 
-    CabRow{ProtocolFamily::Z21, nullptr, nullptr},
+    CabRow{ProtocolFamily::Z21, makeZ21Cab, makeZ21Panel},
 
-    CabRow{ProtocolFamily::Mx10, nullptr, nullptr},
+    CabRow{ProtocolFamily::Mx10, makeMx10Cab, makeMx10Panel},
 };
 
 constexpr size_t indexOf(ProtocolFamily family) {

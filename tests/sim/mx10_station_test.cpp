@@ -112,6 +112,36 @@ TEST_F(Mx10IpStationTest, DoesNotObeyMessagesToAnotherNode) {
   EXPECT_FALSE(mx10().programmingTrack());
 }
 
+TEST_F(Mx10IpStationTest, DrivesAVehicleAndTellsItsState) {
+  open();
+  EXPECT_EQ(answersTo(QByteArray::fromHex("06 00 00 00 02 09 86 C2 E8 03 20 07 00 00"), 50),
+            QList({QByteArray::fromHex("06 00 00 00 02 0B C0 A1 E8 03 20 07 00 00")}));
+  answersTo(QByteArray::fromHex("06 00 00 00 02 11 86 C2 E8 03 11 00 01 00"), 50);
+  answersTo(QByteArray::fromHex("06 00 00 00 02 15 86 C2 E8 03 01 00 01 00"), 50);
+  EXPECT_EQ(
+      layout.drive(1000),
+      (DriveState{
+          .speed = 800, .steps = 1024, .backward = true, .manual = true, .functions = 1U << 17}));
+  EXPECT_EQ(answersTo(QByteArray::fromHex("02 00 00 00 02 08 86 C2 E8 03"), 50),
+            QList({QByteArray::fromHex("06 00 00 00 02 0B C0 A1 E8 03 20 0F 00 00")}));
+  EXPECT_EQ(answersTo(QByteArray::fromHex("02 00 00 00 02 0C 86 C2 E8 03"), 50),
+            QList({QByteArray::fromHex("06 00 00 00 02 0F C0 A1 E8 03 00 00 02 00")}));
+  EXPECT_EQ(answersTo(QByteArray::fromHex("04 00 00 00 02 14 86 C2 E8 03 01 00"), 50),
+            QList({QByteArray::fromHex("06 00 00 00 02 17 C0 A1 E8 03 01 00 01 00")}));
+}
+
+TEST_F(Mx10IpStationTest, StopsTheTrackAndSwitchesOutputs) {
+  open();
+  answersTo(QByteArray::fromHex("04 00 00 00 00 01 86 C2 00 00 03 02"), 50);
+  EXPECT_FALSE(layout.trackPower());
+  answersTo(QByteArray::fromHex("04 00 00 00 00 01 86 C2 00 00 03 01"), 50);
+  EXPECT_TRUE(layout.trackPower());
+  answersTo(QByteArray::fromHex("04 00 00 00 01 11 86 C2 05 00 02 01"), 50);
+  EXPECT_TRUE(layout.output(19));
+  EXPECT_EQ(answersTo(QByteArray::fromHex("02 00 00 00 01 08 86 C2 05 00"), 50),
+            QList({QByteArray::fromHex("06 00 00 00 01 0B C0 A1 05 00 00 00 45 00")}));
+}
+
 class Mx10KeyStationTest : public StationFixture {
  protected:
   Mx10KeyStationTest() : StationFixture(u"MX10") {}

@@ -73,5 +73,32 @@ TEST_F(Z21StationTest, IsSilentOnNoise) {
   EXPECT_EQ(replyTo({}), QByteArray());
 }
 
+TEST_F(Z21StationTest, DrivesAVehicleAndTellsItsState) {
+  EXPECT_EQ(replyTo(QByteArray::fromHex("0A 00 40 00 E4 12 C3 E8 8E 77")), QByteArray());
+  EXPECT_EQ(replyTo(QByteArray::fromHex("0A 00 40 00 E4 F8 C3 E8 5C 01")), QByteArray());
+  EXPECT_EQ(layout.drive(1000), (DriveState{.speed = 14, .steps = 28, .functions = 1U << 28}));
+  const QByteArray told = replyTo(QByteArray::fromHex("09 00 40 00 E3 F0 C3 E8 20"));
+  EXPECT_EQ(told.toHex(' ').toUpper(),
+            "15 00 40 00 EF C3 E8 02 8E 00 00 00 80 00 00 00 00 00 00 00 C8");
+}
+
+TEST_F(Z21StationTest, StopsTheTrackAndGoesOn) {
+  EXPECT_EQ(replyTo(QByteArray::fromHex("06 00 40 00 80 0A")),
+            QByteArray::fromHex("07 00 40 00 81 00 81"));
+  EXPECT_FALSE(layout.trackPower());
+  replyTo(QByteArray::fromHex("07 00 40 00 21 81 29"));
+  EXPECT_TRUE(layout.trackPower());
+}
+
+TEST_F(Z21StationTest, SwitchesOutputs) {
+  EXPECT_EQ(replyTo(QByteArray::fromHex("08 00 40 00 43 00 04 0F")),
+            QByteArray::fromHex("09 00 40 00 43 00 04 02 45"));
+  EXPECT_EQ(replyTo(QByteArray::fromHex("09 00 40 00 53 00 04 A8 56")),
+            QByteArray::fromHex("09 00 40 00 43 00 04 01 46"));
+  EXPECT_TRUE(layout.output(5));
+  replyTo(QByteArray::fromHex("09 00 40 00 53 00 04 A9 57"));
+  EXPECT_FALSE(layout.output(5));
+}
+
 }  // namespace
 }  // namespace lokari::sim
