@@ -3,6 +3,7 @@
 #include <array>
 
 #include "base/bytes.h"
+#include "sim/ibx_status.h"
 
 namespace lokari::sim {
 namespace {
@@ -93,6 +94,12 @@ void IntelliboxStation::obey(const QByteArray& command) {
       programming_ = false;
       event_.clear();
       return answerByte(kAccepted);
+    case kAskVersions:
+      answer(bytes({0x02, 0x50, 0x15, 0x02, 0x10, 0x13, 0x01, 0x14, 0x01, 0x09, 0x01, 0x2A, 0x05,
+                    0x00, 0x01, 0x23, 0x4F, 0x56, 0x00}));
+      return;
+    case kAskIbxState:
+      return answerByte(ibxState(layout()));
     default:
       return answerByte(kUnknown);
   }

@@ -5,10 +5,12 @@
 //   DE al ah lo hi v               write on the main track, address first
 //   CE                             the programming event
 //   E2                             end of programming
+//   A0                             versions; sim/ibx_status.h
+//   A2                             state; the same
 //
-// Each but CE is answered by one byte: 00 accepted, 02 unknown, 06 the programming track is busy.
-// CE is answered F5 while there is no event, else by a length, a status and, after a read, the
-// value: 00 done, FF nobody answered, FE no acknowledge, FD short circuit, FC no decoder.
+// Each of the others but CE is answered by one byte: 00 accepted, 02 unknown, 06 the programming
+// track is busy. CE is answered F5 while there is no event, else by a length, a status and, after a
+// read, the value: 00 done, FF nobody answered, FE no acknowledge, FD short circuit, FC no decoder.
 #pragma once
 
 #include "sim/station.h"

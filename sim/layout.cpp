@@ -72,6 +72,19 @@ void Layout::setTrackPower(bool on) {
   report(QStringLiteral("Fahrspannung %1").arg(on ? QStringLiteral("ein") : QStringLiteral("aus")));
 }
 
+void Layout::setStopped(bool on) {
+  if (stopped_ == on) return;
+  stopped_ = on;
+  report(on ? QStringLiteral("Alle Fahrzeuge angehalten")
+            : QStringLiteral("Fahrzeuge wieder frei"));
+}
+
+void Layout::setOverloaded(bool on) {
+  if (overloaded_ == on) return;
+  overloaded_ = on;
+  report(on ? QStringLiteral("Überstrom") : QStringLiteral("Überstrom vorbei"));
+}
+
 void Layout::report(const QString& line) const {
   if (onChange) onChange(line);
 }

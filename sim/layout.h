@@ -55,6 +55,14 @@ class Layout {
   bool trackPower() const { return trackPower_; }
   void setTrackPower(bool on);
 
+  /// Every vehicle has been stopped; the track may still have power.
+  bool stopped() const { return stopped_; }
+  void setStopped(bool on);
+
+  /// The track draws more current than the station gives.
+  bool overloaded() const { return overloaded_; }
+  void setOverloaded(bool on);
+
   /// A German line for each change, such as "Fahrzeug 3: Stufe 42 von 128 vorwärts, F0 F3".
   std::function<void(const QString& line)> onChange;
 
@@ -65,6 +73,8 @@ class Layout {
   std::map<int, DriveState> drives_;
   std::map<int, bool> outputs_;
   bool trackPower_ = true;
+  bool stopped_ = false;
+  bool overloaded_ = false;
 };
 
 }  // namespace lokari::sim

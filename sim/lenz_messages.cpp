@@ -67,6 +67,8 @@ std::optional<LenzCommand> lenzCommandFrom(const QByteArray& message) {
     case 0x21:
       if (code == 0x81) return LenzCommand{LenzCommand::Kind::Resume};
       if (code == 0x10) return LenzCommand{LenzCommand::Kind::AskResult};
+      if (code == 0x21) return LenzCommand{LenzCommand::Kind::AskVersion};
+      if (code == 0x24) return LenzCommand{LenzCommand::Kind::AskState};
       return {};
     case 0x22:
       return readCommand(code, byteAt(message, 2));
@@ -120,6 +122,18 @@ QByteArray lenzServiceMode() {
 
 QByteArray lenzReport(int code) {
   return closed(bytes({0x61, code}));
+}
+
+QByteArray lenzVersion(int version) {
+  return closed(bytes({0x62, 0x21, version}));
+}
+
+QByteArray lenzVersion(int version, int central) {
+  return closed(bytes({0x63, 0x21, version, central}));
+}
+
+QByteArray lenzState(int state) {
+  return closed(bytes({0x62, 0x22, state}));
 }
 
 QByteArray lenzResult(Method method, int cv, int value) {

@@ -5,6 +5,8 @@
 //
 //   21 81                     resume normal operation
 //   21 10                     what did the programming track give?
+//   21 21                     which version?
+//   21 24                     which state?
 //   22 14 cv, 22 15 cv        read, paged and direct; cv 0 is CV 256
 //   22 18..1B cv              read, direct: CVs 1-255 and 1024, 256-511, 512-767, 768-1023
 //   23 17 cv v, 23 16 cv v    write, paged and direct
@@ -25,7 +27,7 @@
 namespace lokari::sim {
 
 struct LenzCommand {
-  enum class Kind { Resume, AskResult, ReadCv, WriteCv, WriteMain };
+  enum class Kind { Resume, AskResult, AskVersion, AskState, ReadCv, WriteCv, WriteMain };
 
   Kind kind = Kind::Resume;
   Method method = Method::Direct;
@@ -64,6 +66,12 @@ QByteArray lenzAccepted();     ///< 01 04
 QByteArray lenzResumed();      ///< 61 01
 QByteArray lenzServiceMode();  ///< 61 02: service mode entered, no result yet
 QByteArray lenzReport(int code);
+/// 62 21 and the version in binary-coded decimal digits: the first generation.
+QByteArray lenzVersion(int version);
+/// 63 21 with the command station behind it: the later ones.
+QByteArray lenzVersion(int version, int central);
+/// 62 22: 08 programming, 04 automatic start, 02 emergency off, 01 emergency stop.
+QByteArray lenzState(int state);
 /// 63 with 10 for a paged access, 14 to 17 for a direct one by the CV's block.
 QByteArray lenzResult(Method method, int cv, int value);
 

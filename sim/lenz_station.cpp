@@ -7,6 +7,15 @@ namespace {
 constexpr Millis kTrackTime = 100;
 constexpr int kFirstGenerationTimes = 5;
 
+constexpr int kFirstVersion = 0x23;
+constexpr int kVersion = 0x36;
+constexpr int kLz100 = 0;
+
+constexpr int kProgramming = 0x08;
+constexpr int kAutomaticStart = 0x04;
+constexpr int kEmergencyOff = 0x02;
+constexpr int kEmergencyStop = 0x01;
+
 constexpr int kShortCircuit = 0x12;
 constexpr int kNoAck = 0x13;
 constexpr int kWrongCheck = 0x80;
@@ -37,6 +46,12 @@ void LenzStation::obey(const LenzCommand& command) {
       return;
     case LenzCommand::Kind::AskResult:
       answerResult();
+      return;
+    case LenzCommand::Kind::AskVersion:
+      say({firstGeneration_ ? lenzVersion(kFirstVersion) : lenzVersion(kVersion, kLz100)});
+      return;
+    case LenzCommand::Kind::AskState:
+      answerState();
       return;
     case LenzCommand::Kind::ReadCv:
       readCv(command);
@@ -97,6 +112,14 @@ void LenzStation::answerResult() {
   } else {
     say({clock().now() < trackFreeAt_ ? lenzServiceMode() : result_});
   }
+}
+
+void LenzStation::answerState() {
+  int state = kAutomaticStart;
+  if (serviceMode_) state |= kProgramming;
+  if (!layout().trackPower()) state |= kEmergencyOff;
+  if (layout().stopped()) state |= kEmergencyStop;
+  say({lenzState(state)});
 }
 
 void LenzStation::say(const std::vector<QByteArray>& messages) {

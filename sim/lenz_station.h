@@ -4,6 +4,9 @@
 // soon as they have it: a read is followed by 61 02, a write by a second 01 04 when it is done, and
 // 61 01 goes out twice. The LI-USB puts FF FE ahead of each message.
 //
+// It tells its version and its state when it is asked: the first generation 2.3, the later ones 3.6
+// with an LZ100 behind them.
+//
 // While the programming track works, the question for its result is answered 61 02; then 63 with
 // the value, 61 12 for a short circuit, or 61 13 when nobody acknowledged. A busy track answers a
 // write with 01 04 and 61 02 and does not write. 61 80 reports a wrong check byte, 61 82 an unknown
@@ -32,6 +35,7 @@ class LenzStation : public Station {
   void writeCv(const LenzCommand& command);
   void keepResult(const LenzCommand& command, const TrackResult& result);
   void answerResult();
+  void answerState();
   /// Sends messages at once, as this interface does.
   void say(const std::vector<QByteArray>& messages);
   QByteArray wrapped(const QByteArray& message) const;

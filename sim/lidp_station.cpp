@@ -57,7 +57,7 @@ void LidpStation::receive(const QByteArray& data) {
 }
 
 QByteArray LidpStation::replyTo(const QByteArray& line) {
-  if (line == "01") return "OK";
+  if (line == "01") return layout().overloaded() ? "X3" : "OK";
   const std::optional<int> cv = number(line, 2, 4);
   if (!cv) return kNotUnderstood;
   if (line.startsWith("0B") && line.size() == 6) {

@@ -58,6 +58,9 @@ int run(const Options& options) {
   layout.onChange = [](const QString& line) { print(stdout, line); };
   FaultPlan faults;
   for (const Fault& fault : options.faults) faults.add(fault);
+  layout.setTrackPower(!options.powerOff);
+  layout.setStopped(options.stopped);
+  layout.setOverloaded(options.overloaded);
   QString error = loadDecoders(options, layout);
   const StationRow& row = *stationByName(options.station);
   const auto station = row.make({clock, layout, faults, options.answerDelay});

@@ -12,6 +12,7 @@ constexpr Millis kTrackTime = 250;
 constexpr Millis kAtOnce = 5;
 
 constexpr int kTrackGroup = 0x06;
+constexpr int kInfoGroup = 0x08;
 constexpr int kNetworkGroup = 0x0A;
 constexpr int kCvGroup = 0x16;
 
@@ -76,6 +77,7 @@ void Mx10Station::announce(int turn) {
 void Mx10Station::obey(const BusMessage& message) {
   obeyDriving(message);
   const bool toMe = nodeIn(message.data) == kNode;
+  if (message.group == kInfoGroup && message.command == 8) tellVersions(message);
   if (message.group == kTrackGroup && message.command == 0 && toMe) switchTrack(message);
   if (message.group == kCvGroup && message.command == 8 && toMe) readCv(message);
   if (message.group == kCvGroup && message.command == 9 && toMe) writeCv(message);
@@ -135,6 +137,13 @@ void Mx10Station::ask(const BusMessage& message) {
     for (int i = 0; i < 4; ++i) off |= layout().output(4 * (address - 1) + i + 1) ? 0 : 1 << 2 * i;
     answerTo(message, kOutputGroup, data + bytes({0, 0, off, 0}), kAtOnce);
   }
+}
+
+void Mx10Station::tellVersions(const BusMessage& message) {
+  // Alone among its messages this one has the node's low byte first.
+  const QByteArray question = bytes({kNode & 0xFF, kNode >> 8, 0x02, 0x00});
+  if (message.data != question) return;
+  answerTo(message, kInfoGroup, question + bytes({0x38, 0x01, 0x19, 0x02}), kAtOnce);
 }
 
 void Mx10Station::switchTrack(const BusMessage& message) {

@@ -5,6 +5,10 @@
 //
 //   0A/06, 0A/07     the network opens and closes; without a word for 30 s it counts as closed
 //   0A/0A            log on; no answer
+//   08/08            data node (low byte first) 02 00: versions; answer the same and number (16
+//   bit)
+//                    and three parts of the version, low one first; the number's high byte is
+//                    the version's low part
 //   06/00            data node 01 mode: 04 programming track, 00 normal; answer 16/00 the same data
 //   16/08            data node, address, CV, 00 00 (low byte first but the node): read the CV;
 //                    answer the same data and the value, or none when there is no value
@@ -13,11 +17,13 @@
 //   02/02            data address: ask for the speed; answer the address, speed, flags, functions.
 //                    The flags hold the speed's bits 8 and 9 and, in bit 3, backward
 //   02/02 command    data address, speed, flags, functions, 00: drive; bit 2 of the flags is
-//   backward 02/04 command    data address, n (16 bit), on (16 bit): function 02/05            data
-//   address, 01 00: ask for manual; answer the same and the state 02/05 command    data address, 01
-//   00, on (16 bit): manual 02/10 command    data address, 01 00: keep-alive; no answer 00/00
-//   command    data 00 00 03 mode: 02 stop, 01 go 01/02            data address: ask for a unit's
-//   outputs; answer the address, 00 00 and a byte
+//                    backward
+//   02/04 command    data address, n (16 bit), on (16 bit): function
+//   02/05            data address, 01 00: ask for manual; answer the same and the state
+//   02/05 command    data address, 01 00, on (16 bit): manual
+//   02/10 command    data address, 01 00: keep-alive; no answer
+//   00/00 command    data 00 00 03 mode: 02 stop, 01 go
+//   01/02            data address: ask for a unit's outputs; answer the address, 00 00 and a byte
 //                    with bit 2i set when output i is off
 //   01/04 command    data address, n, on: switch an output
 //
@@ -55,6 +61,7 @@ class Mx10Station : public Station {
   void obeyDriving(const BusMessage& message);
   void command(const BusMessage& message);
   void ask(const BusMessage& message);
+  void tellVersions(const BusMessage& message);
   void switchTrack(const BusMessage& message);
   void readCv(const BusMessage& message);
   void writeCv(const BusMessage& message);

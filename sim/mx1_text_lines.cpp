@@ -79,6 +79,7 @@ std::optional<Mx1Command> mx1CommandFrom(const QByteArray& line) {
   using Kind = Mx1Command::Kind;
   if (line.isEmpty()) return Mx1Command{.kind = Kind::WakeUp};
   if (line == "REN" || line == "RE") return Mx1Command{.kind = Kind::Leave};
+  if (line == "Z") return Mx1Command{.kind = Kind::AskState};
   Mx1Command command;
   if (line.startsWith("QN")) {
     command.kind = Kind::ReadCv;
@@ -110,6 +111,10 @@ QByteArray mx1CvReply(int status, int cv, int value) {
 
 QByteArray mx1IndexReply(int index, int address) {
   return "E" + twoDigits(index) + twoDigits(address / 256) + twoDigits(address % 256) + "\r";
+}
+
+QByteArray mx1StateReply(int state) {
+  return "Z" + twoDigits(state) + "\r";
 }
 
 QByteArray mx1Refusal() {

@@ -16,6 +16,7 @@ struct Mx1Command {
     WriteMain,  ///< L index 14 index EC cv value, or L index 15 high low EC cv value
     AskIndex,   ///< E high low
     Leave,      ///< REN, RE
+    AskState,   ///< Z
   };
   Kind kind = Kind::WakeUp;
   int cv = 0;       ///< counted from 1
@@ -32,6 +33,10 @@ QByteArray mx1CvReply(int status, int cv, int value);
 
 /// The reply to E: eight characters. `index` below 128 says that there is none.
 QByteArray mx1IndexReply(int index, int address);
+
+/// The reply to Z: "Z" and the state, four characters. 80 is the new generation, 40 the Zimo, 20
+/// the DCC, 10 the Motorola data format, 04 overcurrent, 02 track voltage on, 01 broadcast stop.
+QByteArray mx1StateReply(int state);
 
 /// What the station says to a line that it refuses.
 QByteArray mx1Refusal();

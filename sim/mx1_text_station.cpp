@@ -6,6 +6,8 @@ namespace lokari::sim {
 namespace {
 
 constexpr int kFirstIndex = 128;
+constexpr int kNewGeneration = 0x80;
+constexpr int kDcc = 0x20;
 constexpr int kIndices = 128;
 /// No line is longer; what is, is noise.
 constexpr qsizetype kLongestLine = 64;
@@ -60,7 +62,18 @@ void Mx1TextStation::obey(const QByteArray& line) {
     case Mx1Command::Kind::AskIndex:
       answer(mx1IndexReply(indexOf(command->address), command->address));
       return;
+    case Mx1Command::Kind::AskState:
+      answerState();
+      return;
   }
+}
+
+void Mx1TextStation::answerState() {
+  int state = kNewGeneration | kDcc;
+  if (layout().stopped()) state |= 0x01;
+  if (layout().trackPower()) state |= 0x02;
+  if (layout().overloaded()) state |= 0x04;
+  answer(mx1StateReply(state));
 }
 
 void Mx1TextStation::answerCv(int cv, const TrackResult& result) {

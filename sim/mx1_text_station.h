@@ -18,6 +18,7 @@ class Mx1TextStation final : public Station {
 
  private:
   void obey(const QByteArray& line);
+  void answerState();
   void answerCv(int cv, const TrackResult& result);
   void writeMain(const Mx1Command& command);
   /// The index of a long address, or 0 when no vehicle has it or the table is full.

@@ -24,6 +24,19 @@ int numberOf(const QString& text, Options& options) {
   return number;
 }
 
+void takeState(Options& options, const QString& name) {
+  static const QHash<QString, bool Options::*> kStates{
+      {QStringLiteral("off"), &Options::powerOff},
+      {QStringLiteral("stop"), &Options::stopped},
+      {QStringLiteral("overload"), &Options::overloaded},
+  };
+  if (!kStates.contains(name)) {
+    options.error = QStringLiteral("Den Zustand \"%1\" gibt es nicht!").arg(name);
+    return;
+  }
+  options.*kStates[name] = true;
+}
+
 using Setter = std::function<void(Options&, const QString&)>;
 
 const QHash<QString, Setter>& settersWithValue() {
@@ -35,6 +48,7 @@ const QHash<QString, Setter>& settersWithValue() {
       {QStringLiteral("--decoder"), [](Options& o, const QString& v) { o.decoders << v; }},
       {QStringLiteral("--delay"),
        [](Options& o, const QString& v) { o.answerDelay = numberOf(v, o); }},
+      {QStringLiteral("--state"), takeState},
       {QStringLiteral("--fault"),
        [](Options& o, const QString& v) {
          if (const auto fault = faultFromText(v)) {
@@ -98,6 +112,8 @@ Simuliert eine Digitalzentrale mit Programmiergleis, Hauptgleis und Decodern.
                    short (nur MASS Bytes), split (Byte für Byte, MASS ms Abstand),
                    unplugged (abgezogen)
                    Gleis: busy, shortcircuit, nodecoder, noack, wrongvalue
+  --state NAME     Zustand des Gleises am Anfang, auch mehrmals:
+                   off (Fahrspannung aus), stop (Nothalt), overload (Überstrom)
   --delay MS       Zeit bis zur Antwort (Vorgabe 20)
   --log            schreibt jede Nachricht mit
   --help           diese Hilfe

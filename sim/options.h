@@ -13,7 +13,10 @@ struct Options {
   quint16 udpPort = 0;   ///< UDP stations; 0 is the station's own
   QStringList decoders;  ///< files
   QList<Fault> faults;
-  int answerDelay = 20;  ///< ms
+  int answerDelay = 20;   ///< ms
+  bool powerOff = false;  ///< the state of the track at the start
+  bool stopped = false;
+  bool overloaded = false;
   bool log = false;
   bool help = false;
 

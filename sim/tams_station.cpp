@@ -2,6 +2,9 @@
 
 #include <QList>
 
+#include "base/bytes.h"
+#include "sim/ibx_status.h"
+
 namespace lokari::sim {
 namespace {
 
@@ -51,8 +54,23 @@ QByteArray textOf(const TrackResult& result, const QByteArray& success) {
 
 }  // namespace
 
+bool TamsStation::takeQuestion() {
+  const int question = input_.startsWith('x') ? byteAt(input_, 1) : -1;
+  if (question == kAskVersions) {
+    answer(bytes({0x04, 0x02, 0x01, 0x04, 0x61, 0x00, 0x00, 0x01, 0xE2, 0x40, 0x00}));
+  } else if (question == kAskIbxState) {
+    answer(bytes({ibxState(layout())}));
+  } else {
+    return false;
+  }
+  input_.remove(0, 2);
+  return true;
+}
+
 void TamsStation::receive(const QByteArray& data) {
   input_ += data;
+  while (takeQuestion()) {
+  }
   for (qsizetype end = input_.indexOf('\r'); end >= 0; end = input_.indexOf('\r')) {
     const QByteArray line = input_.left(end);
     input_.remove(0, end + 1);

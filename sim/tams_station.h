@@ -4,6 +4,8 @@
 //   xPTW<m> cv, value     write there; m is P, R, or D direct
 //   xPD address, cv, value    write on the main track
 //
+// Behind the letter "x" it takes the binary questions of sim/ibx_status.h, too.
+//
 // Replies: the value or "Ok", "No ack", "Error", each closed by "]" and a carriage return.
 #pragma once
 
@@ -17,6 +19,8 @@ class TamsStation final : public Station {
   void receive(const QByteArray& data) override;
 
  private:
+  /// Answers a binary question that the input begins with; false when there is none.
+  bool takeQuestion();
   QByteArray replyTo(const QByteArray& line);
 
   QByteArray input_;

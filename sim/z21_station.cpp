@@ -54,6 +54,8 @@ void Z21Station::obey(const Z21Message& message) {
 void Z21Station::obeyCommand(const QByteArray& data) {
   if (const auto command = z21CvCommand(data)) {
     accessCv(*command);
+  } else if (data == bytes({0xF1, 0x0A})) {
+    answerCommand({0xF3, 0x0A, 0x01, 0x43}, kAtOnce);
   } else if (data == bytes({0x21, 0x81})) {
     layout().setTrackPower(true);
     answerCommand({kState, kPowerOn}, kAtOnce);

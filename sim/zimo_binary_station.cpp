@@ -8,6 +8,9 @@ namespace {
 constexpr int kAnswerBit = 0x40;
 
 constexpr int kGreeting = 0x00;
+constexpr int kTrack = 0x02;
+constexpr int kAskTrack = 0x03;
+constexpr int kWho = 0x0D;
 constexpr int kLogOnOff = 0x11;
 constexpr int kCvAccess = 0x13;
 
@@ -56,6 +59,12 @@ void ZimoBinaryStation::obey(const ZimoFrame& request) {
     case kGreeting:
       confirm(request, kAccepted);
       return;
+    case kWho:
+      tellModel(request);
+      return;
+    case kTrack:
+      tellTrack(request);
+      return;
     case kLogOnOff:
       loggedOn_ = byteAt(request.payload, 2) == 1;
       confirm(request, kAccepted);
@@ -66,6 +75,27 @@ void ZimoBinaryStation::obey(const ZimoFrame& request) {
     default:
       confirm(request, kUnknown);
   }
+}
+
+void ZimoBinaryStation::tellModel(const ZimoFrame& request) {
+  const QByteArray software = bytes({1, 25, 14, 3, 12, 2});
+  const QByteArray bootRom = bytes({1, 4});
+  const QByteArray serialNumber = bytes({0x00, 0x0B, 0x52, 0x47});
+  answer(frame(request, true,
+               bytes({0, 0, model_, 0, 0, 0, 0}) + software + bytes({0, 0}) + bootRom +
+                   bytes({0, 0}) + serialNumber));
+}
+
+void ZimoBinaryStation::tellTrack(const ZimoFrame& request) {
+  if (byteAt(request.payload, 1) != kAskTrack) {
+    confirm(request, kUnknown);
+    return;
+  }
+  int state = 0x80;
+  if (layout().stopped()) state |= 0x01;
+  if (layout().trackPower()) state |= 0x02;
+  if (layout().overloaded()) state |= 0x04;
+  answer(frame(request, true, bytes({kAskTrack, state})));
 }
 
 void ZimoBinaryStation::accessCv(const ZimoFrame& request) {

@@ -3,6 +3,11 @@
 // Requests and their answers (command byte and data; an answer begins with the same command):
 //
 //   00                          greeting; answer 00
+//   0D 00                       who are you? answer 00 00, model, 00 x 4, software's version,
+//                               day, month, year and build, 00 00, boot ROM's version, 00 00,
+//                               serial number with its high byte first
+//   02 03                       the track: answer 03 and 80 DCC, 40 Motorola, 04 overcurrent, 02
+//                               voltage on, 01 stopped
 //   11 04 01, 11 04 00          log on, log off; answer 00
 //   13 80 00 high low           read a CV on the programming track
 //   13 80 00 high low value     write one there
@@ -29,11 +34,14 @@ class ZimoBinaryStation : public Station {
   bool loggedOn() const { return loggedOn_; }
 
  protected:
-  ZimoBinaryStation(const Surroundings& surroundings, ZimoHeader header)
-      : Station(surroundings), header_(header) {}
+  /// `model`: 1 MX1 2000, 2 MX1 EC, 3 MX31ZL, 4 MXULF, 10 MX10.
+  ZimoBinaryStation(const Surroundings& surroundings, ZimoHeader header, int model)
+      : Station(surroundings), header_(header), model_(model) {}
 
  private:
   void obey(const ZimoFrame& request);
+  void tellModel(const ZimoFrame& request);
+  void tellTrack(const ZimoFrame& request);
   void takeAcknowledgement(const ZimoFrame& frame);
   void accessCv(const ZimoFrame& request);
   void accessProgrammingTrack(const ZimoFrame& request, int cv);
@@ -43,6 +51,7 @@ class ZimoBinaryStation : public Station {
   QByteArray frame(const ZimoFrame& request, bool answer, const QByteArray& data);
 
   ZimoHeader header_;
+  int model_;
   ZimoFrameReader reader_;
   int seq_ = 0;
   int resultSeq_ = -1;  ///< of the result sent last
@@ -54,14 +63,14 @@ class ZimoBinaryStation : public Station {
 class Mx1BinStation final : public ZimoBinaryStation {
  public:
   explicit Mx1BinStation(const Surroundings& surroundings)
-      : ZimoBinaryStation(surroundings, ZimoHeader::Short) {}
+      : ZimoBinaryStation(surroundings, ZimoHeader::Short, 1) {}
 };
 
 /// It sends its frames with the long header.
 class Mx1UlfStation final : public ZimoBinaryStation {
  public:
   explicit Mx1UlfStation(const Surroundings& surroundings)
-      : ZimoBinaryStation(surroundings, ZimoHeader::Long) {}
+      : ZimoBinaryStation(surroundings, ZimoHeader::Long, 4) {}
 };
 
 }  // namespace lokari::sim

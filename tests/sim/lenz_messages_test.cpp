@@ -68,10 +68,12 @@ TEST(LenzMessages, MainTrackCommandsNameAddressAndCv) {
 TEST(LenzMessages, TheOtherCommandsHaveNoNumbers) {
   EXPECT_EQ(command("21 81 A0")->kind, Kind::Resume);
   EXPECT_EQ(command("21 10 31")->kind, Kind::AskResult);
+  EXPECT_EQ(command("21 21 00")->kind, Kind::AskVersion);
+  EXPECT_EQ(command("21 24 05")->kind, Kind::AskState);
 }
 
 TEST(LenzMessages, WhatIsNoneOfThemIsNothing) {
-  for (const char* message : {"21 21 00", "22 16 1D 29", "22 1C 1D 23", "23 18 1D 06 20",
+  for (const char* message : {"21 22 03", "22 16 1D 29", "22 1C 1D 23", "23 18 1D 06 20",
                               "E6 31 00 03 EC 1C 06 22", "E6 30 00 03 F0 1C 06 3F", "40 40"}) {
     EXPECT_FALSE(command(message)) << message;
   }

@@ -33,6 +33,16 @@ TEST(SimOptions, AWrongCallIsExplained) {
   EXPECT_EQ(parse("--delay x").error, "\"x\" ist keine Zahl von 0 bis 65535!");
 }
 
+TEST(SimOptions, TheTracksStateIsTaken) {
+  const Options options = parse("--station LIDP --link /tmp/t --state off --state overload");
+  EXPECT_EQ(options.error, "");
+  EXPECT_TRUE(options.powerOff);
+  EXPECT_FALSE(options.stopped);
+  EXPECT_TRUE(options.overloaded);
+  EXPECT_TRUE(parse("--station LIDP --link /tmp/t --state stop").stopped);
+  EXPECT_EQ(parse("--state an").error, "Den Zustand \"an\" gibt es nicht!");
+}
+
 TEST(SimOptions, HelpNeedsNothingElse) {
   const Options options = parse("--help");
   EXPECT_TRUE(options.help);
