@@ -10,7 +10,7 @@
 #include <QVBoxLayout>
 
 #include "decoder/ui/control_binder.h"
-#include "decoder/ui/speed_curve.h"
+#include "decoder/ui/speed_group.h"
 #include "decoder/ui/value_edit.h"
 
 namespace lokari {
@@ -259,33 +259,7 @@ QWidget* makeDrivePage(DecoderBench& bench, ControlBinder& binder, QWidget* pare
   for (const OptionPair& pair : kDriveOptions) make.options(pair);
   left->addStretch(1);
 
-  grid = make.group(QStringLiteral("Geschwindigkeitskurve (CV 67 bis 94)"), halves, 1);
-  make.groupBoxes(QStringLiteral("chkRd_Tbl"), QStringLiteral("chkWrt_Tbl"),
-                  QStringLiteral("Geschwindigkeitstabelle"));
-  QLabel* lblDcDrvLeg2 = binder.label(make.box(), QStringLiteral("lblDcDrvLeg2"), {});
-  lblDcDrvLeg2->setWordWrap(false);
-  grid->addWidget(lblDcDrvLeg2, make.row(), 0, Qt::AlignRight | Qt::AlignTop);
-  auto* picSpeedTable = new SpeedCurve(bench, make.box());
-  picSpeedTable->setObjectName(QStringLiteral("picSpeedTable"));
-  picSpeedTable->setAccessibleName(QStringLiteral("Geschwindigkeitskurve"));
-  binder.bindState(picSpeedTable);
-  grid->addWidget(picSpeedTable, make.row(), 1);
-  grid->setRowStretch(make.row(), 1);
-  grid->setColumnStretch(1, 1);
-  make.nextRow();
-
-  auto* table = new QHBoxLayout;
-  table->setSpacing(kSpacing);
-  const std::pair<const char16_t*, const char16_t*> buttons[] = {
-      {u"cmdSmooth", u"Glätten"},
-      {u"cmdTblList", u"Liste ..."},
-      {u"cmdLoadTable", u"Laden ..."},
-      {u"cmdSaveTable", u"Speichern ..."},
-  };
-  for (const auto& [name, caption] : buttons)
-    table->addWidget(disabledButton(make.box(), text(name), text(caption)));
-  table->addStretch();
-  grid->addLayout(table, make.row(), 0, 1, -1);
+  halves->addWidget(makeSpeedGroup(bench, binder, page), 1);
 
   make.buttons(QStringLiteral("Drv"), rows);
   return page;

@@ -17,6 +17,7 @@
 #include "base/ui/window_scale.h"
 #include "decoder/ui/control_binder.h"
 #include "decoder/ui/cv_table_view.h"
+#include "decoder/ui/dlg_spd_tab.h"
 #include "decoder/ui/fixed_pages.h"
 #include "decoder/ui/rows_page.h"
 #include "decoder/ui/value_edit.h"
@@ -216,6 +217,11 @@ void FrmDecoder::connectBench() {
       unsetCursor();
     }
   });
+  bench_.tableListBox = [this](SpeedTableList& list) {
+    DlgSpdTab dialog(list, this);
+    scale_.ResizeWindow(&dialog);
+    dialog.exec();
+  };
   connect(&bench_, &DecoderBench::closed, this,
           [this](bool success) { done(success ? Accepted : Rejected); });
 }

@@ -1,114 +1,226 @@
 #include "decoder/ui/speed_curve.h"
 
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
-#include <QPainterPath>
 
 #include <algorithm>
+#include <cmath>
 
 #include "decoder/decoder_bench.h"
-#include "decoder/ui/text_colour.h"
+#include "decoder/ui/speed_chart.h"
 
 namespace lokari {
 namespace {
 
-TextColour colourOf(CvMark mark) {
-  switch (mark) {
-    case CvMark::Verified:
-      return TextColour::Blue;
-    case CvMark::Failed:
-      return TextColour::Red;
-    case CvMark::None:
-      break;
-  }
-  return TextColour::Normal;
-}
+constexpr double kTwipsPerPixel = 15.0;
+constexpr int kPage = 10;
 
 }  // namespace
 
-SpeedCurve::SpeedCurve(DecoderBench& bench, QWidget* parent) : QWidget(parent), bench_(bench) {
-  setMinimumSize(200, 140);
+SpeedCurve::SpeedCurve(DecoderBench& bench, QWidget* parent) : QWidget(parent), table_(bench) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-  connect(&bench, &DecoderBench::speedTableChanged, this, qOverload<>(&QWidget::update));
+  setFocusPolicy(Qt::StrongFocus);
+  setMouseTracking(true);
+  setCursor(Qt::CrossCursor);
+  setAttribute(Qt::WA_OpaquePaintEvent);
+  connect(&bench, &DecoderBench::speedTableChanged, this, &SpeedCurve::showChange);
   // The view and the number of points hang on these.
   connect(&bench.controls, &BenchControls::changed, this, [this](const QString& name) {
-    if (name.startsWith(QStringLiteral("optDcDrv")) || name.startsWith(QStringLiteral("txtDcDrv")))
-      update();
+    if (name.startsWith(QStringLiteral("optDcDrv")) || name == QStringLiteral("lblDcDrvLeg2"))
+      showChange();
   });
+  placeArea();
 }
 
-bool SpeedCurve::tableInUse() const {
-  return bench_.controls.at(QStringLiteral("optDcDrvSpdTblYes")).enabled &&
-         !bench_.controls.at(QStringLiteral("optDcDrvSpdTblNo")).checked;
+QSize SpeedCurve::sizeHint() const {
+  return {52 * fontMetrics().averageCharWidth(), 17 * fontMetrics().height()};
 }
 
-QList<SpeedCurve::Point> SpeedCurve::points() const {
-  return tableInUse() ? tablePoints() : threePoints();
+QSize SpeedCurve::minimumSizeHint() const {
+  return {40 * fontMetrics().averageCharWidth(), 11 * fontMetrics().height()};
 }
 
-QList<SpeedCurve::Point> SpeedCurve::threePoints() const {
-  const auto at = [this](int number, double step) -> Point {
-    const CvIndex cv(number);
-    const int top = bench_.description.info(cv).cvMax;
-    const double scale = top > 0 ? top : bench_.description.INTERNALSTEPS;
-    return {step, std::min(bench_.sets.value(cv) / scale, 1.0), colourOf(bench_.sets.mark(cv))};
-  };
-  const Point start = at(2, 0.0);
-  Point middle = at(6, 0.5);
-  const Point top = at(5, 1.0);
-  if (bench_.sets.value(CvIndex(6)) == 0) middle.speed = (start.speed + top.speed) / 2;
-  return {start, middle, top};
+// ---- Places -----------------------------------------------------------------------------------
+
+QRectF SpeedCurve::area() const {
+  return chartArea(size(), QFontMetricsF(font()));
 }
 
-QList<SpeedCurve::Point> SpeedCurve::tablePoints() const {
-  const DecoderDescription& description = bench_.description;
-  const bool halved = bench_.controls.at(QStringLiteral("optDcDrvSteps14")).checked &&
-                      description.tablePoints() == cv::kLastTable - cv::kFirstTable + 1;
-  const int stride = halved ? 2 : 1;
-  const int count = description.tablePoints() / stride;
-  QList<Point> points;
-  for (int k = 1; k <= count; ++k) {
-    const CvIndex cv(cv::kFirstTable - 1 + stride * k);
-    points << Point{static_cast<double>(k) / count,
-                    std::min(bench_.sets.value(cv) * 1.0 / description.INTERNALSTEPS, 1.0),
-                    colourOf(bench_.sets.mark(cv))};
-  }
-  return points;
+void SpeedCurve::placeArea() {
+  const QRectF at = area();
+  picture_.area = {at.left() * kTwipsPerPixel, at.width() * kTwipsPerPixel,
+                   at.height() * kTwipsPerPixel};
+}
+
+QPointF SpeedCurve::toTwips(QPointF mouse) const {
+  return QPointF(mouse.x(), mouse.y() - area().top()) * kTwipsPerPixel;
+}
+
+QPointF SpeedCurve::positionOf(int point) const {
+  const QPointF at = picture_.positions().at(static_cast<size_t>(point - 1)) / kTwipsPerPixel;
+  return {at.x(), at.y() + area().top()};
+}
+
+void SpeedCurve::resizeEvent(QResizeEvent* event) {
+  placeArea();
+  QWidget::resizeEvent(event);
+}
+
+void SpeedCurve::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::FontChange) placeArea();
+  QWidget::changeEvent(event);
+}
+
+// ---- Showing ----------------------------------------------------------------------------------
+
+int SpeedCurve::selectedPoint() const {
+  return std::min(selected_, table_.pointCount());
+}
+
+QString SpeedCurve::note() const {
+  if (!mouse_) return hasFocus() ? table_.pointText(selectedPoint()) : QString();
+  const QPointF at = toTwips(*mouse_);
+  const int dragged = picture_.dragPoint();
+  const int point = dragged > 0 ? dragged : picture_.nearestTo(at.x());
+  const double share = std::clamp(picture_.shareAt(at.y()), 0.0, 1.0);
+  return QStringLiteral("%1 · Zeiger: %2")
+      .arg(table_.pointText(point))
+      .arg(std::nearbyint(share * table_.highest(point)));
+}
+
+void SpeedCurve::showChange() {
+  setAccessibleDescription(table_.pointText(selectedPoint()));
+  update();
 }
 
 void SpeedCurve::paintEvent(QPaintEvent*) {
-  constexpr double kMargin = 6;
-  constexpr double kDot = 3;
+  SpeedChart chart;
+  chart.points = table_.points();
+  chart.values = valueTicks(table_);
+  chart.steps = stepTicks(table_);
+  chart.mouse = mouse_;
+  chart.note = note();
+  if (picture_.dragPoint() > 0) {
+    chart.ringed = picture_.dragPoint();
+  } else if (hasFocus()) {
+    chart.ringed = selectedPoint();
+  }
   QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  const auto group = isEnabled() ? QPalette::Active : QPalette::Disabled;
-  painter.fillRect(rect(), palette().color(group, QPalette::Base));
-  const QRectF area = QRectF(rect()).adjusted(kMargin, kMargin, -kMargin, -kMargin);
+  paintChart(painter, chart, rect(), palette(),
+             isEnabled() ? QPalette::Active : QPalette::Disabled);
+}
 
-  painter.setPen(QPen(palette().color(group, QPalette::Mid), 1));
-  for (int quarter = 0; quarter < 4; ++quarter) {
-    const double y = area.top() + area.height() * quarter / 4;
-    painter.drawLine(QPointF(area.left(), y), QPointF(area.right(), y));
+// ---- Mouse ------------------------------------------------------------------------------------
+
+void SpeedCurve::mousePressEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return;
+  picture_.press(toTwips(event->position()));
+  if (picture_.dragPoint() > 0) select(picture_.dragPoint());
+  update();
+}
+
+void SpeedCurve::mouseMoveEvent(QMouseEvent* event) {
+  const QPointF at = event->position();
+  mouse_ = area().contains(at) ? std::optional(at) : std::nullopt;
+  // A message box that came up under the button has swallowed its release.
+  if (!event->buttons().testFlag(Qt::LeftButton)) picture_.release();
+  if (picture_.dragPoint() > 0) {
+    drag(at);
+  } else {
+    const int point = picture_.pointAt(toTwips(at));
+    setCursor(point > 0 && table_.movable(point) ? Qt::SizeVerCursor : Qt::CrossCursor);
   }
-  const QColor ink = palette().color(group, QPalette::Text);
-  painter.setPen(QPen(ink, 1));
-  painter.drawLine(area.bottomLeft(), area.topLeft());
-  painter.drawLine(area.bottomLeft(), area.bottomRight());
+  update();
+}
 
-  const QList<Point> curve = points();
-  const auto place = [&area](const Point& point) {
-    return QPointF(area.left() + point.step * area.width(),
-                   area.bottom() - point.speed * area.height());
+void SpeedCurve::drag(QPointF mouse) {
+  picture_.drag(toTwips(mouse));
+  if (picture_.dragPoint() > 0) select(picture_.dragPoint());
+}
+
+void SpeedCurve::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return;
+  picture_.release();
+  update();
+}
+
+void SpeedCurve::leaveEvent(QEvent* event) {
+  QWidget::leaveEvent(event);
+  mouse_.reset();
+  update();
+}
+
+// ---- Keyboard ---------------------------------------------------------------------------------
+
+void SpeedCurve::select(int point) {
+  selected_ = point;
+  showChange();
+}
+
+void SpeedCurve::selectMovable(int from, int direction) {
+  for (int point = from; point >= 1 && point <= table_.pointCount(); point += direction) {
+    if (!table_.movable(point)) continue;
+    select(point);
+    return;
+  }
+}
+
+bool SpeedCurve::chooseByKey(int key) {
+  const int point = selectedPoint();
+  const int last = table_.pointCount();
+  const struct {
+    int key, from, direction;
+  } choices[] = {
+      {Qt::Key_Left, point - 1, -1},
+      {Qt::Key_Right, point + 1, 1},
+      {Qt::Key_Home, 1, 1},
+      {Qt::Key_End, last, -1},
   };
-  QPainterPath path(place(curve.first()));
-  for (const Point& point : curve) path.lineTo(place(point));
-  painter.setPen(QPen(ink, 1.5));
-  painter.drawPath(path);
-  for (const Point& point : curve) {
-    const QColor colour = colourValue(point.colour);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(colour.isValid() ? colour : ink);
-    painter.drawEllipse(place(point), kDot, kDot);
+  for (const auto& choice : choices) {
+    if (choice.key != key) continue;
+    selectMovable(choice.from, choice.direction);
+    return true;
   }
+  return false;
+}
+
+bool SpeedCurve::moveByKey(int key) {
+  constexpr struct {
+    int key, by;
+  } kMoves[] = {
+      {Qt::Key_Up, 1},
+      {Qt::Key_Down, -1},
+      {Qt::Key_PageUp, kPage},
+      {Qt::Key_PageDown, -kPage},
+  };
+  for (const auto& move : kMoves) {
+    if (move.key != key) continue;
+    if (table_.movable(selectedPoint())) table_.nudge(selectedPoint(), move.by);
+    return true;
+  }
+  return false;
+}
+
+void SpeedCurve::keyPressEvent(QKeyEvent* event) {
+  if (!chooseByKey(event->key()) && !moveByKey(event->key())) {
+    QWidget::keyPressEvent(event);
+    return;
+  }
+  // The keys speak of the point they choose; a mouse that still lies there no longer does.
+  mouse_.reset();
+  update();
+}
+
+void SpeedCurve::focusInEvent(QFocusEvent* event) {
+  QWidget::focusInEvent(event);
+  if (!table_.movable(selectedPoint())) selectMovable(1, 1);
+  update();
+}
+
+void SpeedCurve::focusOutEvent(QFocusEvent* event) {
+  QWidget::focusOutEvent(event);
+  update();
 }
 
 }  // namespace lokari

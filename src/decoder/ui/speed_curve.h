@@ -1,43 +1,62 @@
-// `picSpeedTable`: the decoder's speed curve, drawn from the working set.
+// `picSpeedTable`: the decoder's speed curve, and how mouse and keyboard move its points.
 #pragma once
 
-#include <QList>
-#include <QPointF>
 #include <QWidget>
 
-#include "decoder/bench_controls.h"
+#include <optional>
+
+#include "decoder/speed_picture.h"
+#include "decoder/speed_table.h"
 
 namespace lokari {
 
 class DecoderBench;
 
+/// Left and Right, Home and End choose a point, Up and Down move it by one, the page keys by ten.
 class SpeedCurve final : public QWidget {
   Q_OBJECT
 
  public:
+  /// `bench` must outlive the picture.
   SpeedCurve(DecoderBench& bench, QWidget* parent);
 
-  QSize sizeHint() const override { return {320, 220}; }
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
 
-  /// A point of the curve: step and speed, each as a share of the picture, 0 to 1.
-  struct Point {
-    double step;
-    double speed;
-    TextColour colour;
-  };
-
-  /// Start, middle and top of CV 2, 6 and 5, or, when the user's table is in use, its points.
-  QList<Point> points() const;
+  /// Where a point stands, from 1, in pixels of the widget.
+  QPointF positionOf(int point) const;
+  /// The point that the keys move.
+  int selectedPoint() const;
+  /// What the picture tells about the point that is meant and the value under the mouse.
+  QString note() const;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
 
  private:
-  bool tableInUse() const;
-  QList<Point> threePoints() const;
-  QList<Point> tablePoints() const;
+  QRectF area() const;
+  void placeArea();
+  QPointF toTwips(QPointF mouse) const;
+  void drag(QPointF mouse);
+  void select(int point);
+  void selectMovable(int from, int direction);
+  bool chooseByKey(int key);
+  bool moveByKey(int key);
+  void showChange();
 
-  DecoderBench& bench_;
+  SpeedTable table_;
+  SpeedPicture picture_{table_};
+  int selected_ = 1;
+  std::optional<QPointF> mouse_;  // within the area
 };
 
 }  // namespace lokari
