@@ -47,6 +47,11 @@ class CabLine {
   /// Forgets what still waits for `owner`, which is about to go.
   void forget(const void* owner);
 
+  /// Replies to urgent messages that have not been taken yet. Kept by protocols whose replies do
+  /// not tell what they reply to: the one whose wait the message got into takes them behind its
+  /// own.
+  int repliesOwed = 0;
+
  private:
   struct Waiting {
     const void* owner;

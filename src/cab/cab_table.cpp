@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "cab/intellibox.h"
+#include "cab/lenz.h"
 #include "cab/mx10.h"
 #include "cab/z21.h"
 
@@ -20,13 +22,13 @@ constexpr std::array kCabs{
 
     CabRow{ProtocolFamily::ZimoBinary, nullptr, nullptr},
 
-    CabRow{ProtocolFamily::Lenz, nullptr, nullptr},
+    CabRow{ProtocolFamily::Lenz, makeLenzCab, makeLenzPanel},
 
     CabRow{ProtocolFamily::LiDp, nullptr, nullptr},
 
-    CabRow{ProtocolFamily::Intellibox, nullptr, nullptr},
+    CabRow{ProtocolFamily::Intellibox, makeIntelliboxCab, makeIntelliboxPanel},
 
-    CabRow{ProtocolFamily::Tams, nullptr, nullptr},
+    CabRow{ProtocolFamily::Tams, makeIntelliboxCab, makeIntelliboxPanel},
 
     CabRow{ProtocolFamily::Z21, makeZ21Cab, makeZ21Panel},
 

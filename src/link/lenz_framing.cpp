@@ -12,9 +12,9 @@ namespace lokari {
 namespace {
 
 constexpr std::array kInterfaces{
-    LenzInterface{StationKind::Li100, false, 15, 15, false},
-    LenzInterface{StationKind::Li100V3, false, 6, 9, true},
-    LenzInterface{StationKind::LiUsb, true, 6, 9, true},
+    LenzInterface{StationKind::Li100, false, 15, 15, false, true},
+    LenzInterface{StationKind::Li100V3, false, 6, 9, true, false},
+    LenzInterface{StationKind::LiUsb, true, 6, 9, true, false},
 };
 
 constexpr int kRequestPulseMs = 50;

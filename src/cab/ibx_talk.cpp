@@ -1,0 +1,69 @@
+#include "cab/ibx_talk.h"
+
+#include "base/bytes.h"
+#include "base/prompt.h"
+#include "cab/cab_line.h"
+#include "link/ibx_send.h"
+#include "link/link_error.h"
+#include "link/serial_line.h"
+#include "link/station_link.h"
+#include "link/station_protocol.h"
+
+namespace lokari {
+
+StationLink& IbxTalk::link() const {
+  return line_.link();
+}
+
+void IbxTalk::send(const QByteArray& command) {
+  line_.send([&] { ibxSend(link(), command); });
+}
+
+QByteArray IbxTalk::takeReply(int size) {
+  link().WaitForData(1);
+  QByteArray reply = link().serial().read(1);
+  if (byteAt(reply, 0) == 0 && size > 1) {
+    link().WaitForData(size - 1);
+    reply += link().serial().read(size - 1);
+  }
+  return reply;
+}
+
+QByteArray IbxTalk::ask(const QByteArray& command, int size) {
+  try {
+    takeOwed();
+    link().protocol().dropInput();
+    send(command);
+    const QByteArray reply = takeReply(size);
+    takeOwed();
+    return reply;
+  } catch (const LinkError&) {
+    line_.repliesOwed = 0;
+    return {};
+  }
+}
+
+int IbxTalk::tell(const QByteArray& command) {
+  return byteAt(ask(command, 1), 0);
+}
+
+void IbxTalk::tellAtOnce(const QByteArray& command) {
+  try {
+    send(command);
+    ++line_.repliesOwed;
+    if (!line_.isNested()) takeOwed();
+  } catch (const LinkError&) {
+    line_.repliesOwed = 0;
+  }
+}
+
+void IbxTalk::takeOwed() {
+  while (line_.repliesOwed > 0) {
+    const QByteArray reply = takeReply(1);
+    // Silence is over for all of them: what did not come by now does not come.
+    line_.repliesOwed = reply.isEmpty() ? 0 : line_.repliesOwed - 1;
+    if (byteAt(reply, 0) > 0) link().prompt().beep();
+  }
+}
+
+}  // namespace lokari

@@ -1,0 +1,42 @@
+// What cabs and panels say to an Intellibox or a Tams MC: commands, questions, and the order of
+// their replies.
+//
+// A reply does not tell what it replies to; the station replies in the order of the commands. So
+// whoever takes a reply takes as many bytes as are its own, and a stop that gets into the wait of
+// another command leaves its reply to be taken behind that command's (CabLine::repliesOwed).
+#pragma once
+
+#include <QByteArray>
+
+namespace lokari {
+
+class CabLine;
+class StationLink;
+
+class IbxTalk {
+ public:
+  /// `line` must outlive it.
+  explicit IbxTalk(CabLine& line) : line_(line) {}
+
+  /// Sends a command and gives the reply: `size` bytes, one when it is refused, fewer when no more
+  /// came within `timeoutVal` or after a cancel, none when the line is gone. Input that waits ahead
+  /// of it is dropped.
+  QByteArray ask(const QByteArray& command, int size);
+
+  /// Sends a command that one byte replies to and gives it, 0 for accepted; -1 for none.
+  int tell(const QByteArray& command);
+
+  /// Sends a stop or go at once, also inside another command's wait, which then takes the reply.
+  void tellAtOnce(const QByteArray& command);
+
+ private:
+  StationLink& link() const;
+  void send(const QByteArray& command);
+  QByteArray takeReply(int size);
+  /// Takes the replies to what got into a wait. A refusal beeps.
+  void takeOwed();
+
+  CabLine& line_;
+};
+
+}  // namespace lokari

@@ -1,0 +1,110 @@
+#include "cab/intellibox_codec.h"
+
+#include <algorithm>
+
+#include "base/bytes.h"
+
+namespace lokari::ibx {
+namespace {
+
+constexpr int kDrive = 0x80;
+constexpr int kAskDrive = 0x84;
+constexpr int kFunctions = 0x88;
+constexpr int kAskFunctions = 0x8C;
+constexpr int kOutput = 0x90;
+constexpr int kAskOutputs = 0x95;
+constexpr int kStop = 0xA5;
+constexpr int kGo = 0xA7;
+
+constexpr int kForward = 0x20;
+constexpr int kLight = 0x10;
+constexpr int kValid = 0x40;
+constexpr int kOn = 0x80;
+
+constexpr int kLastAddress = 10239;
+constexpr int kLastUnit = 510;
+constexpr int kOutputs = 4;
+
+QByteArray addressed(int command, int address) {
+  return bytes({command, address & 255, address / 256});
+}
+
+bool isReply(const QByteArray& reply, qsizetype size) {
+  return reply.size() >= size && byteAt(reply, 0) == 0;
+}
+
+int firstOutput(int address) {
+  return (address - 1) * kOutputs + 1;
+}
+
+}  // namespace
+
+std::optional<QByteArray> drive(int address) {
+  if (address < 0 || address > kLastAddress) return std::nullopt;
+  return addressed(kDrive, address);
+}
+
+int driveFlags(bool backward, bool light) {
+  return kValid | (backward ? 0 : kForward) | (light ? kLight : 0);
+}
+
+QByteArray switchFunctions(int address, int mask) {
+  return addressed(kFunctions, address) + static_cast<char>(mask);
+}
+
+QByteArray stop() {
+  return bytes({kStop});
+}
+
+QByteArray go() {
+  return bytes({kGo});
+}
+
+QByteArray askDrive(int address) {
+  return addressed(kAskDrive, address);
+}
+
+std::optional<DriveReply> driveReply(const QByteArray& reply) {
+  if (!isReply(reply, kDriveReplySize)) return std::nullopt;
+  const int flags = byteAt(reply, 2);
+  return DriveReply{.speed = std::min(byteAt(reply, 1), CabState::kHighestSpeed),
+                    .backward = (flags & kForward) == 0,
+                    .functions = ((flags & kLight) != 0 ? 1U : 0U) |
+                                 static_cast<FunctionMask>(flags & 0x0F) << 1U};
+}
+
+QByteArray askFunctions(int address) {
+  return addressed(kAskFunctions, address);
+}
+
+std::optional<FunctionMask> functionReply(const QByteArray& reply) {
+  if (!isReply(reply, kFunctionReplySize)) return std::nullopt;
+  return static_cast<FunctionMask>(byteAt(reply, 1) & 127) << 1U;
+}
+
+std::optional<QByteArray> askOutputs(int address) {
+  if (address < 1 || address > kLastUnit) return std::nullopt;
+  return bytes({kAskOutputs, (address - 1) / 2 + 1});
+}
+
+std::optional<quint8> outputReply(const QByteArray& reply, int address) {
+  if (!isReply(reply, kOutputReplySize)) return std::nullopt;
+  const int both = byteAt(reply, 1);
+  const int own = address % 2 == 1 ? both & 0x0F : both >> 4;
+  int mask = 0;
+  for (int i = 0; i < kOutputs; ++i) {
+    mask |= 1 << ((own >> i & 1) != 0 ? 2 * i + 1 : 2 * i);
+  }
+  return static_cast<quint8>(mask);
+}
+
+QByteArray switchOutput(int address) {
+  return addressed(kOutput, firstOutput(address));
+}
+
+QByteArray switchOutput(int address, int n, bool on) {
+  const int output = firstOutput(address) + n;
+  return bytes({kOutput, output & 255, output / 256 + kValid + (on ? kOn : 0)});
+}
+
+}  // namespace lokari::ibx

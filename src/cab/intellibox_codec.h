@@ -1,0 +1,62 @@
+// Driving and switching commands of the Intellibox and the Tams MC, and their replies. Pure bytes,
+// no I/O. A command is given without the letter "x" that goes ahead of it; an address is its low
+// byte and its high byte.
+//
+//   80 lo hi speed flags   speed 0 to 127; flags 40 backward, 60 forward, and 10 for the light
+//   88 lo hi mask          F1 to F7 in bits 0 to 6
+//   84 lo hi               asks for speed and direction: 00 speed flags, and one byte more; flags
+//                          20 forward, 10 light, F1 to F4 in the low four bits
+//   8C lo hi               asks for the functions: 00 mask, F1 to F7 in bits 0 to 6
+//   A5, A7                 stop, go
+//   90 lo fl               switches output fl and 7, lo: fl has 40 added, and 80 for on
+//   95 group               asks for eight outputs: 00 outputs, bit set for on
+//
+// All but the questions are answered by one byte, and so is a question that is refused: 0 accepted,
+// anything else refused.
+#pragma once
+
+#include <QByteArray>
+
+#include <optional>
+
+#include "cab/cab_protocol.h"
+
+namespace lokari::ibx {
+
+/// 80 lo hi, to which speed and flags are added. Nothing for a number that is no address: below 0
+/// or above 10239.
+std::optional<QByteArray> drive(int address);
+/// The flags of a driving command.
+int driveFlags(bool backward, bool light);
+/// `mask` has F1 in bit 0.
+QByteArray switchFunctions(int address, int mask);
+QByteArray stop();
+QByteArray go();
+
+QByteArray askDrive(int address);
+inline constexpr int kDriveReplySize = 4;
+struct DriveReply {
+  int speed = 0;  ///< as the station has it, cut to 127
+  bool backward = false;
+  FunctionMask functions = 0;  ///< F0 to F4
+};
+/// Nothing for a reply that is refused or short.
+std::optional<DriveReply> driveReply(const QByteArray& reply);
+
+QByteArray askFunctions(int address);
+inline constexpr int kFunctionReplySize = 2;
+/// F1 to F7.
+std::optional<FunctionMask> functionReply(const QByteArray& reply);
+
+/// Asks for the eight outputs that unit `address` shares with its neighbour. Nothing for an address
+/// outside 1 to 510, whose group has no byte.
+std::optional<QByteArray> askOutputs(int address);
+inline constexpr int kOutputReplySize = 2;
+/// Two bits for each of the unit's four outputs, the lower one set for off, the upper one for on.
+std::optional<quint8> outputReply(const QByteArray& reply, int address);
+/// 90 lo fl of the unit's output 0, without on or off.
+QByteArray switchOutput(int address);
+/// The same for output `n`, 0 to 3.
+QByteArray switchOutput(int address, int n, bool on);
+
+}  // namespace lokari::ibx

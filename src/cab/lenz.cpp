@@ -1,0 +1,163 @@
+#include "cab/lenz.h"
+
+#include "base/bytes.h"
+#include "cab/function_bits.h"
+#include "cab/lenz_codec.h"
+#include "cab/lenz_talk.h"
+#include "link/lenz_codec.h"
+
+namespace lokari {
+namespace {
+
+class LenzCab : public CabProtocol {
+ public:
+  LenzCab(CabLine& line, CabState& state, CabHooks hooks)
+      : CabProtocol(line, state, std::move(hooks)), talk_(line) {}
+
+  void sendStopped() final { talk_.send(state().stopped ? lenz::stopAll() : lenz::resume()); }
+
+ protected:
+  LenzTalk& talk() { return talk_; }
+
+  FunctionMask take(const lenz::VehicleState& vehicle) {
+    state().steps = vehicle.steps;
+    state().speed = vehicle.speed;
+    state().backward = vehicle.backward;
+    return vehicle.functions;
+  }
+
+  /// Sends `locoCmd` with its check byte behind it.
+  void sendLocoCmd() { talk_.send(lenz::withCheck(state().locoCmd)); }
+
+ private:
+  LenzTalk talk_;
+};
+
+/// The first generation: `locoCmd` is B3 adr d f, and every command patches it.
+class FirstLenzCab final : public LenzCab {
+ public:
+  using LenzCab::LenzCab;
+
+  std::optional<FunctionMask> readState() override {
+    const auto question = prepare();
+    if (!question) return std::nullopt;
+    const QByteArray reply = talk().ask(*question, lenz::kVehicleStateSize);
+    const auto vehicle = lenz::vehicleByteState(reply, state().address);
+    if (!vehicle) return std::nullopt;
+    state().locoCmd = lenz::driveByteOf(reply);
+    return take(*vehicle);
+  }
+
+  void sendSpeed() override {
+    patch([this](QByteArray& cmd) {
+      const int keep = byteAt(cmd, kDrive) & kNotSpeed;
+      cmd[kDrive] = static_cast<char>(keep + lenz::speedBits(state().speed, state().steps));
+    });
+  }
+
+  void sendDirection() override {
+    patch([this](QByteArray& cmd) {
+      cmd[kDrive] = withBit(cmd[kDrive], kForward, !state().backward);
+    });
+  }
+
+  void sendFunction(int n) override {
+    if (n > kLastFunction) return;
+    patch([&](QByteArray& cmd) {
+      const bool on = state().funcOn.at(n);
+      if (n == 0) {
+        cmd[kDrive] = withBit(cmd[kDrive], kLight, on);
+      } else {
+        cmd[kFunctions] = withBit(cmd[kFunctions], 1 << (n - 1), on);
+      }
+    });
+  }
+
+ private:
+  static constexpr int kDrive = 2;
+  static constexpr int kFunctions = 3;
+  static constexpr int kNotSpeed = 224;
+  static constexpr int kForward = 64;
+  static constexpr int kLight = 32;
+  static constexpr int kLastFunction = 4;
+
+  /// Makes the template of a vehicle that nothing is known of and gives the question for it;
+  /// nothing for an address that has no message.
+  std::optional<QByteArray> prepare() {
+    auto question = lenz::askVehicleByte(state().address);
+    if (question) {
+      state().steps = lenz::kFirstGenerationSteps;
+      state().locoCmd = lenz::driveByte(state().address);
+    }
+    return question;
+  }
+
+  template <class Change>
+  void patch(Change change) {
+    if (state().locoCmd.isEmpty() && !prepare()) return;
+    change(state().locoCmd);
+    sendLocoCmd();
+  }
+};
+
+/// The later generations: `locoCmd` is E4 code ah al byte; code and byte say what it does.
+class LaterLenzCab final : public LenzCab {
+ public:
+  using LenzCab::LenzCab;
+
+  std::optional<FunctionMask> readState() override {
+    const auto question = prepare();
+    if (!question) return std::nullopt;
+    const auto vehicle = lenz::vehicleState(talk().ask(*question, lenz::kVehicleStateSize, true));
+    if (!vehicle) return std::nullopt;
+    return take(*vehicle);
+  }
+
+  void sendSpeed() override {
+    const CabState& cab = state();
+    const int forward = cab.backward ? 0 : kForward;
+    command(lenz::stepCode(cab.steps), lenz::speedBits(cab.speed, cab.steps) + forward);
+  }
+
+  void sendDirection() override { sendSpeed(); }
+
+  void sendFunction(int n) override {
+    if (n <= 4) {
+      command(kLowFunctions, (state().funcOn[0] ? kLight : 0) + functionBits(state(), 1, 4));
+    } else if (n <= 7) {
+      command(kHighFunctions, functionBits(state(), 5, 7));
+    }
+  }
+
+ private:
+  static constexpr int kCode = 1;
+  static constexpr int kValue = 4;
+  static constexpr int kForward = 128;
+  static constexpr int kLight = 16;
+  static constexpr int kLowFunctions = 32;
+  static constexpr int kHighFunctions = 33;
+
+  std::optional<QByteArray> prepare() {
+    auto question = lenz::askVehicle(state().address);
+    if (question) state().locoCmd = lenz::drive(state().address);
+    return question;
+  }
+
+  void command(int code, int value) {
+    if (state().locoCmd.isEmpty() && !prepare()) return;
+    state().locoCmd[kCode] = static_cast<char>(code);
+    state().locoCmd[kValue] = static_cast<char>(value);
+    sendLocoCmd();
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<CabProtocol> makeLenzCab(CabLine& line, CabState& state, CabHooks hooks) {
+  if (LenzTalk(line).type().firstGeneration) {
+    return std::make_unique<FirstLenzCab>(line, state, std::move(hooks));
+  }
+  return std::make_unique<LaterLenzCab>(line, state, std::move(hooks));
+}
+
+}  // namespace lokari
