@@ -104,7 +104,7 @@ TEST_F(FrmDecoderTest, ButtonsOfDialogsThatAreNotThereAreDisabled) {
   describe("FUNCMAP=J\nCV_33=Licht,0-255,0,3,,\"1,Licht,Aus,Ein\"\n");
   edit([&] {
     tabs()->setCurrentIndex(2);
-    for (const char* name : {"cmdFuncMap", "bitFunc_1", "cmdCopyFunc_1", "cmdCopyGen", "cmdSmooth"})
+    for (const char* name : {"cmdFuncMap", "bitFunc_1", "cmdCopyFunc_1", "cmdCopyGen"})
       EXPECT_FALSE(button(name)->isEnabled()) << name;
   });
 }
