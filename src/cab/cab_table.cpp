@@ -5,7 +5,9 @@
 #include "cab/intellibox.h"
 #include "cab/lenz.h"
 #include "cab/mx10.h"
+#include "cab/mx1_text.h"
 #include "cab/z21.h"
+#include "cab/zimo_binary.h"
 
 namespace lokari {
 namespace {
@@ -18,9 +20,9 @@ struct CabRow {
 
 /// In the order of the families.
 constexpr std::array kCabs{
-    CabRow{ProtocolFamily::Mx1Text, nullptr, nullptr},
+    CabRow{ProtocolFamily::Mx1Text, makeMx1TextCab, makeMx1TextPanel},
 
-    CabRow{ProtocolFamily::ZimoBinary, nullptr, nullptr},
+    CabRow{ProtocolFamily::ZimoBinary, makeZimoBinaryCab, makeZimoBinaryPanel},
 
     CabRow{ProtocolFamily::Lenz, makeLenzCab, makeLenzPanel},
 

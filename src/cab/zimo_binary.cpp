@@ -1,0 +1,118 @@
+#include "cab/zimo_binary.h"
+
+#include "cab/cab_line.h"
+#include "cab/speed_steps.h"
+#include "cab/zimo_binary_codec.h"
+#include "cab/zimo_binary_exchange.h"
+#include "cab/zimo_flags.h"
+#include "link/station_link.h"
+#include "link/zimo_binary_framing.h"
+
+namespace lokari {
+namespace {
+
+using zbincab::Field;
+
+constexpr int kOpeningPauseMs = 100;
+
+/// The driving command of the vehicle is kept as the station told it; each operation changes its
+/// own field and sends the whole of it until it is confirmed.
+class ZimoBinaryCab final : public CabProtocol {
+ public:
+  using CabProtocol::CabProtocol;
+  ~ZimoBinaryCab() override { line().forget(this); }
+
+  std::optional<FunctionMask> readState() override;
+
+  void sendSpeed() override {
+    zbincab::setField(state().locoCmd, Field::Speed, cutStationSteps(state().speed, state().steps));
+    sendCommand();
+  }
+
+  void sendDirection() override { sendFlag(zimo::kBackward, state().backward); }
+  void sendManual() override { sendFlag(zimo::kManual, state().manual); }
+  void sendFunction(int n) override;
+  void sendStopped() override;
+
+ private:
+  static constexpr int kSettle = 1;
+
+  FunctionMask take(const QByteArray& answer);
+  void openStation(ZimoBinaryFraming& framing);
+
+  void sendFlag(int bit, bool set) {
+    zbincab::setBits(state().locoCmd, Field::Flags, bit, set);
+    sendCommand();
+  }
+  void sendCommand();
+
+  bool hasOpened_ = false;
+};
+
+std::optional<FunctionMask> ZimoBinaryCab::readState() {
+  std::optional<FunctionMask> functions;
+  withZimoFraming(link(), [&](ZimoBinaryFraming& framing) {
+    openStation(framing);
+    state().locoCmd = zbincab::defaultCommand(state().address);
+    const auto answer =
+        askZimoBinary(link(), framing, zbincab::askState(state().address), zbincab::kLeastState);
+    if (answer) functions = take(*answer);
+  });
+  return functions;
+}
+
+/// The MX1ULF tells of vehicles once its track power is on. Reading again must not undo a stop
+/// that was pressed after the first reading.
+void ZimoBinaryCab::openStation(ZimoBinaryFraming& framing) {
+  if (link().settings().baseUnit != StationKind::Mx1Ulf) return;
+  if (hasOpened_ && framing.zbinAhead == zbincab::trackPower(false)) return;
+  hasOpened_ = true;
+  framing.zbinSettle();
+  framing.zbinSend(zbincab::trackPower(true), false);
+  link().DelayMsec(kOpeningPauseMs);
+  framing.zbinReceive();
+}
+
+FunctionMask ZimoBinaryCab::take(const QByteArray& answer) {
+  const auto told = zbincab::parseState(answer, link().settings().zimoFunctionCount);
+  state().locoCmd = told.command;
+  state().steps = zimo::stepsOf(told.flags);
+  state().speed = barPosition(told.speed, state().steps);
+  state().backward = (told.flags & zimo::kBackward) != 0;
+  state().manual = (told.flags & zimo::kManual) != 0;
+  return told.functions;
+}
+
+void ZimoBinaryCab::sendFunction(int n) {
+  const bool on = state().funcOn.at(static_cast<size_t>(n));
+  if (n == 0) return sendFlag(zimo::kLight, on);
+  if (n > zimo::kLastOfHighByte) return;
+  const bool isHigh = n >= zimo::kFirstOfHighByte;
+  zbincab::setBits(state().locoCmd, isHigh ? Field::Functions9To12 : Field::Functions1To8,
+                   1 << (n - (isHigh ? zimo::kFirstOfHighByte : zimo::kFirstOfLowByte)), on);
+  sendCommand();
+}
+
+void ZimoBinaryCab::sendCommand() {
+  if (state().locoCmd.isEmpty()) return;
+  withZimoFraming(link(),
+                  [&](ZimoBinaryFraming& framing) { framing.zbinSendMsg(state().locoCmd); });
+}
+
+/// Goes out ahead of what waits for its answer, and is confirmed behind it.
+void ZimoBinaryCab::sendStopped() {
+  withZimoFraming(link(), [&](ZimoBinaryFraming& framing) {
+    line().send([&] { framing.zbinSendAhead(zbincab::trackPower(!state().stopped)); });
+  });
+  line().exchange(this, kSettle, [&link = link()] {
+    withZimoFraming(link, [](ZimoBinaryFraming& framing) { framing.zbinSettle(); });
+  });
+}
+
+}  // namespace
+
+std::unique_ptr<CabProtocol> makeZimoBinaryCab(CabLine& line, CabState& state, CabHooks hooks) {
+  return std::make_unique<ZimoBinaryCab>(line, state, std::move(hooks));
+}
+
+}  // namespace lokari
