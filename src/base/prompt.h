@@ -6,7 +6,7 @@
 
 namespace lokari {
 
-enum class Buttons { Ok, OkCancel, YesNo };
+enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel };
 enum class Answer { Ok, Cancel, Yes, No };
 enum class Icon { None, Information, Warning, Question };
 
@@ -23,8 +23,8 @@ class Prompt {
  public:
   virtual ~Prompt() = default;
 
-  /// Shows a modal box and gives the button. Closing the box counts as Cancel, No, or, with the
-  /// one button, Ok.
+  /// Shows a modal box and gives the button. Closing the box counts as Cancel, else as
+  /// No, or, with the one button, Ok.
   virtual Answer ask(const QString& text, Buttons buttons, Icon icon = Icon::Question,
                      const QString& title = {}) = 0;
 

@@ -12,6 +12,9 @@ Answer ConsolePrompt::ask(const QString& text, Buttons buttons, Icon, const QStr
     case Buttons::OkCancel:
       console_.message(text + (yes_ ? QStringLiteral(" [OK]") : QStringLiteral(" [Abbruch]")));
       return yes_ ? Answer::Ok : Answer::Cancel;
+    case Buttons::YesNoCancel:
+      console_.message(text + (yes_ ? QStringLiteral(" [Ja]") : QStringLiteral(" [Abbruch]")));
+      return yes_ ? Answer::Yes : Answer::Cancel;
     case Buttons::YesNo:
       break;
   }

@@ -10,8 +10,10 @@ TEST(ConsolePromptTest, TakesTheSafeAnswer) {
   ConsolePrompt prompt(console, false);
   EXPECT_EQ(prompt.ask("Weiter?", Buttons::OkCancel, Icon::Question, {}), Answer::Cancel);
   EXPECT_EQ(prompt.ask("Löschen?", Buttons::YesNo, Icon::Question, {}), Answer::No);
+  EXPECT_EQ(prompt.ask("Anlegen?", Buttons::YesNoCancel, Icon::Question, {}), Answer::Cancel);
   prompt.message("Fertig");
-  EXPECT_EQ(console.messages, (QStringList{"Weiter? [Abbruch]", "Löschen? [Nein]", "Fertig"}));
+  EXPECT_EQ(console.messages,
+            (QStringList{"Weiter? [Abbruch]", "Löschen? [Nein]", "Anlegen? [Abbruch]", "Fertig"}));
   EXPECT_TRUE(console.results.isEmpty());
 }
 
@@ -20,6 +22,7 @@ TEST(ConsolePromptTest, AnswersYesWhenTold) {
   ConsolePrompt prompt(console, true);
   EXPECT_EQ(prompt.ask("Weiter?", Buttons::OkCancel, Icon::Question, {}), Answer::Ok);
   EXPECT_EQ(prompt.ask("Löschen?", Buttons::YesNo, Icon::Question, {}), Answer::Yes);
+  EXPECT_EQ(prompt.ask("Anlegen?", Buttons::YesNoCancel, Icon::Question, {}), Answer::Yes);
 }
 
 TEST(ConsolePromptTest, ChoosesNoFile) {

@@ -53,6 +53,10 @@ QList<Offer> offersOf(Buttons buttons) {
     case Buttons::YesNo:
       return {{Answer::Yes, u"&Ja", QMessageBox::YesRole},
               {Answer::No, u"&Nein", QMessageBox::NoRole}};
+    case Buttons::YesNoCancel:
+      return {{Answer::Yes, u"&Ja", QMessageBox::YesRole},
+              {Answer::No, u"&Nein", QMessageBox::NoRole},
+              {Answer::Cancel, u"Abbrechen", QMessageBox::RejectRole}};
     case Buttons::Ok:
       break;
   }

@@ -56,6 +56,9 @@ TEST(QtPrompt, AClosedBoxIsTheSafeAnswer) {
   whenShown<QMessageBox>([](QMessageBox& box) { box.close(); });
   EXPECT_EQ(prompt.ask(QStringLiteral("?"), Buttons::OkCancel, Icon::Question, {}), Answer::Cancel);
   whenShown<QMessageBox>([](QMessageBox& box) { box.close(); });
+  EXPECT_EQ(prompt.ask(QStringLiteral("?"), Buttons::YesNoCancel, Icon::Question, {}),
+            Answer::Cancel);
+  whenShown<QMessageBox>([](QMessageBox& box) { box.close(); });
   EXPECT_EQ(prompt.ask(QStringLiteral("!"), Buttons::Ok, Icon::Warning, {}), Answer::Ok);
 }
 

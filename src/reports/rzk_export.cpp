@@ -1,0 +1,184 @@
+#include "reports/rzk_export.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSqlQuery>
+
+#include <cstdio>
+#include <stdexcept>
+#include <unistd.h>
+
+#include "base/paths.h"
+#include "base/prompt.h"
+#include "db/database.h"
+#include "reports/rzk_merge.h"
+
+namespace lokari {
+namespace {
+
+constexpr qsizetype kExtension = 3;
+constexpr int kIncompatible = -1;
+
+/// A file that cannot be read or written; the text is German.
+class FileError : public std::runtime_error {
+ public:
+  explicit FileError(const QString& text) : std::runtime_error(text.toStdString()) {}
+};
+
+[[noreturn]] void fail(const QString& what, const QFile& file) {
+  throw FileError(QStringLiteral("%1\r%2\r(%3)\rDie Fahrzeugdatei ist unverändert.")
+                      .arg(what, QDir::toNativeSeparators(file.fileName()), file.errorString()));
+}
+
+void writeRecord(QFile& file, const QByteArray& record) {
+  if (file.write(record) != record.size()) fail(QStringLiteral("Fehler beim Schreiben von"), file);
+}
+
+/// A record, or nothing at the end of the file.
+std::optional<QByteArray> readRecord(QFile& file) {
+  QByteArray record = file.read(kRzkRecordSize);
+  if (file.error() != QFileDevice::NoError) fail(QStringLiteral("Fehler beim Lesen von"), file);
+  if (record.size() < kRzkRecordSize) return {};
+  return record;
+}
+
+void bringToDisk(QFile& file) {
+  if (!file.flush() || ::fsync(file.handle()) != 0) {
+    fail(QStringLiteral("Fehler beim Schreiben von"), file);
+  }
+  file.close();
+}
+
+RzkVehicle vehicleOf(const QSqlQuery& row) {
+  return {.shortName = row.value(1).toString(),
+          .longName = row.value(2).toString(),
+          .group = static_cast<qint16>(row.value(3).toInt()),
+          .address = static_cast<qint16>(row.value(0).toInt())};
+}
+
+/// Busy for a scope.
+class Busy {
+ public:
+  explicit Busy(const std::function<void(bool)>& tell) : tell_(tell) {
+    if (tell_) tell_(true);
+  }
+  ~Busy() {
+    if (tell_) tell_(false);
+  }
+  Busy(const Busy&) = delete;
+  Busy& operator=(const Busy&) = delete;
+
+ private:
+  const std::function<void(bool)>& tell_;
+};
+
+QString withExtension(const QString& name) {
+  return fileNameOf(name).contains(u'.') ? name : name + QStringLiteral(".DAT");
+}
+
+}  // namespace
+
+QString rzkTemporary(const QString& file) {
+  return folderOf(file) + fileNameOf(file).chopped(std::min(kExtension, fileNameOf(file).size())) +
+         QStringLiteral("TMP");
+}
+
+void RzkExport::mnuExpRZK(const QString& folder) {
+  for (;;) {
+    const QString chosen = parts_.prompt.saveFile(
+        {.title = QStringLiteral("RZK Fahrzeugdatei wählen"),
+         .filter = QStringLiteral("RZK Fahrzeugdateien (*.DAT)|*.DAT|Alle Dateien (*.*)|*.*"),
+         .folder = folder,
+         .presetName = QStringLiteral("RZK_LOCO.DAT")});
+    if (chosen.isEmpty()) return;
+    const QString name = withExtension(chosen);
+    const Target target = targetOf(name);
+    if (target == Target::OtherFile) continue;
+    if (target != Target::Cancelled) run(name, target == Target::New);
+    return;
+  }
+}
+
+bool RzkExport::exportTo(const QString& name) {
+  const QString whole = withExtension(name);
+  const Target target = targetOf(whole);
+  if (target == Target::Cancelled || target == Target::OtherFile) return false;
+  return run(whole, target == Target::New);
+}
+
+RzkExport::Target RzkExport::targetOf(const QString& name) {
+  if (rzkTemporary(name).compare(name, Qt::CaseInsensitive) == 0) {
+    // The temporary file would be the vehicle file itself.
+    parts_.prompt.message(
+        QStringLiteral("Die Endung TMP ist für die Zwischendatei der Übernahme vergeben.\r"
+                       "Bitte einen anderen Namen wählen."));
+    return Target::OtherFile;
+  }
+  if (!findFile(name).isEmpty()) return Target::Existing;
+  const Answer answer =
+      parts_.prompt.ask(QStringLiteral("RZK Fahrzeugdatei %1 nicht gefunden\r"
+                                       "oder Zugriff nicht möglich! Datei neu anlegen?")
+                            .arg(QDir::toNativeSeparators(name)),
+                        Buttons::YesNoCancel);
+  if (answer == Answer::Yes) return Target::New;
+  return answer == Answer::No ? Target::OtherFile : Target::Cancelled;
+}
+
+bool RzkExport::run(const QString& name, bool isNew) {
+  const QString file = placeFor(name);
+  int count = 0;
+  QString failure;
+  {
+    const Busy busy(parts_.busy);
+    try {
+      count = merge(file, placeFor(rzkTemporary(file)), isNew);
+    } catch (const StorageError& error) {
+      failure = error.text();
+    } catch (const FileError& error) {
+      failure = QString::fromUtf8(error.what());
+    }
+  }
+  if (!failure.isEmpty()) {
+    parts_.prompt.message(failure);
+    return false;
+  }
+  if (count == kIncompatible) {
+    parts_.prompt.message(QStringLiteral("RZK_LOCO.DAT nicht kompatibel, Übernahme abgebrochen."));
+    return false;
+  }
+  parts_.prompt.message(QStringLiteral("Export beendet,\r%1 Fahrzeuge übernommen.").arg(count),
+                        Icon::Information);
+  return true;
+}
+
+int RzkExport::merge(const QString& fileName, const QString& temporary, bool isNew) {
+  QFile::remove(temporary);
+  QFile target(temporary);
+  if (!target.open(QIODevice::WriteOnly)) fail(QStringLiteral("Kann Datei nicht anlegen:"), target);
+  QFile old(fileName);
+  RzkMerge::NextRecord nextOld;
+  if (!isNew) {
+    if (!old.open(QIODevice::ReadOnly)) fail(QStringLiteral("Kann Datei nicht öffnen:"), old);
+    if (const auto head = readRecord(old); !head || !isRzkHead(*head)) return kIncompatible;
+    nextOld = [&old] { return readRecord(old); };
+  }
+  RzkMerge merge(nextOld, [&target](const QByteArray& record) { writeRecord(target, record); });
+  const QString where =
+      sqlFilter_.isEmpty() ? QString() : QStringLiteral("WHERE ") + sqlFilter_ + u' ';
+  database_.query(QStringLiteral("SELECT DC_ADR, ST_SNAME, FZ_LNAME, ST_GROUP FROM LOCO_DAT ") +
+                      where + QStringLiteral("ORDER BY DC_ADR"),
+                  [&merge](const QSqlQuery& row) {
+                    // A record without an address is no vehicle that could be controlled.
+                    if (!row.isNull(0)) merge.add(vehicleOf(row));
+                  });
+  const int count = merge.finish();
+  bringToDisk(target);
+  old.close();
+  if (std::rename(QFile::encodeName(temporary).constData(),
+                  QFile::encodeName(fileName).constData()) != 0) {
+    fail(QStringLiteral("Kann Datei nicht ersetzen:"), target);
+  }
+  return count;
+}
+
+}  // namespace lokari

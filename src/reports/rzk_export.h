@@ -1,0 +1,53 @@
+// Handing the vehicles over to a railway control program: its vehicle file takes in the addresses
+// that are new to it.
+#pragma once
+
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+namespace lokari {
+
+class Database;
+class Prompt;
+
+struct RzkExportParts {
+  Prompt& prompt;
+  /// The busy pointer comes or goes; may be empty.
+  std::function<void(bool)> busy;
+};
+
+class RzkExport {
+ public:
+  /// All must outlive the export. `sqlFilter` is the condition of the active filter, empty for all
+  /// vehicles.
+  RzkExport(RzkExportParts parts, Database& database, QString sqlFilter)
+      : parts_(std::move(parts)), database_(database), sqlFilter_(std::move(sqlFilter)) {}
+
+  /// Asks for the file, starting in `folder`, and exports.
+  void mnuExpRZK(const QString& folder);
+
+  /// Exports into the file of that name, ".DAT" appended where it has no ".". Asks before a new
+  /// file is made. True when it is done, false when it was refused or failed; the user has been
+  /// told.
+  bool exportTo(const QString& name);
+
+ private:
+  /// Whether the file is there or is to be made; nothing for another choice of file.
+  enum class Target { Existing, New, Cancelled, OtherFile };
+
+  Target targetOf(const QString& name);
+  bool run(const QString& name, bool isNew);
+  int merge(const QString& file, const QString& temporary, bool isNew);
+
+  RzkExportParts parts_;
+  Database& database_;
+  QString sqlFilter_;
+};
+
+/// The file that the new state is written to before it takes the place of `file`: its name with
+/// "TMP" for its last three characters.
+QString rzkTemporary(const QString& file);
+
+}  // namespace lokari

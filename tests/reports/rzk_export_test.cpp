@@ -1,0 +1,202 @@
+#include "reports/rzk_export.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include "base/prompt.h"
+#include "reports/rzk_record.h"
+#include "rzk_reader.h"
+#include "support/scripted_prompt.h"
+#include "support/test_database.h"
+
+namespace lokari {
+namespace {
+
+const QString kDone = QStringLiteral("Export beendet,\r%1 Fahrzeuge übernommen.");
+const QString kIncompatible =
+    QStringLiteral("RZK_LOCO.DAT nicht kompatibel, Übernahme abgebrochen.");
+
+class RzkExportTest : public ::testing::Test {
+ protected:
+  RzkExportTest() {
+    database.run("DELETE FROM LOCO_DAT");
+    add(17, "Anlage", "V60", "Diesellok", 4);
+    add(3, "Vitrine", "E103x", "Schnellzuglok in der Vitrine");
+    add(3, "Anlage", "E103", "Schnellzuglok");
+    add(1000, "Anlage", "Schienenbus", QString(60, u'ü'));
+    database.run(
+        "INSERT INTO LOCO_DAT (DC_ADR, DC_COLL, ST_SNAME) VALUES (NULL, 'Anlage', 'leer')");
+  }
+
+  void add(int address, const char* collection, const char* name, const QString& longName,
+           int group = 0) {
+    database.run(
+        "INSERT INTO LOCO_DAT (DC_ADR, DC_COLL, ST_SNAME, FZ_LNAME, ST_GROUP) VALUES (?, ?, ?, ?, "
+        "?)",
+        {address, collection, name, longName, group == 0 ? QVariant() : QVariant(group)});
+  }
+
+  QString path(const char* name) const {
+    return database.folder() + u'/' + QString::fromUtf8(name);
+  }
+
+  bool exportTo(const char* name, const QString& filter = {}) {
+    return RzkExport({prompt, {}}, database.open(), filter).exportTo(path(name));
+  }
+
+  static QByteArray contents(const QString& file) {
+    QFile in(file);
+    EXPECT_TRUE(in.open(QIODevice::ReadOnly)) << file.toStdString();
+    return in.readAll();
+  }
+
+  static void put(const QString& file, const QByteArray& data) {
+    QFile out(file);
+    ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+    out.write(data);
+  }
+
+  test::RzkFile read(const char* name) const { return test::readRzkFile(path(name).toStdString()); }
+
+  test::TestDatabase database;
+  test::ScriptedPrompt prompt;
+};
+
+TEST_F(RzkExportTest, ANewFileHasEachAddressOnceByAddress) {
+  prompt.answers = {Answer::Yes};
+  EXPECT_TRUE(exportTo("RZK_LOCO.DAT"));
+  const test::RzkFile file = read("RZK_LOCO.DAT");
+  EXPECT_TRUE(file.good);
+  ASSERT_EQ(file.vehicles.size(), 3U);
+  EXPECT_EQ(file.vehicles[0].address, 3);
+  EXPECT_EQ(file.vehicles[1], (test::RzkEntry{"V60", "Diesellok", 4, 17}));
+  EXPECT_EQ(file.vehicles[2], (test::RzkEntry{"Schien", std::string(40, '\xFC'), 0, 1000}));
+  EXPECT_EQ(prompt.shown.last(), kDone.arg(3));
+  EXPECT_FALSE(QFileInfo::exists(path("RZK_LOCO.TMP")));
+}
+
+TEST_F(RzkExportTest, ExportingTwiceLeavesTheFileUnchanged) {
+  prompt.answers = {Answer::Yes};
+  EXPECT_TRUE(exportTo("RZK_LOCO.DAT"));
+  const QByteArray first = contents(path("RZK_LOCO.DAT"));
+  EXPECT_TRUE(exportTo("RZK_LOCO.DAT"));
+  EXPECT_EQ(contents(path("RZK_LOCO.DAT")), first);
+  EXPECT_EQ(prompt.shown.last(), kDone.arg(0));
+}
+
+TEST_F(RzkExportTest, OnlyFilteredVehiclesAreAddedAndOldOnesStay) {
+  put(path("a.dat"), rzkHead() + rzkRecord({.shortName = "alt", .longName = {}, .address = 5}));
+  EXPECT_TRUE(exportTo("a.dat", QStringLiteral("DC_COLL = \"Vitrine\"")));
+  const test::RzkFile file = read("a.dat");
+  ASSERT_EQ(file.vehicles.size(), 2U);
+  EXPECT_EQ(file.vehicles[0].shortName, "E103x");
+  EXPECT_EQ(file.vehicles[1].shortName, "alt");
+}
+
+TEST_F(RzkExportTest, WithoutAMatchingVehicleTheFileKeepsItsContent) {
+  const QByteArray old = rzkHead() + rzkRecord({.shortName = "alt", .longName = {}, .address = 5});
+  put(path("a.dat"), old);
+  EXPECT_TRUE(exportTo("a.dat", QStringLiteral("DC_ADR = 9999")));
+  EXPECT_EQ(contents(path("a.dat")), old);
+  EXPECT_EQ(prompt.shown.last(), kDone.arg(0));
+}
+
+TEST_F(RzkExportTest, ABrokenFilterIsToldAndLeavesTheFile) {
+  put(path("a.dat"), rzkHead());
+  EXPECT_FALSE(exportTo("a.dat", QStringLiteral("NIX = ")));
+  EXPECT_EQ(contents(path("a.dat")), rzkHead());
+  ASSERT_EQ(prompt.shown.size(), 1);
+  EXPECT_NE(prompt.shown[0], kDone.arg(0));
+}
+
+TEST_F(RzkExportTest, AnIncompatibleFileIsNotTouched) {
+  const QList<QByteArray> strange{{},
+                                  "RZKV51",
+                                  rzkHead().chopped(1),
+                                  QByteArray(520, '\0'),
+                                  QByteArray("RZKV50").leftJustified(104, ' ')};
+  for (const QByteArray& data : strange) {
+    put(path("x.data"), data);
+    EXPECT_FALSE(exportTo("x.data"));
+    EXPECT_EQ(contents(path("x.data")), data);
+    EXPECT_EQ(prompt.shown.last(), kIncompatible);
+    EXPECT_EQ(contents(path("x.dTMP")), QByteArray()) << "the temporary file stays, empty";
+  }
+}
+
+TEST_F(RzkExportTest, ALastRecordThatIsCutShortIsTheEnd) {
+  const QByteArray whole = rzkRecord({.shortName = "alt", .longName = {}, .address = 2000});
+  put(path("a.dat"), rzkHead() + whole + whole.left(30));
+  EXPECT_TRUE(exportTo("a.dat"));
+  const test::RzkFile file = read("a.dat");
+  EXPECT_TRUE(file.good);
+  ASSERT_EQ(file.vehicles.size(), 4U);
+  EXPECT_EQ(file.vehicles[3].address, 2000);
+}
+
+TEST_F(RzkExportTest, AnOldTemporaryFileIsInNobodysWay) {
+  put(path("a.dat"), rzkHead());
+  put(path("a.TMP"), QByteArray(5000, 'x'));
+  EXPECT_TRUE(exportTo("a.dat"));
+  EXPECT_EQ(read("a.dat").vehicles.size(), 3U);
+  EXPECT_FALSE(QFileInfo::exists(path("a.TMP")));
+}
+
+TEST_F(RzkExportTest, AFolderThatCannotBeWrittenToLeavesTheFile) {
+  put(path("a.dat"), rzkHead());
+  ASSERT_TRUE(QDir(database.folder()).mkpath("a.TMP/inside"));
+  EXPECT_FALSE(exportTo("a.dat"));
+  EXPECT_EQ(contents(path("a.dat")), rzkHead());
+  EXPECT_TRUE(prompt.shown.last().startsWith("Kann Datei nicht anlegen:"))
+      << prompt.shown.last().toStdString();
+  EXPECT_TRUE(prompt.shown.last().endsWith("Die Fahrzeugdatei ist unverändert."));
+}
+
+TEST_F(RzkExportTest, TheTemporaryNameReplacesTheLastThreeCharacters) {
+  EXPECT_EQ(rzkTemporary("/a/b/RZK_LOCO.DAT"), "/a/b/RZK_LOCO.TMP");
+  EXPECT_EQ(rzkTemporary("/a/b/x.data"), "/a/b/x.dTMP");
+  EXPECT_EQ(rzkTemporary("/a/b/x."), "/a/b/TMP") << "it never leaves its folder";
+}
+
+TEST_F(RzkExportTest, AVehicleFileThatIsCalledLikeTheTemporaryOneIsRefused) {
+  put(path("a.tmp"), rzkHead());
+  EXPECT_FALSE(exportTo("a.tmp"));
+  EXPECT_EQ(contents(path("a.tmp")), rzkHead());
+  EXPECT_EQ(prompt.shown.last(),
+            "Die Endung TMP ist für die Zwischendatei der Übernahme vergeben.\r"
+            "Bitte einen anderen Namen wählen.");
+}
+
+TEST_F(RzkExportTest, ANameWithoutAPointGetsDat) {
+  prompt.answers = {Answer::Yes};
+  EXPECT_TRUE(exportTo("RZK"));
+  EXPECT_TRUE(QFileInfo::exists(path("RZK.DAT")));
+  EXPECT_EQ(prompt.shown.first(), QStringLiteral("RZK Fahrzeugdatei %1 nicht gefunden\r"
+                                                 "oder Zugriff nicht möglich! Datei neu anlegen?")
+                                      .arg(path("RZK.DAT")));
+}
+
+TEST_F(RzkExportTest, TheMenuAsksForTheFileAndAgainAfterNo) {
+  prompt.fileNames = {path("erste"), path("zweite.dat")};
+  prompt.answers = {Answer::No, Answer::Yes};
+  QList<bool> busy;
+  RzkExport({prompt, [&](bool on) { busy.append(on); }}, database.open(), {})
+      .mnuExpRZK(database.folder());
+  EXPECT_FALSE(QFileInfo::exists(path("erste.DAT")));
+  EXPECT_EQ(read("zweite.dat").vehicles.size(), 3U);
+  EXPECT_EQ(busy, QList({true, false}));
+}
+
+TEST_F(RzkExportTest, TheMenuEndsWhenTheUserCancels) {
+  prompt.fileNames = {QString()};
+  RzkExport({prompt, {}}, database.open(), {}).mnuExpRZK(database.folder());
+  EXPECT_TRUE(prompt.shown.isEmpty());
+  prompt.fileNames = {path("neu.dat")};
+  prompt.answers = {Answer::Cancel};
+  RzkExport({prompt, {}}, database.open(), {}).mnuExpRZK(database.folder());
+  EXPECT_FALSE(QFileInfo::exists(path("neu.dat")));
+  EXPECT_EQ(prompt.shown.size(), 1);
+}
+
+}  // namespace
+}  // namespace lokari
