@@ -3,7 +3,7 @@
 //
 //   A0    versions. Intellibox: 02 and the SPU's, 02 and the KPU's (low byte first), 01 PPU, 01
 //         LIPU, 01 DNG, 05 and the serial number, 00. Tams MC: 04, three digits and a letter of the
-//         version, 00, serial number, 00.
+//         version, serial number, 00.
 //   A2    state: 08 power on, 04 overheated, 10 halt, 40 track voltage of scale N
 #pragma once
 

@@ -5,10 +5,8 @@
 //
 //   0A/06, 0A/07     the network opens and closes; without a word for 30 s it counts as closed
 //   0A/0A            log on; no answer
-//   08/08            data node (low byte first) 02 00: versions; answer the same and number (16
-//   bit)
-//                    and three parts of the version, low one first; the number's high byte is
-//                    the version's low part
+//   08/08            data node (low byte first) 02 00: versions; answer the same, a number (16 bit)
+//                    and the version's parts, low one first; the number's high byte is its lowest
 //   06/00            data node 01 mode: 04 programming track, 00 normal; answer 16/00 the same data
 //   16/08            data node, address, CV, 00 00 (low byte first but the node): read the CV;
 //                    answer the same data and the value, or none when there is no value

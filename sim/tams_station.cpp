@@ -57,7 +57,7 @@ QByteArray textOf(const TrackResult& result, const QByteArray& success) {
 bool TamsStation::takeQuestion() {
   const int question = input_.startsWith('x') ? byteAt(input_, 1) : -1;
   if (question == kAskVersions) {
-    answer(bytes({0x04, 0x02, 0x01, 0x04, 0x61, 0x00, 0x00, 0x01, 0xE2, 0x40, 0x00}));
+    answer(bytes({0x04, 0x02, 0x01, 0x04, 0x61, 0x00, 0x01, 0xE2, 0x40, 0x00}));
   } else if (question == kAskIbxState) {
     answer(bytes({ibxState(layout())}));
   } else {

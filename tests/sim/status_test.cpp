@@ -40,7 +40,7 @@ TEST_F(StatusTest, Mx1) {
 TEST_F(StatusTest, Mx1Bin) {
   become(u"MX1BIN");
   EXPECT_EQ(reply("01 01 00 10 30 0D 00 28 17").left(33), "01 01 00 50 0d 00 00 00 10 21 00 ");
-  // Behind it, escaped: 00 00 00, 1.25 of 14.3.12, build 2, boot ROM 1.4, number 742983.
+  // Behind it, escaped: 00 00 00, 1.25 of 14.3.12, build 2, boot ROM 1.4, number 741959.
   EXPECT_TRUE(reply("01 01 02 10 30 0D 00 2F 17")
                   .contains("00 00 00 10 21 19 0e 03 0c 02 00 00 10 21 04 00 00 00 0b 52 47"));
 }
@@ -98,7 +98,7 @@ TEST_F(StatusTest, Intellibox) {
 
 TEST_F(StatusTest, TamsMcTakesTheQuestionsBetweenItsLines) {
   become(u"TAMSMC");
-  EXPECT_EQ(reply("78 A0"), "04 02 01 04 61 00 00 01 e2 40 00");
+  EXPECT_EQ(reply("78 A0"), "04 02 01 04 61 00 01 e2 40 00");
   EXPECT_EQ(reply("78 A2"), "08");
   EXPECT_EQ(replyTo("xPTRB 8\r"), "97]\r");
   stop();
