@@ -1,0 +1,215 @@
+#include "cab/ui/frm_cab.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+
+#include "cab/cab.h"
+#include "cab/ui/function_lamps.h"
+#include "cab/ui/main_cv_box.h"
+#include "cab/ui/picture_button.h"
+#include "cab/ui/speed_bar.h"
+#include "db/ui/picture_frame.h"
+
+namespace lokari {
+namespace {
+
+constexpr QPoint kDesignPlace(160, 80);
+constexpr int kPictureHeight = 84;
+/// Of the number beside the window's own letters.
+constexpr double kSpeedLetters = 2.6;
+constexpr double kNameLetters = 1.25;
+
+QLabel* label(QWidget* parent, const QString& name, double letters) {
+  auto* label = new QLabel(parent);
+  label->setObjectName(name);
+  // Names come from the user: never markup.
+  label->setTextFormat(Qt::PlainText);
+  QFont font = label->font();
+  font.setPointSizeF(font.pointSizeF() * letters);
+  font.setBold(true);
+  label->setFont(font);
+  return label;
+}
+
+/// A picture with a word below it.
+QLabel* addCaptioned(QBoxLayout* line, PictureButton* button, const QString& caption) {
+  auto* label = new QLabel(caption, button->parentWidget());
+  label->setAlignment(Qt::AlignHCenter);
+  auto* rows = new QVBoxLayout;
+  rows->setSpacing(0);
+  rows->addWidget(button, 1);
+  rows->addWidget(label);
+  line->addLayout(rows, 1);
+  return label;
+}
+
+}  // namespace
+
+FrmCab::FrmCab(const std::shared_ptr<Cab>& cab, const Pictures& pictures, const WindowScale& scale)
+    : SlotForm(cab, scale), cab_(*cab) {
+  setObjectName(QStringLiteral("frmCab"));
+  setWindowIcon(pictures.icon(QStringLiteral("lokari.bmp")));
+  auto* columns = new QHBoxLayout(contents());
+  columns->setSpacing(14);
+  makeSpeed(columns);
+  auto* rows = new QVBoxLayout;
+  rows->setSpacing(8);
+  columns->addLayout(rows, 1);
+  makeHeader(rows);
+  makeDriveButtons(rows, pictures);
+  lamps_ = new FunctionLamps(pictures, contents());
+  rows->addWidget(lamps_, 3);
+  mainCvs_ = new MainCvBox(cab_, contents());
+  rows->addWidget(mainCvs_);
+  makeFooter(rows);
+  connectCab();
+  showAll();
+  vsbSpeed_->setFocus();
+}
+
+void FrmCab::makeSpeed(QBoxLayout* columns) {
+  auto* rows = new QVBoxLayout;
+  labSpeed_ = label(contents(), QStringLiteral("labSpeed"), kSpeedLetters);
+  labSpeed_->setAccessibleName(QStringLiteral("Geschwindigkeit"));
+  labSpeed_->setAlignment(Qt::AlignCenter);
+  vsbSpeed_ = new SpeedBar(contents());
+  vsbSpeed_->setToolTip(
+      QStringLiteral("Geschwindigkeit: mit der Maus, dem Mausrad oder den Pfeiltasten.\n"
+                     "Tasten: 0 bis 7 Funktionen, + vorwärts, − rückwärts, M manuell, "
+                     "Leertaste Halt und Los"));
+  vsbSpeed_->installEventFilter(this);
+  labSpeed_->setMinimumWidth(labSpeed_->fontMetrics().horizontalAdvance(QStringLiteral("000")));
+  rows->addWidget(labSpeed_);
+  rows->addWidget(vsbSpeed_, 1, Qt::AlignHCenter);
+  columns->addLayout(rows);
+}
+
+void FrmCab::makeHeader(QBoxLayout* rows) {
+  picContainer_ = new PictureFrame(contents());
+  picContainer_->setMinimumSize(120, 40);
+  rows->addWidget(picContainer_, 2);
+  labName_ = label(contents(), QStringLiteral("labName"), kNameLetters);
+  labName_->setAccessibleName(QStringLiteral("Fahrzeug"));
+  labName_->setAlignment(Qt::AlignCenter);
+  rows->addWidget(labName_);
+}
+
+void FrmCab::makeDriveButtons(QBoxLayout* rows, const Pictures& pictures) {
+  const auto button = [&](const char16_t* name, const QString& tip, const QString& text) {
+    auto* made = new PictureButton(pictures, QString::fromUtf16(name), tip, contents());
+    made->setText(text);
+    made->setActsOnPress();
+    return made;
+  };
+  imgDirForward_ =
+      button(u"imgDirForward", QStringLiteral("Vorwärts, Taste +"), QStringLiteral("vorwärts"));
+  imgDirBackward_ =
+      button(u"imgDirBackward", QStringLiteral("Rückwärts, Taste −"), QStringLiteral("rückwärts"));
+  imgMan_ = button(u"imgMan", {}, QStringLiteral("manuell"));
+  imgStop_ = button(u"imgStop", {}, {});
+  auto* line = new QHBoxLayout;
+  line->setSpacing(6);
+  addCaptioned(line, imgDirForward_, imgDirForward_->text());
+  addCaptioned(line, imgDirBackward_, imgDirBackward_->text());
+  labMan_ = addCaptioned(line, imgMan_, imgMan_->text());
+  labStop_ = addCaptioned(line, imgStop_, {});
+  rows->addLayout(line, 2);
+}
+
+void FrmCab::makeFooter(QBoxLayout* rows) {
+  auto* cmdOK = new QPushButton(QStringLiteral("&OK"), contents());
+  cmdOK->setObjectName(QStringLiteral("cmdOK"));
+  cmdOK->setToolTip(QStringLiteral("Fahrpult schließen; geänderte CVs kommen zum Fahrzeug"));
+  connect(cmdOK, &QPushButton::clicked, this, [this] { cab_.cmdOK(); });
+  rows->addWidget(cmdOK, 0, Qt::AlignRight);
+}
+
+void FrmCab::connectCab() {
+  connect(vsbSpeed_, &SpeedBar::valueChanged, this, [this](int value) { cab_.vsbSpeed(value); });
+  connect(imgDirForward_, &PictureButton::pressed, this, [this] { cab_.imgDirForward(); });
+  connect(imgDirBackward_, &PictureButton::pressed, this, [this] { cab_.imgDirBackward(); });
+  connect(imgMan_, &PictureButton::pressed, this, [this] { cab_.imgMan(); });
+  connect(imgStop_, &PictureButton::pressed, this, [this] { cab_.imgStop(); });
+  connect(lamps_, &FunctionLamps::pressed, this, [this](int n) { cab_.cmdFunc(n); });
+
+  connect(&cab_, &Cab::loaded, this, &FrmCab::showAll);
+  connect(&cab_, &Cab::barMoved, vsbSpeed_, &SpeedBar::setValue);
+  connect(&cab_, &Cab::speedShown, this, &FrmCab::showSpeed);
+  connect(&cab_, &Cab::functionChanged, lamps_, &FunctionLamps::showOn);
+  connect(&cab_, &Cab::directionChanged, this, &FrmCab::showDirection);
+  connect(&cab_, &Cab::manualChanged, this, &FrmCab::showManual);
+  connect(&cab_, &Cab::stoppedChanged, this, &FrmCab::showStopped);
+}
+
+QPoint FrmCab::designPlace() const {
+  return kDesignPlace;
+}
+
+void FrmCab::showAll() {
+  setWindowTitle(cab_.caption());
+  labName_->setText(cab_.labName());
+  labName_->setVisible(!cab_.labName().isEmpty());
+  picContainer_->showPicture(cab_.picture());
+  picContainer_->setVisible(!cab_.picture().isEmpty());
+  showSpeed(cab_.state().speed);
+  lamps_->setHighest(cab_.kind().cab.funcCount);
+  for (int n = 0; cab_.hasFunction(n); ++n)
+    lamps_->showOn(n, cab_.state().funcOn[static_cast<size_t>(n)]);
+  showDirection();
+  showManual();
+  showStopped();
+  mainCvs_->showList();
+}
+
+void FrmCab::showSpeed(int speed) {
+  labSpeed_->setText(QString::number(speed));
+}
+
+void FrmCab::showDirection() {
+  const bool backward = cab_.state().backward;
+  imgDirForward_->showPicture(
+      backward ? QStringLiteral("arrupr_n.bmp") : QStringLiteral("arrupg_n.bmp"),
+      QStringLiteral("arrupg_p.bmp"));
+  imgDirBackward_->showPicture(
+      backward ? QStringLiteral("arrdng_n.bmp") : QStringLiteral("arrdnr_n.bmp"),
+      QStringLiteral("arrdng_p.bmp"));
+  imgDirForward_->showOn(!backward);
+  imgDirBackward_->showOn(backward);
+}
+
+void FrmCab::showManual() {
+  const bool manual = cab_.state().manual;
+  imgMan_->setVisible(cab_.manualVisible());
+  labMan_->setVisible(cab_.manualVisible());
+  imgMan_->showPicture(manual ? QStringLiteral("manon_n.bmp") : QStringLiteral("manoff_n.bmp"),
+                       manual ? QStringLiteral("manon_p.bmp") : QStringLiteral("manoff_p.bmp"));
+  imgMan_->showOn(manual);
+}
+
+void FrmCab::showStopped() {
+  // The picture is what a press does next.
+  const bool stopped = cab_.state().stopped;
+  const QString word = stopped ? QStringLiteral("Los") : QStringLiteral("Halt");
+  imgStop_->showPicture(stopped ? QStringLiteral("go_n.bmp") : QStringLiteral("stop_n.bmp"),
+                        stopped ? QStringLiteral("go_p.bmp") : QStringLiteral("stop_p.bmp"));
+  imgStop_->showOn(stopped);
+  imgStop_->setText(word);
+  imgStop_->setAccessibleName(word);
+  imgStop_->setToolTip(word + QStringLiteral(", Leertaste"));
+  labStop_->setText(word);
+}
+
+bool FrmCab::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == vsbSpeed_ && event->type() == QEvent::KeyPress) {
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const bool plain = (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) == 0;
+    // A key that is held down acts once.
+    if (plain && key->text().size() == 1 && !key->isAutoRepeat() && cab_.keyDown(key->text().at(0)))
+      return true;
+  }
+  return SlotForm::eventFilter(watched, event);
+}
+
+}  // namespace lokari

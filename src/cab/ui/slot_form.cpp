@@ -1,0 +1,58 @@
+#include "cab/ui/slot_form.h"
+
+#include <QCloseEvent>
+#include <QLineEdit>
+
+#include "base/ui/window_scale.h"
+#include "cab/slot_unit.h"
+
+namespace lokari {
+
+SlotForm::SlotForm(std::shared_ptr<SlotUnit> unit, const WindowScale& scale)
+    : unit_(std::move(unit)), scale_(scale), contents_(new QWidget(this)) {
+  scale.arrange(this, contents_);
+  auto* dc_adr = new QLineEdit(QString::number(unit_->address()), contents_);
+  dc_adr->setObjectName(QStringLiteral("dc_adr"));
+  dc_adr->setAccessibleName(QStringLiteral("Adresse"));
+  dc_adr->hide();
+}
+
+SlotForm::~SlotForm() = default;
+
+void SlotForm::setTag(int slot) {
+  setProperty("Tag", QString::number(slot));
+}
+
+void SlotForm::moveTo(QPoint place) {
+  move(place);
+}
+
+QPointF SlotForm::mainScale() const {
+  return {scale_.scaleX, scale_.scaleY};
+}
+
+void SlotForm::ResizeWindow() {
+  scale_.ResizeWindow(this);
+}
+
+void SlotForm::bringUp() {
+  if (isMinimized()) {
+    showNormal();
+  } else {
+    show();
+  }
+  raise();
+  activateWindow();
+}
+
+void SlotForm::putAway() {
+  hide();
+}
+
+void SlotForm::closeEvent(QCloseEvent* event) {
+  // Whether and when the window goes is the unit's to say; it puts the window away.
+  event->ignore();
+  unit_->unload();
+}
+
+}  // namespace lokari

@@ -1,0 +1,89 @@
+// Buttons that are pictures.
+#include "cab/ui/picture_button.h"
+
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+#include <QTest>
+
+namespace lokari {
+namespace {
+
+class PictureButtonTest : public ::testing::Test {
+ protected:
+  PictureButtonTest() {
+    button.showPicture(QStringLiteral("stop_n.bmp"), QStringLiteral("stop_p.bmp"));
+    button.resize(button.sizeHint());
+    button.show();
+  }
+  QPoint middle() const { return button.rect().center(); }
+
+  PictureButton button{Pictures(QStringLiteral(LOKARI_TEST_DATA_DIR)), QStringLiteral("imgStop"),
+                       QStringLiteral("Halt"), nullptr};
+};
+
+TEST_F(PictureButtonTest, ShowsItsOtherPictureWhileItIsDown) {
+  EXPECT_EQ(button.picture(), QStringLiteral("stop_n.bmp"));
+  QTest::mousePress(&button, Qt::LeftButton);
+  EXPECT_EQ(button.picture(), QStringLiteral("stop_p.bmp"));
+  QTest::mouseRelease(&button, Qt::LeftButton);
+  EXPECT_EQ(button.picture(), QStringLiteral("stop_n.bmp"));
+}
+
+TEST_F(PictureButtonTest, ActsOnceHoweverTheHeldMouseMoves) {
+  button.setActsOnPress();
+  const QSignalSpy pressed(&button, &PictureButton::pressed);
+  QTest::mousePress(&button, Qt::LeftButton);
+  QMouseEvent away(QEvent::MouseMove, QPointF(-50, -50), QPointF(-50, -50), Qt::NoButton,
+                   Qt::LeftButton, {});
+  QApplication::sendEvent(&button, &away);
+  QMouseEvent back(QEvent::MouseMove, QPointF(middle()), QPointF(middle()), Qt::NoButton,
+                   Qt::LeftButton, {});
+  QApplication::sendEvent(&button, &back);
+  QTest::mouseRelease(&button, Qt::LeftButton);
+  EXPECT_EQ(pressed.count(), 1);
+  EXPECT_FALSE(button.isDown());
+}
+
+TEST_F(PictureButtonTest, IsReleasedOutsideToo) {
+  button.setActsOnPress();
+  QTest::mousePress(&button, Qt::LeftButton);
+  QTest::mouseRelease(&button, Qt::LeftButton, {}, QPoint(-50, -50));
+  EXPECT_FALSE(button.isDown());
+  EXPECT_EQ(button.picture(), QStringLiteral("stop_n.bmp"));
+}
+
+TEST_F(PictureButtonTest, AClickAloneDoesNotTurnItOn) {
+  button.showOn(false);
+  QTest::mouseClick(&button, Qt::LeftButton);
+  EXPECT_FALSE(button.isChecked());
+  button.showOn(true);
+  EXPECT_TRUE(button.isChecked());
+}
+
+TEST_F(PictureButtonTest, TakesThePictureOfDoubleSizeWhenItIsEnlarged) {
+  button.resize(126, 126);
+  const QImage large = button.grab().toImage();
+  PictureButton small(Pictures(QStringLiteral(LOKARI_TEST_DATA_DIR)), QStringLiteral("imgGo"), {},
+                      nullptr);
+  small.showPicture(QStringLiteral("stop_n.bmp"));
+  small.resize(66, 66);
+  const QImage blown =
+      small.grab().toImage().scaled(126, 126, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+  EXPECT_NE(large.convertToFormat(QImage::Format_RGB32),
+            blown.convertToFormat(QImage::Format_RGB32));
+  // The red of the sign fills the middle band of the picture: it has grown with the button.
+  EXPECT_GT(qRed(large.pixel(20, 63)), 120);
+  EXPECT_LT(qBlue(large.pixel(20, 63)), 120);
+}
+
+TEST_F(PictureButtonTest, WithoutItsFileItShowsItsText) {
+  button.setText(QStringLiteral("Halt"));
+  button.showPicture(QStringLiteral("gibtsnicht.bmp"));
+  const QImage withText = button.grab().toImage();
+  button.setText({});
+  EXPECT_NE(withText, button.grab().toImage());
+}
+
+}  // namespace
+}  // namespace lokari
