@@ -14,6 +14,7 @@
 
 #include <stdexcept>
 
+#include "base/ini_file.h"
 #include "base/ui/pictures.h"
 #include "base/ui/window_scale.h"
 #include "cab/cab_fleet.h"

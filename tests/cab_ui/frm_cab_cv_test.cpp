@@ -51,7 +51,7 @@ TEST_F(FrmCabCv, ShowsTheFirstEntryWithItsNumberItsValueAndItsHint) {
   ASSERT_EQ(list(window)->count(), 2);
   EXPECT_EQ(list(window)->itemText(0), QStringLiteral("Beschleunigung"));
   EXPECT_EQ(list(window)->itemText(1), QStringLiteral("Bremsen"));
-  EXPECT_EQ(list(window)->currentText(), QStringLiteral("CV3: Beschleunigung"));
+  EXPECT_EQ(list(window)->currentText(), QStringLiteral("CV 3: Beschleunigung"));
   EXPECT_EQ(value(window), QStringLiteral("12"));
   EXPECT_EQ(control<QWidget>(window, "udCV")->toolTip(), QStringLiteral("Je mehr desto sanfter"));
   EXPECT_TRUE(list(window)->isEnabled());
@@ -62,7 +62,7 @@ TEST_F(FrmCabCv, AChosenEntryShowsItsOwn) {
   describe(kTwoCvs);
   FrmCab* window = openOnTheRecord();
   choose(window, 1);
-  EXPECT_EQ(list(window)->currentText(), QStringLiteral("CV4: Bremsen"));
+  EXPECT_EQ(list(window)->currentText(), QStringLiteral("CV 4: Bremsen"));
   EXPECT_EQ(value(window), QStringLiteral("255"));
   EXPECT_EQ(control<QWidget>(window, "udCV")->toolTip(), QStringLiteral("Auslauf"));
 }

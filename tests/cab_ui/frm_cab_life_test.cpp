@@ -9,6 +9,7 @@ class FrmCabLife : public test::CabWindows {
   FrmCabLife() {
     for (int address = 10; address < 50; ++address)
       database.addVehicle(address, QStringLiteral("Anlage"), QStringLiteral("Lok %1").arg(address));
+    EXPECT_EQ(session.InitDB(), 0);
   }
 
   /// Puts the record of that address on show, as the user does before he opens a cab for it.

@@ -1,6 +1,7 @@
 #include "base/ui/pictures.h"
 
 #include <QFileInfo>
+#include <QPixmapCache>
 
 #include "base/paths.h"
 
@@ -15,11 +16,16 @@ QString twinOf(const QString& name) {
 }  // namespace
 
 QPixmap Pictures::load(const QString& name, double pixelRatio) const {
+  // A throttle has dozens of the same few lamps, and changes them while it polls.
+  const QString key = QStringLiteral("%1/%2*%3").arg(basePath_, name).arg(pixelRatio);
+  QPixmap picture;
+  if (QPixmapCache::find(key, &picture)) return picture;
   const QString path = findFile(basePath_ + u'/' + name);
   if (path.isEmpty()) return {};
   // Through QImage: QPixmap itself would pick an @2x twin by its own rules.
-  QPixmap picture = QPixmap::fromImage(QImage(path));
+  picture = QPixmap::fromImage(QImage(path));
   picture.setDevicePixelRatio(pixelRatio);
+  if (!picture.isNull()) QPixmapCache::insert(key, picture);
   return picture;
 }
 

@@ -16,7 +16,7 @@ namespace lokari {
 namespace {
 
 constexpr QPoint kDesignPlace(160, 80);
-constexpr int kPictureHeight = 84;
+constexpr int kPictureHeight = 100;
 /// Of the number beside the window's own letters.
 constexpr double kSpeedLetters = 2.6;
 constexpr double kNameLetters = 1.25;
@@ -39,9 +39,9 @@ QLabel* addCaptioned(QBoxLayout* line, PictureButton* button, const QString& cap
   label->setAlignment(Qt::AlignHCenter);
   auto* rows = new QVBoxLayout;
   rows->setSpacing(0);
-  rows->addWidget(button, 1);
+  rows->addWidget(button);
   rows->addWidget(label);
-  line->addLayout(rows, 1);
+  line->addLayout(rows);
   return label;
 }
 
@@ -60,7 +60,7 @@ FrmCab::FrmCab(const std::shared_ptr<Cab>& cab, const Pictures& pictures, const 
   makeHeader(rows);
   makeDriveButtons(rows, pictures);
   lamps_ = new FunctionLamps(pictures, contents());
-  rows->addWidget(lamps_, 3);
+  rows->addWidget(lamps_);
   mainCvs_ = new MainCvBox(cab_, contents());
   rows->addWidget(mainCvs_);
   makeFooter(rows);
@@ -88,8 +88,11 @@ void FrmCab::makeSpeed(QBoxLayout* columns) {
 
 void FrmCab::makeHeader(QBoxLayout* rows) {
   picContainer_ = new PictureFrame(contents());
-  picContainer_->setMinimumSize(120, 40);
-  rows->addWidget(picContainer_, 2);
+  // The picture alone, without the frame of an empty one around it.
+  picContainer_->setFrameShape(QFrame::NoFrame);
+  picContainer_->setAutoFillBackground(false);
+  picContainer_->setMinimumSize(120, kPictureHeight);
+  rows->addWidget(picContainer_);
   labName_ = label(contents(), QStringLiteral("labName"), kNameLetters);
   labName_->setAccessibleName(QStringLiteral("Fahrzeug"));
   labName_->setAlignment(Qt::AlignCenter);
@@ -107,7 +110,8 @@ void FrmCab::makeDriveButtons(QBoxLayout* rows, const Pictures& pictures) {
       button(u"imgDirForward", QStringLiteral("Vorwärts, Taste +"), QStringLiteral("vorwärts"));
   imgDirBackward_ =
       button(u"imgDirBackward", QStringLiteral("Rückwärts, Taste −"), QStringLiteral("rückwärts"));
-  imgMan_ = button(u"imgMan", {}, QStringLiteral("manuell"));
+  imgMan_ =
+      button(u"imgMan", QStringLiteral("Manueller Betrieb, Taste M"), QStringLiteral("manuell"));
   imgStop_ = button(u"imgStop", {}, {});
   auto* line = new QHBoxLayout;
   line->setSpacing(6);
@@ -115,7 +119,7 @@ void FrmCab::makeDriveButtons(QBoxLayout* rows, const Pictures& pictures) {
   addCaptioned(line, imgDirBackward_, imgDirBackward_->text());
   labMan_ = addCaptioned(line, imgMan_, imgMan_->text());
   labStop_ = addCaptioned(line, imgStop_, {});
-  rows->addLayout(line, 2);
+  rows->addLayout(line);
 }
 
 void FrmCab::makeFooter(QBoxLayout* rows) {

@@ -33,6 +33,7 @@ FrmPanel::FrmPanel(const std::shared_ptr<Panel>& panel, const Pictures& pictures
   connect(&panel_, &Panel::loaded, this, &FrmPanel::showAll);
   connect(&panel_, &Panel::outputChanged, this, &FrmPanel::showOutput);
   showAll();
+  contents()->findChild<QPushButton*>(QStringLiteral("cmdSwitch_0"))->setFocus();
 }
 
 void FrmPanel::makeHeader(QBoxLayout* rows) {
@@ -61,7 +62,6 @@ void FrmPanel::makeSwitches(QBoxLayout* rows, const Pictures& pictures) {
   auto* grid = new QGridLayout;
   grid->setHorizontalSpacing(10);
   grid->setVerticalSpacing(4);
-  grid->setColumnStretch(1, 1);
   for (int n = 0; n < PanelState::kOutputs; ++n) {
     const QString tip = QStringLiteral("Ausgang %1, Taste %1").arg(n + 1);
     auto* lamp = new PictureButton(pictures, QStringLiteral("cmdFunc_%1").arg(n), tip, contents());
@@ -78,7 +78,6 @@ void FrmPanel::makeSwitches(QBoxLayout* rows, const Pictures& pictures) {
     button->installEventFilter(this);
     grid->addWidget(lamp, n, 0);
     grid->addWidget(button, n, 1);
-    grid->setRowStretch(n, 1);
     cmdFunc_[static_cast<size_t>(n)] = lamp;
   }
   rows->addLayout(grid, 1);

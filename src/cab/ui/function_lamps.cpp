@@ -38,7 +38,6 @@ FunctionLamps::FunctionLamps(const Pictures& pictures, QWidget* parent) : QWidge
     grid->addWidget(lamp, row, n % kColumns);
     grid->addWidget(number, row + 1, n % kColumns);
   }
-  for (int column = 0; column < kColumns; ++column) grid->setColumnStretch(column, 1);
 }
 
 void FunctionLamps::setHighest(int highest) {

@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QLineEdit>
+#include <QScreen>
 
 #include "base/ui/window_scale.h"
 #include "cab/slot_unit.h"
@@ -32,6 +33,8 @@ QPointF SlotForm::mainScale() const {
 }
 
 void SlotForm::ResizeWindow() {
+  ensurePolished();
+  resize(sizeHint().boundedTo(screen()->availableSize()));
   scale_.ResizeWindow(this);
 }
 
