@@ -24,6 +24,8 @@ constexpr std::array kNames{
     Name{"nodecoder", FaultKind::NoDecoder},
     Name{"noack", FaultKind::NoAck},
     Name{"wrongvalue", FaultKind::WrongValue},
+    Name{"blockerror", FaultKind::BlockError},
+    Name{"banklost", FaultKind::BankLost},
 };
 
 std::optional<int> count(const QString& text) {

@@ -22,6 +22,9 @@ enum class FaultKind {
   NoDecoder,
   NoAck,
   WrongValue,  ///< reads back one more than it is
+  // in the boot loader, one per block
+  BlockError,  ///< the block came wrong
+  BankLost,    ///< the bank's contents are lost
 };
 
 struct Fault {

@@ -52,6 +52,14 @@ void join(Station& station, Port& port, bool log) {
   };
 }
 
+void keep(const QByteArray& image, const QString& path) {
+  if (writeFileAtomically(path, image)) {
+    print(stdout, QStringLiteral("Firmware gespeichert: %1").arg(path));
+  } else {
+    print(stderr, QStringLiteral("Kann %1 nicht schreiben!").arg(path));
+  }
+}
+
 int run(const Options& options) {
   QtClock clock;
   Layout layout;
@@ -80,6 +88,9 @@ int run(const Options& options) {
   if (!error.isEmpty()) {
     print(stderr, error);
     return 1;
+  }
+  if (!options.image.isEmpty()) {
+    station->onFirmware = [&options](const QByteArray& image) { keep(image, options.image); };
   }
   const SignalWatch signalWatch([] { QCoreApplication::quit(); });
   print(stdout, QStringLiteral("%1 bereit an %2").arg(QString::fromUtf16(row.name), place));

@@ -78,6 +78,7 @@ std::optional<Mx1Command> writeMainFrom(const QByteArray& line) {
 std::optional<Mx1Command> mx1CommandFrom(const QByteArray& line) {
   using Kind = Mx1Command::Kind;
   if (line.isEmpty()) return Mx1Command{.kind = Kind::WakeUp};
+  if (line == "Download") return Mx1Command{.kind = Kind::Download};
   if (line == "REN" || line == "RE") return Mx1Command{.kind = Kind::Leave};
   if (line == "Z") return Mx1Command{.kind = Kind::AskState};
   Mx1Command command;

@@ -17,6 +17,7 @@ struct Mx1Command {
     AskIndex,   ///< E high low
     Leave,      ///< REN, RE
     AskState,   ///< Z
+    Download,   ///< Download: into the boot loader
   };
   Kind kind = Kind::WakeUp;
   int cv = 0;       ///< counted from 1

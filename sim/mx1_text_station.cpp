@@ -1,6 +1,7 @@
 #include "sim/mx1_text_station.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace lokari::sim {
 namespace {
@@ -31,11 +32,14 @@ int statusOf(TrackAnswer answer) {
 }  // namespace
 
 void Mx1TextStation::receive(const QByteArray& data) {
-  input_ += data;
-  for (qsizetype end = input_.indexOf('\r'); end >= 0; end = input_.indexOf('\r')) {
-    const QByteArray line = input_.left(end);
-    input_.remove(0, end + 1);
-    obey(line);
+  for (const char byte : data) {
+    if (bootLoader_.isActive()) {
+      feedBootLoader(byte);
+    } else if (byte == '\r') {
+      obey(std::exchange(input_, {}));
+    } else {
+      input_.append(byte);
+    }
   }
   if (input_.size() > kLongestLine) input_.clear();
 }
@@ -65,6 +69,9 @@ void Mx1TextStation::obey(const QByteArray& line) {
     case Mx1Command::Kind::AskState:
       answerState();
       return;
+    case Mx1Command::Kind::Download:
+      answer(bootLoader_.start());
+      return;
   }
 }
 
@@ -74,6 +81,12 @@ void Mx1TextStation::answerState() {
   if (layout().trackPower()) state |= 0x02;
   if (layout().overloaded()) state |= 0x04;
   answer(mx1StateReply(state));
+}
+
+void Mx1TextStation::feedBootLoader(char byte) {
+  const QByteArray reply = bootLoader_.feed(byte, clock().now());
+  if (!reply.isEmpty()) answer(reply);
+  if (!bootLoader_.isActive() && onFirmware) onFirmware(bootLoader_.image());
 }
 
 void Mx1TextStation::answerCv(int cv, const TrackResult& result) {

@@ -48,6 +48,7 @@ const QHash<QString, Setter>& settersWithValue() {
       {QStringLiteral("--decoder"), [](Options& o, const QString& v) { o.decoders << v; }},
       {QStringLiteral("--delay"),
        [](Options& o, const QString& v) { o.answerDelay = numberOf(v, o); }},
+      {QStringLiteral("--image"), [](Options& o, const QString& v) { o.image = v; }},
       {QStringLiteral("--state"), takeState},
       {QStringLiteral("--fault"),
        [](Options& o, const QString& v) {
@@ -71,6 +72,8 @@ void check(Options& options) {
                               .arg(options.station, stationNames());
   } else if (row->wire == Wire::Serial && options.link.isEmpty()) {
     options.error = QStringLiteral("--link fehlt!");
+  } else if (!row->takesFirmware && !options.image.isEmpty()) {
+    options.error = QStringLiteral("%1 nimmt keine Firmware an!").arg(options.station);
   }
 }
 
@@ -112,6 +115,8 @@ Simuliert eine Digitalzentrale mit Programmiergleis, Hauptgleis und Decodern.
                    short (nur MASS Bytes), split (Byte für Byte, MASS ms Abstand),
                    unplugged (abgezogen)
                    Gleis: busy, shortcircuit, nodecoder, noack, wrongvalue
+                   Firmware: blockerror (Block abgelehnt), banklost (Bank noch einmal)
+  --image DATEI    MX1, MX1V25: hier landet der Speicherinhalt nach dem Einspielen von Firmware
   --state NAME     Zustand des Gleises am Anfang, auch mehrmals:
                    off (Fahrspannung aus), stop (Nothalt), overload (Überstrom)
   --delay MS       Zeit bis zur Antwort (Vorgabe 20)

@@ -12,6 +12,7 @@ struct Options {
   QString link;          ///< serial stations
   quint16 udpPort = 0;   ///< UDP stations; 0 is the station's own
   QStringList decoders;  ///< files
+  QString image;         ///< file for the firmware that a station took; empty for none
   QList<Fault> faults;
   int answerDelay = 20;   ///< ms
   bool powerOff = false;  ///< the state of the track at the start

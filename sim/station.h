@@ -44,6 +44,8 @@ class Station {
   std::function<void(const QByteArray&)> onAnswer;
   /// The station is pulled out.
   std::function<void()> onUnplug;
+  /// A station's boot loader is left, with this memory: 65536 bytes, 255 where nothing came.
+  std::function<void(const QByteArray& image)> onFirmware;
 
  protected:
   Clock& clock() const { return surroundings_.clock; }

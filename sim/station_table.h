@@ -18,6 +18,7 @@ struct StationRow {
   Wire wire;
   quint16 udpPort;  ///< 0 on a serial line
   std::unique_ptr<Station> (*make)(const Surroundings& surroundings);
+  bool takesFirmware = false;
 };
 
 std::span<const StationRow> stationTable();

@@ -43,6 +43,14 @@ TEST(SimOptions, TheTracksStateIsTaken) {
   EXPECT_EQ(parse("--state an").error, "Den Zustand \"an\" gibt es nicht!");
 }
 
+TEST(SimOptions, AnImageIsKeptOfStationsThatTakeFirmware) {
+  const Options options = parse("--station MX1 --link /tmp/t --image f.bin --fault banklost");
+  EXPECT_EQ(options.error, "");
+  EXPECT_EQ(options.image, "f.bin");
+  EXPECT_EQ(parse("--station TAMSMC --link /tmp/t --image f.bin").error,
+            "TAMSMC nimmt keine Firmware an!");
+}
+
 TEST(SimOptions, HelpNeedsNothingElse) {
   const Options options = parse("--help");
   EXPECT_TRUE(options.help);
