@@ -44,10 +44,11 @@ Cab::~Cab() = default;
 // ---- Driving ------------------------------------------------------------------------------------
 
 void Cab::vsbSpeed(int value) {
+  if (isUnloading()) return;
   bar_ = std::clamp(value, 0, CabState::kHighestSpeed);
   state_.speed = bar_;
   emit speedShown(bar_);
-  if (inSpeedChange_ || isUnloading()) return;
+  if (inSpeedChange_) return;
   exchange(kSpeed, [this] {
     // While it waited, the station may have told an older one.
     state_.speed = bar_;

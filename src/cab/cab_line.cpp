@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "link/station_link.h"
+
 namespace lokari {
 namespace {
 
@@ -44,16 +46,35 @@ void CabLine::exchange(const void* owner, int what, std::function<void()> run) {
 
 void CabLine::background(const void* owner, std::function<void()> run) {
   put(background_, {owner, 0, std::move(run)});
-  runWaiting();
+  if (wake_) return;
+  runBackground();
 }
 
 void CabLine::runWaiting() {
-  while (!isBusy() && !(waiting_.empty() && background_.empty())) {
-    Queue& queue = waiting_.empty() ? background_ : waiting_;
-    const auto next = std::move(queue.front().run);
-    queue.pop_front();
+  while (!isBusy() && !waiting_.empty()) {
+    const auto next = std::move(waiting_.front().run);
+    waiting_.pop_front();
     run(next);
   }
+  wakeBackground();
+}
+
+// Each one from the event loop: with more polls than the line has room for, a loop in the place
+// where the first of them ended would never return.
+void CabLine::wakeBackground() {
+  if (isBusy() || background_.empty() || wake_) return;
+  wake_ = link_.clock().after(0, [this] {
+    wake_.reset();
+    runBackground();
+  });
+}
+
+void CabLine::runBackground() {
+  if (isBusy() || background_.empty()) return;
+  const auto next = std::move(background_.front().run);
+  background_.pop_front();
+  run(next);
+  runWaiting();
 }
 
 void CabLine::urgent(std::function<void()> run) {

@@ -4,6 +4,9 @@
 
 #include <deque>
 #include <functional>
+#include <memory>
+
+#include "base/clock.h"
 
 namespace lokari {
 
@@ -33,8 +36,9 @@ class CabLine {
   /// dragged quickly sends its last position and no queue of old ones.
   void exchange(const void* owner, int what, std::function<void()> run);
 
-  /// Runs what no user asked for, such as a poll: now, or, when an exchange is in hand, after it
-  /// and after every command that waits. Owners take turns; each has one in line at most.
+  /// Runs what no user asked for, such as a poll: now, or, when an exchange is in hand, from the
+  /// event loop after it and after every command that waits. Owners take turns; each has one in
+  /// line at most.
   void background(const void* owner, std::function<void()> run);
 
   /// Runs `run` at once, also inside an exchange that waits, but never in the middle of a message
@@ -64,12 +68,15 @@ class CabLine {
   static void put(Queue& queue, Waiting next);
   void run(const std::function<void()>& exchange);
   void runWaiting();
+  void wakeBackground();
+  void runBackground();
 
   StationLink& link_;
   int depth_ = 0;
   bool sending_ = false;
   Queue waiting_;
   Queue background_;
+  std::unique_ptr<Clock::Alarm> wake_;
   std::deque<std::function<void()>> urgent_;
 };
 

@@ -97,6 +97,8 @@ TEST_F(CabLineTest, PollsTakeTurnsAfterTheCommandsThatWait) {
     line.exchange(&two, 1, note("command"));
     EXPECT_TRUE(line.commandWaits());
   });
+  EXPECT_EQ(log, "command ");
+  clock.pump();
   EXPECT_EQ(log, "command poll2 poll1 ");
 }
 
