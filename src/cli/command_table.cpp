@@ -3,6 +3,7 @@
 #include "cli/check_command.h"
 #include "cli/command.h"
 #include "cli/cv_commands.h"
+#include "cli/test_command.h"
 #include "cli/vehicle_commands.h"
 #include "cli/vehicle_list.h"
 
@@ -13,6 +14,7 @@ namespace {
 constexpr std::array kCommands{
     Command{u"cv read",  u"[--main] [--address N] [--mode direct|paged|register] CV…",      u"liest CVs", cvRead},
     Command{u"cv write", u"[--main] [--address N] [--mode direct|paged|register] CV=WERT…", u"schreibt CVs", cvWrite},
+    Command{u"test",     u"",                            u"prüft die Verbindung und nennt die Zentrale", testStation},
     Command{u"vehicles", u"[--where BEDINGUNG] [--csv]", u"nennt die Fahrzeuge der Datenbank", vehicles},
     Command{u"vehicle read",  u"SAMMLUNG ADRESSE [--main] [--cv LISTE]", u"liest CVs in ein Fahrzeug der Datenbank", vehicleRead},
     Command{u"vehicle write", u"SAMMLUNG ADRESSE [--main] [--cv LISTE]", u"schreibt CVs eines Fahrzeugs der Datenbank", vehicleWrite},

@@ -1,0 +1,52 @@
+#include "cli/test_command.h"
+
+#include "cli/arguments.h"
+#include "cli/command.h"
+#include "cli/console.h"
+#include "station/comm_test.h"
+
+namespace lokari {
+namespace {
+
+QString kindName(StationKind kind) {
+  return QString::fromUtf16(stationKind(kind).name);
+}
+
+/// Runs the test. Its result is printed once, in the end, and therefore not shown as a status.
+CommTestResult runTest(CliContext& context) {
+  StationLink& link = context.link;
+  CommView* const view = link.view();
+  link.setView(nullptr);
+  link.commJob = CommJob::TestComm;
+  context.interrupt.action = [&link] { link.cancelRequested = true; };
+  const CommTestResult result = TestComm(link, context.settings);
+  context.interrupt.action = nullptr;
+  link.commJob = CommJob::None;
+  link.setView(view);
+  return result;
+}
+
+}  // namespace
+
+ExitStatus testStation(const QStringList& arguments, CliContext& context) {
+  if (!Arguments(arguments).takeRest().isEmpty()) {
+    throw WrongCall(QStringLiteral("test hat keine Argumente!"));
+  }
+  const StationKind configured = context.settings.baseUnit;
+  const CommTestResult result = runTest(context);
+  using Outcome = CommTestResult::Outcome;
+  const bool answered =
+      result.outcome == Outcome::Answered || result.outcome == Outcome::NotUnderstood;
+  for (const QString& line : result.lines) {
+    answered ? context.console.result(line) : context.console.message(line);
+  }
+  if (result.connected && result.connected->kind != configured) {
+    context.console.message(QStringLiteral("Angeschlossen ist %1, eingestellt ist %2!")
+                                .arg(kindName(result.connected->kind), kindName(configured)));
+  }
+  if (result.outcome == Outcome::NoSession) return ExitStatus::WrongCall;
+  const bool done = result.outcome == Outcome::Answered && !result.cancelled;
+  return done ? ExitStatus::Done : ExitStatus::Failed;
+}
+
+}  // namespace lokari
