@@ -6,6 +6,8 @@
 #include <QSqlQuery>
 #include <QUuid>
 
+#include <stdexcept>
+
 #include "db/jet_sql.h"
 #include "db/sqlite_functions.h"
 
@@ -166,7 +168,9 @@ void Database::readSchema() {
 
 void Database::read(const QString& statement, const QVariantList& values,
                     const RowHandler& row) const {
-  QSqlQuery query(QSqlDatabase::database(readerName_, false));
+  // A transaction that outgrows the engine's memory locks the file against the reader.
+  const QString& connection = inTransaction_ ? writerName_ : readerName_;
+  QSqlQuery query(QSqlDatabase::database(connection, false));
   run(query, statement, values);
   while (query.next()) row(query);
   // The loop ends for a failure as it does for the last row.
@@ -177,6 +181,26 @@ qint64 Database::write(const QString& statement, const QVariantList& values) {
   QSqlQuery query(QSqlDatabase::database(writerName_, false));
   run(query, statement, values);
   return query.lastInsertId().toLongLong();
+}
+
+void Database::transaction(const std::function<void()>& work) {
+  if (inTransaction_) throw std::logic_error("transaction within a transaction");
+  // The lock is taken at once, so that another program cannot come between reading and writing.
+  write(QStringLiteral("BEGIN IMMEDIATE"), {});
+  inTransaction_ = true;
+  try {
+    work();
+    write(QStringLiteral("COMMIT"), {});
+    inTransaction_ = false;
+  } catch (...) {
+    inTransaction_ = false;
+    try {
+      write(QStringLiteral("ROLLBACK"), {});
+    } catch (const StorageError&) {
+      // Some failures, a full disk among them, have already taken everything back.
+    }
+    throw;
+  }
 }
 
 void Database::query(const QString& query, const RowHandler& row) const {

@@ -1,8 +1,9 @@
 // One open database file.
 //
 // The file is an SQLite database whatever its extension says. Two connections serve it: one that
-// reads and can do nothing else, and one that writes a record at a time. A record is on disk,
-// whole, when the write returns; a crash at any moment leaves the last state that was whole.
+// reads and can do nothing else, and one that writes a record, or what one transaction joins, at a
+// time. It is on disk, whole, when the write returns; a crash at any moment leaves the last state
+// that was whole.
 #pragma once
 
 #include <QString>
@@ -50,6 +51,12 @@ class Database {
   /// Throws StorageError; nothing has changed then.
   qint64 write(const QString& statement, const QVariantList& values);
 
+  /// Runs `work` as one transaction: what it writes is on disk when this returns, all of it, and
+  /// nothing of it when `work` throws or the storage fails. Reading within it sees what was
+  /// written. Throws StorageError, and what `work` throws. A transaction within another is a
+  /// programming error: std::logic_error.
+  void transaction(const std::function<void()>& work);
+
   /// Runs a query in the system's query language (see jet_sql.h). "*" reads whole rows, their
   /// arrays and pictures included: a list names its columns. Throws StorageError.
   void query(const QString& query, const RowHandler& row) const;
@@ -67,6 +74,7 @@ class Database {
   QString readerName_;
   QString writerName_;
   Schema schema_;
+  bool inTransaction_ = false;
 };
 
 }  // namespace lokari

@@ -156,6 +156,12 @@ class RecordForm : public QObject {
   void butPicLink();
   void butPicDel();
 
+  /// The database on show, or nullptr.
+  Database* database() const { return database_; }
+  /// The CV sets on disk have changed beside the form: the working copy takes them anew. What a
+  /// pending edit holds of them stays.
+  void refreshCvSets();
+
   /// Empties the working copy.
   void InitDcData() { working_.InitDcData(); }
 

@@ -124,6 +124,11 @@ bool RecordForm::prepareProgramming() {
   return true;
 }
 
+void RecordForm::refreshCvSets() {
+  if (position() < 0 || editMode() == EditMode::Add || !loaded_) return;
+  loaded_ = attempt([this] { loadCvRecord(records_, working_); });
+}
+
 void RecordForm::storeProgrammed(const CvRecord& record, const QString& address,
                                  const QString& maker) {
   working_ = record;

@@ -178,25 +178,12 @@ void DecoderBench::refuseAddress() {
   emit focusRequested(addressField(), true);
 }
 
-void DecoderBench::fieldF2(const QString& name) {
-  if (!calculatorBox || calcOpen) return;
-  // While it is set, the field that loses the focus to the dialog is not checked.
-  calcOpen = true;
-  const QString text = calculatorBox(fieldText(name));
-  calcOpen = false;
-  if (!text.isNull()) setFieldText(name, text);
-}
-
 void DecoderBench::rowEdited(int row, const QString& text) {
   setFieldText(rows_[static_cast<size_t>(row)].fieldName(), text);
 }
 
 void DecoderBench::rowLeft(int row) {
   fieldLeft(rows_[static_cast<size_t>(row)].fieldName());
-}
-
-void DecoderBench::rowF2(int row) {
-  fieldF2(rows_[static_cast<size_t>(row)].fieldName());
 }
 
 // ---- Values -----------------------------------------------------------------------------------

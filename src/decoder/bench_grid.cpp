@@ -1,6 +1,4 @@
 // The grid of all CVs.
-#include <algorithm>
-
 #include "base/numbers.h"
 #include "decoder/decoder_bench.h"
 #include "decoder/fixed_fields.h"
@@ -12,14 +10,6 @@ const QString& gridField() {
   static const QString name = QStringLiteral("tabText");
   return name;
 }
-
-/// A bit description that stands for an address in two CVs, in the way of CV 17 and 18.
-bool isAddressPair(const QString& bits) {
-  return bits.startsWith(u'A');
-}
-
-constexpr int kAddressHighMask = 63;
-constexpr int kAddressHighMark = 192;
 
 }  // namespace
 
@@ -116,35 +106,6 @@ void DecoderBench::gridEditLeft() {
   if (!CheckDcField(gridField(), cv, description.info(cv).cvRange)) return;
   if (calcOpen) return;
   closeGridEdit();
-  showValue(cv);
-}
-
-void DecoderBench::rowBitClicked(int row) {
-  const PageRow& clicked = rows_[static_cast<size_t>(row)];
-  editBits(clicked.cv, CvIndex(clicked.cv.value() + 1));
-}
-
-void DecoderBench::editBits(CvIndex cv, CvIndex next) {
-  const CvDescriptor& entry = description.info(cv);
-  if (entry.cvBits.isEmpty() || !bitDialogBox) return;
-  int value = sets.value(cv);
-  if (entry.cvBits == u"A" && next.inRange()) {
-    value = (value & kAddressHighMask) * 256 + sets.value(next);
-  }
-  const QString caption = QStringLiteral("Detaileingabe ") + description.cvText(cv);
-  const int result = bitDialogBox(value, entry.cvBits, caption);
-  if (result < 0) return;
-  if (isAddressPair(entry.cvBits)) {
-    takeUserValue(cv, (result / 256) | kAddressHighMark);
-    if (next.inRange()) takeUserValue(next, result % 256);
-  } else {
-    takeUserValue(cv, result);
-  }
-}
-
-void DecoderBench::takeUserValue(CvIndex cv, int value) {
-  sets.setValue(cv, std::clamp(value, 0, 255));
-  if (userChange()) sets.setMark(cv, CvMark::None);
   showValue(cv);
 }
 

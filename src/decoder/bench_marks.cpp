@@ -205,7 +205,8 @@ bool DecoderBench::markButtonClicked(const QString& name) {
 }
 
 void DecoderBench::buttonClicked(const QString& name) {
-  if (markButtonClicked(name) || tableButtonClicked(name)) return;
+  if (markButtonClicked(name) || copyButtonClicked(name) || tableButtonClicked(name)) return;
+  if (name == u"cmdFuncMap") cmdFuncMap();
   struct JobButton {
     const char16_t* name;
     CommJob job;

@@ -38,6 +38,20 @@ void CvSets::storeCurrent() {
   setMarks(currentSet_) = cvMarks;
 }
 
+void CvSets::copyAllOfFirst() {
+  load(SetNumber(1));
+  storeCurrent();
+}
+
+void CvSets::copyOfFirst(const std::vector<CvIndex>& cvs) {
+  const SetNumber first(1);
+  for (const CvIndex cv : cvs) {
+    cvValues[cv.arrayIndex()] = setValues(first)[cv.arrayIndex()];
+    cvMarks[cv.arrayIndex()] = setMarks(first)[cv.arrayIndex()];
+  }
+  storeCurrent();
+}
+
 bool CvSets::change(const QString& name) {
   for (int i = 1; i <= SetNumber::kCount; ++i) {
     const SetNumber set(i);

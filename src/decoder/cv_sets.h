@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <array>
+#include <vector>
 
 #include "decoder/cv_numbers.h"
 
@@ -43,6 +44,10 @@ class CvSets {
   void openAt(const QString& name);
   /// Puts the working copy back into its set.
   void storeCurrent();
+  /// The current set becomes a copy of set 1, marks included.
+  void copyAllOfFirst();
+  /// The listed CVs take value and mark of set 1; then the working copy is stored.
+  void copyOfFirst(const std::vector<CvIndex>& cvs);
   /// Stores the working copy and takes the first set of that name; false when there is none.
   bool change(const QString& name);
 

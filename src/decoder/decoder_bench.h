@@ -17,6 +17,7 @@
 #include "decoder/cv_grid.h"
 #include "decoder/cv_sets.h"
 #include "decoder/description.h"
+#include "decoder/func_map.h"
 #include "decoder/page_rows.h"
 #include "link/comm_job.h"
 
@@ -25,6 +26,7 @@ namespace lokari {
 class Catalogue;
 class CommView;
 class Prompt;
+class RecordForm;
 class SpeedTableList;
 class StationLink;
 struct CvRecord;
@@ -38,7 +40,12 @@ struct BenchParts {
   const Catalogue& catalogue;
   QString basePath;      ///< folder of the description files
   QStringList decTypes;  ///< decoder type names by CV 250, 256 entries; empty is none
+  /// The form on the vehicles that CVs can be copied to; without it they cannot.
+  RecordForm* form = nullptr;
 };
+
+/// The user's answer to copying from the first set.
+enum class CopyAnswer { All = 1, None = 2, Selected = 6 };
 
 /// How the last batch job ended.
 enum class JobEnd {
@@ -86,6 +93,14 @@ class DecoderBench : public QObject {
   std::function<QString(const QString& text)> calculatorBox;
   /// `dlgSpdTab`: the speed table as a list.
   std::function<void(SpeedTableList& list)> tableListBox;
+  /// The function mapping dialog: the rows in, the new value of each row out, or nothing when the
+  /// user cancelled.
+  std::function<std::optional<std::vector<int>>(const std::vector<FuncMapRow>& rows)> funcMapBox;
+  /// The question of `cmdCopy`.
+  std::function<CopyAnswer(const QString& text)> copyBox;
+  /// Runs a long work that does not use the station with the link's view on show; without it the
+  /// work runs at once.
+  std::function<void(const std::function<void()>& work)> progressBox;
 
   // ---- Opening, choosing, closing -------------------------------------------------------------
 
@@ -131,6 +146,20 @@ class DecoderBench : public QObject {
   void rowReadToggled(int row, bool checked);
   void rowWriteToggled(int row, bool checked);
   void rowBitClicked(int row);
+
+  /// Opens the bit dialog with the caption of a CV. The new value, or nothing without OK.
+  std::optional<int> bitDialog(int cvValue, const QString& bitText, CvIndex cv);
+  /// The function mapping dialog, and what it was left with.
+  void cmdFuncMap();
+  /// Copies from the first set into the current one, as the user answers.
+  void cmdCopy();
+  /// Puts the present values of the listed CVs into the vehicles on the form, all five sets, after
+  /// a question; a filter holds. All of them or, after a failure or a cancel, none. The user is
+  /// told how many.
+  void copyCvsToVehicles(const std::vector<CvIndex>& list);
+  /// Whether there are vehicles to copy to.
+  bool canCopyToVehicles() const { return parts_.form != nullptr; }
+  Prompt& prompt() const { return parts_.prompt; }
 
   /// The grid. A selection of one row is no selection of several.
   void gridSelected(int first, int last) { grid_.select(first, last); }
@@ -272,14 +301,21 @@ class DecoderBench : public QObject {
   void loadTable();
   void saveTable();
 
+  // Dialogs: bench_dialogs.cpp.
+  void editBits(CvIndex cv, CvIndex next);
+  void takeUserValue(CvIndex cv, int value);
+
+  // Copying: bench_copy.cpp.
+  std::vector<CvIndex> copyListOfFixedTab(int tab) const;
+  std::vector<CvIndex> copyListOfRows(int page, int ordinal) const;
+  bool copyButtonClicked(const QString& name);
+
   // The grid: bench_grid.cpp.
   void makeTableNames();
   void rebuildGrid();
   void openGridEdit(int row);
   void closeGridEdit();
   void gridEditLeft();
-  void editBits(CvIndex cv, CvIndex next);
-  void takeUserValue(CvIndex cv, int value);
 
   BenchParts parts_;
   std::vector<BenchTab> tabs_;
