@@ -1,0 +1,172 @@
+#include "station/options.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/settings.h"
+
+namespace lokari {
+namespace {
+
+constexpr int kLongestTimeout = 999;
+constexpr int kPartSize = 3;
+
+QString padded(const QString& part) {
+  return part.rightJustified(kPartSize, u'0');
+}
+
+QString joined(const std::array<QString, 4>& address) {
+  QStringList parts;
+  for (const QString& part : address) parts << padded(part);
+  return parts.join(u'.');
+}
+
+/// Parts of three characters, one apart.
+std::array<QString, 4> partsOf(const QString& address) {
+  std::array<QString, 4> parts;
+  for (size_t i = 0; i < parts.size(); ++i) {
+    parts[i] = padded(address.mid(static_cast<qsizetype>(i) * (kPartSize + 1), kPartSize));
+  }
+  return parts;
+}
+
+bool isBaudrate(const QString& text) {
+  return std::any_of(kBaudrateEntries.begin(), kBaudrateEntries.end(),
+                     [&text](const char16_t* entry) { return text == QStringView(entry); });
+}
+
+/// What a session is opened with.
+void takeLink(const OptionsForm& form, Settings& settings) {
+  settings.baudrate = form.baudrate.toInt();
+  settings.baseUnit = form.station.kind;
+  settings.lenzV36 = form.station.lenzV36;
+  settings.comPort = form.comPort;
+  settings.ipAddr = joined(form.address);
+}
+
+QString flag(bool value) {
+  return value ? QStringLiteral("1") : QStringLiteral("0");
+}
+
+}  // namespace
+
+OptionsForm formOf(const Settings& settings) {
+  return {
+      .station = stationChoice(settings.baseUnit, settings.lenzV36).choice,
+      .comPort = settings.comPort,
+      .timeout = QString::number(settings.timeoutVal),
+      .baudrate = settings.baudrate > 0 ? QString::number(settings.baudrate) : QString(),
+      .dbPath = settings.dbPath,
+      .address = partsOf(settings.ipAddr),
+      .delay = settings.delayFlag,
+      .addressCheck = settings.addressCheck,
+      .manufacturerCheck = settings.manufacturerCheck,
+      .continueOnError = settings.continueOnError,
+  };
+}
+
+bool isAddressPart(const QString& text) {
+  bool valid = false;
+  const uint number = text.toUInt(&valid, 10);
+  return valid && number <= 255;
+}
+
+std::optional<FormFault> faultIn(const OptionsForm& form) {
+  for (size_t i = 0; i < form.address.size(); ++i) {
+    if (isAddressPart(form.address[i])) continue;
+    return FormFault{
+        QStringLiteral("txtIP%1").arg(i + 1),
+        QStringLiteral("Jeder Teil der IP-Adresse muss eine Zahl von 0 bis 255 sein!")};
+  }
+  bool valid = false;
+  const int timeout = form.timeout.toInt(&valid);
+  if (!valid || timeout < 1 || timeout > kLongestTimeout) {
+    return FormFault{QStringLiteral("txtComTimeout"),
+                     QStringLiteral("Die Wartezeit muss zwischen 1 und 999 Sekunden liegen!")};
+  }
+  if (!form.baudrate.isEmpty() && !isBaudrate(form.baudrate)) {
+    return FormFault{QStringLiteral("lstBaudrate"),
+                     QStringLiteral("Die Baudrate %1 gibt es nicht!").arg(form.baudrate)};
+  }
+  return {};
+}
+
+std::array<QString, 4> addressFor(const StationChoiceRow& row,
+                                  const std::array<QString, 4>& address) {
+  const QString none = QStringLiteral("000");
+  const QString fallback = QString::fromUtf16(row.defaultAddress);
+  const bool set = address.front() != none || address.back() != none;
+  return set || fallback.isEmpty() ? address : partsOf(fallback);
+}
+
+void takeForm(const OptionsForm& form, Settings& settings) {
+  settings.timeoutVal = form.timeout.toInt();
+  takeLink(form, settings);
+  settings.dbPath = form.dbPath;
+  settings.delayFlag = form.delay;
+  settings.addressCheck = form.addressCheck;
+  settings.addressCheckNow = form.addressCheck;
+  settings.manufacturerCheck = form.manufacturerCheck;
+  settings.manufacturerCheckNow = form.manufacturerCheck;
+  settings.continueOnError = form.continueOnError;
+}
+
+QStringList writeOptions(
+    const Settings& settings,
+    const std::function<bool(const QString& key, const QString& value)>& write) {
+  const std::pair<const char16_t*, QString> lines[] = {
+      {u"DBPath", settings.dbPath},
+      {u"BaseUnit", QString::fromUtf16(settings.station().name)},
+      {u"LenzV36", flag(settings.lenzV36)},
+      {u"ComPort", QString::number(settings.comPort)},
+      {u"Timeout", QString::number(settings.timeoutVal)},
+      {u"Baudrate", QString::number(settings.baudrate)},
+      {u"Delay", flag(settings.delayFlag)},
+      {u"AddressCheck", flag(settings.addressCheck)},
+      {u"ManufacturerCheck", flag(settings.manufacturerCheck)},
+      {u"ContinueOnError", flag(settings.continueOnError)},
+      {u"IPAddr", settings.ipAddr},
+  };
+  QStringList failed;
+  for (const auto& [name, value] : lines) {
+    const QString key = QString::fromUtf16(name);
+    const bool cut = name == lines[0].first && value.size() > kLongestDbPath;
+    if (!cut && !write(key, value)) failed << key;
+  }
+  return failed;
+}
+
+BorrowedLink::BorrowedLink(const OptionsForm& form, Settings& settings)
+    : settings_(settings),
+      baseUnit_(settings.baseUnit),
+      comPort_(settings.comPort),
+      ipAddr_(settings.ipAddr) {
+  takeLink(form, settings);
+}
+
+BorrowedLink::~BorrowedLink() {
+  settings_.ipAddr = ipAddr_;
+  settings_.baseUnit = baseUnit_;
+  settings_.comPort = comPort_;
+}
+
+QString portListText(const QList<PortTable::Port>& present) {
+  QString text;
+  for (const PortTable::Port& port : present) {
+    text += QStringLiteral("COM%1=%2:").arg(port.comPort).arg(port.device);
+  }
+  if (!text.contains(QLatin1String("COM"))) {
+    for (int n = 1; n <= PortTable::kLastPort; ++n) text += QStringLiteral("COM%1:").arg(n);
+  }
+  return text;
+}
+
+QList<int> portsIn(const QString& text) {
+  QList<int> ports;
+  for (int n = 1; n <= PortTable::kLastPort; ++n) {
+    if (text.contains(QStringLiteral("COM%1").arg(n))) ports << n;
+  }
+  return ports;
+}
+
+}  // namespace lokari

@@ -1,0 +1,89 @@
+// The options without their window: what its controls hold, what becomes of it.
+#pragma once
+
+#include <QList>
+#include <QStringList>
+
+#include <array>
+#include <functional>
+#include <optional>
+
+#include "link/port_table.h"
+#include "station/station_choice.h"
+
+namespace lokari {
+
+struct Settings;
+
+/// Entries of the list of rates; an empty field stands for the station's own rate.
+inline constexpr std::array kBaudrateEntries{u"300",  u"600",   u"1200",  u"2400", u"4800",
+                                             u"9600", u"19200", u"38400", u"57600"};
+
+/// What the controls hold.
+struct OptionsForm {
+  StationChoice station;
+  int comPort = 1;
+  QString timeout;   ///< whole seconds
+  QString baudrate;  ///< an entry, or empty
+  QString dbPath;
+  std::array<QString, 4> address;  ///< the parts of the network address
+  bool delay = true;
+  bool addressCheck = true;
+  bool manufacturerCheck = true;
+  bool continueOnError = true;
+};
+
+/// The controls when the dialog comes up. Parts that the stored address lacks are filled with
+/// zeros.
+OptionsForm formOf(const Settings& settings);
+
+/// What is wrong with an entry: the control to go back to and a German sentence.
+struct FormFault {
+  QString control;
+  QString text;
+};
+/// The first entry that cannot be taken, or nothing.
+std::optional<FormFault> faultIn(const OptionsForm& form);
+
+/// True for a number from 0 to 255.
+bool isAddressPart(const QString& text);
+
+/// The address to show when a station is chosen: its default one where none has been set, which the
+/// first and the last part tell; else `address`.
+std::array<QString, 4> addressFor(const StationChoiceRow& row,
+                                  const std::array<QString, 4>& address);
+
+/// Takes a form without faults over, into the working copies of the session as well.
+void takeForm(const OptionsForm& form, Settings& settings);
+
+/// Longest path that a start reads.
+inline constexpr qsizetype kLongestDbPath = 63;
+
+/// Writes the settings in their order. Gives the keys that could not be written. A path of the
+/// database that the next start would cut is left out: it would find no database there.
+QStringList writeOptions(
+    const Settings& settings,
+    const std::function<bool(const QString& key, const QString& value)>& write);
+
+/// Lends the settings the form's choice of station, port, rate and address for a test. In the end
+/// station, port and address are given back.
+class BorrowedLink {
+ public:
+  BorrowedLink(const OptionsForm& form, Settings& settings);
+  ~BorrowedLink();
+  BorrowedLink(const BorrowedLink&) = delete;
+  BorrowedLink& operator=(const BorrowedLink&) = delete;
+
+ private:
+  Settings& settings_;
+  StationKind baseUnit_;
+  int comPort_;
+  QString ipAddr_;
+};
+
+/// The ports of this machine as one text, "COM3=/dev/ttyUSB0:"; all ten names when there is none.
+QString portListText(const QList<PortTable::Port>& present);
+/// The numbers whose names are found in the text: a search for "COM1" also finds COM10.
+QList<int> portsIn(const QString& text);
+
+}  // namespace lokari
