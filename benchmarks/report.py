@@ -56,6 +56,8 @@ FIGURES = [
     Figure("storing a changed record on disk, 20,000 vehicles", "storage_store/many", "ms", "ms",
            100.0, "under 100 ms"),
     Figure("the same with 20 vehicles", "storage_store/few", "ms", "ms", 100.0, "under 100 ms"),
+    Figure("vehicle file export, 10,000 vehicles", "export_rzk/many", "ms", "ms", 300.0,
+           "under 300 ms"),
 ]
 
 HEADER = """# Figures

@@ -4,6 +4,7 @@
 #include "cli/command.h"
 #include "cli/cv_commands.h"
 #include "cli/test_command.h"
+#include "cli/export_commands.h"
 #include "cli/vehicle_commands.h"
 #include "cli/vehicle_list.h"
 
@@ -18,6 +19,7 @@ constexpr std::array kCommands{
     Command{u"vehicles", u"[--where BEDINGUNG] [--csv]", u"nennt die Fahrzeuge der Datenbank", vehicles},
     Command{u"vehicle read",  u"SAMMLUNG ADRESSE [--main] [--cv LISTE]", u"liest CVs in ein Fahrzeug der Datenbank", vehicleRead},
     Command{u"vehicle write", u"SAMMLUNG ADRESSE [--main] [--cv LISTE]", u"schreibt CVs eines Fahrzeugs der Datenbank", vehicleWrite},
+    Command{u"export rzk", u"DATEI", u"übernimmt die Fahrzeuge in eine RZK-Fahrzeugdatei", exportRzk},
     Command{u"check",    u"",                            u"prüft die Datenbank und die Beschreibungsdateien", check},
 };
 // clang-format on

@@ -94,15 +94,17 @@ void RzkExport::mnuExpRZK(const QString& folder) {
     const QString name = withExtension(chosen);
     const Target target = targetOf(name);
     if (target == Target::OtherFile) continue;
-    if (target != Target::Cancelled) run(name, target == Target::New);
+    if (target == Target::Cancelled) return;
+    const std::optional<QString> text = run(name, target == Target::New);
+    if (text) parts_.prompt.message(*text, Icon::Information);
     return;
   }
 }
 
-bool RzkExport::exportTo(const QString& name) {
+std::optional<QString> RzkExport::exportTo(const QString& name) {
   const QString whole = withExtension(name);
   const Target target = targetOf(whole);
-  if (target == Target::Cancelled || target == Target::OtherFile) return false;
+  if (target == Target::Cancelled || target == Target::OtherFile) return {};
   return run(whole, target == Target::New);
 }
 
@@ -124,7 +126,7 @@ RzkExport::Target RzkExport::targetOf(const QString& name) {
   return answer == Answer::No ? Target::OtherFile : Target::Cancelled;
 }
 
-bool RzkExport::run(const QString& name, bool isNew) {
+std::optional<QString> RzkExport::run(const QString& name, bool isNew) {
   const QString file = placeFor(name);
   int count = 0;
   QString failure;
@@ -140,15 +142,13 @@ bool RzkExport::run(const QString& name, bool isNew) {
   }
   if (!failure.isEmpty()) {
     parts_.prompt.message(failure);
-    return false;
+    return {};
   }
   if (count == kIncompatible) {
     parts_.prompt.message(QStringLiteral("RZK_LOCO.DAT nicht kompatibel, Übernahme abgebrochen."));
-    return false;
+    return {};
   }
-  parts_.prompt.message(QStringLiteral("Export beendet,\r%1 Fahrzeuge übernommen.").arg(count),
-                        Icon::Information);
-  return true;
+  return QStringLiteral("Export beendet,\r%1 Fahrzeuge übernommen.").arg(count);
 }
 
 int RzkExport::merge(const QString& fileName, const QString& temporary, bool isNew) {

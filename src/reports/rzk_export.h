@@ -29,16 +29,16 @@ class RzkExport {
   void mnuExpRZK(const QString& folder);
 
   /// Exports into the file of that name, ".DAT" appended where it has no ".". Asks before a new
-  /// file is made. True when it is done, false when it was refused or failed; the user has been
+  /// file is made. Gives the closing text; nothing when it was refused or failed: the user has been
   /// told.
-  bool exportTo(const QString& name);
+  std::optional<QString> exportTo(const QString& name);
 
  private:
   /// Whether the file is there or is to be made; nothing for another choice of file.
   enum class Target { Existing, New, Cancelled, OtherFile };
 
   Target targetOf(const QString& name);
-  bool run(const QString& name, bool isNew);
+  std::optional<QString> run(const QString& name, bool isNew);
   int merge(const QString& file, const QString& temporary, bool isNew);
 
   RzkExportParts parts_;

@@ -141,7 +141,7 @@ TEST_F(MainWinTest, TheScaleOffersItsSuggestionsInTheirOrder) {
 
 TEST_F(MainWinTest, WhatDoesNothingYetIsThereAndDisabled) {
   startWith(kVehicles);
-  for (const char16_t* name : {u"mnuImpDec", u"mnuUpdDB", u"mnuExpRZK", u"mnuDbPrint",
+  for (const char16_t* name : {u"mnuImpDec", u"mnuUpdDB", u"mnuDbPrint",
                                u"mnuEditFind", u"mnuDcManufValues", u"mnuParaOptions"}) {
     EXPECT_FALSE(entry(name)->isEnabled()) << qPrintable(QString::fromUtf16(name));
   }

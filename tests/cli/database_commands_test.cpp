@@ -95,5 +95,18 @@ TEST_F(DatabaseCommands, CheckTellsTheFaultsOfDescriptionsWithTheirLines) {
   EXPECT_GT(console.results.first().section('\t', 1, 1).toInt(), 0);
 }
 
+TEST_F(DatabaseCommands, VehiclesGoIntoAVehicleFile) {
+  const QString file = folder.filePath("RZK_LOCO.DAT");
+  EXPECT_EQ(runWords({"export", "rzk", file}), 1);
+  EXPECT_FALSE(QFileInfo::exists(file)) << "a new file is made when told to";
+  EXPECT_EQ(runWords({"export", "rzk", file, "--yes"}), 0);
+  EXPECT_EQ(console.results, QStringList{"Export beendet, 3 Fahrzeuge übernommen."});
+  EXPECT_EQ(QFileInfo(file).size(), 4 * 52);
+  EXPECT_EQ(runWords({"export", "rzk", file}), 0);
+  EXPECT_EQ(console.results, QStringList{"Export beendet, 0 Fahrzeuge übernommen."});
+  EXPECT_EQ(runWords({"export", "rzk"}), 2);
+  EXPECT_EQ(runWords({"export", "rzk", file, file}), 2);
+}
+
 }  // namespace
 }  // namespace lokari

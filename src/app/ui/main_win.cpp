@@ -15,6 +15,7 @@
 #include "app/ui/record_binder.h"
 #include "app/ui/record_field.h"
 #include "app/ui/record_page.h"
+#include "app/ui/report_menu.h"
 #include "app/ui/tool_row.h"
 #include "app/workbench.h"
 #include "db/database_session.h"
@@ -121,6 +122,7 @@ void MainWin::bind(DatabaseSession& session) {
   binder_->offer(QStringLiteral("butProg"));
   menu_->enable(QStringLiteral("mnuDbOpen"), [&session] { session.mnuDbOpen(); });
   menu_->enable(QStringLiteral("mnuDbNew"), [&session] { session.mnuDbNew(); });
+  offerReports(workbench_, *menu_, [this](bool busy) { showBusy(busy); });
   connect(&session, &DatabaseSession::opened, this, [this] { workbench_.SetCaption(); });
   connect(&session, &DatabaseSession::busyChanged, this, &MainWin::showBusy);
 }
