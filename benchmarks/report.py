@@ -39,6 +39,8 @@ FIGURES = [
            150.0, "under 150 ms"),
     Figure("decoder window rebuilt with 4,800 CVs in the grid", "rebuild/grid_4800", "ms", "ms",
            300.0, "under 300 ms"),
+    Figure("speed curve drawn anew while a point is dragged", "curve_drag", "ms", "ms", 5.0,
+           "under 5 ms"),
     Figure("start to a usable main window, 20,000 vehicles with five CV sets",
            "start/many_vehicles", "ms", "ms", 500.0, "under 500 ms"),
     Figure("memory for it", "start/many_vehicles", "mb", "MB", 150.0, "under 150 MB"),

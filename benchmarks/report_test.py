@@ -16,6 +16,7 @@ def results(**changed):
         {"name": "batch_window/manual_time", "us_per_cv": 178.04},
         {"name": "rebuild/rows_1000/manual_time", "ms": 31.5},
         {"name": "rebuild/grid_4800/manual_time", "ms": 62.25},
+        {"name": "curve_drag/manual_time", "ms": 0.75},
         {"name": "start/many_vehicles/real_time", "ms": 312.5, "mb": 88.25},
     ]
     for kind, value in (("open", 17.0), ("next", 2.0), ("find", 2.0), ("store", 20.0)):
@@ -35,7 +36,7 @@ class ReportTest(unittest.TestCase):
 
     def test_every_line_is_there_and_the_machine_named(self):
         text = report.page(results())
-        self.assertEqual(text.count("./bench --benchmark_filter"), 17)
+        self.assertEqual(text.count("./bench --benchmark_filter"), 18)
         self.assertIn("2026-11-21, 2 processors of 2596 MHz.", text)
         self.assertNotIn("missed", text)
 

@@ -14,7 +14,7 @@ namespace lokari {
 namespace {
 
 /// More than any table needs, and little enough to read a wrong choice without a pause.
-constexpr qint64 kMostBytes = 64 * 1024;
+constexpr qint64 kMostBytes = 65536;
 
 /// No text file has a control character but a tab, and the end mark of old ones.
 bool isForeign(QChar c) {

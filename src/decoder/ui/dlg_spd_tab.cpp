@@ -53,7 +53,7 @@ void DlgSpdTab::makeBoxes(QBoxLayout* rows) {
     field->setAccessibleName(
         QStringLiteral("Stufe %1 (CV %2)").arg(box).arg(list_.cvOf(box).value()));
     field->setAlignment(Qt::AlignRight);
-    field->setMinimumWidth(field->fontMetrics().horizontalAdvance(QStringLiteral("0000")) + 16);
+    field->setFixedWidth(field->fontMetrics().horizontalAdvance(QStringLiteral("0000")) + 16);
     field->setText(list_.text(box));
     showColour(box);
     const int column = 3 * ((box - 1) / lines);
