@@ -1,8 +1,10 @@
 #include "sim/intellibox_station.h"
 
+#include <algorithm>
 #include <array>
 
 #include "base/bytes.h"
+#include "sim/ibx_driving.h"
 #include "sim/ibx_status.h"
 
 namespace lokari::sim {
@@ -32,7 +34,7 @@ qsizetype sizeOf(int operation) {
   for (const Operation& each : kOperations) {
     if (each.byte == operation) return each.size;
   }
-  return 1;
+  return std::max<qsizetype>(ibxDrivingSize(operation), 1);
 }
 
 int statusOf(TrackAnswer answer) {
@@ -69,6 +71,10 @@ void IntelliboxStation::receive(const QByteArray& data) {
 }
 
 void IntelliboxStation::obey(const QByteArray& command) {
+  if (ibxDrivingSize(byteAt(command, 0)) > 0) {
+    answer(obeyIbxDriving(layout(), command));
+    return;
+  }
   const int first = byteAt(command, 1);
   const int cv = first + 256 * byteAt(command, 2);
   switch (byteAt(command, 0)) {

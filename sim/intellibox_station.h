@@ -7,6 +7,7 @@
 //   E2                             end of programming
 //   A0                             versions; sim/ibx_status.h
 //   A2                             state; the same
+//   80 and others                  driving and switching; sim/ibx_driving.h
 //
 // Each of the others but CE is answered by one byte: 00 accepted, 02 unknown, 06 the programming
 // track is busy. CE is answered F5 while there is no event, else by a length, a status and, after a

@@ -15,11 +15,6 @@ char exclusiveOr(const QByteArray& data) {
   return all;
 }
 
-QByteArray closed(QByteArray message) {
-  message += exclusiveOr(message);
-  return message;
-}
-
 /// The CV that a block's command and its byte name; the first block's 0 is `firstZero`.
 int cvOf(int block, int byte, int firstZero) {
   return block == 0 && byte == 0 ? firstZero : block * 256 + byte;
@@ -56,6 +51,11 @@ std::optional<LenzCommand> mainCommand(const QByteArray& message) {
 }
 
 }  // namespace
+
+QByteArray lenzClosed(QByteArray message) {
+  message += exclusiveOr(message);
+  return message;
+}
 
 bool lenzCheckIsGood(const QByteArray& message) {
   return !message.isEmpty() && exclusiveOr(message) == 0;
@@ -109,7 +109,7 @@ std::optional<QByteArray> LenzMessageReader::next() {
 }
 
 QByteArray lenzAccepted() {
-  return closed(bytes({0x01, 0x04}));
+  return lenzClosed(bytes({0x01, 0x04}));
 }
 
 QByteArray lenzResumed() {
@@ -121,24 +121,24 @@ QByteArray lenzServiceMode() {
 }
 
 QByteArray lenzReport(int code) {
-  return closed(bytes({0x61, code}));
+  return lenzClosed(bytes({0x61, code}));
 }
 
 QByteArray lenzVersion(int version) {
-  return closed(bytes({0x62, 0x21, version}));
+  return lenzClosed(bytes({0x62, 0x21, version}));
 }
 
 QByteArray lenzVersion(int version, int central) {
-  return closed(bytes({0x63, 0x21, version, central}));
+  return lenzClosed(bytes({0x63, 0x21, version, central}));
 }
 
 QByteArray lenzState(int state) {
-  return closed(bytes({0x62, 0x22, state}));
+  return lenzClosed(bytes({0x62, 0x22, state}));
 }
 
 QByteArray lenzResult(Method method, int cv, int value) {
   const int block = cv % 1024 / 256;
-  return closed(bytes({0x63, method == Method::Direct ? 0x14 + block : 0x10, cv % 256, value}));
+  return lenzClosed(bytes({0x63, method == Method::Direct ? 0x14 + block : 0x10, cv % 256, value}));
 }
 
 }  // namespace lokari::sim

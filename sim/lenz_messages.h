@@ -57,6 +57,9 @@ class LenzMessageReader {
   Millis lastAt_ = 0;
 };
 
+/// `message` with its check byte behind it.
+QByteArray lenzClosed(QByteArray message);
+
 /// True when the last byte is the XOR of all the others.
 bool lenzCheckIsGood(const QByteArray& message);
 

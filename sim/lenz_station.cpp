@@ -25,13 +25,12 @@ constexpr int kUnknown = 0x82;
 
 void LenzStation::receive(const QByteArray& data) {
   for (const QByteArray& message : reader_.feed(data, clock().now())) {
-    const std::optional<LenzCommand> command = lenzCommandFrom(message);
     if (!lenzCheckIsGood(message)) {
       say({lenzReport(kWrongCheck)});
-    } else if (!command) {
-      say({lenzReport(kUnknown)});
-    } else {
+    } else if (const auto command = lenzCommandFrom(message)) {
       obey(*command);
+    } else {
+      say(driving_.obey(message).value_or(std::vector{lenzReport(kUnknown)}));
     }
   }
 }
@@ -41,6 +40,8 @@ void LenzStation::obey(const LenzCommand& command) {
     case LenzCommand::Kind::Resume:
       serviceMode_ = false;
       result_.clear();
+      layout().setTrackPower(true);
+      layout().setStopped(false);
       say(firstGeneration_ ? std::vector{lenzResumed()}
                            : std::vector{lenzAccepted(), lenzResumed(), lenzResumed()});
       return;

@@ -3,6 +3,8 @@
 // The first generation says everything five times. The later ones confirm a command with 01 04 as
 // soon as they have it: a read is followed by 61 02, a write by a second 01 04 when it is done, and
 // 61 01 goes out twice. The LI-USB puts FF FE ahead of each message.
+// lenz_driving.h has how vehicles are driven and outputs switched; normal operation puts power on
+// and ends a stop.
 //
 // It tells its version and its state when it is asked: the first generation 2.3, the later ones 3.6
 // with an LZ100 behind them.
@@ -13,6 +15,7 @@
 // command.
 #pragma once
 
+#include "sim/lenz_driving.h"
 #include "sim/lenz_messages.h"
 #include "sim/station.h"
 
@@ -27,7 +30,11 @@ class LenzStation : public Station {
 
  protected:
   LenzStation(const Surroundings& surroundings, bool firstGeneration, bool usb)
-      : Station(surroundings), firstGeneration_(firstGeneration), usb_(usb), reader_(usb) {}
+      : Station(surroundings),
+        firstGeneration_(firstGeneration),
+        usb_(usb),
+        reader_(usb),
+        driving_(layout(), firstGeneration) {}
 
  private:
   void obey(const LenzCommand& command);
@@ -43,6 +50,7 @@ class LenzStation : public Station {
   bool firstGeneration_;
   bool usb_;
   LenzMessageReader reader_;
+  LenzDriving driving_;
   bool serviceMode_ = false;
   QByteArray result_;  ///< of the last access; empty before the first
   Millis trackFreeAt_ = 0;

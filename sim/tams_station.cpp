@@ -2,13 +2,22 @@
 
 #include <QList>
 
+#include <algorithm>
+
 #include "base/bytes.h"
+#include "sim/ibx_driving.h"
 #include "sim/ibx_status.h"
 
 namespace lokari::sim {
 namespace {
 
 constexpr char kError[] = "Error";
+
+/// Behind the letter "x": text has no such character.
+constexpr int kFirstBinary = 0x80;
+constexpr int kUnknown = 0x02;
+/// A sender who pauses longer inside a binary command begins a new one.
+constexpr Millis kLongestPause = 1000;
 
 std::optional<Method> methodOf(char letter, char direct) {
   if (letter == 'P') return Method::Paged;
@@ -54,28 +63,43 @@ QByteArray textOf(const TrackResult& result, const QByteArray& success) {
 
 }  // namespace
 
-bool TamsStation::takeQuestion() {
-  const int question = input_.startsWith('x') ? byteAt(input_, 1) : -1;
-  if (question == kAskVersions) {
-    answer(bytes({0x04, 0x02, 0x01, 0x04, 0x61, 0x00, 0x01, 0xE2, 0x40, 0x00}));
-  } else if (question == kAskIbxState) {
-    answer(bytes({ibxState(layout())}));
-  } else {
-    return false;
+void TamsStation::receive(const QByteArray& data) {
+  if (beginsBinary() && clock().now() - lastAt_ > kLongestPause) input_.clear();
+  lastAt_ = clock().now();
+  input_ += data;
+  while (takeBinary() || takeLine()) {
   }
-  input_.remove(0, 2);
+}
+
+bool TamsStation::beginsBinary() const {
+  return input_.startsWith('x') && byteAt(input_, 1) >= kFirstBinary;
+}
+
+bool TamsStation::takeBinary() {
+  if (!beginsBinary()) return false;
+  const int operation = byteAt(input_, 1);
+  const qsizetype drivingSize = ibxDrivingSize(operation);
+  const qsizetype size = std::max<qsizetype>(drivingSize, 1);
+  if (input_.size() < 1 + size) return false;
+  const QByteArray command = input_.mid(1, size);
+  input_.remove(0, 1 + size);
+  if (drivingSize > 0) {
+    answer(obeyIbxDriving(layout(), command));
+  } else if (operation == kAskVersions) {
+    answer(bytes({0x04, 0x02, 0x01, 0x04, 0x61, 0x00, 0x01, 0xE2, 0x40, 0x00}));
+  } else {
+    answer(bytes({operation == kAskIbxState ? ibxState(layout()) : kUnknown}));
+  }
   return true;
 }
 
-void TamsStation::receive(const QByteArray& data) {
-  input_ += data;
-  while (takeQuestion()) {
-  }
-  for (qsizetype end = input_.indexOf('\r'); end >= 0; end = input_.indexOf('\r')) {
-    const QByteArray line = input_.left(end);
-    input_.remove(0, end + 1);
-    answer(replyTo(line) + "]\r");
-  }
+bool TamsStation::takeLine() {
+  const qsizetype end = beginsBinary() ? -1 : input_.indexOf('\r');
+  if (end < 0) return false;
+  const QByteArray line = input_.left(end);
+  input_.remove(0, end + 1);
+  answer(replyTo(line) + "]\r");
+  return true;
 }
 
 QByteArray TamsStation::replyTo(const QByteArray& line) {

@@ -4,7 +4,8 @@
 //   xPTW<m> cv, value     write there; m is P, R, or D direct
 //   xPD address, cv, value    write on the main track
 //
-// Behind the letter "x" it takes the binary questions of sim/ibx_status.h, too.
+// Behind the letter "x" it takes binary commands, too: the questions of sim/ibx_status.h, driving
+// and switching of sim/ibx_driving.h. An unknown one is answered 02.
 //
 // Replies: the value or "Ok", "No ack", "Error", each closed by "]" and a carriage return.
 #pragma once
@@ -19,11 +20,15 @@ class TamsStation final : public Station {
   void receive(const QByteArray& data) override;
 
  private:
-  /// Answers a binary question that the input begins with; false when there is none.
-  bool takeQuestion();
+  /// The input begins with a binary command, or the beginning of one.
+  bool beginsBinary() const;
+  /// Each takes one command off the input and answers it; false when there is no whole one.
+  bool takeBinary();
+  bool takeLine();
   QByteArray replyTo(const QByteArray& line);
 
   QByteArray input_;
+  Millis lastAt_ = 0;
 };
 
 }  // namespace lokari::sim
