@@ -18,6 +18,7 @@ def results(**changed):
         {"name": "rebuild/grid_4800/manual_time", "ms": 62.25},
         {"name": "curve_drag/manual_time", "ms": 0.75},
         {"name": "start/many_vehicles/real_time", "ms": 312.5, "mb": 88.25},
+        {"name": "export_rzk/many/real_time", "ms": 21.5},
     ]
     for kind, value in (("open", 17.0), ("next", 2.0), ("find", 2.0), ("store", 20.0)):
         runs += [{"name": f"storage_{kind}/{many}/real_time", "ms": value}
