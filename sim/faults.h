@@ -17,7 +17,7 @@ enum class FaultKind {
   Split,      ///< byte by byte, `amount` ms apart, 20 unless given
   Unplugged,  ///< instead of answering the station vanishes
   // on the track, one per programming operation
-  Busy,
+  Busy,  ///< also where a station has no time to drive, switch or tell
   ShortCircuit,
   NoDecoder,
   NoAck,

@@ -45,6 +45,10 @@ void Mx1TextStation::receive(const QByteArray& data) {
 }
 
 void Mx1TextStation::obey(const QByteArray& line) {
+  if (const std::optional<Mx1Driving> driving = mx1DrivingFrom(line)) {
+    drive(*driving);
+    return;
+  }
   const std::optional<Mx1Command> command = mx1CommandFrom(line);
   if (!command) {
     answer(mx1Refusal());
@@ -73,6 +77,44 @@ void Mx1TextStation::obey(const QByteArray& line) {
       answer(bootLoader_.start());
       return;
   }
+}
+
+void Mx1TextStation::drive(const Mx1Driving& command) {
+  using Kind = Mx1Driving::Kind;
+  if (command.kind == Kind::Stop || command.kind == Kind::Go) {
+    layout().setTrackPower(command.kind == Kind::Go);
+    return;
+  }
+  if (command.kind == Kind::Switch) {
+    if (isBusy() || !switchZimoOutput(layout(), command.unit, command.value)) {
+      answer(mx1SwitchRefusal());
+    }
+    return;
+  }
+  const std::optional<int> address = addressOf(command.number);
+  if (isBusy() || !address) {
+    answer(mx1Refusal());
+  } else if (command.kind == Kind::AskUnit) {
+    answer(mx1UnitReply(command.unit, zimoOutputs(layout(), command.unit)));
+  } else if (command.kind == Kind::AskVehicle) {
+    answerVehicle(command, *address);
+  } else {
+    driveVehicle(command, *address);
+  }
+}
+
+void Mx1TextStation::answerVehicle(const Mx1Driving& command, int address) {
+  const ZimoVehicle vehicle = zimoVehicleFrom(layout().drive(address));
+  answer(notice(command.number, address) +
+         mx1VehicleReply(command.number, vehicle, newGeneration_));
+}
+
+void Mx1TextStation::driveVehicle(const Mx1Driving& command, int address) {
+  ZimoVehicle vehicle = command.vehicle;
+  if (!command.hasHigh) vehicle.high = zimoVehicleFrom(layout().drive(address)).high;
+  layout().setDrive(address, driveStateFrom(vehicle));
+  const QByteArray told = notice(command.number, address);
+  if (!told.isEmpty()) answer(told);
 }
 
 void Mx1TextStation::answerState() {
@@ -110,6 +152,17 @@ int Mx1TextStation::indexOf(int address) {
     found = addresses_.insert(addresses_.end(), address);
   }
   return kFirstIndex + static_cast<int>(found - addresses_.begin());
+}
+
+std::optional<int> Mx1TextStation::addressOf(int number) const {
+  if (number < kFirstIndex) return number;
+  const auto place = static_cast<size_t>(number - kFirstIndex);
+  if (place >= addresses_.size()) return {};
+  return addresses_[place];
+}
+
+QByteArray Mx1TextStation::notice(int number, int address) const {
+  return number < kFirstIndex ? QByteArray() : mx1IndexNotice(number, address);
 }
 
 }  // namespace lokari::sim

@@ -74,6 +74,10 @@ std::optional<TrackResult> Station::trackFault() {
   return {};
 }
 
+bool Station::isBusy() {
+  return surroundings_.faults.strike(FaultKind::Busy).has_value();
+}
+
 TrackResult Station::readOnProgrammingTrack(int cv, Method method) {
   if (const auto fault = trackFault()) return *fault;
   Decoder* decoder = layout().onProgrammingTrack();

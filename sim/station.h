@@ -59,6 +59,9 @@ class Station {
   /// Runs a pending action of the station, `delay` from now.
   void later(Millis delay, std::function<void()> action);
 
+  /// The station has no time for a command beside programming: the fault of that name strikes.
+  bool isBusy();
+
   /// Programming on the programming track, with the faults of the track.
   TrackResult readOnProgrammingTrack(int cv, Method method);
   TrackResult writeOnProgrammingTrack(int cv, int value, Method method);

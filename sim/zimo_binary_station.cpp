@@ -9,6 +9,8 @@ constexpr int kAnswerBit = 0x40;
 
 constexpr int kGreeting = 0x00;
 constexpr int kTrack = 0x02;
+constexpr int kTrackOff = 0x00;
+constexpr int kTrackOn = 0x02;
 constexpr int kAskTrack = 0x03;
 constexpr int kWho = 0x0D;
 constexpr int kLogOnOff = 0x11;
@@ -63,7 +65,7 @@ void ZimoBinaryStation::obey(const ZimoFrame& request) {
       tellModel(request);
       return;
     case kTrack:
-      tellTrack(request);
+      obeyTrack(request);
       return;
     case kLogOnOff:
       loggedOn_ = byteAt(request.payload, 2) == 1;
@@ -73,7 +75,7 @@ void ZimoBinaryStation::obey(const ZimoFrame& request) {
       accessCv(request);
       return;
     default:
-      confirm(request, kUnknown);
+      obeyDriving(request);
   }
 }
 
@@ -86,11 +88,21 @@ void ZimoBinaryStation::tellModel(const ZimoFrame& request) {
                    bytes({0, 0}) + serialNumber));
 }
 
-void ZimoBinaryStation::tellTrack(const ZimoFrame& request) {
-  if (byteAt(request.payload, 1) != kAskTrack) {
+void ZimoBinaryStation::obeyTrack(const ZimoFrame& request) {
+  const int order = byteAt(request.payload, 1);
+  if (order == kAskTrack) {
+    tellTrack(request);
+  } else if (order != kTrackOff && order != kTrackOn) {
     confirm(request, kUnknown);
-    return;
+  } else if (isBusy()) {
+    confirm(request, kBusy);
+  } else {
+    layout().setTrackPower(order == kTrackOn);
+    confirm(request, kAccepted);
   }
+}
+
+void ZimoBinaryStation::tellTrack(const ZimoFrame& request) {
   int state = 0x80;
   if (layout().stopped()) state |= 0x01;
   if (layout().trackPower()) state |= 0x02;

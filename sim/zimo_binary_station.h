@@ -6,12 +6,22 @@
 //   0D 00                       who are you? answer 00 00, model, 00 x 4, software's version,
 //                               day, month, year and build, 00 00, boot ROM's version, 00 00,
 //                               serial number with its high byte first
+//   02 00, 02 02                track power off, on; answer 00
 //   02 03                       the track: answer 03 and 80 DCC, 40 Motorola, 04 overcurrent, 02
 //                               voltage on, 01 stopped
+//   03 high low speed flags low [high]
+//                               drive a vehicle; answer 00. Without the last byte F9 to F12 stay
+//   07 high low value           switch an output of a function unit; answer 00
+//   08 high low                 ask for a vehicle; answer 00, address, speed, flags, low, high
+//   09 high low                 ask for a function unit; answer 00, its address, 00, its outputs
 //   11 04 01, 11 04 00          log on, log off; answer 00
 //   13 80 00 high low           read a CV on the programming track
 //   13 80 00 high low value     write one there
 //   13 80+high low high low value   write on the main track, address first
+//
+// zimo_vehicle.h has the bytes of vehicles and units. A vehicle's address above 127 is told with C0
+// in its high byte and taken with or without marks there. Any of 02, 03, 07, 08 and 09 may be
+// answered 04 busy.
 //
 // A CV request is answered 00 accepted, 04 busy or another byte refused. On the programming track
 // a second frame follows an accepted one: 80 00 high low value, or, failed, 80 00 and 01 no
@@ -41,7 +51,13 @@ class ZimoBinaryStation : public Station {
  private:
   void obey(const ZimoFrame& request);
   void tellModel(const ZimoFrame& request);
+  void obeyTrack(const ZimoFrame& request);
   void tellTrack(const ZimoFrame& request);
+  void obeyDriving(const ZimoFrame& request);
+  void driveVehicle(const ZimoFrame& request);
+  void switchUnit(const ZimoFrame& request);
+  void tellVehicle(const ZimoFrame& request);
+  void tellUnit(const ZimoFrame& request);
   void takeAcknowledgement(const ZimoFrame& frame);
   void accessCv(const ZimoFrame& request);
   void accessProgrammingTrack(const ZimoFrame& request, int cv);
