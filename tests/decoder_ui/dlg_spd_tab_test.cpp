@@ -74,6 +74,17 @@ TEST_F(DlgSpdTabTest, ShowsTwentyEightBoxes) {
   });
 }
 
+TEST_F(DlgSpdTabTest, AClickIntoABoxSelectsItsText) {
+  describe("");
+  setValue(71, 123);
+  list([&] {
+    QTest::mouseClick(box(5), Qt::LeftButton);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(box(5)->hasFocus());
+    EXPECT_EQ(box(5)->selectedText(), QStringLiteral("123"));
+  });
+}
+
 TEST_F(DlgSpdTabTest, WithFourteenStepsHalfOfThemAndASmallerDialog) {
   describe("");
   setValue(68, 2);

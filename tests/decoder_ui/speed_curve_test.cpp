@@ -47,18 +47,20 @@ class SpeedCurveTest : public test::WindowFixture {
   }
 
  private:
-  /// Where the scale ends and begins, measured by a point of its own.
+  /// Where the scale ends and begins, shown by the last point, which is CV 5 or CV 94.
   double top() { return heightOf(255); }
   double bottom() { return heightOf(0); }
   double heightOf(int value) {
-    const auto kept = bench.sets.cvValues;
+    const QByteArray kept = bench.sets.cvValues;
     for (const int cv : {5, 94}) bench.sets.setValue(CvIndex(cv), value);
-    const int last = picture()->positionOf(3).x() > picture()->width() / 2 ? 3 : lastStep();
-    const double y = picture()->positionOf(last).y();
+    const double y = picture()->positionOf(lastPoint()).y();
     bench.sets.cvValues = kept;
     return y;
   }
-  int lastStep() { return button("optDcDrvSteps14")->isChecked() ? 14 : 28; }
+  int lastPoint() {
+    if (button("optDcDrvSpdTblNo")->isChecked()) return 3;
+    return button("optDcDrvSteps14")->isChecked() ? 14 : 28;
+  }
 };
 
 TEST_F(SpeedCurveTest, ADragGivesThePointTheValueUnderTheMouse) {

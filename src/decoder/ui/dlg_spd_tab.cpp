@@ -60,7 +60,8 @@ void DlgSpdTab::makeBoxes(QBoxLayout* rows) {
     grid->addWidget(label, (box - 1) % lines, column, Qt::AlignRight | Qt::AlignVCenter);
     grid->addWidget(field, (box - 1) % lines, column + 1);
     if (column > 0) grid->setColumnMinimumWidth(column - 1, kColumnGap);
-    connect(field, &ValueEdit::entered, field, &ValueEdit::selectAll);
+    // Behind the event: the click that gives the focus would undo the selection.
+    connect(field, &ValueEdit::entered, field, &ValueEdit::selectAll, Qt::QueuedConnection);
     connect(field, &ValueEdit::left, this, [this, box] { boxLeft(box); });
     connect(field, &ValueEdit::textEdited, this,
             [field] { colourText(field, TextColour::Normal); });
