@@ -21,11 +21,14 @@ QString joined(const std::array<QString, 4>& address) {
   return parts.join(u'.');
 }
 
-/// Parts of three characters, one apart.
+/// A part that is none, in a file edited by hand, is zeros: the dialog must not begin with a field
+/// that cannot be left.
 std::array<QString, 4> partsOf(const QString& address) {
+  const QStringList given = address.split(u'.');
   std::array<QString, 4> parts;
   for (size_t i = 0; i < parts.size(); ++i) {
-    parts[i] = padded(address.mid(static_cast<qsizetype>(i) * (kPartSize + 1), kPartSize));
+    const QString part = given.value(static_cast<qsizetype>(i));
+    parts[i] = padded(isAddressPart(part) ? part : QString());
   }
   return parts;
 }

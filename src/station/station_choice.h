@@ -19,26 +19,29 @@ struct StationChoiceRow {
   const char16_t* control;  ///< name of its radio button
   StationChoice choice;
   const char16_t* caption;
+  int column;                      ///< of the dialog: Zimo, Lenz, others
   const char16_t* defaultAddress;  ///< filled in where none has been set; empty for serial kinds
 };
+
+inline constexpr int kStationColumns = 3;
 
 /// In the order in which the dialog shows them.
 // clang-format off
 inline constexpr std::array<StationChoiceRow, 14> kStationChoices{{
-    {u"optComTypeZimo",        {StationKind::Mx1,     false}, u"Zimo MX1",                 u""},
-    {u"optComTypeZimo2",       {StationKind::Mx1V25,  false}, u"Zimo MX1 ab V2.5",         u""},
-    {u"optComTypeZimo3",       {StationKind::Mx1Bin,  false}, u"Zimo MX1 (binär)",         u""},
-    {u"optComTypeZimo4",       {StationKind::Mx1Ulf,  false}, u"Zimo MXULF",               u""},
-    {u"optComTypeZimo5",       {StationKind::Mx10,    false}, u"Zimo MX10 (USB)",          u""},
-    {u"optComTypeZimo6",       {StationKind::Mx10Ip,  false}, u"Zimo MX10 (Netzwerk)",     u"192.168.001.010"},
-    {u"optComTypeLenzV2",      {StationKind::Li100,   false}, u"Lenz LI100",               u""},
-    {u"optComTypeLenzV3",      {StationKind::Li100V3, false}, u"Lenz LI100 ab V3",         u""},
-    {u"optComTypeLenzUSB",     {StationKind::LiUsb,   false}, u"Lenz LI-USB",              u""},
-    {u"optComTypeLenzV36",     {StationKind::LiUsb,   true},  u"Lenz LI-USB ab V3.6",      u""},
-    {u"optComTypeLenzDecProg", {StationKind::LiDp,    false}, u"Lenz Decoderprogrammer",   u""},
-    {u"optComTypeIBX",         {StationKind::Ibx,     false}, u"Intellibox",               u""},
-    {u"optComTypeTams",        {StationKind::TamsMc,  false}, u"Tams MC",                  u""},
-    {u"optComTypeZ21",         {StationKind::Z21Ip,   false}, u"Roco Z21",                 u"192.168.000.111"},
+    {u"optComTypeZimo",        {StationKind::Mx1,     false}, u"Zimo MX1",                 0, u""},
+    {u"optComTypeZimo2",       {StationKind::Mx1V25,  false}, u"Zimo MX1 ab V2.5",         0, u""},
+    {u"optComTypeZimo3",       {StationKind::Mx1Bin,  false}, u"Zimo MX1 (binär)",         0, u""},
+    {u"optComTypeZimo4",       {StationKind::Mx1Ulf,  false}, u"Zimo MXULF",               0, u""},
+    {u"optComTypeZimo5",       {StationKind::Mx10,    false}, u"Zimo MX10 (USB)",          0, u""},
+    {u"optComTypeZimo6",       {StationKind::Mx10Ip,  false}, u"Zimo MX10 (Netzwerk)",     0, u"192.168.001.010"},
+    {u"optComTypeLenzV2",      {StationKind::Li100,   false}, u"Lenz LI100",               1, u""},
+    {u"optComTypeLenzV3",      {StationKind::Li100V3, false}, u"Lenz LI100 ab V3",         1, u""},
+    {u"optComTypeLenzUSB",     {StationKind::LiUsb,   false}, u"Lenz LI-USB",              1, u""},
+    {u"optComTypeLenzV36",     {StationKind::LiUsb,   true},  u"Lenz LI-USB ab V3.6",      1, u""},
+    {u"optComTypeLenzDecProg", {StationKind::LiDp,    false}, u"Lenz Decoderprogrammer",   1, u""},
+    {u"optComTypeIBX",         {StationKind::Ibx,     false}, u"Intellibox",               2, u""},
+    {u"optComTypeTams",        {StationKind::TamsMc,  false}, u"Tams MC",                  2, u""},
+    {u"optComTypeZ21",         {StationKind::Z21Ip,   false}, u"Roco Z21",                 2, u"192.168.000.111"},
 }};
 // clang-format on
 

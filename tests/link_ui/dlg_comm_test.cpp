@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -280,6 +282,38 @@ TEST_F(DlgCommTest, AFailureOfTheJobClosesTheDialogAndReachesTheCaller) {
                std::runtime_error);
   EXPECT_FALSE(dialog_.isVisible());
   EXPECT_EQ(link.view(), nullptr);
+}
+
+TEST_F(DlgCommTest, TheTextOfAJobThatHasEndedCanBeCopied) {
+  QGuiApplication::clipboard()->clear();
+  dialog_.run(CommJob::TestComm, [&] {
+    EXPECT_FALSE(control<QPushButton>("cmdCopy")->isVisible());
+    dialog_.setStatus(QStringLiteral("MXULF\r\nBoot ROM 1.04"));
+    whenLeftOpen([&] {
+      EXPECT_TRUE(control<QPushButton>("cmdCopy")->isVisible());
+      QTest::mouseClick(control<QPushButton>("cmdCopy"), Qt::LeftButton);
+      EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("MXULF\nBoot ROM 1.04"));
+      EXPECT_TRUE(dialog_.isVisible());
+      EXPECT_TRUE(lblCommStatus()->textInteractionFlags() & Qt::TextSelectableByMouse);
+    });
+  });
+  dialog_.run(CommJob::ReadMain, [&] {
+    EXPECT_FALSE(control<QPushButton>("cmdCopy")->isVisible());
+    dialog_.hide();
+  });
+}
+
+TEST_F(DlgCommTest, GrowsWithAResultOfManyLines) {
+  dialog_.run(CommJob::TestComm, [&] {
+    const int before = dialog_.height();
+    QStringList lines;
+    for (int i = 0; i < 12; ++i) lines << QStringLiteral("Zeile %1").arg(i);
+    dialog_.setStatus(lines.join(QStringLiteral("\r\n")));
+    EXPECT_GT(dialog_.height(), before);
+    QCoreApplication::processEvents();
+    EXPECT_GE(lblCommStatus()->height(), lblCommStatus()->heightForWidth(lblCommStatus()->width()));
+    dialog_.hide();
+  });
 }
 
 TEST_F(DlgCommTest, AStatusIsNeverTakenForMarkup) {

@@ -93,6 +93,14 @@ TEST(OptionsForm, AMissingAddressIsZeros) {
   EXPECT_EQ(formOf(settings).address, (Parts{"000", "000", "000", "000"}));
 }
 
+TEST(OptionsForm, AnAddressEditedByHandIsPadded) {
+  Settings settings;
+  settings.ipAddr = QStringLiteral("192.168.0.111");
+  EXPECT_EQ(formOf(settings).address, (Parts{"192", "168", "000", "111"}));
+  settings.ipAddr = QStringLiteral("z21.300..7");
+  EXPECT_EQ(formOf(settings).address, (Parts{"000", "000", "000", "007"}));
+}
+
 TEST(OptionsForm, GoodEntriesHaveNoFault) {
   EXPECT_FALSE(faultIn(otherForm()));
   EXPECT_FALSE(faultIn(formOf(Settings())));

@@ -12,6 +12,7 @@
 #include "app/ui/frm_entry.h"
 #include "app/ui/main_menu.h"
 #include "app/ui/navigator.h"
+#include "app/ui/options_entry.h"
 #include "app/ui/record_binder.h"
 #include "app/ui/record_field.h"
 #include "app/ui/record_page.h"
@@ -123,6 +124,8 @@ void MainWin::bind(DatabaseSession& session) {
   menu_->enable(QStringLiteral("mnuDbOpen"), [&session] { session.mnuDbOpen(); });
   menu_->enable(QStringLiteral("mnuDbNew"), [&session] { session.mnuDbNew(); });
   offerReports(workbench_, *menu_, [this](bool busy) { showBusy(busy); });
+  menu_->enable(QStringLiteral("mnuParaOptions"),
+                [this] { openOptions(workbench_, scale_, this); });
   connect(&session, &DatabaseSession::opened, this, [this] { workbench_.SetCaption(); });
   connect(&session, &DatabaseSession::busyChanged, this, &MainWin::showBusy);
 }

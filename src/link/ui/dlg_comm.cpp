@@ -1,7 +1,9 @@
 #include "link/ui/dlg_comm.h"
 
+#include <QClipboard>
 #include <QEvent>
-#include <QHBoxLayout>
+#include <QGridLayout>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -44,6 +46,8 @@ void DlgComm::build() {
   lblCommStatus_->setTextFormat(Qt::PlainText);
   lblCommStatus_->setWordWrap(true);
   lblCommStatus_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  lblCommStatus_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  lblCommStatus_->setAccessibleName(QStringLiteral("Stand der Kommunikation"));
   const QFontMetrics metrics(font());
   lblCommStatus_->setMinimumSize(metrics.averageCharWidth() * 56, metrics.lineSpacing() * 5);
 
@@ -66,10 +70,19 @@ void DlgComm::build() {
   cmdCancel_->setDefault(true);
   connect(cmdCancel_, &QPushButton::clicked, this, &DlgComm::cancel);
 
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch();
-  buttons->addWidget(cmdCancel_);
-  buttons->addStretch();
+  cmdCopy_ = new QPushButton(QStringLiteral("&Kopieren"), this);
+  cmdCopy_->setObjectName(QStringLiteral("cmdCopy"));
+  cmdCopy_->setAccessibleName(QStringLiteral("Text in die Zwischenablage kopieren"));
+  cmdCopy_->setAutoDefault(false);
+  connect(cmdCopy_, &QPushButton::clicked, this,
+          [this] { QGuiApplication::clipboard()->setText(lblCommStatus_->text()); });
+
+  // Three equal columns: the button that ends stays in the middle.
+  auto* buttons = new QGridLayout;
+  buttons->addWidget(cmdCopy_, 0, 0, Qt::AlignLeft);
+  buttons->addWidget(cmdCancel_, 0, 1, Qt::AlignHCenter);
+  for (int column = 0; column < 3; ++column) buttons->setColumnStretch(column, 1);
+  buttons->setColumnMinimumWidth(2, cmdCopy_->sizeHint().width());
 
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(16, 16, 16, 16);
@@ -94,6 +107,7 @@ void DlgComm::prepare() {
   cmdCancel_->setText(runningCaption());
   cmdCancel_->setEnabled(true);
   cmdCancel_->setFocus();
+  cmdCopy_->hide();
 }
 
 void DlgComm::run(CommJob job, std::function<void()> work) {
@@ -146,7 +160,10 @@ void DlgComm::reject() {
 }
 
 void DlgComm::setStatus(const QString& text) {
-  lblCommStatus_->setText(text);
+  lblCommStatus_->setText(QString(text).remove(u'\r'));
+  // A result of many lines must not be cut.
+  const int needed = layout()->totalHeightForWidth(width());
+  if (needed > height()) resize(width(), needed);
   lblCommStatus_->repaint();
 }
 
@@ -175,6 +192,7 @@ void DlgComm::setProgressEnabled(bool enabled) {
 
 void DlgComm::setCancelCaption(const QString& caption) {
   cmdCancel_->setText(caption);
+  cmdCopy_->setVisible(caption == endedCaption());
   if (caption == endedCaption()) {
     cmdCancel_->setEnabled(true);
     cmdCancel_->setFocus();

@@ -1,0 +1,142 @@
+#include "station/ui/dlg_options.h"
+
+#include <QButtonGroup>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStackedWidget>
+
+#include "base/prompt.h"
+#include "base/settings.h"
+#include "base/ui/window_scale.h"
+#include "link/station_link.h"
+#include "link/ui/dlg_comm.h"
+#include "station/comm_test.h"
+
+namespace lokari {
+namespace {
+
+constexpr int kSerialView = 0;
+constexpr int kNetworkView = 1;
+
+const StationChoiceRow& choiceRow(int row) {
+  return kStationChoices[static_cast<size_t>(row)];
+}
+
+}  // namespace
+
+void DlgOptions::load() {
+  const OptionsForm form = formOf(parts_.settings);
+  txtDbPath_->setText(form.dbPath);
+  for (size_t i = 0; i < txtIP_.size(); ++i) txtIP_[i]->setText(form.address[i]);
+  select(form.station);
+  comPorts_->button(form.comPort)->setChecked(true);
+  txtComTimeout_->setText(form.timeout);
+  lstBaudrate_->setEditText(form.baudrate);
+  for (const Choice& choice : choices_) {
+    (form.*choice.value ? choice.yes : choice.no)->setChecked(true);
+  }
+}
+
+OptionsForm DlgOptions::form() const {
+  OptionsForm form{
+      .station = choiceRow(stations_->checkedId()).choice,
+      .comPort = comPorts_->checkedId(),
+      .timeout = txtComTimeout_->text(),
+      .baudrate = lstBaudrate_->currentText(),
+      .dbPath = txtDbPath_->text(),
+      .address = {},
+  };
+  for (size_t i = 0; i < txtIP_.size(); ++i) form.address[i] = txtIP_[i]->text();
+  for (const Choice& choice : choices_) form.*choice.value = choice.yes->isChecked();
+  return form;
+}
+
+void DlgOptions::select(const StationChoice& choice) {
+  for (int row = 0; row < static_cast<int>(kStationChoices.size()); ++row) {
+    if (choiceRow(row).choice != choice) continue;
+    stations_->button(row)->setChecked(true);
+    chooseStation(row);
+  }
+}
+
+void DlgOptions::chooseStation(int row) {
+  const StationChoiceRow& chosen = choiceRow(row);
+  const StationKindRow& kind = stationKind(chosen.choice.kind);
+  const auto address = addressFor(chosen, form().address);
+  for (size_t i = 0; i < txtIP_.size(); ++i) txtIP_[i]->setText(address[i]);
+  lstBaudrate_->lineEdit()->setPlaceholderText(
+      kind.defaultRate == 0 ? QString() : QStringLiteral("Vorgabe (%1)").arg(kind.defaultRate));
+  views_->setCurrentIndex(kind.usesIpAddress ? kNetworkView : kSerialView);
+  if (!kind.usesIpAddress) showPorts();
+}
+
+void DlgOptions::showPorts() {
+  const QList<PortTable::Port> present = parts_.ports.presentPorts();
+  const QList<int> found = portsIn(portListText(present));
+  const QList<QAbstractButton*> buttons = comPorts_->buttons();
+  for (QAbstractButton* button : buttons) {
+    const int number = comPorts_->id(button);
+    button->setVisible(found.contains(number));
+    QString device;
+    for (const PortTable::Port& port : present) {
+      if (port.comPort == number) device = port.device;
+    }
+    button->setToolTip(device.isEmpty() ? QStringLiteral("Hier ist kein Gerät angeschlossen.")
+                                        : device);
+  }
+}
+
+bool DlgOptions::checked(const OptionsForm& form) {
+  const std::optional<FormFault> fault = faultIn(form);
+  if (!fault) return true;
+  parts_.prompt.message(fault->text);
+  findChild<QWidget*>(fault->control)->setFocus();
+  return false;
+}
+
+void DlgOptions::accept() {
+  const OptionsForm taken = form();
+  if (testing_ || !checked(taken)) return;
+  takeForm(taken, parts_.settings);
+  const QStringList failed =
+      writeOptions(parts_.settings, [this](const QString& key, const QString& value) {
+        return parts_.ini.writeString(QString::fromUtf16(kSettingsSection), key, value);
+      });
+  QStringList texts;
+  for (const QString& key : failed) {
+    texts << QStringLiteral("Fehler beim Schreiben der INI-Datei (%1)!").arg(key);
+  }
+  if (taken.dbPath.size() > kLongestDbPath) {
+    texts << QStringLiteral(
+        "Der Pfad der Datenbank ist länger als 63 Zeichen und wurde nicht gespeichert!");
+  }
+  if (!texts.isEmpty()) parts_.prompt.message(texts.join(u'\n'));
+  QDialog::accept();
+}
+
+void DlgOptions::reject() {
+  if (!testing_) QDialog::reject();
+}
+
+void DlgOptions::testLink() {
+  const OptionsForm tried = form();
+  if (testing_ || !checked(tried)) return;
+  // Without an answer the progress dialog may be closed while the session still says goodbye.
+  testing_ = true;
+  contents_->setEnabled(false);
+  std::optional<StationChoice> connected;
+  {
+    const BorrowedLink lent(tried, parts_.settings);
+    DlgComm dialog(parts_.link, this);
+    scale_.ResizeWindow(&dialog);
+    dialog.run(CommJob::TestComm,
+               [&] { connected = TestComm(parts_.link, parts_.settings).connected; });
+  }
+  contents_->setEnabled(true);
+  testing_ = false;
+  if (connected) select(*connected);
+}
+
+}  // namespace lokari
