@@ -287,18 +287,18 @@ TEST_F(DlgCommTest, AFailureOfTheJobClosesTheDialogAndReachesTheCaller) {
 TEST_F(DlgCommTest, TheTextOfAJobThatHasEndedCanBeCopied) {
   QGuiApplication::clipboard()->clear();
   dialog_.run(CommJob::TestComm, [&] {
-    EXPECT_FALSE(control<QPushButton>("cmdCopy")->isVisible());
+    EXPECT_FALSE(control<QPushButton>("cmdCopyText")->isVisible());
     dialog_.setStatus(QStringLiteral("MXULF\r\nBoot ROM 1.04"));
     whenLeftOpen([&] {
-      EXPECT_TRUE(control<QPushButton>("cmdCopy")->isVisible());
-      QTest::mouseClick(control<QPushButton>("cmdCopy"), Qt::LeftButton);
+      EXPECT_TRUE(control<QPushButton>("cmdCopyText")->isVisible());
+      QTest::mouseClick(control<QPushButton>("cmdCopyText"), Qt::LeftButton);
       EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("MXULF\nBoot ROM 1.04"));
       EXPECT_TRUE(dialog_.isVisible());
       EXPECT_TRUE(lblCommStatus()->textInteractionFlags() & Qt::TextSelectableByMouse);
     });
   });
   dialog_.run(CommJob::ReadMain, [&] {
-    EXPECT_FALSE(control<QPushButton>("cmdCopy")->isVisible());
+    EXPECT_FALSE(control<QPushButton>("cmdCopyText")->isVisible());
     dialog_.hide();
   });
 }

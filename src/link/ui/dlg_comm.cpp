@@ -70,19 +70,19 @@ void DlgComm::build() {
   cmdCancel_->setDefault(true);
   connect(cmdCancel_, &QPushButton::clicked, this, &DlgComm::cancel);
 
-  cmdCopy_ = new QPushButton(QStringLiteral("&Kopieren"), this);
-  cmdCopy_->setObjectName(QStringLiteral("cmdCopy"));
-  cmdCopy_->setAccessibleName(QStringLiteral("Text in die Zwischenablage kopieren"));
-  cmdCopy_->setAutoDefault(false);
-  connect(cmdCopy_, &QPushButton::clicked, this,
+  cmdCopyText_ = new QPushButton(QStringLiteral("&Kopieren"), this);
+  cmdCopyText_->setObjectName(QStringLiteral("cmdCopyText"));
+  cmdCopyText_->setAccessibleName(QStringLiteral("Text in die Zwischenablage kopieren"));
+  cmdCopyText_->setAutoDefault(false);
+  connect(cmdCopyText_, &QPushButton::clicked, this,
           [this] { QGuiApplication::clipboard()->setText(lblCommStatus_->text()); });
 
   // Three equal columns: the button that ends stays in the middle.
   auto* buttons = new QGridLayout;
-  buttons->addWidget(cmdCopy_, 0, 0, Qt::AlignLeft);
+  buttons->addWidget(cmdCopyText_, 0, 0, Qt::AlignLeft);
   buttons->addWidget(cmdCancel_, 0, 1, Qt::AlignHCenter);
   for (int column = 0; column < 3; ++column) buttons->setColumnStretch(column, 1);
-  buttons->setColumnMinimumWidth(2, cmdCopy_->sizeHint().width());
+  buttons->setColumnMinimumWidth(2, cmdCopyText_->sizeHint().width());
 
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(16, 16, 16, 16);
@@ -107,7 +107,7 @@ void DlgComm::prepare() {
   cmdCancel_->setText(runningCaption());
   cmdCancel_->setEnabled(true);
   cmdCancel_->setFocus();
-  cmdCopy_->hide();
+  cmdCopyText_->hide();
 }
 
 void DlgComm::run(CommJob job, std::function<void()> work) {
@@ -192,7 +192,7 @@ void DlgComm::setProgressEnabled(bool enabled) {
 
 void DlgComm::setCancelCaption(const QString& caption) {
   cmdCancel_->setText(caption);
-  cmdCopy_->setVisible(caption == endedCaption());
+  cmdCopyText_->setVisible(caption == endedCaption());
   if (caption == endedCaption()) {
     cmdCancel_->setEnabled(true);
     cmdCancel_->setFocus();

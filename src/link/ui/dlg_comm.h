@@ -61,7 +61,7 @@ class DlgComm final : public QDialog, public CommView {
   QLabel* lblCommDetail_ = nullptr;
   QProgressBar* panProgress_ = nullptr;
   QPushButton* cmdCancel_ = nullptr;
-  QPushButton* cmdCopy_ = nullptr;  // of a job that has ended
+  QPushButton* cmdCopyText_ = nullptr;  // of a job that has ended
   QTimer* frontTimer_ = nullptr;
 
   std::function<void()> work_;
