@@ -31,7 +31,7 @@ class StationProtocol {
   /// Says goodbye, between the first second of endcomm() and FinishComm(). A LinkError is
   /// ignored: the line is gone.
   virtual void farewell(bool leaveMode, bool progOn) = 0;
-  /// FinishComm(): closes the transport, a serial port only for the last user. Must not throw.
+  /// FinishComm(): closes the transport when the last user goes. Must not throw.
   virtual void close(bool lastUser) = 0;
 
   // -- waiting

@@ -57,7 +57,9 @@ void Z21Protocol::farewell(bool leaveMode, bool progOn) {
   if (leaveMode && link().commJob != CommJob::WriteMain) link().Delay(1);
 }
 
-void Z21Protocol::close(bool) {
+void Z21Protocol::close(bool lastUser) {
+  // Cabs, and a job beside them, share the one socket; opening it anew would switch the track on.
+  if (!lastUser) return;
   if (link().udp().state() == UdpSocket::kOpen) {
     try {
       z21Send(z21::kLogOff);

@@ -68,6 +68,17 @@ TEST_F(Z21Session, ANestedOneSendsNothing) {
   EXPECT_EQ(z21.commUseCount, 2);
 }
 
+TEST_F(Z21Session, TheSocketStaysOpenForTheOthersAndTheLastOneLogsOff) {
+  openSession(false);
+  EXPECT_EQ(z21.initComm(true, true, false), QString());
+  z21.FinishComm();
+  EXPECT_TRUE(station().z21Connected);
+  socket.expect(logOff);
+  z21.FinishComm();
+  EXPECT_FALSE(station().z21Connected);
+  EXPECT_EQ(udp.state(), 0);
+}
+
 TEST_F(Z21Session, TheFarewellOfTheProgrammingTrackTurnsThePowerOnAndLogsOff) {
   openSession(true);
   socket.expect(powerOn).answer(powerIsOn);
