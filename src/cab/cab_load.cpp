@@ -39,6 +39,8 @@ std::optional<FunctionMask> Cab::readWithOneRetry() {
     // failed.
     if (!kind().cab.linkStaysOpen || !hasSession()) openSession();
     if (const auto mask = readState()) return mask;
+    // At the end of the program, or of the user's patience.
+    if (link().cancelRequested) break;
     // A CAN session that hears nothing is worth being opened anew.
     if (kind().transport == Transport::Can) finishSessions();
   }

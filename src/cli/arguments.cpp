@@ -9,14 +9,21 @@ bool Arguments::takeFlag(const QString& name) {
 }
 
 std::optional<QString> Arguments::takeValue(const QString& name) {
-  const qsizetype at = rest_.indexOf(name);
-  if (at < 0) return {};
-  if (at + 1 == rest_.size())
-    throw WrongCall(QStringLiteral("Hinter %1 fehlt der Wert!").arg(name));
-  const QString value = rest_.takeAt(at + 1);
-  rest_.removeAt(at);
-  if (rest_.contains(name)) throw WrongCall(QStringLiteral("%1 steht mehrmals!").arg(name));
-  return value;
+  const QStringList values = takeValues(name);
+  if (values.size() > 1) throw WrongCall(QStringLiteral("%1 steht mehrmals!").arg(name));
+  return values.isEmpty() ? std::nullopt : std::optional(values.front());
+}
+
+QStringList Arguments::takeValues(const QString& name) {
+  QStringList values;
+  for (qsizetype at = rest_.indexOf(name); at >= 0; at = rest_.indexOf(name)) {
+    if (at + 1 == rest_.size()) {
+      throw WrongCall(QStringLiteral("Hinter %1 fehlt der Wert!").arg(name));
+    }
+    values << rest_.takeAt(at + 1);
+    rest_.removeAt(at);
+  }
+  return values;
 }
 
 std::optional<int> Arguments::takeNumber(const QString& name, int first, int last) {

@@ -15,6 +15,8 @@ class Arguments {
   bool takeFlag(const QString& name);
   /// Takes an option and its value out.
   std::optional<QString> takeValue(const QString& name);
+  /// Takes an option out each time it stands there, with its values in their order.
+  QStringList takeValues(const QString& name);
   std::optional<int> takeNumber(const QString& name, int first, int last);
 
   /// What is left, once every option is taken: an option that nobody took is none.

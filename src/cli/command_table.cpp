@@ -3,8 +3,10 @@
 #include "cli/check_command.h"
 #include "cli/command.h"
 #include "cli/cv_commands.h"
-#include "cli/test_command.h"
+#include "cli/drive_command.h"
 #include "cli/export_commands.h"
+#include "cli/switch_command.h"
+#include "cli/test_command.h"
 #include "cli/vehicle_commands.h"
 #include "cli/vehicle_list.h"
 
@@ -20,6 +22,8 @@ constexpr std::array kCommands{
     Command{u"vehicle read",  u"SAMMLUNG ADRESSE [--main] [--cv LISTE]", u"liest CVs in ein Fahrzeug der Datenbank", vehicleRead},
     Command{u"vehicle write", u"SAMMLUNG ADRESSE [--main] [--cv LISTE]", u"schreibt CVs eines Fahrzeugs der Datenbank", vehicleWrite},
     Command{u"export rzk", u"DATEI", u"übernimmt die Fahrzeuge in eine RZK-Fahrzeugdatei", exportRzk},
+    Command{u"drive",    u"ADRESSE [--speed N] [--back] [--function N=on|off]… [--stop]", u"fährt ein Fahrzeug, 0 bis 127", drive},
+    Command{u"switch",   u"ADRESSE N=on|off…",           u"schaltet die Ausgänge 1 bis 4 eines Funktionsteils", switchOutputs},
     Command{u"check",    u"",                            u"prüft die Datenbank und die Beschreibungsdateien", check},
 };
 // clang-format on
