@@ -1,6 +1,7 @@
 #include "app/workbench.h"
 
 #include "app/dec_types.h"
+#include "app/driving.h"
 #include "app/help_file.h"
 #include "app/saved_place.h"
 #include "app/workbench_view.h"
@@ -35,6 +36,13 @@ bool Workbench::start(WorkbenchView& view) {
   session_ = std::make_unique<DatabaseSession>(
       RecordFormParts{parts_.prompt, parts_.desktop, ini_, parts_.paths.appPath}, settings_.dbPath,
       parts_.oldFormat);
+  driving_ = std::make_unique<Driving>(
+      *link_, *session_, parts_.prompt, parts_.paths.basePath,
+      DrivingWindows{
+          [this](std::shared_ptr<Cab> cab) { return view_->makeCabWindow(std::move(cab)); },
+          [this](std::shared_ptr<Panel> panel) {
+            return view_->makePanelWindow(std::move(panel));
+          }});
   view.bind(*session_);
   if (session_->InitDB() > 0) return false;
   findSavedRecord();
@@ -65,6 +73,7 @@ bool Workbench::shutDown() {
   if (!form.close()) return false;
   if (parts_.transports.canLog != nullptr) parts_.transports.canLog->end();
   external_.stop();
+  driving_->closeAll();
   return true;
 }
 
@@ -75,7 +84,7 @@ void Workbench::SetCaption() {
 
 void Workbench::externalMessage(int address) {
   if (decoderWindowVisible && decoderWindowVisible()) return;
-  if (address >= 1 && address <= kHighestAddress && OpenCab) OpenCab(address);
+  if (address >= 1 && address <= kHighestAddress) driving_->OpenCab(address, true);
 }
 
 void Workbench::mnuHelpContents() {

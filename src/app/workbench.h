@@ -19,6 +19,7 @@ namespace lokari {
 class Clock;
 class DatabaseSession;
 class Desktop;
+class Driving;
 class OldFormat;
 class Prompt;
 class WorkbenchView;
@@ -45,9 +46,9 @@ class Workbench {
   /// once, the user has been told. `view` must outlive the workbench's last operation.
   bool start(WorkbenchView& view);
 
-  /// Ends the work: keeps the place of the record on show, stores the record and closes the
-  /// database. False when the record could not be stored: the program goes on, the user has
-  /// been told. Only after a successful start().
+  /// Ends the work: keeps the place of the record on show, stores the record, closes the database's
+  /// records and then all cabs and panels. False when the record could not be stored: the program
+  /// goes on, the user has been told. Only after a successful start().
   bool shutDown();
 
   /// "<file> - <title>" of the database that is named now.
@@ -66,15 +67,14 @@ class Workbench {
   Settings& settings() { return settings_; }
   Clock& clock() { return parts_.clock; }
   Prompt& prompt() { return parts_.prompt; }
-  // These two exist from the step of start() that opens the database.
+  // These three exist from the step of start() that opens the database.
   StationLink& link() { return *link_; }
   DatabaseSession& session() { return *session_; }
+  Driving& driving() { return *driving_; }
   const QStringList& decTypes() const { return decTypes_; }
   /// Empty when there is none.
   const QString& helpFile() const { return helpFile_; }
 
-  /// Opens a cab for an address.
-  std::function<void(int)> OpenCab;
   /// True while the decoder window is up.
   std::function<bool()> decoderWindowVisible;
 
@@ -87,6 +87,7 @@ class Workbench {
   Settings settings_;
   std::unique_ptr<StationLink> link_;
   std::unique_ptr<DatabaseSession> session_;
+  std::unique_ptr<Driving> driving_;
   ExternalMessage external_;
   WorkbenchView* view_ = nullptr;
   QString helpFile_;

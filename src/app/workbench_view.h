@@ -1,11 +1,16 @@
-// What start-up shows of itself: the main window, or a recorder in tests.
+// What the workbench shows of itself: the main window, or a recorder in tests.
 #pragma once
 
 #include <QString>
 
+#include <memory>
+
 namespace lokari {
 
+class Cab;
 class DatabaseSession;
+class Panel;
+class SlotWindow;
 
 class WorkbenchView {
  public:
@@ -20,6 +25,9 @@ class WorkbenchView {
   virtual void showSplash() = 0;
   /// The session that is about to open the database: connect to it now.
   virtual void bind(DatabaseSession& session) = 0;
+  /// The windows of cabs and panels; each keeps what it shows for as long as it lives.
+  virtual std::unique_ptr<SlotWindow> makeCabWindow(std::shared_ptr<Cab> cab) = 0;
+  virtual std::unique_ptr<SlotWindow> makePanelWindow(std::shared_ptr<Panel> panel) = 0;
 };
 
 }  // namespace lokari

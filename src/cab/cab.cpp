@@ -29,9 +29,13 @@ class Held {
 }  // namespace
 
 Cab::Cab(const CabParts& parts, int address, bool noRecord)
-    : SlotUnit(parts.line, parts.prompt, address), parts_(parts), noRecord_(noRecord) {
+    : Cab(parts, address,
+          noRecord ? std::nullopt : std::optional<CabRecord>(parts.records.onShow())) {}
+
+Cab::Cab(const CabParts& parts, int address, const std::optional<CabRecord>& record)
+    : SlotUnit(parts.line, parts.prompt, address), parts_(parts), noRecord_(!record) {
   state_.address = address;
-  if (!noRecord_) record_ = parts_.records.onShow();
+  if (record) record_ = *record;
   setTitle(noRecord_ ? parts_.records.nameOf(address) : record_.shortName);
   protocol_ =
       parts_.makeProtocol(kind().family, line(), state_,

@@ -30,6 +30,8 @@ class Cab final : public SlotUnit {
   /// `noRecord`: the cab is not for the record on show; it gets its title by the address and no
   /// CVs. Otherwise the record on show is taken now.
   Cab(const CabParts& parts, int address, bool noRecord);
+  /// `record` is the one it is for; nothing for `noRecord`.
+  Cab(const CabParts& parts, int address, const std::optional<CabRecord>& record);
   ~Cab() override;
 
   // ---- What the window shows --------------------------------------------------------------------

@@ -19,6 +19,8 @@ class CabFleet {
   /// for the record on show. False when no new cab was made; the user has been told when there is
   /// none.
   bool OpenCab(int address, bool noRecord);
+  /// The same for a record that was on show when the cab was asked for; nothing for `noRecord`.
+  bool OpenCab(int address, const std::optional<CabRecord>& record);
 
   /// The cab in a slot, 1 to 32, null for an empty one.
   Cab* cabForms(int slot) const { return static_cast<Cab*>(slots_.form(slot)); }

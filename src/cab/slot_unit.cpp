@@ -45,7 +45,10 @@ void SlotUnit::unload() {
   onUnloading();
   if (onUnload) onUnload();
   // Behind what was asked for before, and never under an exchange that waits for its answer.
-  exchange(distinct(), [this] { release(); });
+  line_.exchange(this, distinct(), [this, self = shared_from_this()] {
+    const Entered inside(*this);
+    release();
+  });
 }
 
 void SlotUnit::release() {
@@ -64,12 +67,16 @@ void SlotUnit::finishSessions() {
   for (; sessions_ > 0; --sessions_) link().FinishComm();
 }
 
+bool SlotUnit::hasStation() const {
+  return link().settings().baseUnit == kind_.kind;
+}
+
 void SlotUnit::run(const std::function<void()>& exchange) {
   const Entered entered(*this);
   // What ended another job must not end the waits of this one. A unit that is going waits no more.
   if (!unloading_) link().cancelRequested = false;
   try {
-    exchange();
+    if (hasStation()) exchange();
   } catch (const LinkError&) {
     // The lamps and arrows keep what the user did.
   }
@@ -86,7 +93,7 @@ void SlotUnit::urgent(std::function<void()> run) {
   line_.urgent([this, self = shared_from_this(), job = std::move(run)] {
     const Entered inside(*this);
     try {
-      job();
+      if (hasStation()) job();
     } catch (const LinkError&) {
       // As above.
     }

@@ -95,6 +95,8 @@ class SlotUnit : public QObject, public std::enable_shared_from_this<SlotUnit> {
 
  private:
   void run(const std::function<void()>& exchange);
+  /// The options still name the kind that it was opened on; another one would not understand it.
+  bool hasStation() const;
   void release();
 
   CabLine& line_;

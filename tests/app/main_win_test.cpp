@@ -18,6 +18,7 @@
 
 #include <functional>
 
+#include "app/driving.h"
 #include "app_folder.h"
 #include "base/ini_file.h"
 
@@ -141,11 +142,11 @@ TEST_F(MainWinTest, TheScaleOffersItsSuggestionsInTheirOrder) {
 
 TEST_F(MainWinTest, WhatDoesNothingYetIsThereAndDisabled) {
   startWith(kVehicles);
-  for (const char16_t* name : {u"mnuImpDec", u"mnuUpdDB", u"mnuDbPrint",
-                               u"mnuEditFind", u"mnuDcManufValues", u"mnuParaOptions"}) {
+  for (const char16_t* name :
+       {u"mnuImpDec", u"mnuUpdDB", u"mnuDbPrint", u"mnuEditFind", u"mnuDcManufValues"}) {
     EXPECT_FALSE(entry(name)->isEnabled()) << qPrintable(QString::fromUtf16(name));
   }
-  for (const char16_t* name : {u"butTable", u"butFind", u"butDrive", u"butSwitch"}) {
+  for (const char16_t* name : {u"butTable", u"butFind"}) {
     EXPECT_TRUE(button(name)->isVisible());
     EXPECT_FALSE(button(name)->isEnabled()) << qPrintable(QString::fromUtf16(name));
   }
@@ -381,8 +382,6 @@ TEST_F(MainWinTest, APictureFillsItsFrameInOneDirectionAndCanBeRemoved) {
 TEST_F(MainWinTest, TheDecoderWindowsValuesGoToTheRecordAndToDiskWithTheNextMove) {
   folder_.copyData(QStringLiteral("Default.dec"));
   startWith(kVehicles);
-  bool asked = false;
-  workbench_->OpenCab = [&](int) { asked = true; };
   whenDecoderWindowShows([&](QDialog& frmDecoder) {
     EXPECT_EQ(frmDecoder.findChild<QLineEdit*>(QStringLiteral("dc_adr"))->text(),
               QStringLiteral("3"));
@@ -394,14 +393,14 @@ TEST_F(MainWinTest, TheDecoderWindowsValuesGoToTheRecordAndToDiskWithTheNextMove
     frmDecoder.findChild<QAbstractButton*>(QStringLiteral("cmdOK"))->click();
   });
   press(u"butProg");
-  EXPECT_FALSE(asked) << "no cab while the decoder window is up";
+  EXPECT_FALSE(workbench_->driving().cabs().isOpen(5)) << "no cab while the decoder window is up";
   EXPECT_EQ(QApplication::overrideCursor(), nullptr);
   press(u"Data1_Next");
   const QByteArray values = folder_.stored(3, QStringLiteral("DC_CV")).toByteArray();
   ASSERT_EQ(values.size(), 4865);
   EXPECT_EQ(values[2], 33);
   workbench_->externalMessage(5);
-  EXPECT_TRUE(asked);
+  EXPECT_TRUE(workbench_->driving().cabs().isOpen(5));
 }
 
 TEST_F(MainWinTest, ACancelledDecoderWindowChangesNothing) {

@@ -4,36 +4,12 @@
 
 #include <QFileInfo>
 
-#include "app/workbench_view.h"
+#include "app/driving.h"
 #include "app_folder.h"
+#include "recording_workbench_view.h"
 
 namespace lokari {
 namespace {
-
-/// Writes the steps of the start-up down.
-class RecordingView final : public WorkbenchView {
- public:
-  explicit RecordingView(test::ScriptedPrompt& prompt) : prompt_(prompt) {}
-
-  void setCaption(const QString& caption) override {
-    steps << QStringLiteral("caption ") + caption;
-  }
-  void setHelpAvailable(bool available) override {
-    steps << (available ? QStringLiteral("help") : QStringLiteral("no help"));
-  }
-  void setUpScaling(int resizeMode) override {
-    steps << QStringLiteral("scaling %1, boxes %2").arg(resizeMode).arg(prompt_.shown.size());
-  }
-  void showSplash() override { steps << QStringLiteral("splash"); }
-  void bind(DatabaseSession& session) override {
-    steps << QStringLiteral("bind %1").arg(session.hasDatabase() ? 1 : 0);
-  }
-
-  QStringList steps;
-
- private:
-  test::ScriptedPrompt& prompt_;
-};
 
 class WorkbenchTest : public ::testing::Test {
  protected:
@@ -48,7 +24,7 @@ class WorkbenchTest : public ::testing::Test {
 
   test::AppFolder folder_;
   test::Outside outside_;
-  RecordingView view_{outside_.prompt};
+  test::RecordingWorkbenchView view_{outside_.prompt};
   std::optional<Workbench> workbench_;
 };
 
@@ -206,22 +182,22 @@ TEST_F(WorkbenchTest, ACanLogThatCannotBeCreatedIsDoneWithout) {
 
 TEST_F(WorkbenchTest, ACabIsAskedForOnlyWithAnAddressThatExists) {
   ASSERT_TRUE(start());
-  QList<int> opened;
-  workbench_->OpenCab = [&](int address) { opened << address; };
   for (const int address : {0, 1, 10239, 10240, -5}) workbench_->externalMessage(address);
-  EXPECT_EQ(opened, QList<int>({1, 10239}));
+  CabFleet& cabs = workbench_->driving().cabs();
+  EXPECT_EQ(cabs.cabCount(), 2);
+  EXPECT_TRUE(cabs.isOpen(1));
+  EXPECT_TRUE(cabs.isOpen(10239));
 }
 
 TEST_F(WorkbenchTest, NoCabIsOpenedWhileTheDecoderWindowIsUp) {
   ASSERT_TRUE(start());
-  QList<int> opened;
   bool visible = true;
-  workbench_->OpenCab = [&](int address) { opened << address; };
   workbench_->decoderWindowVisible = [&] { return visible; };
   workbench_->externalMessage(5);
   visible = false;
   workbench_->externalMessage(6);
-  EXPECT_EQ(opened, QList<int>{6});
+  EXPECT_FALSE(workbench_->driving().cabs().isOpen(5));
+  EXPECT_TRUE(workbench_->driving().cabs().isOpen(6));
 }
 
 TEST_F(WorkbenchTest, TheEndKeepsThePlaceOfTheRecordOnShow) {

@@ -218,6 +218,30 @@ TEST_F(CabLoadOnZ21, APollThatTellsAnOldLampDoesNotUndoThePress) {
   EXPECT_TRUE(cab->state().funcOn[5]);
 }
 
+TEST_F(CabLoadOnZ21, TheTimerKeepsSilentWhileAJobHasTheLine) {
+  const auto cab = make();
+  load(*cab);
+  station.log.clear();
+  line.exchange(this, 0, [&] {
+    clock.advance(5000);
+    EXPECT_TRUE(station.log.isEmpty());
+  });
+  clock.pump();
+  EXPECT_EQ(station.log, QStringList{QStringLiteral("3: tick")});
+}
+
+TEST_F(CabLoadOnZ21, NothingIsSentToAnotherStationThanItsOwn) {
+  const auto cab = make();
+  load(*cab);
+  station.log.clear();
+  settings.baseUnit = StationKind::Mx1;
+  cab->vsbSpeed(5);
+  cab->imgStop();
+  clock.advance(1000);
+  cab->unload();
+  EXPECT_TRUE(station.log.isEmpty());
+}
+
 TEST_F(CabLoadOnZ21, ManyCabsPollByTurns) {
   std::vector<std::shared_ptr<Cab>> cabs;
   for (int address = 1; address <= 8; ++address) {

@@ -11,6 +11,7 @@
 #include "cab/panel_fleet.h"
 #include "link/link_error.h"
 #include "link/station_link.h"
+#include "support/fake_slot_window.h"
 #include "support/memory_can.h"
 #include "support/memory_line.h"
 #include "support/memory_socket.h"
@@ -112,42 +113,6 @@ class FakePanel final : public PanelProtocol {
   }
 
   FakeStation& station_;
-};
-
-/// Windows of a test, one list for all.
-struct WindowLog {
-  QStringList log;
-  QPoint design{100, 60};
-  QPointF scale{1, 1};
-  int alive = 0;
-};
-
-class FakeWindow final : public SlotWindow {
- public:
-  FakeWindow(WindowLog& log, std::shared_ptr<SlotUnit> unit) : log_(log), unit_(std::move(unit)) {
-    ++log_.alive;
-  }
-  ~FakeWindow() override { --log_.alive; }
-  FakeWindow(const FakeWindow&) = delete;
-  FakeWindow& operator=(const FakeWindow&) = delete;
-
-  void setTag(int slot) override { note(QStringLiteral("tag %1").arg(slot)); }
-  QPoint designPlace() const override { return log_.design; }
-  void moveTo(QPoint place) override {
-    note(QStringLiteral("at %1,%2").arg(place.x()).arg(place.y()));
-  }
-  QPointF mainScale() const override { return log_.scale; }
-  void ResizeWindow() override { note(QStringLiteral("scaled")); }
-  void bringUp() override { note(QStringLiteral("up")); }
-  void putAway() override { note(QStringLiteral("away")); }
-
- private:
-  void note(const QString& what) {
-    log_.log << QStringLiteral("%1: %2").arg(unit_->address()).arg(what);
-  }
-
-  WindowLog& log_;
-  std::shared_ptr<SlotUnit> unit_;
 };
 
 class CabFixture : public ::testing::Test {

@@ -32,14 +32,7 @@ struct Application::Parts {
 };
 
 Application::Application(const QString& commandLine)
-    : parts_(std::make_unique<Parts>(commandLine)) {
-  parts_->workbench.OpenCab = [this](int address) {
-    parts_->prompt.message(QStringLiteral("Für Adresse %1 wurde ein Fahrpult angefordert.\n"
-                                          "Diese Ausgabe von Lokari hat noch keine Fahrpulte.")
-                               .arg(address),
-                           Icon::Information);
-  };
-}
+    : parts_(std::make_unique<Parts>(commandLine)) {}
 
 Application::~Application() = default;
 

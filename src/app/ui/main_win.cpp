@@ -8,6 +8,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include "app/driving.h"
 #include "app/ui/frm_about.h"
 #include "app/ui/frm_entry.h"
 #include "app/ui/main_menu.h"
@@ -19,6 +20,8 @@
 #include "app/ui/report_menu.h"
 #include "app/ui/tool_row.h"
 #include "app/workbench.h"
+#include "cab/ui/frm_cab.h"
+#include "cab/ui/frm_panel.h"
 #include "db/database_session.h"
 #include "decoder/decoder_bench.h"
 #include "decoder/ui/frm_decoder.h"
@@ -121,11 +124,19 @@ void MainWin::bind(DatabaseSession& session) {
   connect(tools_->button(QStringLiteral("butProg")), &QToolButton::clicked, this,
           &MainWin::butProg);
   binder_->offer(QStringLiteral("butProg"));
+  connect(tools_->button(QStringLiteral("butDrive")), &QToolButton::clicked, this,
+          [this] { workbench_.driving().butDrive(); });
+  binder_->offer(QStringLiteral("butDrive"));
+  connect(tools_->button(QStringLiteral("butSwitch")), &QToolButton::clicked, this,
+          [this] { workbench_.driving().butSwitch(); });
+  binder_->offer(QStringLiteral("butSwitch"));
   menu_->enable(QStringLiteral("mnuDbOpen"), [&session] { session.mnuDbOpen(); });
   menu_->enable(QStringLiteral("mnuDbNew"), [&session] { session.mnuDbNew(); });
   offerReports(workbench_, *menu_, [this](bool busy) { showBusy(busy); });
-  menu_->enable(QStringLiteral("mnuParaOptions"),
-                [this] { openOptions(workbench_, scale_, this); });
+  menu_->enable(QStringLiteral("mnuParaOptions"), [this] {
+    // Its test asks the station, and its choices may name another one.
+    workbench_.driving().runAlone(menu_, [this] { openOptions(workbench_, scale_, this); });
+  });
   connect(&session, &DatabaseSession::opened, this, [this] { workbench_.SetCaption(); });
   connect(&session, &DatabaseSession::busyChanged, this, &MainWin::showBusy);
 }
@@ -149,7 +160,19 @@ void MainWin::mnuHelpInfo() {
   frmAbout.exec();
 }
 
+std::unique_ptr<SlotWindow> MainWin::makeCabWindow(std::shared_ptr<Cab> cab) {
+  return std::make_unique<FrmCab>(cab, pictures_, scale_);
+}
+
+std::unique_ptr<SlotWindow> MainWin::makePanelWindow(std::shared_ptr<Panel> panel) {
+  return std::make_unique<FrmPanel>(panel, pictures_, scale_);
+}
+
 void MainWin::butProg() {
+  workbench_.driving().runAlone(this, [this] { openDecoderWindow(); });
+}
+
+void MainWin::openDecoderWindow() {
   RecordForm& form = workbench_.session().form();
   if (!form.prepareProgramming()) return;
   showBusy(true);

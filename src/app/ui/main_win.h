@@ -36,6 +36,8 @@ class MainWin final : public QMainWindow, public WorkbenchView {
   void setUpScaling(int resizeMode) override;
   void showSplash() override;
   void bind(DatabaseSession& session) override;
+  std::unique_ptr<SlotWindow> makeCabWindow(std::shared_ptr<Cab> cab) override;
+  std::unique_ptr<SlotWindow> makePanelWindow(std::shared_ptr<Panel> panel) override;
 
   const WindowScale& scale() const { return scale_; }
 
@@ -49,6 +51,7 @@ class MainWin final : public QMainWindow, public WorkbenchView {
   void mnuFileQuit();
   void mnuHelpInfo();
   void butProg();
+  void openDecoderWindow();
   void showBusy(bool busy);
 
   Workbench& workbench_;

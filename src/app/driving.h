@@ -1,0 +1,63 @@
+// Driving and switching from the main window: the one line to the station, and all cabs and panels
+// on it.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "cab/cab_fleet.h"
+#include "cab/cab_line.h"
+#include "cab/panel_fleet.h"
+#include "cab/vehicle_records.h"
+
+namespace lokari {
+
+class DatabaseSession;
+class Prompt;
+class StationLink;
+
+struct DrivingWindows {
+  CabFleet::WindowFactory makeCab;
+  PanelFleet::WindowFactory makePanel;
+};
+
+class Driving {
+ public:
+  /// Link, session and prompt must outlive it. `basePath` is the folder of the description files.
+  Driving(StationLink& link, DatabaseSession& session, Prompt& prompt, const QString& basePath,
+          DrivingWindows windows);
+
+  /// A cab for the vehicle on show; the user is told when there is none to be had.
+  void butDrive();
+  /// A panel for the function unit on show.
+  void butSwitch();
+  /// A cab for an address, `noRecord` when it is not for the record on show.
+  void OpenCab(int address, bool noRecord);
+
+  /// Runs what needs the station for itself, such as a batch: cabs and panels keep silent until it
+  /// has ended. Now, or as soon as an exchange in hand has ended; asked for twice, it runs once.
+  void runAlone(const void* owner, std::function<void()> job);
+
+  /// Closes all cabs and panels in the order of their slots, at the end of the program.
+  void closeAll();
+
+  CabFleet& cabs() { return cabs_; }
+  PanelFleet& panels() { return panels_; }
+
+ private:
+  /// The type of the record on show; nothing, and a message, when it has none.
+  std::optional<double> dcType() const;
+  std::optional<int> addressOnShow() const;
+
+  StationLink& link_;
+  DatabaseSession& session_;
+  Prompt& prompt_;
+  CabLine line_;
+  VehicleRecords records_;
+  CabFleet cabs_;
+  PanelFleet panels_;
+  int asked_ = 0;  // cabs asked for by way of the line
+};
+
+}  // namespace lokari

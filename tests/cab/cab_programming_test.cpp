@@ -1,0 +1,225 @@
+// Programming on the main from the cab, with a vehicle database and its record form.
+#include <QDir>
+#include <QFile>
+#include <QSqlQuery>
+
+#include "base/ini_file.h"
+#include "db/database_session.h"
+#include "scripted_cab_fixture.h"
+#include "support/ini_text.h"
+#include "support/recording_desktop.h"
+#include "support/test_database.h"
+
+namespace lokari {
+namespace {
+
+constexpr char kDescription[] =
+    "PROGMAIN=J\nCV_3=Anfahren,0-255,0,2,sanft\nCV_4=Bremsen\nPROGMODE=1\n";
+
+class CabProgramming : public test::CabFixture {
+ protected:
+  CabProgramming() {
+    settings.baseUnit = StationKind::TamsMc;
+    base.run("DELETE FROM DCMANUFS");
+    base.run("INSERT INTO DCMANUFS VALUES (1, 145, 'Zimo')");
+    base.addVehicle(1000, QStringLiteral("Anlage"), QStringLiteral("Lok"));
+    base.addVehicle(5, QStringLiteral("Anlage"), QStringLiteral("Andere"));
+    QByteArray values(4865, '\0');
+    values[2] = 10;
+    values[3] = 20;
+    base.run(
+        "UPDATE LOCO_DAT SET DC_CV = ?, DC_CV_1 = ?, DC_MANUF = 145, DC_DECODER = "
+        "'SD-100-Lang', DC_CV_NAME = 'Eins', DC_CV_NAME_1 = 'Zwei', DC_DEC_VER = 'Zwei' "
+        "WHERE DC_ADR = 1000",
+        {QByteArray(4865, '\7'), values});
+    base.close();
+    write("Zimo/SD-100-L.dec", kDescription);
+    EXPECT_EQ(session.InitDB(), 0);
+    EXPECT_EQ(form().FindFirst(QStringLiteral("DC_ADR=1000")), FindResult::Found);
+  }
+
+  void write(const char* name, const QByteArray& text) {
+    const QString path = files.filePath(QString::fromLatin1(name));
+    EXPECT_TRUE(QDir().mkpath(QFileInfo(path).path()));
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(text);
+  }
+
+  RecordForm& form() { return session.form(); }
+
+  std::shared_ptr<Cab> open(bool noRecord = false) {
+    auto cab = std::make_shared<Cab>(
+        CabParts{line, prompt, vehicles, files.path(), cabParts().makeProtocol}, 1000, noRecord);
+    bool flag = false;
+    line.exchange(cab.get(), 0, [&] { cab->load(flag); });
+    serial.writes.clear();
+    return cab;
+  }
+
+  int stored(const char* column, int cv, int address = 1000) {
+    QByteArray values;
+    session.database().read(QStringLiteral("SELECT %1 FROM LOCO_DAT WHERE DC_ADR = %2")
+                                .arg(QLatin1String(column))
+                                .arg(address),
+                            {}, [&](const QSqlQuery& row) { values = row.value(0).toByteArray(); });
+    return values.size() < cv ? -1 : static_cast<quint8>(values[cv - 1]);
+  }
+
+  test::TestDatabase base;
+  QTemporaryDir files;
+  test::RecordingDesktop desktop;
+  test::IniText iniText{"[LOKARI]\r\n"};
+  IniFile ini{iniText.path()};
+  NoOldFormat oldFormat;
+  DatabaseSession session{RecordFormParts{prompt, desktop, ini, files.path()}, base.path(),
+                          oldFormat};
+  VehicleRecords vehicles{&session, prompt};
+};
+
+TEST_F(CabProgramming, TheTitleAndTheListComeFromTheRecordOnShow) {
+  const auto cab = open();
+  EXPECT_EQ(cab->caption(), "Lok (1000)");
+  EXPECT_EQ(cab->labName(), "Lok");
+  const MainProgramming& area = cab->programming();
+  EXPECT_TRUE(area.isAvailable());
+  EXPECT_EQ(area.names(), (QStringList{"Anfahren", "Bremsen"}));
+  EXPECT_EQ(area.shownName(), "CV 3: Anfahren");
+  EXPECT_EQ(area.shownValue(), "10");
+  EXPECT_EQ(area.shownHint(), "sanft");
+  EXPECT_EQ(area.progMode(), 1);
+}
+
+TEST_F(CabProgramming, TheSetIsTheOneInUseAndElseTheFirst) {
+  EXPECT_EQ(open()->programming().cvSet(), 2);
+  form().edited(QStringLiteral("st_sname"), QStringLiteral("Lok"));
+  CvRecord record = form().workingCopy();
+  record.recSetName = QStringLiteral("Drei");
+  form().storeProgrammed(record, QStringLiteral("1000"), QStringLiteral("Zimo"));
+  EXPECT_EQ(open()->programming().cvSet(), 1);
+}
+
+TEST_F(CabProgramming, ACabByItsAddressAloneIsNamedByTheFirstSuchRecordAndProgramsNothing) {
+  const auto cab = open(true);
+  EXPECT_EQ(cab->caption(), "Lok (1000)");
+  EXPECT_FALSE(cab->programming().isAvailable());
+}
+
+TEST_F(CabProgramming, TheAreaIsOffWithoutPROGMAIN) {
+  write("Zimo/SD-100-L.dec", "CV_3=Anfahren\nPROGMAIN=N\n");
+  EXPECT_FALSE(open()->programming().isAvailable());
+  write("Zimo/SD-100-L.dec", "CV_3=Anfahren\n");
+  EXPECT_FALSE(open()->programming().isAvailable());
+}
+
+TEST_F(CabProgramming, TheAreaIsOffWithoutADescription) {
+  QFile::remove(files.filePath(QStringLiteral("Zimo/SD-100-L.dec")));
+  const auto cab = open();
+  EXPECT_FALSE(cab->programming().isAvailable());
+  cab->stepCVUp();
+  EXPECT_TRUE(serial.writes.isEmpty());
+}
+
+TEST_F(CabProgramming, TheAreaIsOffOnALI100) {
+  settings.baseUnit = StationKind::Li100;
+  EXPECT_FALSE(open()->programming().isAvailable());
+}
+
+TEST_F(CabProgramming, AClickShowsTheEntryOfThatName) {
+  const auto cab = open();
+  cab->chooseCV(QStringLiteral("Bremsen"));
+  EXPECT_EQ(cab->programming().shownName(), "CV 4: Bremsen");
+  EXPECT_EQ(cab->programming().shownValue(), "20");
+  cab->chooseCV(QStringLiteral("Pfeifen"));
+  EXPECT_EQ(cab->programming().shownName(), "CV 4: Bremsen");
+}
+
+TEST_F(CabProgramming, EachStepIsWrittenToTheVehicleOnTheMainTrack) {
+  const auto cab = open();
+  link.commJob = CommJob::ReadProgTrack;
+  link.progTrack = true;
+  cab->stepCVUp();
+  EXPECT_EQ(cab->programming().shownValue(), "11");
+  EXPECT_EQ(serial.sent(), "xPD 1000, 3, 11\r");
+  EXPECT_EQ(link.commJob, CommJob::ReadProgTrack);
+  EXPECT_TRUE(link.progTrack);
+  EXPECT_EQ(link.pomAddr, 1000);
+  EXPECT_FALSE(cab->state().canBusy);
+}
+
+TEST_F(CabProgramming, AValueOf255IsNotSteppedUpAndZeroNotDown) {
+  const auto cab = open();
+  for (int i = 0; i < 300; ++i) cab->stepCVUp();
+  EXPECT_EQ(cab->programming().shownValue(), "255");
+  EXPECT_EQ(serial.writes.size(), 245);
+  for (int i = 0; i < 300; ++i) cab->stepCVDown();
+  EXPECT_EQ(cab->programming().shownValue(), "0");
+  EXPECT_EQ(serial.writes.size(), 500);
+}
+
+TEST_F(CabProgramming, TheChangesGoIntoTheSetOfTheRecordAndIntoTheMainWindow) {
+  const auto cab = open();
+  cab->stepCVUp();
+  cab->cmdOK();
+  EXPECT_EQ(stored("DC_CV_1", 3), 11);
+  EXPECT_EQ(stored("DC_CV_1", 4), 20);
+  EXPECT_EQ(stored("DC_CV", 3), 7);
+  EXPECT_EQ(form().workingCopy().recCvValues[1][2], 11);
+}
+
+TEST_F(CabProgramming, ARecordThatIsNoLongerOnShowIsFoundByItsNumber) {
+  const auto cab = open();
+  cab->stepCVDown();
+  ASSERT_EQ(form().FindFirst(QStringLiteral("DC_ADR=5")), FindResult::Found);
+  cab->cmdOK();
+  EXPECT_EQ(stored("DC_CV_1", 3), 9);
+  EXPECT_EQ(stored("DC_CV_1", 4), 20);
+  EXPECT_NE(stored("DC_CV_1", 3, 5), 9);
+  EXPECT_EQ(form().workingCopy().recCvValues[1][2], 0);
+}
+
+TEST_F(CabProgramming, AnEditInHandDoesNotPutTheOldValueBack) {
+  const auto cab = open();
+  CvRecord record = form().workingCopy();
+  record.recCvValues[1][3] = 99;
+  form().storeProgrammed(record, QStringLiteral("1000"), QStringLiteral("Zimo"));
+  cab->stepCVUp();
+  cab->cmdOK();
+  ASSERT_TRUE(form().storeEdit());
+  EXPECT_EQ(stored("DC_CV_1", 3), 11);
+  EXPECT_EQ(stored("DC_CV_1", 4), 99);
+}
+
+TEST_F(CabProgramming, LeavingWithoutAChangeDoesNotTouchTheRecord) {
+  const auto cab = open();
+  session.database().write(QStringLiteral("UPDATE LOCO_DAT SET DC_CV_1 = NULL"), {});
+  cab->cmdOK();
+  EXPECT_EQ(stored("DC_CV_1", 3), -1);
+}
+
+TEST_F(CabProgramming, ARecordThatIsGoneIsLeftInPeace) {
+  const auto cab = open();
+  cab->stepCVUp();
+  ASSERT_EQ(form().FindFirst(QStringLiteral("DC_ADR=5")), FindResult::Found);
+  session.database().write(QStringLiteral("DELETE FROM LOCO_DAT WHERE DC_ADR = 1000"), {});
+  prompt.shown.clear();
+  cab->cmdOK();
+  EXPECT_TRUE(prompt.shown.isEmpty());
+}
+
+TEST_F(CabProgramming, AnotherDatabaseDoesNotGetTheChangesOfThisOne) {
+  const test::TestDatabase other;
+  const auto cab = open();
+  cab->stepCVUp();
+  prompt.fileNames = {other.path()};
+  session.mnuDbOpen();
+  ASSERT_EQ(session.dbPath(), other.path());
+  prompt.shown.clear();
+  cab->cmdOK();
+  EXPECT_EQ(prompt.shown,
+            QStringList{QStringLiteral("Die geänderten CV-Werte von \"Lok\" werden nicht "
+                                       "gespeichert: Es ist eine andere Datenbank geöffnet.")});
+}
+
+}  // namespace
+}  // namespace lokari
