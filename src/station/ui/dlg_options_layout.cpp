@@ -20,6 +20,7 @@ namespace {
 
 constexpr int kPortsPerRow = 5;
 constexpr int kFieldWidth = 130;
+constexpr int kSpacing = 12;
 
 template <class Control>
 Control* named(Control* control, const QString& name, const QString& accessibleName = {}) {
@@ -32,6 +33,11 @@ QLabel* labelFor(QWidget* field, const QString& text, const QString& name, QWidg
   auto* label = named(new QLabel(text, parent), name);
   label->setBuddy(field);
   return label;
+}
+
+/// Width of the column of captions, the same in both views and below them.
+int captionWidth(const QWidget* view) {
+  return view->fontMetrics().horizontalAdvance(QStringLiteral("Wartezeit (Sekunden):")) + 8;
 }
 
 }  // namespace
@@ -92,6 +98,8 @@ void DlgOptions::makeLink(QBoxLayout* rows) {
   test->setAutoDefault(false);
   connect(test, &QPushButton::clicked, this, &DlgOptions::testLink);
   grid->addWidget(test, 1, 3);
+  grid->setColumnMinimumWidth(0, captionWidth(box));
+  grid->setHorizontalSpacing(kSpacing);
   grid->setColumnStretch(2, 1);
   rows->addWidget(box);
 }
@@ -100,7 +108,8 @@ QWidget* DlgOptions::makeSerialView() {
   auto* view = new QWidget(views_);
   auto* grid = new QGridLayout(view);
   grid->setContentsMargins(0, 0, 0, 0);
-  grid->setHorizontalSpacing(16);
+  grid->setHorizontalSpacing(kSpacing);
+  grid->setColumnMinimumWidth(0, captionWidth(view));
   comPorts_ = new QButtonGroup(this);
   auto* labPort =
       named(new QLabel(QStringLiteral("Schnittstelle:"), view), QStringLiteral("labPort"));
@@ -134,17 +143,21 @@ QWidget* DlgOptions::makeSerialView() {
 
 QWidget* DlgOptions::makeNetworkView() {
   auto* view = new QWidget(views_);
-  auto* line = new QHBoxLayout(view);
-  line->setContentsMargins(0, 0, 0, 0);
+  auto* rows = new QVBoxLayout(view);
+  rows->setContentsMargins(0, 0, 0, 0);
+  auto* line = new QHBoxLayout;
   line->setSpacing(4);
+  rows->addLayout(line);
+  rows->addStretch();
   auto* labIP = named(new QLabel(QStringLiteral("&IP-Adresse:"), view), QStringLiteral("labIP"));
-  line->addWidget(labIP, 0, Qt::AlignTop);
-  line->addSpacing(12);
+  labIP->setFixedWidth(captionWidth(view));
+  line->addWidget(labIP);
+  line->addSpacing(kSpacing - line->spacing());
   for (size_t i = 0; i < txtIP_.size(); ++i) {
-    if (i > 0) line->addWidget(new QLabel(QStringLiteral("."), view), 0, Qt::AlignTop);
+    if (i > 0) line->addWidget(new QLabel(QStringLiteral("."), view));
     txtIP_[i] = named(new AddressPart(view), QStringLiteral("txtIP%1").arg(i + 1),
                       QStringLiteral("IP-Adresse, Teil %1").arg(i + 1));
-    line->addWidget(txtIP_[i], 0, Qt::AlignTop);
+    line->addWidget(txtIP_[i]);
   }
   labIP->setBuddy(txtIP_[0]);
   line->addStretch();
