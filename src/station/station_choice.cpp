@@ -21,8 +21,9 @@ static_assert(everyKindHasItsRow());
 }  // namespace
 
 const StationChoiceRow& stationChoice(StationKind kind, bool lenzV36) {
-  const StationChoiceRow* row = find({kind, lenzV36});
-  return row != nullptr ? *row : *find({kind, false});
+  if (const StationChoiceRow* row = find({kind, lenzV36})) return *row;
+  if (const StationChoiceRow* row = find({kind, false})) return *row;
+  Q_UNREACHABLE();
 }
 
 }  // namespace lokari
