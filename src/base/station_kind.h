@@ -60,17 +60,18 @@ struct StationKindRow {
   bool readLimitedWithoutV36;  ///< CVs above 255 have no read box unless `lenzV36` is on
   bool locksLimitedFields;     ///< and then their value field is locked as well
   CabFeatures cab;
+  bool takesFirmware = false;  ///< has a boot loader that loads new firmware
 };
 
 inline constexpr int kNoCvLimit = 4864;
 
 // clang-format off
 inline constexpr std::array<StationKindRow, 13> kStationKinds{{
-    {StationKind::Mx1,     u"MX1",     ProtocolFamily::Mx1Text,    Transport::Serial, 9600,  Handshaking::None,          false, false, true,  false, 255,        true,  false, {12, true, 0, false, true, true}},
+    {StationKind::Mx1,     u"MX1",     ProtocolFamily::Mx1Text,    Transport::Serial, 9600,  Handshaking::None,          false, false, true,  false, 255,        true,  false, {12, true, 0, false, true, true}, true},
     {StationKind::Li100,   u"LI100",   ProtocolFamily::Lenz,       Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, false, false, kNoCvLimit, true,  false, {4, false, 0, false, true, false}},
     {StationKind::Li100V3, u"LI100V3", ProtocolFamily::Lenz,       Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, true,  true,  {7, false, 0, false, true, true}},
     {StationKind::Ibx,     u"IBX",     ProtocolFamily::Intellibox, Transport::Serial, 2400,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false, {7, false, 0, false, true, true}},
-    {StationKind::Mx1V25,  u"MX1V25",  ProtocolFamily::Mx1Text,    Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, true,  false, 255,        true,  false, {12, true, 0, false, true, true}},
+    {StationKind::Mx1V25,  u"MX1V25",  ProtocolFamily::Mx1Text,    Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, true,  false, 255,        true,  false, {12, true, 0, false, true, true}, true},
     {StationKind::LiUsb,   u"LIUSB",   ProtocolFamily::Lenz,       Transport::Serial, 57600, Handshaking::RequestToSend, false, true,  true,  false, kNoCvLimit, true,  true,  {7, false, 0, false, true, true}},
     {StationKind::TamsMc,  u"TAMSMC",  ProtocolFamily::Tams,       Transport::Serial, 2400,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false, {7, false, 0, false, true, true}},
     {StationKind::Mx1Bin,  u"MX1BIN",  ProtocolFamily::ZimoBinary, Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false, {12, true, 0, false, true, true}},

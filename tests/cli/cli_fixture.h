@@ -1,4 +1,4 @@
-// lokari-cli in virtual time, on a simulated Tams MC.
+// lokari-cli in virtual time, on a simulated station, a Tams MC unless another is named.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -26,9 +26,11 @@ class RecordingConsole final : public Console {
 
 class CliFixture : public ::testing::Test {
  protected:
-  CliFixture() {
+  explicit CliFixture(const char16_t* kind = u"TAMSMC")
+      : station(sim::stationByName(kind)->make({clock, layout, faults, 20})) {
     EXPECT_EQ(sim::readDecoders(sim::builtInDecoders(), layout), "");
-    writeIni("LOKARI", "BaseUnit=TAMSMC\r\nComPort=3\r\nTimeout=2\r\nDelay=0\r\n");
+    writeIni("LOKARI", "BaseUnit=" + QString::fromUtf16(kind).toLatin1() +
+                           "\r\nComPort=3\r\nTimeout=2\r\nDelay=0\r\n");
   }
 
   void writeIni(const QString& stem, const QByteArray& keys) {
@@ -52,8 +54,7 @@ class CliFixture : public ::testing::Test {
   test::VirtualClock clock;
   sim::Layout layout;
   sim::FaultPlan faults;
-  std::unique_ptr<sim::Station> station =
-      sim::stationByName(u"TAMSMC")->make({clock, layout, faults, 20});
+  std::unique_ptr<sim::Station> station;
   test::SimLine line_{clock, *station};
   test::MemorySocket socket{clock};
   test::MemoryCan can;

@@ -25,6 +25,9 @@
 #include "db/database_session.h"
 #include "decoder/decoder_bench.h"
 #include "decoder/ui/frm_decoder.h"
+#include "link/ui/dlg_comm.h"
+#include "station/firmware_file.h"
+#include "station/send_firm.h"
 
 namespace lokari {
 namespace {
@@ -137,6 +140,7 @@ void MainWin::bind(DatabaseSession& session) {
     // Its test asks the station, and its choices may name another one.
     workbench_.driving().runAlone(menu_, [this] { openOptions(workbench_, scale_, this); });
   });
+  menu_->enable(QStringLiteral("mnuFirmware"), [this] { mnuFirmware(); });
   connect(&session, &DatabaseSession::opened, this, [this] { workbench_.SetCaption(); });
   connect(&session, &DatabaseSession::busyChanged, this, &MainWin::showBusy);
 }
@@ -152,6 +156,20 @@ void MainWin::showBusy(bool busy) {
 void MainWin::mnuFileQuit() {
   scale_.storeSize(ownName(), isMaximized() ? normalGeometry().size() : size());
   close();
+}
+
+void MainWin::mnuFirmware() {
+  const auto firmware =
+      chosenFirmware(workbench_.settings(), workbench_.prompt(), workbench_.paths().appPath,
+                     [this](bool busy) { showBusy(busy); });
+  if (!firmware) return;
+  // A cab's message among the blocks would spoil them.
+  workbench_.driving().runAlone(this, [this, image = *firmware] {
+    StationLink& link = workbench_.link();
+    DlgComm dialog(link, this);
+    scale_.ResizeWindow(&dialog);
+    dialog.run(CommJob::SendFirm, [&] { FirmTransfer(link, dialog, image).SendFirm(); });
+  });
 }
 
 void MainWin::mnuHelpInfo() {

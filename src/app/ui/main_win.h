@@ -49,6 +49,7 @@ class MainWin final : public QMainWindow, public WorkbenchView {
  private:
   void connectMenus();
   void mnuFileQuit();
+  void mnuFirmware();
   void mnuHelpInfo();
   void butProg();
   void openDecoderWindow();
