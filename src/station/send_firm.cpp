@@ -37,6 +37,7 @@ FirmEnd FirmTransfer::SendFirm() {
     end = transfer();
   } catch (const LinkError& error) {
     finishSession();
+    view_.setDetail({});
     end = close(FirmEnd::Failed, error.message());
   }
   leaveBootLoader();
@@ -78,6 +79,7 @@ FirmEnd FirmTransfer::transfer() {
   if (cancelled()) return close(FirmEnd::Cancelled, cancelText);
 
   const FirmEnd end = FirmBlocks(link_, port_, view_, firmware_).send();
+  view_.setDetail({});
   if (end == FirmEnd::Cancelled) return close(end, cancelText);
   if (end == FirmEnd::Failed) {
     return close(end, QStringLiteral("Übertragungsfehler, Einspielen der Firmware nicht möglich!"));
@@ -126,7 +128,6 @@ bool FirmTransfer::cancelled() const {
 }
 
 FirmEnd FirmTransfer::close(FirmEnd end, const QString& text) {
-  view_.setDetail({});
   view_.setClosingText(text);
   link_.prompt().beep();
   return end;
