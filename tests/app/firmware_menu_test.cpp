@@ -7,6 +7,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 #include "app/ui/main_win.h"
 #include "app_folder.h"
@@ -21,9 +22,10 @@ class FirmwareMenuTest : public ::testing::Test {
  protected:
   void start(const char* kind = "MX1") {
     folder.settings(QByteArray("BaseUnit=") + kind + "\r\nComPort=3\r\nTimeout=2\r\nDelay=0\r\n");
-    WorkbenchParts parts = outside.parts(folder);
-    parts.transports = {line, outside.udp, outside.can};
-    workbench = std::make_unique<Workbench>(parts);
+    const WorkbenchParts around = outside.parts(folder);
+    workbench = std::make_unique<Workbench>(
+        WorkbenchParts{around.paths, around.clock, around.prompt, around.desktop,
+                       Transports{line, outside.udp, outside.can}, around.oldFormat, around.bus});
     window = std::make_unique<MainWin>(*workbench);
     ASSERT_TRUE(window->start());
     window->show();
