@@ -136,16 +136,16 @@ TEST_F(FirmwareMenuTest, AnotherStationKindIsTold) {
   EXPECT_EQ(line.opens, 0);
 }
 
-TEST_F(FirmwareMenuTest, NoCabOpensInTheMiddleOfATransfer) {
+TEST_F(FirmwareMenuTest, ACabThatIsAskedForMeanwhileWaitsForTheEnd) {
   start();
   chooseFile(kOneByte);
-  QList<int> opened;
-  workbench->OpenCab = [&](int address) { opened << address; };
-  workbench->externalMessage(3);
-  EXPECT_EQ(opened, QList<int>{3});
-  outside.clock.schedule(1500, [this] { workbench->externalMessage(4); });
-  trigger([](DlgComm&) {});
-  EXPECT_EQ(opened, QList<int>{3});
+  outside.clock.schedule(1500, [this] { workbench->externalMessage(3); });
+  qsizetype writes = 0;
+  trigger([&](DlgComm&) { writes = line.writes.size(); });
+  // wake-up, download, one block, three dots; the cab comes behind them
+  EXPECT_EQ(writes, 6);
+  EXPECT_GT(line.writes.size(), writes);
+  EXPECT_EQ(received, '\x01' + QByteArray(65535, '\xFF'));
 }
 
 }  // namespace

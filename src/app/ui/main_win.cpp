@@ -164,7 +164,8 @@ void MainWin::mnuFirmware() {
                      [this](bool busy) { showBusy(busy); });
   if (!firmware) return;
   // A cab's message among the blocks would spoil them.
-  workbench_.driving().runAlone(this, [this, image = *firmware] {
+  const QAction* owner = menu_->entry(QStringLiteral("mnuFirmware"));
+  workbench_.driving().runAlone(owner, [this, image = *firmware] {
     StationLink& link = workbench_.link();
     DlgComm dialog(link, this);
     scale_.ResizeWindow(&dialog);
