@@ -16,8 +16,8 @@ namespace {
 using Outcome = CommTestResult::Outcome;
 
 struct Row {
-  StationKind kind;
   QStringList lines;
+  StationKind kind;
   bool hasHead = true;  ///< an answer is recognised by what it begins with
 };
 
@@ -32,30 +32,30 @@ const QStringList kNewLenz{"Lenz Zentrale Version 3.6", "LZ100", "Programmiermod
 const QString kZimoSoftware = QStringLiteral("Software 1.25.02 vom 14.3.12");
 
 const Row kRows[] = {
-    {StationKind::Mx1, kMx1},
-    {StationKind::Li100,
-     {"Lenz Zentrale Version 2.3", "Programmiermodus aus", "Startmodus automatisch"}},
-    {StationKind::Li100V3, kNewLenz},
-    {StationKind::Ibx,
-     {"IBX SPU Version 1.550 / KPU Version 1.310", "PPU Version 1.4 / LIPU Version 0.9",
+    {kMx1, StationKind::Mx1},
+    {{"Lenz Zentrale Version 2.3", "Programmiermodus aus", "Startmodus automatisch"},
+     StationKind::Li100},
+    {kNewLenz, StationKind::Li100V3},
+    {{"IBX SPU Version 1.550 / KPU Version 1.310", "PPU Version 1.4 / LIPU Version 0.9",
       "DNG Version 2.A", "IBX Serien-#: 0001234F56", "Power On "},
+     StationKind::Ibx,
      false},
-    {StationKind::Mx1V25, kMx1},
-    {StationKind::LiUsb,
-     {"Lenz Zentrale Version 3.6", "Programmiermodus aus", "Startmodus automatisch"}},
-    {StationKind::TamsMc,
-     {"Tams MC SPU Version 2.14a", "MC Serien-#: 0001E240", "Power On "},
+    {kMx1, StationKind::Mx1V25},
+    {{"Lenz Zentrale Version 3.6", "Programmiermodus aus", "Startmodus automatisch"},
+     StationKind::LiUsb},
+    {{"Tams MC SPU Version 2.14a", "MC Serien-#: 0001E240", "Power On "},
+     StationKind::TamsMc,
      false},
-    {StationKind::Mx1Bin,
-     {"MX1 2000 / HS", kZimoSoftware, "Boot ROM 1.04", "DCC Datenformat aktiv",
-      "Fahrspannung eingeschaltet"}},
-    {StationKind::Mx1Ulf,
-     {"MXULF", kZimoSoftware, "Boot ROM 1.04", "Ser. Nr. 741959", "DCC Datenformat aktiv",
-      "Fahrspannung eingeschaltet"}},
-    {StationKind::LiDp, {"Lenz Decoderprogrammer", "Status OK, Gleisausgang aus"}},
-    {StationKind::Mx10, {"MX10 Ser. Nr. 2147558213", "USB 0312", "SW Vers. 2.25.1"}},
-    {StationKind::Mx10Ip, {"MX10 Ser. Nr. 2147558213", "Ethernet 0312", "SW Vers. 2.25.1"}},
-    {StationKind::Z21Ip, {"Roco Z21 Ser. Nr. 123456", "Firmware Vers. 1.43"}},
+    {{"MX1 2000 / HS", kZimoSoftware, "Boot ROM 1.04", "DCC Datenformat aktiv",
+      "Fahrspannung eingeschaltet"},
+     StationKind::Mx1Bin},
+    {{"MXULF", kZimoSoftware, "Boot ROM 1.04", "Ser. Nr. 741959", "DCC Datenformat aktiv",
+      "Fahrspannung eingeschaltet"},
+     StationKind::Mx1Ulf},
+    {{"Lenz Decoderprogrammer", "Status OK, Gleisausgang aus"}, StationKind::LiDp},
+    {{"MX10 Ser. Nr. 2147558213", "USB 0312", "SW Vers. 2.25.1"}, StationKind::Mx10},
+    {{"MX10 Ser. Nr. 2147558213", "Ethernet 0312", "SW Vers. 2.25.1"}, StationKind::Mx10Ip},
+    {{"Roco Z21 Ser. Nr. 123456", "Firmware Vers. 1.43"}, StationKind::Z21Ip},
 };
 
 class EveryStation : public ::testing::TestWithParam<Row> {
