@@ -120,12 +120,14 @@ void DecoderBench::copyCvsToVehicles(const std::vector<CvIndex>& list) {
       progressBox([&] {
         CommView& view = *parts_.link.view();
         view.setStatus(QStringLiteral("Kopiere CV-Werte auf andere Fahrzeuge ..."));
+        view.setProgressEnabled(true);
         changed = lokari::copyCvsToVehicles(*database, condition, values,
                                             [this, &view](int done, int total) {
                                               view.setProgress(100.0 * done / total);
                                               parts_.clock.pump();
                                               return !parts_.link.cancelRequested;
                                             });
+        view.setProgressEnabled(false);
         view.hide();
       });
       parts_.link.cancelRequested = false;

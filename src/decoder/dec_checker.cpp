@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "base/numbers.h"
+#include "decoder/bit_description.h"
 #include "decoder/dec_fields.h"
 #include "decoder/dec_loader.h"
 
@@ -118,6 +119,9 @@ QString bitsFault(const QString& bits) {
       if (items.size() > 2) {
         return QStringLiteral("Bitgruppe \"%1\": eine Zahl hat keine Auswahltexte.").arg(group);
       }
+      if (items.size() == 1 && bits != u"A") {
+        return QStringLiteral("Bitgruppe \"%1\" wird ohne Titel nicht angezeigt.").arg(group);
+      }
       continue;
     }
     const int width = plainNumber(first);
@@ -129,6 +133,9 @@ QString bitsFault(const QString& bits) {
     position += width;
   }
   if (position > kBitsOfCv) return QStringLiteral("Die Bitgruppen haben zusammen mehr als 8 Bit.");
+  if (BitDescription(bits).groups().empty()) {
+    return QStringLiteral("Die Bitgruppen \"%1\" zeigen nichts an.").arg(bits);
+  }
   return {};
 }
 

@@ -6,6 +6,7 @@
 #include "base/text_file.h"
 #include "decoder/dec_checker.h"
 #include "decoder/dec_loader.h"
+#include "decoder/func_map.h"
 
 namespace lokari {
 namespace {
@@ -74,6 +75,18 @@ TEST(ShippedDescriptions, SoundDecoderContinuesItsSpeedTableOnASecondLine) {
   EXPECT_EQ(description.speedTabValues.front().value, 2);
   EXPECT_EQ(description.speedTabValues[14].value, 97);
   EXPECT_EQ(description.speedTabValues.back().value, 255);
+}
+
+TEST(ShippedDescriptions, EveryKeyOfAFunctionMatrixHasItsCv) {
+  int matrices = 0;
+  for (const QString& name : shipped()) {
+    const DecoderDescription description = load(name);
+    if (!description.FUNCMAP) continue;
+    ++matrices;
+    for (const FuncMapRow& row : funcMapRows(description, QByteArray(kCvArraySize, '\0')))
+      EXPECT_TRUE(row.described) << name.toStdString() << ": " << row.label.toStdString();
+  }
+  EXPECT_GT(matrices, 5);
 }
 
 TEST(ShippedDescriptions, SpecialKindsOfDecodersAreThere) {

@@ -100,11 +100,11 @@ TEST_F(FrmDecoderTest, ASecondOpeningReadsTheDescriptionAnew) {
   });
 }
 
-TEST_F(FrmDecoderTest, ButtonsOfDialogsThatAreNotThereAreDisabled) {
-  describe("FUNCMAP=J\nCV_33=Licht,0-255,0,3,,\"1,Licht,Aus,Ein\"\n");
+TEST_F(FrmDecoderTest, WithoutVehiclesThereIsNothingToCopyTo) {
+  describe("FUNCMAP=N\nCV_33=Licht,0-255,0,3\n");
   edit([&] {
     tabs()->setCurrentIndex(2);
-    for (const char* name : {"cmdFuncMap", "bitFunc_1", "cmdCopyFunc_1", "cmdCopyGen"})
+    for (const char* name : {"cmdFuncMap", "cmdCopyFunc_1", "cmdCopyGen", "cmdCopyDrv"})
       EXPECT_FALSE(button(name)->isEnabled()) << name;
   });
 }

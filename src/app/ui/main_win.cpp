@@ -198,7 +198,7 @@ void MainWin::openDecoderWindow() {
   workbench_.clock().pump();
   DecoderBench bench({workbench_.settings(), workbench_.clock(), workbench_.prompt(),
                       workbench_.link(), workbench_.session().catalogue(),
-                      workbench_.paths().basePath, workbench_.decTypes()});
+                      workbench_.paths().basePath, workbench_.decTypes(), &form});
   FrmDecoder frmDecoder(bench, workbench_.link(), workbench_.clock(), pictures_, scale_, this);
   showBusy(false);
   frmDecoder_ = &frmDecoder;

@@ -127,6 +127,13 @@ QPushButton* ControlBinder::button(QWidget* parent, const QString& name, const Q
   return button;
 }
 
+QPushButton* ControlBinder::copyButton(QWidget* parent, const QString& suffix) {
+  QPushButton* made = button(parent, QStringLiteral("cmdCopy") + suffix,
+                             QStringLiteral("Auf andere Fahrzeuge ..."));
+  made->setEnabled(bench_.canCopyToVehicles());
+  return made;
+}
+
 QComboBox* ControlBinder::list(QWidget* parent, const QString& name, const QString& accessibleName,
                                std::function<void(const QString&)> chosen) {
   auto* list = named(new QComboBox(parent), name, accessibleName);

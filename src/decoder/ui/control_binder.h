@@ -35,6 +35,8 @@ class ControlBinder final : public QObject {
                        const QString& accessibleName);
   /// A button that forwards to the bench, after the field in hand has been taken.
   QPushButton* button(QWidget* parent, const QString& name, const QString& text);
+  /// `cmdCopy<suffix>`, which copies a tab's CVs onto other vehicles if there are any.
+  QPushButton* copyButton(QWidget* parent, const QString& suffix);
   /// A drop-down list that shows the bench's text even when it is none of the entries.
   QComboBox* list(QWidget* parent, const QString& name, const QString& accessibleName,
                   std::function<void(const QString&)> chosen);

@@ -170,8 +170,7 @@ class PageMaker {
     line->addWidget(binder_.button(page_, QStringLiteral("cmdWrite") + suffix,
                                    QStringLiteral("Schreiben markieren")));
     line->addStretch();
-    line->addWidget(disabledButton(page_, QStringLiteral("cmdCopy") + suffix,
-                                   QStringLiteral("Auf andere Fahrzeuge ...")));
+    line->addWidget(binder_.copyButton(page_, suffix));
     into->addLayout(line);
   }
 

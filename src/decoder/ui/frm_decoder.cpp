@@ -17,6 +17,7 @@
 #include "base/ui/window_scale.h"
 #include "decoder/ui/control_binder.h"
 #include "decoder/ui/cv_table_view.h"
+#include "decoder/ui/decoder_dialogs.h"
 #include "decoder/ui/dlg_spd_tab.h"
 #include "decoder/ui/fixed_pages.h"
 #include "decoder/ui/rows_page.h"
@@ -46,6 +47,7 @@ FrmDecoder::FrmDecoder(DecoderBench& bench, StationLink& link, Clock& clock,
   setObjectName(QStringLiteral("frmDecoder"));
   setWindowTitle(QStringLiteral("Decoder programmieren"));
   setModal(true);
+  plugInDialogs(bench, link, scale, this);
 
   auto* contents = new QWidget(this);
   auto* rows = new QVBoxLayout(contents);
@@ -101,7 +103,7 @@ void FrmDecoder::makeHeader(QBoxLayout* rows) {
 
   line->addWidget(disabledButton(parent, QStringLiteral("cmdName"), QStringLiteral("Name")));
   line->addWidget(
-      disabledButton(parent, QStringLiteral("cmdCopy"), QStringLiteral("Satz 1 kopieren ...")));
+      binder_->button(parent, QStringLiteral("cmdCopy"), QStringLiteral("Satz 1 kopieren ...")));
   rows->addLayout(line);
 }
 

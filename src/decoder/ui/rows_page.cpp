@@ -106,14 +106,20 @@ void RowsPage::makeButtons(QGridLayout* grid) {
   add(QStringLiteral("cmdRead"), QStringLiteral("Lesen markieren"));
   add(QStringLiteral("cmdWrite"), QStringLiteral("Schreiben markieren"));
   line->addStretch();
-  const auto addDisabled = [&](const QString& name, const QString& text) {
-    QPushButton* button = disabledButton(content_, name, text);
-    line->addWidget(button);
-    buttons_ << button;
-  };
-  if (tab.page == page::kFirstRows)
-    addDisabled(QStringLiteral("cmdFuncMap"), QStringLiteral("Funktionszuordnung ..."));
-  addDisabled(QStringLiteral("cmdCopy") + suffix, QStringLiteral("Auf andere Fahrzeuge ..."));
+  if (tab.page == page::kFirstRows) {
+    // Not by the binder: every function tab has one of this name.
+    auto* cmdFuncMap = new QPushButton(QStringLiteral("Funktionszuordnung ..."), content_);
+    cmdFuncMap->setObjectName(QStringLiteral("cmdFuncMap"));
+    cmdFuncMap->setAutoDefault(false);
+    cmdFuncMap->setEnabled(tab.funcMapEnabled);
+    connect(cmdFuncMap, &QPushButton::clicked, this,
+            [this] { binder_.act([this] { bench_.cmdFuncMap(); }); });
+    line->addWidget(cmdFuncMap);
+    buttons_ << cmdFuncMap;
+  }
+  QPushButton* copy = binder_.copyButton(content_, suffix);
+  line->addWidget(copy);
+  buttons_ << copy;
   grid->addLayout(line, kButtonRow, 0, 1, kHalf + kBit + 1);
 }
 

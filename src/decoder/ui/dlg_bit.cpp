@@ -1,0 +1,174 @@
+#include "decoder/ui/dlg_bit.h"
+
+#include <QButtonGroup>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QRegularExpressionValidator>
+#include <QScreen>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+#include "decoder/ui/dialog_buttons.h"
+
+namespace lokari {
+namespace {
+
+/// More rows than these make two columns.
+constexpr int kRowsOfOneColumn = 11;
+/// Two options stand side by side, more of them one below the other.
+constexpr qsizetype kOptionsOfOneRow = 2;
+constexpr int kColumnGap = 16;
+
+int rowsOf(const BitGroup& group) {
+  const qsizetype choices = group.choices.size();
+  return choices <= kOptionsOfOneRow ? 1 : static_cast<int>(choices);
+}
+
+int rowsOf(const std::vector<BitGroup>& groups) {
+  int rows = 0;
+  for (const BitGroup& group : groups) rows += rowsOf(group);
+  return rows;
+}
+
+QString numbered(const char* array, int number) {
+  return QString::fromLatin1(array) + u'_' + QString::number(number);
+}
+
+}  // namespace
+
+DlgBit::DlgBit(int cvValue, const QString& bitText, const QString& caption, QWidget* parent)
+    : QDialog(parent), description_(bitText) {
+  setObjectName(QStringLiteral("dlgBit"));
+  setWindowTitle(caption);
+  setModal(true);
+  auto* rows = new QVBoxLayout(this);
+  rows->setContentsMargins(kDialogMargin, kDialogMargin, kDialogMargin, kDialogMargin);
+  rows->setSpacing(12);
+  QWidget* groups = makeGroups(cvValue);
+  if (groups->sizeHint().height() > screen()->availableSize().height() * 3 / 4) {
+    auto* view = new QScrollArea(this);
+    view->setWidgetResizable(true);
+    view->setWidget(groups);
+    view->setMinimumWidth(groups->sizeHint().width() + 2 * kColumnGap);
+    rows->addWidget(view, 1);
+  } else {
+    rows->addWidget(groups, 1);
+  }
+  QPushButton* ok =
+      addOkAndCancel(this, rows, QStringLiteral("cmdOK"), QStringLiteral("cmdCancel"), [this] {
+        if (exitBitDlg()) accept();
+      });
+  // Nothing was shown, so nothing can be accepted: the value would become 0.
+  ok->setEnabled(!entries_.empty());
+  if (!entries_.empty()) focusOn(entries_.front());
+}
+
+QWidget* DlgBit::makeGroups(int cvValue) {
+  auto* contents = new QWidget(this);
+  auto* columns = new QHBoxLayout(contents);
+  columns->setContentsMargins(0, 0, 0, 0);
+  columns->setSpacing(kColumnGap);
+  const std::vector<BitGroup>& groups = description_.groups();
+  if (groups.empty()) {
+    columns->addWidget(
+        new QLabel(QStringLiteral("Die Beschreibung dieser CV nennt keine Einzelheiten."), this));
+    return contents;
+  }
+  const int rows = rowsOf(groups);
+  const int rowsOfColumn = rows > kRowsOfOneColumn ? (rows + 1) / 2 : rows;
+  QGridLayout* grid = nullptr;
+  int done = 0;
+  for (const BitGroup& group : groups) {
+    if (grid == nullptr || (columns->count() == 1 && done >= rowsOfColumn)) {
+      auto* column = new QVBoxLayout;
+      columns->addLayout(column, 1);
+      grid = new QGridLayout;
+      grid->setColumnStretch(0, 1);
+      column->addLayout(grid);
+      column->addStretch(1);
+    }
+    const int shown = group.shown(cvValue);
+    if (group.hasOptions()) {
+      makeOptions(group, shown, grid, grid->rowCount());
+    } else {
+      makeNumber(group, shown, grid, grid->rowCount());
+    }
+    done += rowsOf(group);
+  }
+  return contents;
+}
+
+void DlgBit::makeOptions(const BitGroup& group, int shown, QGridLayout* grid, int row) {
+  auto* frame = new QGroupBox(withoutMnemonics(group.title), this);
+  frame->setObjectName(numbered("bitFrm", ++frames_));
+  auto* line = new QBoxLayout(
+      group.choices.size() <= kOptionsOfOneRow ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom,
+      frame);
+  auto* options = new QButtonGroup(frame);
+  for (int k = 0; k < group.choices.size(); ++k) {
+    // A choice without a name is still one.
+    const QString name = group.choices[k].isEmpty() ? QString::number(k) : group.choices[k];
+    auto* option = new QRadioButton(withoutMnemonics(name), frame);
+    option->setObjectName(numbered("bitOpt", ++options_));
+    option->setAccessibleName(group.title + QStringLiteral(": ") + name);
+    options->addButton(option, k);
+    option->setChecked(k == shown);
+    line->addWidget(option, 1);
+  }
+  grid->addWidget(frame, row, 0, 1, 2);
+  entries_.push_back({options, nullptr});
+}
+
+void DlgBit::makeNumber(const BitGroup& group, int shown, QGridLayout* grid, int row) {
+  const QString text =
+      QStringLiteral("%1 (%2-%3)").arg(group.title).arg(group.lowest()).arg(group.highest());
+  ++numbers_;
+  auto* label = new QLabel(withoutMnemonics(text) + u':', this);
+  label->setObjectName(numbered("bitLab", numbers_));
+  label->setTextFormat(Qt::PlainText);
+  auto* number = new QLineEdit(QString::number(shown), this);
+  number->setObjectName(numbered("bitTxt", numbers_));
+  number->setAccessibleName(text);
+  number->setAlignment(Qt::AlignRight);
+  number->setFixedWidth(number->fontMetrics().horizontalAdvance(QStringLiteral("0000000")) + 16);
+  number->setValidator(
+      new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]{0,5}")), number));
+  label->setBuddy(number);
+  grid->addWidget(label, row, 0);
+  grid->addWidget(number, row, 1);
+  entries_.push_back({nullptr, number});
+}
+
+bool DlgBit::exitBitDlg() {
+  std::vector<std::optional<int>> given;
+  given.reserve(entries_.size());
+  for (const Entry& entry : entries_) {
+    bool isNumber = true;
+    const int value =
+        entry.options ? entry.options->checkedId() : entry.number->text().toInt(&isNumber);
+    given.push_back(isNumber ? std::optional(value) : std::nullopt);
+  }
+  const BitEntry result = description_.accept(given);
+  if (!result.value) {
+    focusOn(entries_[result.refused]);
+    return false;
+  }
+  value_ = *result.value;
+  return true;
+}
+
+void DlgBit::focusOn(const Entry& entry) {
+  if (entry.number) {
+    entry.number->setFocus();
+    entry.number->selectAll();
+    return;
+  }
+  QAbstractButton* chosen = entry.options->checkedButton();
+  (chosen ? chosen : entry.options->buttons().front())->setFocus();
+}
+
+}  // namespace lokari
