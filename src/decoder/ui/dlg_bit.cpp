@@ -22,6 +22,10 @@ constexpr int kRowsOfOneColumn = 11;
 /// Two options stand side by side, more of them one below the other.
 constexpr qsizetype kOptionsOfOneRow = 2;
 constexpr int kColumnGap = 16;
+/// Flat frames: eight of them are to fit below each other.
+constexpr QMargins kFrameMargins(10, 3, 10, 3);
+/// Beside the caption stand the buttons of the window frame.
+constexpr int kCaptionAir = 150;
 
 int rowsOf(const BitGroup& group) {
   const qsizetype choices = group.choices.size();
@@ -45,6 +49,7 @@ DlgBit::DlgBit(int cvValue, const QString& bitText, const QString& caption, QWid
   setObjectName(QStringLiteral("dlgBit"));
   setWindowTitle(caption);
   setModal(true);
+  setMinimumWidth(fontMetrics().horizontalAdvance(caption) + kCaptionAir);
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(kDialogMargin, kDialogMargin, kDialogMargin, kDialogMargin);
   rows->setSpacing(12);
@@ -108,6 +113,7 @@ void DlgBit::makeOptions(const BitGroup& group, int shown, QGridLayout* grid, in
   auto* line = new QBoxLayout(
       group.choices.size() <= kOptionsOfOneRow ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom,
       frame);
+  line->setContentsMargins(kFrameMargins);
   auto* options = new QButtonGroup(frame);
   for (int k = 0; k < group.choices.size(); ++k) {
     // A choice without a name is still one.

@@ -14,6 +14,9 @@ struct CopyButton {
   CopyAnswer answer;
 };
 
+/// Added to the width of a button with a long text.
+constexpr int kButtonAir = 16;
+
 constexpr CopyButton kButtons[] = {
     {u"OKButton", u"&Alle CVs", CopyAnswer::All},
     {u"SelectedButton", u"Nur &markierte", CopyAnswer::Selected},
@@ -42,6 +45,7 @@ DlgCopy::DlgCopy(const QString& text, QWidget* parent) : QDialog(parent) {
   for (const CopyButton& look : kButtons) {
     auto* button = new QPushButton(QString::fromUtf16(look.text), this);
     button->setObjectName(QString::fromUtf16(look.name));
+    button->setMinimumWidth(button->sizeHint().width() + kButtonAir);
     connect(button, &QPushButton::clicked, this, [this, answer = look.answer] {
       answer_ = answer;
       accept();
