@@ -145,7 +145,11 @@ void Cab::writeCV(const MainProgramming::Step& step, int mode) {
     // The last job may have left the other track chosen.
     const Held track(link().progTrack, false);
     const Held busy(state_.canBusy, true);
-    link().pomAddr = address();
+    // An MX1 knows long addresses by an index only; without one nothing must be written, since its
+    // command would reach another vehicle.
+    const int known = link().getAddrIndex(address());
+    if (known < 0) return;
+    link().pomAddr = known;
     link().WriteCV(step.number, step.value, address(), mode);
   });
 }

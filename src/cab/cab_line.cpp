@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "link/station_link.h"
+#include "link/station_protocol.h"
 
 namespace lokari {
 namespace {
@@ -78,27 +79,17 @@ void CabLine::runBackground() {
 }
 
 void CabLine::urgent(std::function<void()> run) {
-  if (sending_) {
-    urgent_.push_back(std::move(run));
-    return;
-  }
-  {
-    const Raised<int> busy(depth_, depth_ + 1, depth_);
-    run();
-  }
-  runWaiting();
+  link_.protocol().gate().betweenMessages([this, action = std::move(run)] {
+    {
+      const Raised<int> busy(depth_, depth_ + 1, depth_);
+      action();
+    }
+    runWaiting();
+  });
 }
 
 void CabLine::send(const std::function<void()>& write) {
-  {
-    const Raised<bool> sending(sending_, true, sending_);
-    write();
-  }
-  while (!sending_ && !urgent_.empty()) {
-    const auto next = std::move(urgent_.front());
-    urgent_.pop_front();
-    urgent(next);
-  }
+  link_.protocol().gate().sendWhole(write);
 }
 
 void CabLine::forget(const void* owner) {

@@ -42,7 +42,8 @@ class CabLine {
   void background(const void* owner, std::function<void()> run);
 
   /// Runs `run` at once, also inside an exchange that waits, but never in the middle of a message
-  /// that is going out: then right behind it. This is how a stop gets through.
+  /// that is going out, a CV access's included: then right behind it. This is how a stop gets
+  /// through.
   void urgent(std::function<void()> run);
 
   /// Every message goes out through here, so that an urgent one cannot get in between its bytes.
@@ -73,11 +74,9 @@ class CabLine {
 
   StationLink& link_;
   int depth_ = 0;
-  bool sending_ = false;
   Queue waiting_;
   Queue background_;
   std::unique_ptr<Clock::Alarm> wake_;
-  std::deque<std::function<void()>> urgent_;
 };
 
 }  // namespace lokari

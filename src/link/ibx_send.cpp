@@ -2,6 +2,7 @@
 
 #include "link/serial_line.h"
 #include "link/station_link.h"
+#include "link/station_protocol.h"
 
 namespace lokari {
 namespace {
@@ -11,11 +12,13 @@ constexpr int kBytePauseMs = 10;
 }  // namespace
 
 void ibxSend(StationLink& link, const QByteArray& msg) {
-  link.serial().write("x");
-  for (const char byte : msg) {
-    link.DelayMsec(kBytePauseMs);
-    link.serial().write(QByteArray(1, byte));
-  }
+  link.protocol().gate().sendWhole([&] {
+    link.serial().write("x");
+    for (const char byte : msg) {
+      link.DelayMsec(kBytePauseMs);
+      link.serial().write(QByteArray(1, byte));
+    }
+  });
 }
 
 }  // namespace lokari

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "link/cv_exchange.h"
+#include "link/message_gate.h"
 
 namespace lokari {
 
@@ -46,6 +47,9 @@ class StationProtocol {
   /// Reads and drops what is waiting, where the transport lets it pile up.
   virtual void dropInput() {}
 
+  /// Keeps the messages of this station whole.
+  MessageGate& gate() { return gate_; }
+
   // -- CVs
 
   virtual std::unique_ptr<CvExchange> readCv(const CvRequest& request) = 0;
@@ -58,6 +62,7 @@ class StationProtocol {
 
  private:
   StationLink& link_;
+  MessageGate gate_;
 };
 
 }  // namespace lokari

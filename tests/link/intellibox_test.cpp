@@ -1,6 +1,7 @@
 // Sessions with the Intellibox and its CVs.
 #include "link/ibx_send.h"
 #include "link/link_error.h"
+#include "link/station_protocol.h"
 #include "support/link_fixture.h"
 
 namespace lokari {
@@ -64,6 +65,14 @@ TEST_F(IntelliboxTest, TenMillisecondsPassBeforeEachByteBehindTheLetter) {
 TEST_F(IntelliboxTest, AnEmptyCommandIsTheSingleLetter) {
   line.expect("x");
   EXPECT_EQ(timeOf([&] { ibxSend(link, {}); }), 0);
+}
+
+TEST_F(IntelliboxTest, WhatComesBetweenTheBytesOfACvWriteGoesOutBehindThem) {
+  expect("78 DE 03 00 1D 00 06").answer(fromHex("00"), 20);
+  expect("78 A5");
+  clock.schedule(
+      25, [&] { link.protocol().gate().betweenMessages([&] { ibxSend(link, fromHex("A5")); }); });
+  EXPECT_EQ(writeMain(29, 3), 6);
 }
 
 class TamsIbxSend : public IntelliboxTest {
