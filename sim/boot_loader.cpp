@@ -6,7 +6,7 @@ namespace {
 constexpr qsizetype kBlockLength = 21;
 constexpr qsizetype kHeadLength = 4;
 constexpr qsizetype kDataLength = 16;
-constexpr int kBankLength = 32768;
+constexpr qsizetype kBankLength = 32768;
 constexpr Millis kPatience = 500;
 constexpr qsizetype kLongestText = 16;
 

@@ -16,7 +16,7 @@ constexpr qsizetype kHeadLength = 10;
 /// Start, count, address, type and checksum: a record without data.
 constexpr qsizetype kFrameLength = 11;
 /// A record of 255 bytes. What stands behind it in its line is read past, however much it is.
-constexpr qsizetype kLongestRecord = kFrameLength + 255 * 2;
+constexpr qsizetype kLongestRecord = kFrameLength + qsizetype{255} * 2;
 constexpr int kBlockSize = 16;
 
 QString endLine() {
@@ -68,7 +68,7 @@ std::optional<HexError> takeRecord(QStringView line, QByteArray& image, int& dat
   const int count = digits.byte(1);
   const int address = digits.number(3, 4);
   if (line.mid(7, 2) != QLatin1String("00")) return HexError::LineType;
-  if (line.size() < count * 2 + kFrameLength) return HexError::LineTooShort;
+  if (line.size() < qsizetype{count} * 2 + kFrameLength) return HexError::LineTooShort;
   if (address + count > firmSize) return HexError::Address;
   int sum = count + address / 256 + address % 256;
   for (int i = 0; i < count; ++i) {
