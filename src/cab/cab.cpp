@@ -1,6 +1,7 @@
 #include "cab/cab.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "cab/cab_line.h"
 #include "link/station_link.h"
@@ -46,6 +47,8 @@ Cab::Cab(const CabParts& parts, int address, const std::optional<CabRecord>& rec
 Cab::~Cab() = default;
 
 // ---- Driving ------------------------------------------------------------------------------------
+// While a command waits, the station may tell of what was before it, and the window shows that.
+// What goes out is what the user asked for, and is shown again.
 
 void Cab::vsbSpeed(int value) {
   if (isUnloading()) return;
@@ -54,7 +57,6 @@ void Cab::vsbSpeed(int value) {
   emit speedShown(bar_);
   if (inSpeedChange_) return;
   exchange(kSpeed, [this] {
-    // While it waited, the station may have told an older one.
     state_.speed = bar_;
     protocol_->sendSpeed();
     state_.canBusy = false;
@@ -68,7 +70,9 @@ void Cab::cmdFunc(int n) {
   const bool on = lamp;
   emit functionChanged(n, on);
   exchange(distinct(), [this, n, on] {
-    state_.funcOn[static_cast<size_t>(n)] = on;
+    if (std::exchange(state_.funcOn[static_cast<size_t>(n)], on) != on) {
+      emit functionChanged(n, on);
+    }
     protocol_->sendFunction(n);
     state_.canBusy = false;
   });
@@ -79,7 +83,7 @@ void Cab::setDirection(bool backward) {
   state_.backward = backward;
   emit directionChanged(backward);
   exchange(distinct(), [this, backward] {
-    state_.backward = backward;
+    if (std::exchange(state_.backward, backward) != backward) emit directionChanged(backward);
     protocol_->sendDirection();
     state_.canBusy = false;
   });
@@ -91,7 +95,7 @@ void Cab::imgMan() {
   const bool manual = state_.manual;
   emit manualChanged(manual);
   exchange(distinct(), [this, manual] {
-    state_.manual = manual;
+    if (std::exchange(state_.manual, manual) != manual) emit manualChanged(manual);
     protocol_->sendManual();
     state_.canBusy = false;
   });

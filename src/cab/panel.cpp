@@ -1,5 +1,7 @@
 #include "cab/panel.h"
 
+#include <utility>
+
 #include "base/prompt.h"
 #include "cab/cab_line.h"
 #include "link/link_error.h"
@@ -47,7 +49,8 @@ void Panel::cmdFunc(int n) {
   const bool on = output;
   emit outputChanged(n, on);
   exchange(distinct(), [this, n, on] {
-    state_.outOn[static_cast<size_t>(n)] = on;
+    // The reading at load may have told of what was before.
+    if (std::exchange(state_.outOn[static_cast<size_t>(n)], on) != on) emit outputChanged(n, on);
     protocol_->sendOutput(n);
   });
 }

@@ -72,6 +72,28 @@ TEST_F(CabLoad, ASecondFailureIsToldAndTheCabStaysOpenWithItsDefaults) {
   EXPECT_FALSE(cab->loading());
 }
 
+TEST_F(CabLoad, WhatIsPressedWhileTheStateIsReadIsSentBehindItAndShownAgain) {
+  const auto cab = make();
+  station.midst = [&] {
+    cab->imgDirBackward();
+    cab->imgMan();
+    cab->cmdFunc(2);
+  };
+  bool backward = false;
+  bool manual = false;
+  bool lamp = false;
+  QObject::connect(cab.get(), &Cab::directionChanged, [&](bool shown) { backward = shown; });
+  QObject::connect(cab.get(), &Cab::manualChanged, [&](bool shown) { manual = shown; });
+  QObject::connect(cab.get(), &Cab::functionChanged, [&](int n, bool on) {
+    if (n == 2) lamp = on;
+  });
+  load(*cab);
+  EXPECT_EQ(station.log, (QStringList{"3: read", "3: backward", "3: manual 1", "3: F2 1"}));
+  EXPECT_TRUE(backward) << "no vehicle runs against the arrow that is shown";
+  EXPECT_TRUE(manual);
+  EXPECT_TRUE(lamp);
+}
+
 TEST_F(CabLoad, ADeviceThatVanishesIsAFailedReading) {
   station.vanished = true;
   const auto cab = make();

@@ -22,6 +22,21 @@ TEST_F(PanelTest, TheLowerBitOfAPairSetMeansOff) {
   EXPECT_TRUE(panel.hasState());
 }
 
+TEST_F(PanelTest, WhatIsPressedWhileTheOutputsAreReadIsSentBehindItAndShownAgain) {
+  const auto panel = std::make_shared<Panel>(panelParts(), 5, QStringLiteral("Weichen Nord"));
+  bool lamp = false;
+  QObject::connect(panel.get(), &Panel::outputChanged, [&](int n, bool on) {
+    if (n == 1) lamp = on;
+  });
+  station.answers = {FunctionMask{0b0101'0101}};
+  station.midst = [&] { panel->cmdFunc(1); };
+  bool flag = false;
+  line.exchange(panel.get(), 0, [&] { panel->load(flag); });
+  EXPECT_EQ(station.log, (QStringList{"5: read", "5: output 1 1"}));
+  EXPECT_TRUE(lamp);
+  EXPECT_TRUE(panel->state().outOn[1]);
+}
+
 TEST_F(PanelTest, TheTitleNamesTheUnitAndItsAddress) {
   const Panel& panel = open();
   EXPECT_EQ(panel.caption(), "Weichen Nord (5)");
