@@ -55,10 +55,9 @@ class FirstLenzCab final : public LenzCab {
     });
   }
 
+  /// Every command has it.
   void sendDirection() override {
-    patch([this](QByteArray& cmd) {
-      cmd[kDrive] = withBit(cmd[kDrive], kForward, !state().backward);
-    });
+    patch([](QByteArray&) {});
   }
 
   void sendFunction(int n) override {
@@ -92,10 +91,14 @@ class FirstLenzCab final : public LenzCab {
     return question;
   }
 
+  /// The direction shown goes into every command: a template that no reply has filled says backward
+  /// beside an arrow that shows forward.
   template <class Change>
   void patch(Change change) {
-    if (state().locoCmd.isEmpty() && !prepare()) return;
-    change(state().locoCmd);
+    QByteArray& cmd = state().locoCmd;
+    if (cmd.isEmpty() && !prepare()) return;
+    change(cmd);
+    cmd[kDrive] = withBit(cmd[kDrive], kForward, !state().backward);
     sendLocoCmd();
   }
 };

@@ -104,8 +104,20 @@ TEST_F(FirstLenzCab, AFailedReadingLeavesATemplateOfNothing) {
   EXPECT_FALSE(read());
   EXPECT_EQ(state.locoCmd, fromHex("B3 03 00 00"));
   EXPECT_EQ(state.steps, 28);
-  expect("B3 03 02 00 B2");
+}
+
+TEST_F(FirstLenzCab, AfterAFailedReadingTheVehicleRunsAsTheArrowShows) {
+  expect("A2 03 00 A1");
+  EXPECT_FALSE(read());
+  EXPECT_FALSE(state.backward);
+  expect("B3 03 40 01 F1");
+  function(1, true);
+  expect("B3 03 42 01 F3");
   speed(5);
+  expect("B3 03 02 01 B3");
+  direction(true);
+  expect("B3 03 12 01 A3");
+  speed(10);
 }
 
 TEST_F(FirstLenzCab, AnotherVehiclesStateIsNotTaken) {
