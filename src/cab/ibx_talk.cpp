@@ -1,5 +1,7 @@
 #include "cab/ibx_talk.h"
 
+#include <utility>
+
 #include "base/bytes.h"
 #include "base/prompt.h"
 #include "cab/cab_line.h"
@@ -38,7 +40,7 @@ QByteArray IbxTalk::ask(const QByteArray& command, int size) {
     takeOwed();
     return reply;
   } catch (const LinkError&) {
-    line_.repliesOwed = 0;
+    giveUpOwed();
     return {};
   }
 }
@@ -48,12 +50,12 @@ int IbxTalk::tell(const QByteArray& command) {
 }
 
 void IbxTalk::tellAtOnce(const QByteArray& command) {
+  ++line_.repliesOwed;
   try {
     send(command);
-    ++line_.repliesOwed;
     if (!line_.isNested()) takeOwed();
   } catch (const LinkError&) {
-    line_.repliesOwed = 0;
+    giveUpOwed();
   }
 }
 
@@ -61,9 +63,14 @@ void IbxTalk::takeOwed() {
   while (line_.repliesOwed > 0) {
     const QByteArray reply = takeReply(1);
     // Silence is over for all of them: what did not come by now does not come.
-    line_.repliesOwed = reply.isEmpty() ? 0 : line_.repliesOwed - 1;
-    if (byteAt(reply, 0) > 0) link().prompt().beep();
+    if (reply.isEmpty()) return giveUpOwed();
+    --line_.repliesOwed;
+    if (byteAt(reply, 0) != 0) link().prompt().beep();
   }
+}
+
+void IbxTalk::giveUpOwed() {
+  if (std::exchange(line_.repliesOwed, 0) > 0) link().prompt().beep();
 }
 
 }  // namespace lokari

@@ -27,14 +27,17 @@ class IbxTalk {
   int tell(const QByteArray& command);
 
   /// Sends a stop or go at once, also inside another command's wait, which then takes the reply.
+  /// One that is refused, not answered or not sent beeps.
   void tellAtOnce(const QByteArray& command);
 
  private:
   StationLink& link() const;
   void send(const QByteArray& command);
   QByteArray takeReply(int size);
-  /// Takes the replies to what got into a wait. A refusal beeps.
+  /// Takes the replies to stops and goes. A refusal and silence beep.
   void takeOwed();
+  /// They do not come any more: one beep, if there are any.
+  void giveUpOwed();
 
   CabLine& line_;
 };

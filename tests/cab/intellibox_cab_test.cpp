@@ -97,6 +97,27 @@ TEST_P(IntelliboxCab, ACommandThatNobodyAnswersBeeps) {
   EXPECT_EQ(prompt.beeps, 1);
 }
 
+TEST_P(IntelliboxCab, AStopThatNobodyAnswersBeepsOnce) {
+  expect("A5");
+  EXPECT_LE(timeOf([this] { stop(true); }), 3100);
+  EXPECT_EQ(prompt.beeps, 1);
+  EXPECT_EQ(cabLine.repliesOwed, 0);
+  expect("A7").then([this] { line.vanish(); }, 300);
+  stop(false);
+  EXPECT_EQ(prompt.beeps, 2);
+  stop(true);
+  EXPECT_EQ(prompt.beeps, 3) << "there is no line any more";
+  EXPECT_EQ(cabLine.repliesOwed, 0);
+}
+
+TEST_P(IntelliboxCab, AStopThatNobodyAnswersInsideAQuestionBeepsBehindIt) {
+  expect("84 03 00").then([this] { stop(true); }, 20);
+  expect("A5").answer(fromHex("00 25 35 1B"), 20);
+  expect("8C 03 00").answer(fromHex("00 C2"));
+  EXPECT_TRUE(read());
+  EXPECT_EQ(prompt.beeps, 1);
+}
+
 TEST_P(IntelliboxCab, ALateReplyIsNotTakenForTheNextOne) {
   expect("80 03 00 25 60").answer(fromHex("06"), 4000);
   speed(37);
