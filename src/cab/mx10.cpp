@@ -73,7 +73,6 @@ class Mx10Cab final : public CabProtocol {
     send(mx10::drive(state().address, value & 0xFF, state().canFlags, state().canFuncs));
   }
 
-  /// The bar's position goes out as it stands, not times 8: the station keeps the vehicle's speed
   /// The bar's position goes out as it stands, not times 8.
   void sendDirection() override {
     state().canFlags = mx10::directionFlags(state().canFlags, state().backward);

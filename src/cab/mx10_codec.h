@@ -10,9 +10,8 @@
 //   021186C2  L H n 00 on 00            function
 //   021586C2  L H 01 00 on 00           manual
 //   000186C2  00 00 03 mode             track: 02 stop, 01 go
-//   010886C2  L H                       ask for outputs; the fifth byte of the answer has bit 2i
-//   set
-//                                       when output i is off
+//   010886C2  L H                       ask for outputs; bit 2i of the answer's fifth byte is set
+//                                       for output i off
 //   011186C2  L H n on                  switch an output
 #pragma once
 

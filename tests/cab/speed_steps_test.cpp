@@ -44,6 +44,16 @@ TEST(SpeedSteps, ABarPositionBecomesAStationValue) {
   EXPECT_EQ(stationSteps(127, 14), 13);
 }
 
+TEST(SpeedSteps, EveryBarPositionIsRoundedDown) {
+  for (const int steps : {14, 27, 28, 128}) {
+    for (int speed = 0; speed <= 127; ++speed) {
+      const int told = static_cast<int>(std::floor(steps * (speed / 128.0)));
+      EXPECT_EQ(stationSteps(speed, steps), told) << speed << " with " << steps;
+      EXPECT_EQ(cutStationSteps(speed, steps), std::min(told, 126)) << speed << " with " << steps;
+    }
+  }
+}
+
 TEST(SpeedSteps, TheHighestSpeedIsCutTo126) {
   EXPECT_EQ(cutStationSteps(127, 128), 126);
   EXPECT_EQ(cutStationSteps(126, 128), 126);
