@@ -16,6 +16,23 @@ set(LOKARI_ARROWS_app base link db decoder cab station reports)
 set(LOKARI_ARROWS_cli base link db decoder cab station reports app)
 set(LOKARI_ARROWS_sim base)
 
+# The sanitized build compiles everything once more: there the headers that nearly every source
+# includes come ready made. The plain build does without, so that each source names what it needs.
+option(LOKARI_PRECOMPILE "Precompile the common headers" OFF)
+set(LOKARI_COMMON_HEADERS
+  <QByteArray> <QDir> <QFile> <QHash> <QList> <QObject> <QString> <QStringList> <QVariant>
+  <algorithm> <array> <deque> <functional> <map> <memory> <optional> <stdexcept> <vector>)
+set(LOKARI_WINDOW_HEADERS
+  <QApplication> <QComboBox> <QDialog> <QGridLayout> <QLabel> <QLineEdit> <QPushButton>
+  <QRadioButton> <QVBoxLayout> <QWidget>)
+
+# _lokari_precompile(TARGET header...)
+function(_lokari_precompile target)
+  if(LOKARI_PRECOMPILE)
+    target_precompile_headers(${target} PRIVATE ${ARGN})
+  endif()
+endfunction()
+
 function(_lokari_check_arrows from allowed)
   foreach(to IN LISTS ARGN)
     if(NOT to IN_LIST allowed)
@@ -32,6 +49,7 @@ function(lokari_room name)
     message(FATAL_ERROR "Room '${name}' links Qt Widgets: windows belong into its ui/")
   endif()
   add_library(lokari_${name} STATIC ${ARG_SOURCES})
+  _lokari_precompile(lokari_${name} ${LOKARI_COMMON_HEADERS})
   target_include_directories(lokari_${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
   target_link_libraries(lokari_${name} PUBLIC lokari_options ${ARG_LIBS})
   foreach(use IN LISTS ARG_USES)
@@ -49,6 +67,7 @@ function(lokari_room_ui name)
   _lokari_check_arrows(${name}/ui "${name};${LOKARI_ARROWS_${name}}" ${ARG_USES})
   _lokari_check_arrows(${name}/ui "${LOKARI_ARROWS_${name}}" ${ARG_UI})
   add_library(lokari_${name}_ui STATIC ${ARG_SOURCES})
+  _lokari_precompile(lokari_${name}_ui ${LOKARI_COMMON_HEADERS} ${LOKARI_WINDOW_HEADERS})
   target_link_libraries(lokari_${name}_ui PUBLIC lokari_options lokari_${name} Qt6::Widgets)
   foreach(use IN LISTS ARG_USES)
     target_link_libraries(lokari_${name}_ui PUBLIC lokari_${use})
@@ -67,6 +86,7 @@ endfunction()
 function(lokari_tests name)
   cmake_parse_arguments(ARG "" "SHARED_PORTS" "LIBS;SOURCES" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
+  _lokari_precompile(${name} ${LOKARI_COMMON_HEADERS} <gtest/gtest.h>)
   target_link_libraries(${name} PRIVATE ${ARG_LIBS} lokari_test_support)
   # One variable each: a list in a property would come apart on its way to the test.
   set(properties TIMEOUT 120
