@@ -21,19 +21,12 @@ struct CabRow {
 /// In the order of the families.
 constexpr std::array kCabs{
     CabRow{ProtocolFamily::Mx1Text, makeMx1TextCab, makeMx1TextPanel},
-
     CabRow{ProtocolFamily::ZimoBinary, makeZimoBinaryCab, makeZimoBinaryPanel},
-
     CabRow{ProtocolFamily::Lenz, makeLenzCab, makeLenzPanel},
-
     CabRow{ProtocolFamily::LiDp, nullptr, nullptr},
-
     CabRow{ProtocolFamily::Intellibox, makeIntelliboxCab, makeIntelliboxPanel},
-
     CabRow{ProtocolFamily::Tams, makeIntelliboxCab, makeIntelliboxPanel},
-
     CabRow{ProtocolFamily::Z21, makeZ21Cab, makeZ21Panel},
-
     CabRow{ProtocolFamily::Mx10, makeMx10Cab, makeMx10Panel},
 };
 
