@@ -6,13 +6,13 @@
 #include "base/prompt.h"
 #include "cab/cab_table.h"
 #include "db/database_session.h"
+#include "db/form_names.h"
 #include "link/station_link.h"
 
 namespace lokari {
 namespace {
 
 constexpr double kFunctionUnit = 2;
-constexpr int kHighestAddress = 10239;
 
 }  // namespace
 
@@ -36,7 +36,8 @@ std::optional<double> Driving::dcType() const {
 std::optional<int> Driving::addressOnShow() const {
   const double address =
       std::nearbyint(numericPrefix(session_.form().text(QStringLiteral("dc_adr"))));
-  if (address >= 1 && address <= kHighestAddress) return static_cast<int>(address);
+  if (address >= form::kLowestAddress && address <= form::kHighestAddress)
+    return static_cast<int>(address);
   prompt_.message(QStringLiteral("Adresse ungültig"));
   return std::nullopt;
 }
@@ -64,25 +65,38 @@ void Driving::butSwitch() {
 }
 
 void Driving::OpenCab(int address, bool noRecord) {
-  // Now: while the session opens, the user may go on to another record.
+  // Now: until the line is free, the user may go on to another record.
   const auto record = noRecord ? std::nullopt : std::optional(records_.onShow());
-  if (!link_.settings().station().cab.linkStaysOpen || cabs_.isOpen(address)) {
+  if (cabs_.isOpen(address)) {
     cabs_.OpenCab(address, record);
     return;
   }
-  line_.exchange(&cabs_, ++asked_, [this, address, record] {
-    const QString failure = link_.initComm(true, false, false);
-    if (!failure.isEmpty()) prompt_.message(failure);
-    // A cab takes the session over; without one there is nobody to give it back.
-    if (!failure.isEmpty() || !cabs_.OpenCab(address, record)) link_.FinishComm();
-  });
+  whenFree(&cabs_, ++asked_, [this, address, record] { openNewCab(address, record); });
+}
+
+void Driving::openNewCab(int address, const std::optional<CabRecord>& record) {
+  if (!link_.settings().station().cab.linkStaysOpen) {
+    cabs_.OpenCab(address, record);
+    return;
+  }
+  const QString failure = link_.initComm(true, false, false);
+  if (!failure.isEmpty()) prompt_.message(failure);
+  // A cab takes the session over; without one there is nobody to give it back.
+  if (!failure.isEmpty() || !cabs_.OpenCab(address, record)) link_.FinishComm();
 }
 
 void Driving::runAlone(const void* owner, std::function<void()> job) {
-  line_.exchange(owner, 0, std::move(job));
+  whenFree(owner, 0, std::move(job));
+}
+
+void Driving::whenFree(const void* owner, int what, std::function<void()> job) {
+  line_.exchange(owner, what, [this, run = std::move(job)] {
+    if (!closed_) run();
+  });
 }
 
 void Driving::closeAll() {
+  closed_ = true;
   // The exchange in hand stands on the stack of this very act; it must not hold the end up.
   if (line_.isBusy()) link_.cancelRequested = true;
   cabs_.closeAll();

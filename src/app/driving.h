@@ -39,7 +39,8 @@ class Driving {
   /// has ended. Now, or as soon as an exchange in hand has ended; asked for twice, it runs once.
   void runAlone(const void* owner, std::function<void()> job);
 
-  /// Closes all cabs and panels in the order of their slots, at the end of the program.
+  /// The end of the program: closes all cabs and panels in the order of their slots. Cabs and jobs
+  /// that still wait for the line are forgotten.
   void closeAll();
 
   CabFleet& cabs() { return cabs_; }
@@ -49,6 +50,8 @@ class Driving {
   /// The type of the record on show; nothing, and a message, when it has none.
   std::optional<double> dcType() const;
   std::optional<int> addressOnShow() const;
+  void openNewCab(int address, const std::optional<CabRecord>& record);
+  void whenFree(const void* owner, int what, std::function<void()> job);
 
   StationLink& link_;
   DatabaseSession& session_;
@@ -57,7 +60,8 @@ class Driving {
   VehicleRecords records_;
   CabFleet cabs_;
   PanelFleet panels_;
-  int asked_ = 0;  // cabs asked for by way of the line
+  int asked_ = 0;        // cabs asked for by way of the line
+  bool closed_ = false;  // closeAll() has begun
 };
 
 }  // namespace lokari

@@ -9,15 +9,10 @@
 #include "base/paths.h"
 #include "base/prompt.h"
 #include "db/database_session.h"
+#include "db/form_names.h"
 #include "link/can_log.h"
 
 namespace lokari {
-namespace {
-
-constexpr int kHighestAddress = 10239;
-
-}  // namespace
-
 Workbench::Workbench(WorkbenchParts parts)
     : parts_(std::move(parts)),
       ini_(parts_.paths.iniFile),
@@ -84,7 +79,8 @@ void Workbench::SetCaption() {
 
 void Workbench::externalMessage(int address) {
   if (decoderWindowVisible && decoderWindowVisible()) return;
-  if (address >= 1 && address <= kHighestAddress) driving_->OpenCab(address, true);
+  if (address >= form::kLowestAddress && address <= form::kHighestAddress)
+    driving_->OpenCab(address, true);
 }
 
 void Workbench::mnuHelpContents() {

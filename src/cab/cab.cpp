@@ -1,5 +1,7 @@
 #include "cab/cab.h"
 
+#include <QScopedValueRollback>
+
 #include <algorithm>
 #include <utility>
 
@@ -12,20 +14,6 @@ namespace {
 /// Names of exchanges; a newer one of a name takes the place of one that still waits.
 constexpr int kSpeed = 1;
 constexpr int kCv = 1000;  // and the CV's number
-
-/// Sets a value for a scope.
-template <class T>
-class Held {
- public:
-  Held(T& value, T held) : value_(value), before_(value) { value_ = held; }
-  ~Held() { value_ = before_; }
-  Held(const Held&) = delete;
-  Held& operator=(const Held&) = delete;
-
- private:
-  T& value_;
-  T before_;
-};
 
 }  // namespace
 
@@ -145,10 +133,10 @@ void Cab::writeCV(const MainProgramming::Step& step, int mode) {
   emit programmingChanged();
   if (isUnloading()) return;
   exchange(kCv + step.number, [this, step, mode] {
-    const Held job(link().commJob, CommJob::WriteMain);
+    const QScopedValueRollback job(link().commJob, CommJob::WriteMain);
     // The last job may have left the other track chosen.
-    const Held track(link().progTrack, false);
-    const Held busy(state_.canBusy, true);
+    const QScopedValueRollback track(link().progTrack, false);
+    const QScopedValueRollback busy(state_.canBusy, true);
     // An MX1 knows long addresses by an index only; without one nothing must be written, since its
     // command would reach another vehicle.
     const int known = link().getAddrIndex(address());

@@ -1,29 +1,13 @@
 #include "cab/cab_line.h"
 
+#include <QScopedValueRollback>
+
 #include <algorithm>
 
 #include "link/station_link.h"
 #include "link/station_protocol.h"
 
 namespace lokari {
-namespace {
-
-/// Raises a value for a scope, whatever ends it.
-template <class T>
-class Raised {
- public:
-  Raised(T& value, T raised, T before) : value_(value), before_(before) { value_ = raised; }
-  ~Raised() { value_ = before_; }
-  Raised(const Raised&) = delete;
-  Raised& operator=(const Raised&) = delete;
-
- private:
-  T& value_;
-  T before_;
-};
-
-}  // namespace
-
 void CabLine::put(Queue& queue, Waiting next) {
   const auto same = std::find_if(queue.begin(), queue.end(), [&](const Waiting& each) {
     return each.owner == next.owner && each.what == next.what;
@@ -36,7 +20,7 @@ void CabLine::put(Queue& queue, Waiting next) {
 }
 
 void CabLine::run(const std::function<void()>& exchange) {
-  const Raised<int> busy(depth_, 1, 0);
+  const QScopedValueRollback busy(depth_, 1);
   exchange();
 }
 
@@ -81,7 +65,7 @@ void CabLine::runBackground() {
 void CabLine::urgent(std::function<void()> run) {
   link_.protocol().gate().betweenMessages([this, action = std::move(run)] {
     {
-      const Raised<int> busy(depth_, depth_ + 1, depth_);
+      const QScopedValueRollback busy(depth_, depth_ + 1);
       action();
     }
     runWaiting();

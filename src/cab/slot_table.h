@@ -66,7 +66,6 @@ class SlotTable {
 
   int freeSlot() const;
   void load(int slot);
-  void place(int slot);
   void bringUp(int slot);
   void empty(int slot);
   void noteGone(const SlotUnit* unit);

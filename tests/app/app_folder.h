@@ -108,6 +108,17 @@ class AppFolder {
     }
   }
 
+  /// Columns of the vehicle with that address.
+  void change(int address, const QList<std::pair<QString, QVariant>>& columns) const {
+    Database database(file(databaseName()));
+    RecordSet records;
+    records.open(database, QStringLiteral("SELECT * FROM LOCO_DAT"));
+    records.FindFirst(QStringLiteral("DC_ADR=%1").arg(address));
+    records.Edit();
+    for (const auto& [column, value] : columns) records.setValue(column, value);
+    records.Update();
+  }
+
   /// A column of the vehicle with that address, as stored.
   QVariant stored(int address, const QString& column) const {
     Database database(file(databaseName()));

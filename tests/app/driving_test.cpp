@@ -29,6 +29,22 @@ class DrivingTest : public ::testing::Test {
     return outside_.prompt.shown.isEmpty() ? QString() : outside_.prompt.shown.last();
   }
 
+  /// The program ends while a cab and a job wait for the end of a reading that nobody answers.
+  void endInTheMiddleOfAReading() {
+    bool ran = false;
+    outside_.clock.schedule(500, [&] {
+      driving().OpenCab(9, true);
+      driving().runAlone(this, [&] { ran = true; });
+      ASSERT_TRUE(workbench_->shutDown());
+    });
+    driving().OpenCab(7, true);
+    EXPECT_FALSE(ran);
+    driving().OpenCab(11, true);
+    for (const int address : {7, 9, 11}) EXPECT_FALSE(driving().cabs().isOpen(address)) << address;
+    EXPECT_FALSE(view_.windows.log.contains("9: up"));
+    EXPECT_EQ(workbench_->link().commUseCount, 0);
+  }
+
   test::AppFolder folder_;
   test::Outside outside_;
   test::RecordingWorkbenchView view_{outside_.prompt};
@@ -134,6 +150,31 @@ TEST_F(DrivingTest, TheEndInTheMiddleOfAnExchangeDoesNotWaitForASilentStation) {
   EXPECT_LT(outside_.clock.now() - before, 2000);
   EXPECT_FALSE(outside_.serial.isOpen());
   EXPECT_EQ(workbench_->link().commUseCount, 0);
+}
+
+TEST_F(DrivingTest, WhatStillWaitsForTheLineDoesNotComeUpAfterTheEnd) {
+  start("BaseUnit=MX1\r\n");
+  endInTheMiddleOfAReading();
+}
+
+TEST_F(DrivingTest, WhatStillWaitsForALinkThatStaysOpenDoesNotComeUpAfterTheEnd) {
+  start("BaseUnit=Z21IP\r\nIPAddr=127.000.000.001\r\n");
+  endInTheMiddleOfAReading();
+}
+
+TEST_F(DrivingTest, CVsThatWereChangedWhileDrivingAreStoredAtTheEndOfTheProgram) {
+  folder_.write(QStringLiteral("Zimo/MX620.dec"), "PROGMAIN=J\nCV_3=Anfahren\n");
+  start("BaseUnit=MX1\r\n");
+  folder_.change(3, {{QStringLiteral("DC_MANUF"), 145}, {QStringLiteral("DC_DECODER"), "MX620"}});
+  ASSERT_EQ(form().FindFirst(QStringLiteral("DC_ADR=5")), FindResult::Found);
+  ASSERT_EQ(form().FindFirst(QStringLiteral("DC_ADR=3")), FindResult::Found);
+  driving().butDrive();
+  Cab* cab = driving().cabs().cabForms(1);
+  ASSERT_TRUE(cab->programming().isAvailable());
+  cab->stepCVUp();
+  cab->stepCVUp();
+  ASSERT_TRUE(workbench_->shutDown());
+  EXPECT_EQ(folder_.stored(3, QStringLiteral("DC_CV")).toByteArray().mid(2, 1), QByteArray("\2"));
 }
 
 TEST_F(DrivingTest, WhatNeedsTheStationForItselfKeepsANewCabWaiting) {
