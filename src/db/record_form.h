@@ -97,6 +97,7 @@ class RecordForm : public QObject {
   bool adrCheckOff = false;    ///< no range check when `dc_adr` loses the focus
   QString sqlFilter;           ///< condition of the active filter
   QString reportFilter;        ///< the same as a report selection
+  QString pendingFind;         ///< condition that the vehicle list is given and hands back
 
   RecordSet& records() { return records_; }
   const RecordSet& records() const { return records_; }
@@ -138,8 +139,8 @@ class RecordForm : public QObject {
   FindResult FindFirst(const QString& condition);
   void goTo(const Bookmark& bookmark);
   /// Stores the record if it is being edited; a new one is then on show in browsing mode. A blank
-  /// record that nobody touched stays what it is. False when the record was not valid or the
-  /// storage refused it; a message was shown.
+  /// record that nobody touched stays what it is, and a query form is left. False when the record
+  /// was not valid or the storage refused it; a message was shown.
   bool storeEdit();
   /// Stores what is pending and closes the record set, for shutdown. False when it could not be
   /// stored: then everything stays as it is.
@@ -150,7 +151,15 @@ class RecordForm : public QObject {
   void butNew();
   void butDelete();
   void butCancel();
+  /// Confirms the new record, or finds what the query form asks for.
   void butOK();
+  /// Makes the form a query form: blank, its buttons those of the search. A pending edit is stored
+  /// first; when it is not valid the form stays what it is.
+  void butFind();
+  /// Restricts the record set to what the query form asks for; an empty form ends the filter.
+  void butFilter();
+  /// True while the form is a query form. What it holds then is no record and is never stored.
+  bool isSearching() const { return isVisible(QStringLiteral("butFilter")); }
   void mnuEditCopy();
   void mnuEditInsert();
   void butPicLink();
@@ -175,6 +184,13 @@ class RecordForm : public QObject {
   /// The values of CV set `set`, 1 to 5, of the record on show were stored by somebody else: the
   /// working copy takes them, and an edit in hand will not put the old ones back.
   void takeCvValues(int set, const QByteArray& values);
+
+  /// The checks of butTable ahead of the vehicle list: false when there is no record to list. The
+  /// record is stored; `pendingFind` tells the list where to stand.
+  bool prepareList();
+  /// After the list closed: goes to the record that `pendingFind` names. Empty, or a condition
+  /// without a value, leaves the form where it is; so does a record that is not found.
+  void takeFromList();
 
   /// Reads the list of a drop-down anew; its text stays.
   void refreshList(const QString& control);
@@ -246,6 +262,10 @@ class RecordForm : public QObject {
 
   // Modes.
   void browse();
+  void dropBlank();
+  void runSearch(bool filter);
+  void findFirst(const QString& condition, const Bookmark& lastPlace);
+  void filterBy(const QString& condition, const QString& selection);
   void deleteRecord();
 
   RecordFormParts parts_;

@@ -40,7 +40,10 @@ void RecordForm::butNew() {
 }
 
 void RecordForm::butOK() {
-  if (savedOkCaption.isEmpty()) return;
+  if (savedOkCaption.isEmpty()) {
+    runSearch(false);
+    return;
+  }
   if (editMode() == EditMode::None) {
     // butDelete has given the new record up already.
     browse();
@@ -59,6 +62,10 @@ void RecordForm::butCancel() {
     parts_.prompt.beep();
     return;
   }
+  dropBlank();
+}
+
+void RecordForm::dropBlank() {
   browse();
   records_.CancelUpdate();
   show();

@@ -244,6 +244,10 @@ bool RecordForm::leave(FormAction action) {
 }
 
 bool RecordForm::storeEdit() {
+  if (isSearching()) {
+    dropBlank();
+    return true;
+  }
   if (isUntouchedBlank()) return true;
   const bool added = editMode() == EditMode::Add;
   if (editMode() != EditMode::None && !Update()) return false;
