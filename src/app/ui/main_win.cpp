@@ -23,6 +23,7 @@
 #include "cab/ui/frm_cab.h"
 #include "cab/ui/frm_panel.h"
 #include "db/database_session.h"
+#include "db/ui/dlg_table.h"
 #include "decoder/decoder_bench.h"
 #include "decoder/ui/frm_decoder.h"
 #include "link/ui/dlg_comm.h"
@@ -124,6 +125,9 @@ void MainWin::showSplash() {
 
 void MainWin::bind(DatabaseSession& session) {
   binder_ = new RecordBinder(session.form(), {*page_, *tools_, *data1_, *menu_}, this);
+  connect(tools_->button(QStringLiteral("butTable")), &QToolButton::clicked, this,
+          [this] { butTable(workbench_.session().form(), workbench_.prompt(), scale_, this); });
+  binder_->offer(QStringLiteral("butTable"));
   connect(tools_->button(QStringLiteral("butProg")), &QToolButton::clicked, this,
           &MainWin::butProg);
   binder_->offer(QStringLiteral("butProg"));

@@ -24,18 +24,21 @@ struct Command {
   void (RecordForm::*run)();
 };
 
-constexpr std::array<Command, 4> kButtons{{
+constexpr std::array<Command, 6> kButtons{{
+    {u"butFind", &RecordForm::butFind},
     {u"butNew", &RecordForm::butNew},
     {u"butDelete", &RecordForm::butDelete},
     {u"butOK", &RecordForm::butOK},
+    {u"butFilter", &RecordForm::butFilter},
     {u"butCancel", &RecordForm::butCancel},
 }};
 
-constexpr std::array<Command, 4> kEntries{{
+constexpr std::array<Command, 5> kEntries{{
     {u"mnuEditNew", &RecordForm::butNew},
     {u"mnuEditCopy", &RecordForm::mnuEditCopy},
     {u"mnuEditInsert", &RecordForm::mnuEditInsert},
     {u"mnuEditDelete", &RecordForm::butDelete},
+    {u"mnuEditFind", &RecordForm::butFind},
 }};
 
 /// Controls beside the fields whose state the form tells.

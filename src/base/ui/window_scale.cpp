@@ -14,6 +14,10 @@ QString sizeKey(const QString& name) {
   return QStringLiteral("Size/") + name;
 }
 
+QString columnsKey(const QString& name) {
+  return QStringLiteral("Columns/") + name;
+}
+
 }  // namespace
 
 void WindowScale::begin(QSize designSize) {
@@ -57,6 +61,20 @@ void WindowScale::arrange(QWidget* window, QWidget* contents) const {
 
 QSize WindowScale::storedSize(const QString& name) const {
   return QSettings(stateFile_, QSettings::IniFormat).value(sizeKey(name)).toSize();
+}
+
+QList<int> WindowScale::storedColumns(const QString& name) const {
+  QList<int> widths;
+  const QStringList stored =
+      QSettings(stateFile_, QSettings::IniFormat).value(columnsKey(name)).toStringList();
+  for (const QString& width : stored) widths << width.toInt();
+  return widths;
+}
+
+void WindowScale::storeColumns(const QString& name, const QList<int>& widths) const {
+  QStringList texts;
+  for (const int width : widths) texts << QString::number(width);
+  QSettings(stateFile_, QSettings::IniFormat).setValue(columnsKey(name), texts);
 }
 
 void WindowScale::storeSize(const QString& name, QSize size) const {

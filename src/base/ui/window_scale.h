@@ -1,6 +1,7 @@
 // How windows follow the main window's size.
 #pragma once
 
+#include <QList>
 #include <QSize>
 #include <QString>
 
@@ -12,8 +13,9 @@ namespace lokari {
 /// window's scale, and the main window's size is kept from run to run. With 0 the layouts are
 /// fixed and the factors stay 1.
 ///
-/// Sizes are kept in a state file of their own, WINDOW.INI in the data folder, section [Size]: the
-/// settings file belongs to the user and the options dialog alone.
+/// Sizes are kept in a state file of their own, WINDOW.INI in the data folder, section [Size], and
+/// widths of columns in section [Columns] there: the settings file belongs to the user and the
+/// options dialog alone.
 class WindowScale {
  public:
   /// `stateFile` is the full path of the state file; it need not exist.
@@ -39,6 +41,11 @@ class WindowScale {
   QSize storedSize(const QString& name) const;
   /// Nothing with `resizeMode` 0.
   void storeSize(const QString& name, QSize size) const;
+
+  /// The widths of a grid's columns, stored under the name of its window, or an empty list. They
+  /// are the user's own choice and do not depend on `resizeMode`.
+  QList<int> storedColumns(const QString& name) const;
+  void storeColumns(const QString& name, const QList<int>& widths) const;
 
   double scaleX = 1.0;
   double scaleY = 1.0;
