@@ -26,6 +26,15 @@ CabSession::~CabSession() {
   if (open_) context_.link.FinishComm();
 }
 
+ExitStatus CabSession::status() const {
+  if (context_.prompt.hasBeeped()) {
+    context_.console.message(
+        QStringLiteral("Die Digitalzentrale hat einen Befehl nicht bestätigt!"));
+    return ExitStatus::Failed;
+  }
+  return context_.interrupt.raised ? ExitStatus::Failed : ExitStatus::Done;
+}
+
 void checkHasCabs(const CliContext& context, const QString& job) {
   const StationKindRow& kind = context.settings.station();
   if (kind.cab.available()) return;

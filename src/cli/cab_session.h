@@ -17,6 +17,8 @@ class CabSession {
   /// False when the station could not be reached; the reason has been told.
   bool isOpen() const { return open_; }
   CabLine& line() { return line_; }
+  /// The exit status behind the commands, which tell no failure themselves; the user is told here.
+  ExitStatus status() const;
   /// Somebody else gives the session back.
   void handOver() { open_ = false; }
 

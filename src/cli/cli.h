@@ -9,6 +9,7 @@
 
 #include "base/app_paths.h"
 #include "base/settings.h"
+#include "cli/console_prompt.h"
 #include "link/station_link.h"
 
 namespace lokari {
@@ -46,7 +47,7 @@ struct CliContext {
   const AppPaths& paths;
   Settings& settings;
   Clock& clock;
-  Prompt& prompt;
+  ConsolePrompt& prompt;
   Console& console;
   StationLink& link;
   Interrupt& interrupt;

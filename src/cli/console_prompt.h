@@ -16,11 +16,14 @@ class ConsolePrompt final : public Prompt {
   /// There is nobody to choose a file: cancelled.
   QString openFile(const FileQuestion& question) override;
   QString saveFile(const FileQuestion& question) override;
-  void beep() override {}
+  /// Nothing sounds, but a job that gives no other sign of a refusal can ask for it.
+  void beep() override { beeped_ = true; }
+  bool hasBeeped() const { return beeped_; }
 
  private:
   Console& console_;
   bool yes_;
+  bool beeped_ = false;
 };
 
 }  // namespace lokari

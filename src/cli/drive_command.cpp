@@ -9,11 +9,10 @@
 #include "cli/cab_session.h"
 #include "cli/command.h"
 #include "cli/console.h"
+#include "db/form_names.h"
 
 namespace lokari {
 namespace {
-
-constexpr int kHighestAddress = 10239;
 
 struct DriveCall {
   int address = 0;
@@ -35,7 +34,8 @@ DriveCall takeCall(const QStringList& arguments, const StationKindRow& kind) {
   }
   const QStringList rest = parser.takeRest();
   if (rest.size() != 1) throw WrongCall(QStringLiteral("Es fehlt die Adresse!"));
-  call.address = numberArgument(rest[0], 1, kHighestAddress, QStringLiteral("Adresse"));
+  call.address = numberArgument(rest[0], form::kLowestAddress, form::kHighestAddress,
+                                QStringLiteral("Adresse"));
   return call;
 }
 
@@ -89,7 +89,7 @@ ExitStatus drive(const QStringList& arguments, CliContext& context) {
     print(*cab, context.console);
   }
   cab->unload();
-  return told ? ExitStatus::Done : ExitStatus::Failed;
+  return told ? session.status() : ExitStatus::Failed;
 }
 
 }  // namespace lokari

@@ -8,11 +8,10 @@
 #include "cli/cab_session.h"
 #include "cli/command.h"
 #include "cli/console.h"
+#include "db/form_names.h"
 
 namespace lokari {
 namespace {
-
-constexpr int kHighestAddress = 10239;
 
 struct SwitchCall {
   int address = 0;
@@ -24,7 +23,8 @@ SwitchCall takeCall(const QStringList& arguments) {
   const QStringList rest = parser.takeRest();
   if (rest.size() < 2) throw WrongCall(QStringLiteral("Es fehlen Adresse und Ausgang!"));
   SwitchCall call;
-  call.address = numberArgument(rest[0], 1, kHighestAddress, QStringLiteral("Adresse"));
+  call.address = numberArgument(rest[0], form::kLowestAddress, form::kHighestAddress,
+                                QStringLiteral("Adresse"));
   for (const QString& text : rest.mid(1)) {
     call.outputs.push_back(
         switchArgument(text, 1, PanelState::kOutputs, QStringLiteral("Ausgang")));
@@ -57,7 +57,7 @@ ExitStatus switchOutputs(const QStringList& arguments, CliContext& context) {
     }
   }
   panel->unload();
-  return told ? ExitStatus::Done : ExitStatus::Failed;
+  return told ? session.status() : ExitStatus::Failed;
 }
 
 }  // namespace lokari

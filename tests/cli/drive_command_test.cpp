@@ -77,6 +77,15 @@ TEST_F(DriveCommandTest, ASilentStationIsToldAndNothingIsDriven) {
   EXPECT_FALSE(line_.isOpen());
 }
 
+TEST_F(DriveCommandTest, ACommandThatTheStationDoesNotAcknowledgeIsAFailure) {
+  // The reading is two exchanges.
+  faults.add({.kind = sim::FaultKind::Silence, .skip = 2});
+  EXPECT_EQ(run("drive 3 --speed 40"), 1);
+  EXPECT_EQ(console.messages, QStringList{"Die Digitalzentrale hat einen Befehl nicht bestätigt!"});
+  EXPECT_EQ(run("drive 3 --speed 50"), 0);
+  EXPECT_TRUE(console.messages.isEmpty());
+}
+
 TEST_F(DriveCommandTest, WithoutASessionTheCallFails) {
   line_.failsToOpen = true;
   EXPECT_EQ(run("drive 3"), 2);
@@ -85,6 +94,15 @@ TEST_F(DriveCommandTest, WithoutASessionTheCallFails) {
 
 TEST_F(DriveCommandTest, CtrlCEndsTheWaitForASilentStation) {
   faults.add({.kind = sim::FaultKind::Silence, .count = sim::Fault::kAlways});
+  writeIni("LOKARI", "BaseUnit=TAMSMC\r\nComPort=3\r\nTimeout=999\r\nDelay=0\r\n");
+  clock.schedule(3000, [&] { interrupt.raise(); });
+  EXPECT_EQ(run("drive 3 --speed 40"), 1);
+  EXPECT_LT(clock.now(), 10000);
+  EXPECT_FALSE(line_.isOpen());
+}
+
+TEST_F(DriveCommandTest, CtrlCWhileACommandIsSentIsAFailure) {
+  faults.add({.kind = sim::FaultKind::Silence, .count = 1, .skip = 2});
   writeIni("LOKARI", "BaseUnit=TAMSMC\r\nComPort=3\r\nTimeout=999\r\nDelay=0\r\n");
   clock.schedule(3000, [&] { interrupt.raise(); });
   EXPECT_EQ(run("drive 3 --speed 40"), 1);
