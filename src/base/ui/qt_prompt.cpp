@@ -77,13 +77,14 @@ QString caseBlindMask(const QString& mask) {
   return result;
 }
 
-/// The name typed without an extension stays as it is: who asked decides about it.
+/// A typed name stays as it is, and need not be that of a file: who asked adds an extension, and
+/// tells what is missing.
 QString runFileDialog(const FileQuestion& question, QFileDialog::AcceptMode mode) {
   QFileDialog dialog(windowInFront(), question.title);
   dialog.setObjectName(QStringLiteral("CommonDialog1"));
   const bool opening = mode == QFileDialog::AcceptOpen;
   dialog.setAcceptMode(mode);
-  dialog.setFileMode(opening ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+  dialog.setFileMode(QFileDialog::AnyFile);
   dialog.setOption(QFileDialog::HideNameFilterDetails);
   dialog.setOption(QFileDialog::DontConfirmOverwrite);
   dialog.setNameFilters(nameFilters(question.filter));

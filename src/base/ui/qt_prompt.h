@@ -12,6 +12,7 @@ namespace lokari {
 class QtPrompt final : public Prompt {
  public:
   Answer ask(const QString& text, Buttons buttons, Icon icon, const QString& title) override;
+  /// Takes a name that is typed without its extension; such a file need not exist.
   QString openFile(const FileQuestion& question) override;
   /// Does not ask before a file is overwritten; the callers have rules of their own.
   QString saveFile(const FileQuestion& question) override;

@@ -4,10 +4,12 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
 
 #include <functional>
@@ -95,6 +97,39 @@ TEST(QtPrompt, AFileDialogHasTitleFolderFiltersAndPresetName) {
   EXPECT_EQ(start, folder.path());
   EXPECT_EQ(chosen, QStringList(folder.filePath(QStringLiteral("NEUE_DB.MDB"))));
   EXPECT_TRUE(name.isEmpty());
+}
+
+/// What the dialog gives for a name that the user types and confirms with Enter.
+QString openedAs(const QString& folder, const QString& name) {
+  QtPrompt prompt;
+  whenShown<QFileDialog>([&](QFileDialog& dialog) {
+    auto* edit = dialog.findChild<QLineEdit*>();
+    ASSERT_NE(edit, nullptr);
+    edit->setText(name);
+    QTest::keyClick(edit, Qt::Key_Return);
+    // A refused name would keep the dialog open.
+    if (dialog.isVisible()) dialog.reject();
+  });
+  return prompt.openFile({QStringLiteral("Geschwindigkeitstabelle laden"),
+                          QStringLiteral("Geschwindikeitstabellen (*.spd)|*.spd"),
+                          folder,
+                          {}});
+}
+
+TEST(QtPrompt, ANameToOpenMayBeTypedWithoutItsExtension) {
+  const QTemporaryDir folder;
+  QFile file(folder.filePath(QStringLiteral("Tab1.spd")));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  EXPECT_EQ(openedAs(folder.path(), QStringLiteral("Tab1")),
+            folder.filePath(QStringLiteral("Tab1")));
+  EXPECT_EQ(openedAs(folder.path(), QStringLiteral("Tab1.spd")),
+            folder.filePath(QStringLiteral("Tab1.spd")));
+}
+
+TEST(QtPrompt, AFolderIsEnteredNotOpened) {
+  const QTemporaryDir folder;
+  ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("Alt")));
+  EXPECT_TRUE(openedAs(folder.path(), QStringLiteral("Alt")).isEmpty());
 }
 
 TEST(NameFilters, MasksMatchInAnyCase) {
