@@ -207,10 +207,11 @@ TEST_F(DlgTableTest, SearchesAsOneTypesAndF3GoesOn) {
   QTest::keyClick(search, Qt::Key_F3);
   EXPECT_EQ(current(), str("A3"));
   QTest::keyClicks(search, str("x"));
+  EXPECT_TRUE(child<QLabel>("labSearch")->isVisible());
   EXPECT_EQ(child<QLabel>("labSearch")->text(), str("kein Treffer"));
   EXPECT_EQ(current(), str("A3"));
   QTest::keyClick(search, Qt::Key_Backspace);
-  EXPECT_TRUE(child<QLabel>("labSearch")->text().isEmpty());
+  EXPECT_FALSE(child<QLabel>("labSearch")->isVisible());
 }
 
 TEST_F(DlgTableTest, TheArrowKeysMoveFromTheSearchLine) {

@@ -27,7 +27,7 @@ constexpr QSize kDesignSize(780, 480);
 
 /// What each column is wide enough for until the user sets it otherwise.
 constexpr const char16_t* kSamples[VehicleList::kColumns] = {
-    u"Sammlung mit 16 Z", u"10239 MM",     u"MMMMMMMM", u"Dampflokomotive",
+    u"Sammlung mit 16 Z", u"10239 MM",     u"MMMMMMMM", u"Dampflokomotive MM",
     u"DR/DDR MMMM",       u"Märklin MMMM", u"MMMMMMMM"};
 
 QString ownName() {
@@ -73,9 +73,9 @@ void DlgTable::addSearch(QVBoxLayout& rows) {
   txtSearch_->setClearButtonEnabled(true);
   txtSearch_->installEventFilter(this);
   caption->setBuddy(txtSearch_);
-  labSearch_ = new QLabel(this);
+  labSearch_ = new QLabel(QStringLiteral("kein Treffer"), this);
   labSearch_->setObjectName(QStringLiteral("labSearch"));
-  labSearch_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("kein Treffer")));
+  labSearch_->hide();
   line->addWidget(caption);
   line->addWidget(txtSearch_, 1);
   line->addWidget(labSearch_);
@@ -97,7 +97,6 @@ void DlgTable::addGrid(QVBoxLayout& rows) {
   grid->setAlternatingRowColors(true);
   grid->setTabKeyNavigation(false);
   grid->setWordWrap(false);
-  grid->setShowGrid(false);
   // Rows of one height: nothing is measured row by row.
   grid->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   grid->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
@@ -171,13 +170,13 @@ void DlgTable::select(int row) {
 
 void DlgTable::search(int from) {
   const QString text = txtSearch_->text();
-  labSearch_->clear();
+  labSearch_->hide();
   if (text.isEmpty()) return;
   const int row = list_->rowWith(text, from);
-  if (row < 0) {
-    labSearch_->setText(QStringLiteral("kein Treffer"));
-  } else {
+  if (row >= 0) {
     select(row);
+  } else {
+    labSearch_->show();
   }
 }
 
