@@ -33,7 +33,6 @@ ExitStatus firmware(const QStringList& arguments, CliContext& context) {
     case FirmEnd::Complete:
       return ExitStatus::Done;
     case FirmEnd::NoSession:
-      context.console.message(context.link.openFailureReason());
       return ExitStatus::WrongCall;
     case FirmEnd::NoAnswer:
     case FirmEnd::Failed:

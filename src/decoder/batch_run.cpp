@@ -133,7 +133,7 @@ void BatchRun::run() {
 }
 
 void BatchRun::runSession() {
-  const QString failure = link().initComm(true, true, progOn_);
+  const QString failure = link().openForJob(progOn_);
   if (!failure.isEmpty()) {
     bench_.jobEnd = JobEnd::NoSession;
     bench_.parts_.prompt.beep();

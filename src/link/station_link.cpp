@@ -78,6 +78,14 @@ QString StationLink::initComm(bool, bool, bool progOn) {
   return {};
 }
 
+QString StationLink::openForJob(bool progOn) {
+  const int users = commUseCount;
+  const QString failure = initComm(true, true, progOn);
+  // Some kinds take their part back themselves.
+  while (!failure.isEmpty() && commUseCount > users) FinishComm();
+  return failure;
+}
+
 const QString& StationLink::openFailureReason() const {
   return impl_->openFailureReason;
 }

@@ -40,6 +40,9 @@ class StationLink {
   /// Opens the session. Empty on success, else the message for the user, with the failed step's
   /// number. A failed call leaves `commUseCount` raised. `verify` and `reserved` have no effect.
   QString initComm(bool verify, bool reserved, bool progOn);
+  /// initComm() for a job that ends when it fails: what a failed call leaves behind would keep the
+  /// port of a later session open.
+  QString openForJob(bool progOn);
   /// What lies behind the number in the last initComm()'s message, such as a port without a device;
   /// a whole sentence, empty when there is no more to tell.
   const QString& openFailureReason() const;

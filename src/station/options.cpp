@@ -69,9 +69,11 @@ OptionsForm formOf(const Settings& settings) {
 }
 
 bool isAddressPart(const QString& text) {
+  const bool digits =
+      std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
   bool valid = false;
   const uint number = text.toUInt(&valid, 10);
-  return valid && number <= 255;
+  return digits && valid && number <= 255;
 }
 
 std::optional<FormFault> faultIn(const OptionsForm& form) {
@@ -137,6 +139,14 @@ QStringList writeOptions(
     if (!cut && !write(key, value)) failed << key;
   }
   return failed;
+}
+
+bool sameLine(const OptionsForm& form, const Settings& settings) {
+  if (form.station.kind != settings.baseUnit) return false;
+  if (settings.station().usesIpAddress) {
+    return joined(form.address) == joined(partsOf(settings.ipAddr));
+  }
+  return form.comPort == settings.comPort && form.baudrate.toInt() == settings.baudrate;
 }
 
 BorrowedLink::BorrowedLink(const OptionsForm& form, Settings& settings)

@@ -65,6 +65,10 @@ QStringList writeOptions(
     const Settings& settings,
     const std::function<bool(const QString& key, const QString& value)>& write);
 
+/// Whether a session of the form would have the line of the settings': the same station behind the
+/// same port at the same rate, or behind the same address.
+bool sameLine(const OptionsForm& form, const Settings& settings);
+
 /// Lends the settings the form's choice of station, port, rate and address for a test. In the end
 /// station, port and address are given back.
 class BorrowedLink {

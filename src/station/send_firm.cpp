@@ -4,6 +4,7 @@
 #include "link/link_error.h"
 #include "link/serial_protocol.h"
 #include "link/station_link.h"
+#include "station/where_to_look.h"
 
 namespace lokari {
 namespace {
@@ -38,19 +39,22 @@ FirmEnd FirmTransfer::SendFirm() {
   } catch (const LinkError& error) {
     finishSession();
     view_.setDetail({});
-    end = close(FirmEnd::Failed, error.message());
+    end = close(FirmEnd::Failed, error.message() + u'\n' + whereToLook(link_.settings()));
   }
   leaveBootLoader();
+  returnPort();
   link_.cancelRequested = false;
   view_.setCancelCaption(QStringLiteral("OK"));
   return end;
 }
 
 FirmEnd FirmTransfer::transfer() {
-  const QString failure = link_.initComm(false, false, false);
+  const QString failure = link_.openForJob(false);
   if (!failure.isEmpty()) {
     link_.prompt().beep();
-    status(failure);
+    QStringList lines{failure, link_.openFailureReason(), whereToLook(link_.settings())};
+    lines.removeAll(QString());
+    status(lines.join(u'\n'));
     return FirmEnd::NoSession;
   }
   inSession_ = true;
@@ -149,6 +153,11 @@ void FirmTransfer::leaveBootLoader() {
     // The line is gone, and with it the one who would hear the dots.
   }
   port_.CloseComm();
+}
+
+void FirmTransfer::returnPort() {
+  if (link_.commUseCount == 0 || link_.serial().isOpen()) return;
+  if (link_.openForJob(false).isEmpty()) link_.FinishComm();
 }
 
 }  // namespace lokari

@@ -31,6 +31,8 @@ class FirmTransfer {
   FirmEnd close(FirmEnd end, const QString& text);
   void finishSession();
   void leaveBootLoader();
+  /// Cabs that share the port would find it closed.
+  void returnPort();
 
   StationLink& link_;
   CommView& view_;

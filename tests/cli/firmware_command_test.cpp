@@ -95,7 +95,8 @@ TEST_F(FirmwareCommandTest, WithoutASessionTheReasonIsTold) {
   line_.failsToOpen = true;
   EXPECT_EQ(run(call(":00000001FF\n").constData()), 2);
   EXPECT_EQ(console.messages.mid(2),
-            (QStringList{"Kann Kommunikationsschnittstelle nicht öffnen (0)!", "Kein Gerät!"}));
+            QStringList{"Kann Kommunikationsschnittstelle nicht öffnen (0)!\nKein Gerät!\n"
+                        "Bitte Kabel an COM3, Stromversorgung und Baudrate (9600) prüfen."});
   EXPECT_TRUE(console.results.isEmpty());
 }
 

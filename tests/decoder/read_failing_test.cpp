@@ -191,6 +191,8 @@ TEST_F(ReadFailing, ALinkThatCannotBeOpenedStaysInTheStatusLine) {
   EXPECT_EQ(view.hides, 0);
   EXPECT_EQ(view.captions, QStringList({"Abbruch", "OK"}));
   EXPECT_FALSE(bench->commRunning);
+  // Or the port of the next session would stay open for nobody.
+  EXPECT_EQ(link.commUseCount, 0);
 }
 
 TEST_F(ReadFailing, APortThatVanishesEndsTheRunAndKeepsTheValues) {

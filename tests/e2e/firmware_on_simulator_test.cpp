@@ -99,8 +99,9 @@ TEST_P(FirmwareOnSimulator, AStationThatIsPulledOutEndsTheTransferWithAMessage) 
   const test::SimulatorProcess station(simulator({"--fault", "unplugged@4"}));
   const test::ProgramRun run =
       test::runProgram(QStringLiteral("lokari-cli"), call(), folder.path());
-  EXPECT_EQ(run.output,
-            "Die Schnittstelle COM4 (" + path("mx1").toLocal8Bit() + ") ist nicht mehr da!\n");
+  EXPECT_EQ(run.output, "Die Schnittstelle COM4 (" + path("mx1").toLocal8Bit() +
+                            ") ist nicht mehr da!\n"
+                            "Bitte Kabel an COM4, Stromversorgung und Baudrate (9600) prüfen.\n");
   EXPECT_EQ(run.status, 1);
 }
 

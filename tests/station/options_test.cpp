@@ -108,7 +108,8 @@ TEST(OptionsForm, GoodEntriesHaveNoFault) {
 
 TEST(OptionsForm, AddressPartsGoFrom0To255) {
   for (const char* good : {"0", "00", "000", "1", "010", "255"}) EXPECT_TRUE(isAddressPart(good));
-  for (const char* bad : {"", "256", "999", "-1", "1a", " "}) EXPECT_FALSE(isAddressPart(bad));
+  for (const char* bad : {"", "256", "999", "-1", "+1", " 1", "1a", " "})
+    EXPECT_FALSE(isAddressPart(bad));
   OptionsForm form = otherForm();
   form.address[2] = QStringLiteral("256");
   ASSERT_TRUE(faultIn(form));
@@ -288,6 +289,28 @@ TEST(BorrowedLink, StationPortAndAddressAreGivenBackRateAndProtocolStay) {
   EXPECT_EQ(settings.ipAddr, "000.000.000.000");
   EXPECT_TRUE(settings.lenzV36);
   EXPECT_EQ(settings.baudrate, 19200);
+}
+
+TEST(SameLine, StationPortAndRateOrAddressTell) {
+  Settings settings;
+  settings.baseUnit = StationKind::TamsMc;
+  settings.comPort = 9;
+  settings.baudrate = 19200;
+  EXPECT_TRUE(sameLine(otherForm(), settings));
+  settings.comPort = 8;
+  EXPECT_FALSE(sameLine(otherForm(), settings));
+  settings.comPort = 9;
+  settings.baudrate = 0;
+  EXPECT_FALSE(sameLine(otherForm(), settings));
+  settings.baseUnit = StationKind::Ibx;
+  EXPECT_FALSE(sameLine(otherForm(), settings));
+
+  OptionsForm form = otherForm();
+  form.station.kind = settings.baseUnit = StationKind::Z21Ip;
+  settings.ipAddr = QStringLiteral("10.0.1.255");
+  EXPECT_TRUE(sameLine(form, settings));
+  settings.ipAddr = QStringLiteral("010.000.001.254");
+  EXPECT_FALSE(sameLine(form, settings));
 }
 
 // ---- Ports --------------------------------------------------------------------------------------

@@ -37,6 +37,8 @@ class SendFirmTest : public test::FirmFixture {
 };
 
 const QString kRunning = QStringLiteral("Übertragung läuft...\nMX1 und PC jetzt nicht abschalten!");
+const QString kLook =
+    QStringLiteral("Bitte Kabel an COM3, Stromversorgung und Baudrate (9600) prüfen.");
 const QString kComplete = QStringLiteral("Übertragung der Firmware abgeschlossen!");
 const QString kCancelled = QStringLiteral("Übertragung der Firmware abgebrochen!");
 const QString kFailed =
@@ -175,8 +177,11 @@ TEST_F(SendFirmTest, AnEmptyImageSucceedsWithoutABlock) {
 TEST_F(SendFirmTest, WithoutASessionNothingIsSent) {
   line.failsToOpen = true;
   EXPECT_EQ(send(), FirmEnd::NoSession);
-  EXPECT_EQ(view.statuses, (QStringList{"Beginne Kommunikation ...",
-                                        "Kann Kommunikationsschnittstelle nicht öffnen (0)!"}));
+  EXPECT_EQ(
+      view.statuses,
+      (QStringList{"Beginne Kommunikation ...",
+                   "Kann Kommunikationsschnittstelle nicht öffnen (0)!\nKein Gerät!\n" + kLook}));
+  EXPECT_EQ(link.commUseCount, 0);
   EXPECT_EQ(view.captions, (QStringList{"Abbruch", "OK"}));
   EXPECT_EQ(prompt.beeps, 1);
   EXPECT_TRUE(line.writes.isEmpty());
@@ -233,14 +238,14 @@ TEST_F(SendFirmTest, ACancelAmongTheBlocksSendsTheDots) {
 TEST_F(SendFirmTest, ADeviceThatVanishesInTheSessionEndsTheTransfer) {
   expectDownload().then([this] { line.vanish(); }, 100);
   EXPECT_EQ(send(), FirmEnd::Failed);
-  EXPECT_EQ(view.statuses.last(), "Die Schnittstelle ist nicht mehr da!");
+  EXPECT_EQ(view.statuses.last(), "Die Schnittstelle ist nicht mehr da!\n" + kLook);
   expectEnded(1);
 }
 
 TEST_F(SendFirmTest, ADeviceThatIsGoneWhenTheHandleOpensEndsTheTransfer) {
   expectDownload().answer(kReady).then([this] { line.vanish(); }, 100);
   EXPECT_EQ(send(), FirmEnd::Failed);
-  EXPECT_EQ(view.statuses.last(), "Kein Gerät!");
+  EXPECT_EQ(view.statuses.last(), "Kein Gerät!\n" + kLook);
   expectEnded(1);
 }
 
@@ -248,7 +253,7 @@ TEST_F(SendFirmTest, ADeviceThatVanishesAmongTheBlocksEndsTheTransferAtOnce) {
   expectDownload().answer(kReady);
   expectBlock().then([this] { line.vanish(); }, 30);
   EXPECT_EQ(send(), FirmEnd::Failed);
-  EXPECT_EQ(view.statuses.last(), "Die Schnittstelle ist nicht mehr da!");
+  EXPECT_EQ(view.statuses.last(), "Die Schnittstelle ist nicht mehr da!\n" + kLook);
   EXPECT_LT(clock.now(), timeOfWrite(2) + 100);
   expectEnded(2);
 }
@@ -258,6 +263,32 @@ TEST_F(SendFirmTest, ADeviceThatVanishesBeforeTheDotsIsLetGo) {
   expectBlock().answer("?").then([this] { line.vanish(); }, 300);
   EXPECT_EQ(send(), FirmEnd::Complete);
   EXPECT_FALSE(line.isOpen());
+}
+
+// ---- A port that cabs share -------------------------------------------------------------------
+
+TEST_F(SendFirmTest, WhoSharedThePortFindsItOpenAgain) {
+  line.expect("\r");
+  EXPECT_EQ(link.initComm(true, false, false), "");
+  line.expect(kDownload).answer(kReady);
+  expectBlock().answer("?");
+  expectDots();
+  line.expect("\r");
+  EXPECT_EQ(send(), FirmEnd::Complete);
+  EXPECT_EQ(link.commUseCount, 1);
+  EXPECT_TRUE(line.isOpen());
+  link.FinishComm();
+}
+
+TEST_F(SendFirmTest, AVanishedPortIsNotOpenedAgainForWhoSharedIt) {
+  line.expect("\r");
+  EXPECT_EQ(link.initComm(true, false, false), "");
+  line.expect(kDownload).answer(kReady);
+  expectBlock().then([this] { line.vanish(); }, 30);
+  EXPECT_EQ(send(), FirmEnd::Failed);
+  EXPECT_EQ(link.commUseCount, 1);
+  EXPECT_FALSE(line.isOpen());
+  link.FinishComm();
 }
 
 }  // namespace

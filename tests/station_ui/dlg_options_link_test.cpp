@@ -15,10 +15,11 @@ class DlgOptionsLinkTest : public test::OptionsFixture {
   /// Presses Command1; looks at the result when the test has ended, and closes it.
   void test(std::function<void()> look = {}) {
     QTimer watch;
-    watch.callOnTimeout([&] {
+    const int users = link.commUseCount;
+    watch.callOnTimeout([&, users] {
       QDialog* comm = dlgComm();
       auto* button = comm != nullptr ? comm->findChild<QPushButton*>("cmdCancel") : nullptr;
-      if (button == nullptr || !button->isVisible() || link.commUseCount > 0) return;
+      if (button == nullptr || !button->isVisible() || link.commUseCount > users) return;
       if (button->text() != "OK") return;
       watch.stop();
       shown = comm->findChild<QLabel*>("lblCommStatus")->text();
@@ -124,6 +125,24 @@ TEST_F(DlgOptionsLinkTest, TheDialogWaitsForATestThatStillSaysGoodbye) {
   EXPECT_EQ(link.commUseCount, 0);
   EXPECT_TRUE(control<QPushButton>("Command1")->isEnabled());
   EXPECT_TRUE(dialog->isVisible());
+}
+
+TEST_F(DlgOptionsLinkTest, AnotherLineIsNotTestedWhileACabHoldsTheConfiguredOne) {
+  line.expect("\r");
+  EXPECT_EQ(link.initComm(true, false, false), "");
+  open();
+  click("optComPort5");
+  click("Command1");
+  EXPECT_EQ(prompt.shown,
+            QStringList{"Ein Fahrpult oder Schaltpult hält die eingestellte Verbindung offen.\n"
+                        "Bitte alle schließen, dann kann eine andere getestet werden!"});
+  EXPECT_EQ(line.opened.comPort, 3);
+  click("optComPort3");
+  line.expect("Z\r").answer("Z82\r");
+  test();
+  EXPECT_TRUE(shown.startsWith("MX1 neue Generation"));
+  EXPECT_EQ(link.commUseCount, 1);
+  link.FinishComm();
 }
 
 TEST_F(DlgOptionsLinkTest, AWrongEntryIsNotTested) {

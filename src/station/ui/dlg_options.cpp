@@ -123,6 +123,13 @@ void DlgOptions::reject() {
 void DlgOptions::testLink() {
   const OptionsForm tried = form();
   if (testing_ || !checked(tried)) return;
+  if (parts_.link.commUseCount > 0 && !sameLine(tried, parts_.settings)) {
+    // The test would be answered on the line that is open, or take it from whoever drives on it.
+    parts_.prompt.message(
+        QStringLiteral("Ein Fahrpult oder Schaltpult hält die eingestellte Verbindung offen.\n"
+                       "Bitte alle schließen, dann kann eine andere getestet werden!"));
+    return;
+  }
   // Without an answer the progress dialog may be closed while the session still says goodbye.
   testing_ = true;
   contents_->setEnabled(false);
