@@ -3,6 +3,7 @@
 
 #include <QCheckBox>
 #include <QGroupBox>
+#include <QLayout>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -92,6 +93,14 @@ TEST(DlgBit, ElevenRowsStandInOneColumnAndTwelveInTwo) {
   EXPECT_EQ(columns(11), 1);
   EXPECT_EQ(columns(12), 2);
   EXPECT_EQ(columns(40), 2);
+}
+
+TEST(DlgBit, NothingCutsItsTexts) {
+  DlgBit dialog(0, QStringLiteral("3,Eine Zahl mit einem sehr langen Namen, der Platz braucht"),
+                QStringLiteral("CV"));
+  dialog.show();
+  dialog.resize(1, 1);
+  EXPECT_GE(dialog.width(), dialog.layout()->totalMinimumSize().width());
 }
 
 TEST(DlgBit, EveryControlOfTheKeyboardHasAnAccessibleName) {

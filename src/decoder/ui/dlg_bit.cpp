@@ -49,8 +49,9 @@ DlgBit::DlgBit(int cvValue, const QString& bitText, const QString& caption, QWid
   setObjectName(QStringLiteral("dlgBit"));
   setWindowTitle(caption);
   setModal(true);
-  setMinimumWidth(fontMetrics().horizontalAdvance(caption) + kCaptionAir);
   auto* rows = new QVBoxLayout(this);
+  // A minimum of the dialog's own would let it be narrower than its contents.
+  rows->addStrut(fontMetrics().horizontalAdvance(caption) + kCaptionAir);
   rows->setContentsMargins(kDialogMargin, kDialogMargin, kDialogMargin, kDialogMargin);
   rows->setSpacing(12);
   QWidget* groups = makeGroups(cvValue);
