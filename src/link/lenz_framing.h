@@ -17,7 +17,7 @@ struct LenzInterface {
   int want;          ///< bytes awaited for a CV message, FF FE included
   int farewellWant;  ///< bytes awaited for the farewell
   bool confirmsMainWrite;  ///< a main-track write ends with the reply to it
-  bool firstGeneration;  ///< vehicles have one address byte and 28 speed steps
+  bool firstGeneration;    ///< vehicles have one address byte and 28 speed steps
 };
 
 /// The interface of one of the three kinds.
