@@ -64,7 +64,7 @@ std::optional<Mx1Driving> mx1DrivingFrom(const QByteArray& line) {
   if (line == "SE") return Mx1Driving{.kind = Mx1Driving::Kind::Go};
   for (const LineForm& form : kForms) {
     if (!line.startsWith(form.head)) continue;
-    const auto data = bytesOf(line.mid(qstrlen(form.head)));
+    const auto data = bytesOf(line.mid(static_cast<qsizetype>(qstrlen(form.head))));
     return data ? form.parse(*data) : std::nullopt;
   }
   return {};
