@@ -63,6 +63,10 @@ FIGURES = [
     Figure("storing a changed record on disk, 20,000 vehicles", "storage_store/many", "ms", "ms",
            100.0, "under 100 ms"),
     Figure("the same with 20 vehicles", "storage_store/few", "ms", "ms", 100.0, "under 100 ms"),
+    Figure("filter over 20,000 vehicles", "filter/many", "ratio", "× the sqlite3 shell", 2.0,
+           "at most 2 × the sqlite3 shell"),
+    Figure("vehicle list opened on 20,000 vehicles", "list_open/many", "ms", "ms", 200.0,
+           "under 200 ms"),
     Figure("vehicle file export, 10,000 vehicles", "export_rzk/many", "ms", "ms", 300.0,
            "under 300 ms"),
 ]

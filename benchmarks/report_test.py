@@ -22,6 +22,8 @@ def results(**changed):
         {"name": "curve_drag/manual_time", "ms": 0.75},
         {"name": "start/many_vehicles/real_time", "ms": 312.5, "mb": 88.25},
         {"name": "export_rzk/many/real_time", "ms": 21.5},
+        {"name": "filter/many/real_time", "ratio": 1.3},
+        {"name": "list_open/many/real_time", "ms": 140.0},
     ]
     for kind, value in (("open", 17.0), ("next", 2.0), ("find", 2.0), ("store", 20.0)):
         runs += [{"name": f"storage_{kind}/{many}/real_time", "ms": value}
