@@ -160,7 +160,9 @@ void DlgComm::reject() {
 }
 
 void DlgComm::setStatus(const QString& text) {
-  lblCommStatus_->setText(QString(text).remove(u'\r'));
+  QString lines = text;
+  lines.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
+  lblCommStatus_->setText(lines);
   // A result of many lines must not be cut.
   const int needed = layout()->totalHeightForWidth(width());
   if (needed > height()) resize(width(), needed);
