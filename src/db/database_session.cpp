@@ -81,6 +81,21 @@ void DatabaseSession::showFirst() {
   form_.quietDelete = false;
 }
 
+void DatabaseSession::requery() {
+  if (!hasDatabase()) return;
+  RecordSet vehicles;
+  try {
+    vehicles.open(*database_, QString::fromUtf16(kDefaultQuery));
+  } catch (const StorageError& error) {
+    parts_.prompt.message(error.text());
+    return;
+  }
+  form_.loadingRecord = true;
+  form_.bind(*database_, std::move(vehicles));
+  if (form_.records().count() == 0) form_.butNew();
+  form_.loadingRecord = false;
+}
+
 int DatabaseSession::openingFailed(const StorageError& error) {
   const std::optional<int> vehicles = oldFormat_.vehicles(findFile(dbPath_));
   if (vehicles.value_or(0) > 0) {

@@ -36,6 +36,11 @@ class DatabaseSession : public QObject {
   int InitDB();
   bool hasDatabase() const { return database_ != nullptr; }
 
+  /// Shows the vehicles anew, from the first one and without a filter, after others than the form
+  /// changed them; a database that holds none begins a new record. A pending edit is dropped.
+  /// Nothing without a database.
+  void requery();
+
   RecordForm& form() { return form_; }
   Catalogue& catalogue() { return catalogue_; }
   /// Only with hasDatabase().

@@ -1,0 +1,29 @@
+// Takes the vehicles of a database of format V2 over. Such a database has a table LOCO_DAT without
+// collections and with one CV set; the import works by the names of its columns.
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "db/foreign_database.h"
+
+namespace lokari {
+
+class Database;
+class DatabaseSession;
+class Progress;
+
+/// Opens the V2 database. Throws StorageError when it cannot be read.
+using OpenForeign = std::function<std::unique_ptr<ForeignDatabase>()>;
+
+/// Takes the vehicles over into the database that is open in `session`, and shows it anew from its
+/// first record, without a filter. A pending edit is dropped. Its words go to `progress`, the last
+/// ones are the report; nothing is thrown.
+void ConvertDB(const OpenForeign& openSource, DatabaseSession& session, Progress& progress);
+
+/// The same into a database that nothing shows. What of it came on disk is told and stays, also
+/// after a cancel or when the source cannot be read on; a failure of the target takes everything
+/// back. False when it ended in an error.
+bool importVehicles(const OpenForeign& openSource, Database& target, Progress& progress);
+
+}  // namespace lokari
