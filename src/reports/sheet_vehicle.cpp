@@ -23,8 +23,10 @@ QString manufacturerName(const Database& database, const QVariant& number) {
   return name;
 }
 
-/// The place of the set in use; names are compared as they stand.
+/// The place of the set in use; names are compared as they stand. Sets that never got a name are
+/// not in use by a record that names none: the decoder window opens the first set then.
 size_t setInUse(const CvRecord& record) {
+  if (record.recSetName.isEmpty()) return 0;
   const auto found = std::find(record.recCvName.begin(), record.recCvName.end(), record.recSetName);
   return found == record.recCvName.end() ? 0
                                          : static_cast<size_t>(found - record.recCvName.begin());
