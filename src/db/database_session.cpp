@@ -7,6 +7,7 @@
 #include "base/numbers.h"
 #include "base/paths.h"
 #include "base/prompt.h"
+#include "db/catalogue_update.h"
 #include "db/reference_lists.h"
 
 namespace lokari {
@@ -132,9 +133,8 @@ void DatabaseSession::mnuDbNew() {
       parts_.prompt.saveFile({QStringLiteral("Neue Datenbank anlegen"), QString::fromUtf16(kFilter),
                               databaseFolder(parts_.appPath), QStringLiteral("NEUE_DB.MDB")});
   if (path.isEmpty()) return;
-  const QString templatePath = parts_.appPath + QStringLiteral("/EMPTY.MDB");
-  if (!isReadable(findFile(templatePath))) {
-    parts_.prompt.message(QStringLiteral("Datenbankdatei ") + templatePath +
+  if (!isReadable(findFile(templatePath()))) {
+    parts_.prompt.message(QStringLiteral("Datenbankdatei ") + templatePath() +
                           QStringLiteral(" nicht gefunden\n") + QString::fromUtf16(kNoAccess));
     return;
   }
@@ -147,11 +147,14 @@ void DatabaseSession::mnuDbNew() {
   createDatabase(path);
 }
 
+QString DatabaseSession::templatePath() const {
+  return parts_.appPath + QStringLiteral("/EMPTY.MDB");
+}
+
 void DatabaseSession::createDatabase(const QString& path) {
   emit busyChanged(true);
   dbPath_ = path;
-  const bool copied =
-      copyTemplate(findFile(parts_.appPath + QStringLiteral("/EMPTY.MDB")), placeFor(path));
+  const bool copied = copyTemplate(findFile(templatePath()), placeFor(path));
   emit busyChanged(false);
   if (!copied) {
     parts_.prompt.beep();
@@ -160,6 +163,33 @@ void DatabaseSession::createDatabase(const QString& path) {
   }
   // An empty database begins with a new record, working copy and caption included.
   if (InitDB() == 0) emit opened();
+}
+
+void DatabaseSession::mnuUpdDB() {
+  if (!hasDatabase()) return;
+  if (parts_.prompt.ask(QStringLiteral("Neue Decoderhersteller und -typen einspielen?"),
+                        Buttons::OkCancel) != Answer::Ok) {
+    return;
+  }
+  emit busyChanged(true);
+  QString file = templatePath();
+  QString failure;
+  try {
+    const Database source(findFile(file));
+    file = openPath_;
+    updateCatalogue(source, *database_);
+  } catch (const StorageError& error) {
+    failure = error.text();
+  }
+  emit busyChanged(false);
+  if (!failure.isEmpty()) {
+    parts_.prompt.message(QStringLiteral("Datenbankdatei ") + file + u'\n' + failure);
+    return;
+  }
+  form_.refreshMaker();
+  parts_.prompt.beep();
+  parts_.prompt.message(QStringLiteral("Datenbankerweiterung erfolgreich abgeschlossen!"),
+                        Icon::Information);
 }
 
 }  // namespace lokari

@@ -49,6 +49,8 @@ class DatabaseSession : public QObject {
   /// Menu commands. Messages and file dialogs go through the Prompt.
   void mnuDbOpen();
   void mnuDbNew();
+  /// Takes the makers and types of the template over that the open database lacks.
+  void mnuUpdDB();
 
  signals:
   /// `dbPath` names another open database: the main window's caption follows.
@@ -61,6 +63,7 @@ class DatabaseSession : public QObject {
   void showFirst();
   int openingFailed(const StorageError& error);
   void createDatabase(const QString& path);
+  QString templatePath() const;
 
   RecordFormParts parts_;
   QString dbPath_;

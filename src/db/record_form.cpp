@@ -208,6 +208,10 @@ void RecordForm::showMaker() {
   if (maker) setText(form::kMaker, maker->name);
 }
 
+void RecordForm::refreshMaker() {
+  if (position() >= 0 && editMode() != EditMode::Add && loaded_) showMaker();
+}
+
 // Nothing of the record shown before stays: what is on show is what would be stored.
 void RecordForm::showBlank() {
   for (const FormField& field : formFields()) {

@@ -192,6 +192,8 @@ class RecordForm : public QObject {
   /// without a value, leaves the form where it is; so does a record that is not found.
   void takeFromList();
 
+  /// The catalogue has changed: the maker of the record on show takes its name anew.
+  void refreshMaker();
   /// Reads the list of a drop-down anew; its text stays.
   void refreshList(const QString& control);
 

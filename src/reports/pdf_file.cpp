@@ -26,9 +26,11 @@ class PdfFileJob final : public PrintJob {
 
   QPagedPaintDevice& paper() override { return *writer_; }
 
-  void finish() override {
+  QString finish() override {
     writer_.reset();
     if (!file_.commit()) fail(QStringLiteral("Fehler beim Schreiben von"));
+    return QStringLiteral("PDF-Datei geschrieben:\r%1")
+        .arg(QDir::toNativeSeparators(file_.fileName()));
   }
 
  private:

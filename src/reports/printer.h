@@ -18,8 +18,9 @@ class PrintJob {
 
   /// What the document paints itself on; it is valid as long as the job.
   virtual QPagedPaintDevice& paper() = 0;
-  /// Ends the document: it is handed over, or on disk. Nobody paints any more. Throws ReportError.
-  virtual void finish() = 0;
+  /// Ends the document, which nobody paints on any more, and hands it over or puts it on disk.
+  /// Gives the closing text. Throws ReportError.
+  virtual QString finish() = 0;
 };
 
 class Printer {
