@@ -22,6 +22,7 @@ constexpr std::array kCommands{
     Command{u"vehicles", u"[--where BEDINGUNG] [--csv]", u"nennt die Fahrzeuge der Datenbank", vehicles},
     Command{u"vehicle read",  u"SAMMLUNG ADRESSE [--main] [--cv LISTE]", u"liest CVs in ein Fahrzeug der Datenbank", vehicleRead},
     Command{u"vehicle write", u"SAMMLUNG ADRESSE [--main] [--cv LISTE]", u"schreibt CVs eines Fahrzeugs der Datenbank", vehicleWrite},
+    Command{u"export csv", u"DATEI", u"schreibt die Fahrzeuge in eine CSV-Datei für Tabellenprogramme", exportCsvFile},
     Command{u"export rzk", u"DATEI", u"übernimmt die Fahrzeuge in eine RZK-Fahrzeugdatei", exportRzk},
     Command{u"drive",    u"ADRESSE [--speed N] [--back] [--function N=on|off]… [--stop]", u"fährt ein Fahrzeug, 0 bis 127", drive},
     Command{u"switch",   u"ADRESSE N=on|off…",           u"schaltet die Ausgänge 1 bis 4 eines Funktionsteils", switchOutputs},

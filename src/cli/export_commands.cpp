@@ -4,17 +4,50 @@
 #include "cli/arguments.h"
 #include "cli/command.h"
 #include "cli/console.h"
+#include "cli/console_progress.h"
 #include "db/database.h"
+#include "reports/csv_export.h"
+#include "reports/report_error.h"
 #include "reports/rzk_export.h"
 
 namespace lokari {
+namespace {
+
+/// The one file that a call names.
+QString targetFile(const QStringList& arguments, const QString& command) {
+  const QStringList files = Arguments(arguments).takeRest();
+  if (files.size() != 1) {
+    throw WrongCall(QStringLiteral("%1 braucht einen Dateinamen!").arg(command));
+  }
+  return files.front();
+}
+
+}  // namespace
+
+ExitStatus exportCsvFile(const QStringList& arguments, CliContext& context) {
+  const QString file = targetFile(arguments, QStringLiteral("export csv"));
+  try {
+    const Database database(placeFor(context.settings.dbPath));
+    bool done = false;
+    consoleProgress(context)([&](Progress& progress) {
+      done = exportCsv(
+          {.database = database, .templateFile = context.settings.csvReport, .formula = {}},
+          placeFor(file), progress);
+    });
+    return done ? ExitStatus::Done : ExitStatus::Failed;
+  } catch (const StorageError& error) {
+    context.console.message(error.text());
+  } catch (const ReportError& error) {
+    context.console.message(QString(error.text()).replace(u'\r', u' '));
+  }
+  return ExitStatus::Failed;
+}
 
 ExitStatus exportRzk(const QStringList& arguments, CliContext& context) {
-  const QStringList files = Arguments(arguments).takeRest();
-  if (files.size() != 1) throw WrongCall(QStringLiteral("export rzk braucht einen Dateinamen!"));
+  const QString file = targetFile(arguments, QStringLiteral("export rzk"));
   try {
     Database database(placeFor(context.settings.dbPath));
-    const auto text = RzkExport({context.prompt, {}}, database, {}).exportTo(files.front());
+    const auto text = RzkExport({context.prompt, {}}, database, {}).exportTo(file);
     if (!text) return ExitStatus::Failed;
     context.console.result(QString(*text).replace(u'\r', u' '));
   } catch (const StorageError& error) {

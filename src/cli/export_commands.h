@@ -5,6 +5,9 @@
 
 namespace lokari {
 
+/// `export csv FILE`: the vehicles by the template of the settings.
+ExitStatus exportCsvFile(const QStringList& arguments, CliContext& context);
+
 /// `export rzk FILE`
 ExitStatus exportRzk(const QStringList& arguments, CliContext& context);
 

@@ -6,7 +6,7 @@
 
 namespace lokari {
 
-/// The order of vehicles on paper: by collection, those without one first, then by address.
+/// The order of vehicles on paper: by collection, those without one last, then by address.
 inline constexpr char16_t kPrintOrder[] = u"ORDER BY ISNULL(DC_COLL) DESC, DC_COLL, DC_ADR";
 
 ReportSelection allVehicles();

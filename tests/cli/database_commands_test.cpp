@@ -108,5 +108,31 @@ TEST_F(DatabaseCommands, VehiclesGoIntoAVehicleFile) {
   EXPECT_EQ(runWords({"export", "rzk", file, file}), 2);
 }
 
+TEST_F(DatabaseCommands, VehiclesGoIntoATableFile) {
+  const QString file = folder.filePath("liste.csv");
+  EXPECT_EQ(runWords({"export", "csv", file}), 1);
+  EXPECT_EQ(console.messages.last(), "Die Vorlage " + folder.filePath("repc_ger.rpt") +
+                                         " fehlt oder lässt sich nicht lesen.");
+  write("Eigene.rpt", "A;N\n{{#fahrzeuge}}\n{{DC_ADR}};{{ST_SNAME}}\n{{/fahrzeuge}}\n");
+  writeIni("LOKARI", "CSVReport=eigene.rpt\r\n");
+  EXPECT_EQ(runWords({"export", "csv", file}), 0);
+  EXPECT_EQ(console.results,
+            (QStringList{"Export beendet,", "3 Fahrzeuge in", QDir::toNativeSeparators(file)}));
+  QFile written(file);
+  ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+  EXPECT_EQ(written.readAll(),
+            "\xEF\xBB\xBF"
+            "A;N\r\n9;leer\r\n3;V 200\r\n7;ohne\r\n");
+  EXPECT_EQ(runWords({"export", "csv"}), 2);
+  EXPECT_EQ(runWords({"export", "csv", file, file}), 2);
+}
+
+TEST_F(DatabaseCommands, ADatabaseThatIsMissingGivesNoTableFile) {
+  ASSERT_TRUE(QFile::remove(path()));
+  const QString file = folder.filePath("liste.csv");
+  EXPECT_EQ(runWords({"export", "csv", file}), 1);
+  EXPECT_FALSE(QFile::exists(file));
+}
+
 }  // namespace
 }  // namespace lokari

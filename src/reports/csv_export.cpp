@@ -1,0 +1,73 @@
+#include "reports/csv_export.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include "base/paths.h"
+#include "base/progress.h"
+#include "base/text_file.h"
+#include "reports/csv_text.h"
+#include "reports/report_error.h"
+#include "reports/report_rows.h"
+
+namespace lokari {
+namespace {
+
+constexpr size_t kVehiclesPerLook = 500;
+constexpr double kWhole = 100;
+
+struct Cancelled {};
+
+void write(const QString& file, const QByteArray& text) {
+  // A first export may come before the folder.
+  QDir().mkpath(QFileInfo(file).path());
+  if (!writeFileAtomically(file, encodeMarkedUtf8({}) + text)) {
+    throw ReportError(QStringLiteral("Fehler beim Schreiben von\r%1\rEine ältere Datei dieses "
+                                     "Namens ist unverändert.")
+                          .arg(QDir::toNativeSeparators(file)));
+  }
+}
+
+bool cancelled(Progress& progress) {
+  progress.setStatus(QStringLiteral("Abgebrochen, es wurde keine Datei geschrieben."));
+  return false;
+}
+
+}  // namespace
+
+QString csvPlace(const QString& appPath) {
+  return placeFor(appPath + QStringLiteral("/DB/LOKARIV3.CSV"));
+}
+
+bool exportCsv(const ReportSource& source, const QString& file, Progress& progress) {
+  const ReportTemplate layout(source.templateFile, reportFields(vehicleColumns(source.database)));
+  progress.setStatus(QStringLiteral("Die Fahrzeuge werden gelesen …"));
+  const std::optional<ReportRows> rows =
+      ReportRows::read(source, layout.usedFields(), csvGuarded, progress);
+  if (!rows) return cancelled(progress);
+
+  ReportData data;
+  data.report = reportValues(reportFacts(source, rows->count()), csvGuarded);
+  data.count = rows->count();
+  data.value = [&](size_t row, size_t field) -> const std::string& {
+    return rows->value(row, field);
+  };
+  data.next = [&](size_t row) {
+    if (row % kVehiclesPerLook != 0) return;
+    progress.setPercent(kWhole * static_cast<double>(row) / static_cast<double>(rows->count()));
+    if (progress.cancelled()) throw Cancelled();
+  };
+  progress.setStatus(QStringLiteral("Die CSV-Datei wird geschrieben …"));
+  try {
+    write(file, csvQuoted(layout.render(data), csvSeparator(layout.vehicleText())));
+  } catch (const Cancelled&) {
+    return cancelled(progress);
+  }
+  progress.setPercent(kWhole);
+  progress.setStatus(QStringLiteral("Export beendet,\r%1 Fahrzeuge in\r%2")
+                         .arg(rows->count())
+                         .arg(QDir::toNativeSeparators(file)));
+  return true;
+}
+
+}  // namespace lokari

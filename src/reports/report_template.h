@@ -1,0 +1,70 @@
+// A template of the list or of the CSV file: a text with tags in double braces.
+//
+//   {{name}}                        a value
+//   {{#fahrzeuge}} … {{/fahrzeuge}} once for each vehicle
+//   {{#name}} … {{/name}}           only where the value is there; {{^name}} only where it is not
+//   {{! … }}                        a remark
+//
+// The fields of a vehicle, named like their columns, stand inside of `fahrzeuge`, those of the
+// report anywhere. A value comes out as it was handed over, whichever kind of braces holds it: who
+// hands values over makes them safe for what the template writes.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace lokari {
+
+/// The names that a template may use.
+struct ReportFields {
+  QStringList report;
+  QStringList vehicle;
+};
+
+/// What one text is made of, all texts in UTF-8. An empty value counts as one that is not there.
+struct ReportData {
+  /// A value for each of the names `ReportFields::report`.
+  std::vector<std::string> report;
+  size_t first = 0;  ///< number of the first vehicle, from 0
+  size_t count = 0;  ///< how many there are from `first` on
+  /// The value of a vehicle's field; `field` counts in usedFields().
+  std::function<const std::string&(size_t vehicle, size_t field)> value;
+  /// Told ahead of each vehicle; may be empty. What it throws ends the rendering.
+  std::function<void(size_t vehicle)> next;
+};
+
+class ReportTemplate {
+ public:
+  /// Reads a template; neither case nor the kind of separator of the path counts. Throws
+  /// ReportError when it is missing or broken, with the line of the fault.
+  ReportTemplate(const QString& path, const ReportFields& fields);
+  ~ReportTemplate();
+  ReportTemplate(const ReportTemplate&) = delete;
+  ReportTemplate& operator=(const ReportTemplate&) = delete;
+
+  /// The file, with the case it has on disk.
+  const QString& path() const { return path_; }
+  /// The fields of a vehicle that the template shows, each once.
+  const QStringList& usedFields() const { return usedFields_; }
+  /// The template's own text inside of `fahrzeuge`, tags left out.
+  const QString& vehicleText() const { return vehicleText_; }
+
+  /// The text of a report, in UTF-8.
+  std::string render(const ReportData& data) const;
+
+ private:
+  struct Engine;
+
+  QString path_;
+  QStringList reportFields_;
+  QStringList usedFields_;
+  QString vehicleText_;
+  std::unique_ptr<Engine> engine_;
+};
+
+}  // namespace lokari
