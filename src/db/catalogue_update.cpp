@@ -21,7 +21,9 @@ void takeMaker(RecordSet& makers, int number, const QVariant& name) {
   makers.Update();
 }
 
-void takeType(RecordSet& types, int maker, const QString& name) {
+}  // namespace
+
+void addType(RecordSet& types, int maker, const QString& name) {
   const QString quoted = QString(name).replace(u'\'', QStringLiteral("''"));
   types.FindFirst(QStringLiteral("DC_MANUF=%1 AND DC_DECODER='%2'").arg(maker).arg(quoted));
   if (!types.NoMatch()) return;
@@ -30,8 +32,6 @@ void takeType(RecordSet& types, int maker, const QString& name) {
   types.setValue(QStringLiteral("DC_DECODER"), name);
   types.Update();
 }
-
-}  // namespace
 
 void updateCatalogue(const Database& source, Database& target) {
   target.transaction([&] {
@@ -44,7 +44,7 @@ void updateCatalogue(const Database& source, Database& target) {
     types.open(target, QStringLiteral("SELECT * FROM DECODERS"));
     source.read(QStringLiteral("SELECT DC_MANUF, DC_DECODER FROM DECODERS"), {},
                 [&types](const QSqlQuery& row) {
-                  takeType(types, row.value(0).toInt(), row.value(1).toString());
+                  addType(types, row.value(0).toInt(), row.value(1).toString());
                 });
   });
 }
