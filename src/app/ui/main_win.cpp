@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "app/driving.h"
+#include "app/ui/catalogue_menu.h"
 #include "app/ui/frm_about.h"
 #include "app/ui/frm_entry.h"
 #include "app/ui/main_menu.h"
@@ -139,6 +140,7 @@ void MainWin::bind(DatabaseSession& session) {
   binder_->offer(QStringLiteral("butSwitch"));
   menu_->enable(QStringLiteral("mnuDbOpen"), [&session] { session.mnuDbOpen(); });
   menu_->enable(QStringLiteral("mnuDbNew"), [&session] { session.mnuDbNew(); });
+  offerCatalogue(workbench_, *menu_, scale_, this);
   offerReports(workbench_, *menu_, [this](bool busy) { showBusy(busy); });
   menu_->enable(QStringLiteral("mnuParaOptions"), [this] {
     // Its test asks the station, and its choices may name another one.
