@@ -8,6 +8,7 @@
 
 #include <stdexcept>
 
+#include "db/access_database.h"
 #include "db/jet_sql.h"
 #include "db/sqlite_functions.h"
 
@@ -24,6 +25,7 @@ constexpr EngineFault kEngineFaults[] = {
     {2067, storage_error::kDuplicateKey, u"Diesen Schlüssel gibt es bereits."},
     {1555, storage_error::kDuplicateKey, u"Diesen Schlüssel gibt es bereits."},
     {2579, storage_error::kDuplicateKey, u"Diesen Schlüssel gibt es bereits."},
+    {1299, storage_error::kNullField, u"Ein Feld, das einen Wert haben muss, ist leer."},
     {5, storage_error::kLocked, u"Die Datenbank wird gerade von einem anderen Programm benutzt."},
     {6, storage_error::kLocked, u"Die Datenbank wird gerade von einem anderen Programm benutzt."},
     {8, storage_error::kReadOnly, u"Die Datenbank ist schreibgeschützt."},
@@ -73,7 +75,7 @@ void checkHead(const QString& path) {
                        QStringLiteral("Die Datenbankdatei kann nicht geöffnet werden."));
   }
   const QByteArray head = file.read(kHeadSize);
-  if (head.mid(4).startsWith("Standard Jet DB") || head.mid(4).startsWith("Standard ACE DB")) {
+  if (isAccessFile(path)) {
     throw StorageError(storage_error::kAccessFile,
                        QStringLiteral("Die Datei ist eine Access-Datenbank, die nicht unmittelbar "
                                       "geöffnet werden kann."));

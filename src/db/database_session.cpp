@@ -2,12 +2,11 @@
 
 #include <QFile>
 
-#include <utility>
-
 #include "base/numbers.h"
 #include "base/paths.h"
 #include "base/prompt.h"
 #include "db/catalogue_update.h"
+#include "db/new_database.h"
 #include "db/reference_lists.h"
 
 namespace lokari {
@@ -22,12 +21,6 @@ QString databaseFolder(const QString& appPath) {
 
 bool isReadable(const QString& path) {
   return !path.isEmpty() && QFile(path).open(QIODevice::ReadOnly);
-}
-
-// A template that an installation protects makes a database that the user may change.
-bool copyTemplate(const QString& from, const QString& to) {
-  return QFile::copy(from, to) &&
-         QFile::setPermissions(to, QFile::permissions(to) | QFile::WriteOwner | QFile::WriteUser);
 }
 
 }  // namespace
@@ -98,21 +91,33 @@ void DatabaseSession::requery() {
 }
 
 int DatabaseSession::openingFailed(const StorageError& error) {
-  const std::optional<int> vehicles = oldFormat_.vehicles(findFile(dbPath_));
-  if (vehicles.value_or(0) > 0) {
-    const QString path = std::exchange(dbPath_, openPath_);
-    if (parts_.prompt.ask(QStringLiteral("Die Datenbank is noch im Format von Lokari V2.\n"
-                                         "In aktuelle V3-Datenbank importieren?"),
-                          Buttons::YesNo, Icon::Question, {}) == Answer::Yes) {
-      oldFormat_.ConvertDB(findFile(path));
+  const QString file = findFile(dbPath_);
+  if (const std::optional<int> vehicles = oldFormat_.vehicles(file)) {
+    // One without vehicles has nothing to give; it is refused without a word.
+    return *vehicles > 0 ? offerImport(file) : 1;
+  }
+  if (error.code() == storage_error::kAccessFile) {
+    if (const std::optional<QString> taken = oldFormat_.takeOver(file)) {
+      if (taken->isEmpty()) return 1;
+      dbPath_ = *taken;
+      return InitDB();
     }
-    return 0;
   }
   // A file that is simply none of ours is refused without a word.
   if (error.code() != storage_error::kNoDatabase && error.code() != storage_error::kUnknownName) {
     parts_.prompt.message(QStringLiteral("Datenbankdatei ") + dbPath_ + u'\n' + error.text());
   }
   return 1;
+}
+
+int DatabaseSession::offerImport(const QString& file) {
+  dbPath_ = openPath_;
+  if (parts_.prompt.ask(QStringLiteral("Die Datenbank is noch im Format von Lokari V2.\n"
+                                       "In aktuelle V3-Datenbank importieren?"),
+                        Buttons::YesNo, Icon::Question, {}) == Answer::Yes) {
+    oldFormat_.ConvertDB(file, *this);
+  }
+  return 0;
 }
 
 void DatabaseSession::mnuDbOpen() {

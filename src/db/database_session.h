@@ -30,6 +30,8 @@ class DatabaseSession : public QObject {
   /// record without an address is a leftover and goes, in the first opening of a process without a
   /// question.
   ///
+  /// A database of Access is taken over, when the user agrees, and `dbPath` is then the new one.
+  ///
   /// 0 when the program may go on, 1 when not; the database that was open before is then still
   /// open. 0 is also the answer to a database of format V2, whatever the user said to its import:
   /// hasDatabase() then tells whether one is open.
@@ -62,6 +64,7 @@ class DatabaseSession : public QObject {
   void openDatabase(const QString& file);
   void showFirst();
   int openingFailed(const StorageError& error);
+  int offerImport(const QString& file);
   void createDatabase(const QString& path);
   QString templatePath() const;
 

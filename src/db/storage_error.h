@@ -16,6 +16,7 @@ inline constexpr int kNotEditing = 3020;     ///< Update or a new value without 
 inline constexpr int kNoRecord = 3021;       ///< there is no current record
 inline constexpr int kDuplicateKey = 3022;   ///< a unique index refuses the record
 inline constexpr int kTooLong = 3163;        ///< the text is longer than its column
+inline constexpr int kNullField = 3314;      ///< a field that must have a value has none
 inline constexpr int kNotNumeric = 3421;     ///< the text is no number, or too large for its column
 inline constexpr int kRecordDeleted = 3167;  ///< the record is gone
 inline constexpr int kReadOnly = 3027;       ///< the file cannot be written

@@ -22,9 +22,17 @@ class ScriptedOldFormat final : public OldFormat {
     asked << QFileInfo(path).fileName();
     return count;
   }
-  void ConvertDB(const QString& path) override { converted << QFileInfo(path).fileName(); }
+  void ConvertDB(const QString& path, DatabaseSession&) override {
+    converted << QFileInfo(path).fileName();
+  }
+  std::optional<QString> takeOver(const QString& path) override {
+    offered << QFileInfo(path).fileName();
+    return taken;
+  }
 
   std::optional<int> count;
+  std::optional<QString> taken;
+  QStringList offered;
   QStringList asked;
   QStringList converted;
 };
@@ -231,6 +239,37 @@ TEST_F(SessionTest, AnAccessFileIsNamedAsSuch) {
   EXPECT_EQ(session_->InitDB(), 1);
   ASSERT_EQ(prompt_.shown.size(), 1);
   EXPECT_TRUE(prompt_.shown[0].contains(str("Access-Datenbank")));
+}
+
+TEST_F(SessionTest, TheDatabaseThatAnAccessFileWasTakenOverIntoIsOpened) {
+  write("DB/LOKARIV3.MDB", QByteArray("\0\1\0\0Standard Jet DB\0", 20) + QByteArray(4096, 'x'));
+  make("DB/NEU.MDB", {5});
+  oldFormat_.taken = path("DB/NEU.MDB");
+  EXPECT_EQ(session_->InitDB(), 0);
+  EXPECT_EQ(oldFormat_.offered, QStringList{str("LOKARIV3.MDB")});
+  EXPECT_EQ(session_->dbPath(), path("DB/NEU.MDB"));
+  EXPECT_EQ(text("dc_adr"), str("5"));
+  EXPECT_TRUE(prompt_.shown.isEmpty());
+}
+
+TEST_F(SessionTest, AnAccessFileThatIsNotTakenOverLeavesTheOldDatabaseOpen) {
+  make("DB/LOKARIV3.MDB", {3});
+  ASSERT_EQ(session_->InitDB(), 0);
+  write("DB/x.mdb", QByteArray("\0\1\0\0Standard Jet DB\0", 20) + QByteArray(4096, 'x'));
+  oldFormat_.taken = QString();
+  prompt_.fileNames = {path("DB/x.mdb")};
+  session_->mnuDbOpen();
+  EXPECT_EQ(opened_, 0);
+  EXPECT_EQ(session_->database().path(), path("DB/LOKARIV3.MDB"));
+  EXPECT_TRUE(prompt_.shown.isEmpty()) << "the user knows already";
+}
+
+TEST_F(SessionTest, AnAccessFileOfV2WithoutVehiclesIsRefusedSilently) {
+  write("DB/LOKARIV3.MDB", QByteArray("\0\1\0\0Standard Jet DB\0", 20) + QByteArray(4096, 'x'));
+  oldFormat_.count = 0;
+  EXPECT_EQ(session_->InitDB(), 1);
+  EXPECT_TRUE(prompt_.shown.isEmpty());
+  EXPECT_TRUE(oldFormat_.offered.isEmpty());
 }
 
 TEST_F(SessionTest, ADamagedDatabaseIsReportedAndNotTouched) {

@@ -1,0 +1,59 @@
+#include "db/take_over_report.h"
+
+#include <algorithm>
+
+#include "base/paths.h"
+
+namespace lokari {
+namespace {
+
+QString counted(int number, const QString& one, const QString& many) {
+  return QStringLiteral("%1 %2").arg(number).arg(number == 1 ? one : many);
+}
+
+QString bullet(const QString& remark) {
+  return QStringLiteral("• ") + remark;
+}
+
+}  // namespace
+
+QString reportFileName() {
+  return QStringLiteral("Bericht.txt");
+}
+
+QStringList TakeOverReport::numbers() const {
+  const QString taken =
+      QStringLiteral("%1 und %2 übernommen")
+          .arg(counted(vehicles, QStringLiteral("Fahrzeug"), QStringLiteral("Fahrzeuge")),
+               counted(entries, QStringLiteral("Listeneintrag"), QStringLiteral("Listeneinträge")));
+  const QString name = QStringLiteral("Neue Datenbank: ") + fileNameOf(target);
+  if (skipped == 0) {
+    return {QStringLiteral("Übernahme erfolgreich abgeschlossen,"), taken + u'!', name};
+  }
+  return {QStringLiteral("Übernahme abgeschlossen,"), taken + u',',
+          counted(skipped, QStringLiteral("Datensatz"), QStringLiteral("Datensätze")) +
+              QStringLiteral(" nicht übernommen!"),
+          name};
+}
+
+QString TakeOverReport::closingText() const {
+  QStringList lines = numbers();
+  if (!remarks.isEmpty()) lines << QString();
+  for (const QString& remark : remarks.mid(0, kShownRemarks)) lines << bullet(remark);
+  if (remarks.size() > kShownRemarks) {
+    lines << QStringLiteral("… und %1 weitere Hinweise").arg(remarks.size() - kShownRemarks);
+  }
+  if (!kept.isEmpty()) {
+    lines << QStringLiteral("Alle Hinweise: %1/%2").arg(fileNameOf(kept), reportFileName());
+  }
+  return lines.join(u'\n');
+}
+
+QString TakeOverReport::fullText() const {
+  QStringList lines = numbers();
+  lines << QString();
+  std::transform(remarks.begin(), remarks.end(), std::back_inserter(lines), bullet);
+  return lines.join(u'\n') + u'\n';
+}
+
+}  // namespace lokari

@@ -1,0 +1,32 @@
+// What a take-over took, what it did not take, and why.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace lokari {
+
+/// Remarks that the closing text shows; the report's file has them all.
+inline constexpr int kShownRemarks = 8;
+
+struct TakeOverReport {
+  QString target;       ///< full path of the new database
+  QString kept;         ///< full path of the folder of what was kept beside it; empty: none
+  int vehicles = 0;     ///< taken
+  int entries = 0;      ///< taken into the other tables
+  int skipped = 0;      ///< rows of all tables
+  QStringList remarks;  ///< one sentence for each thing that did not go over as it stood
+
+  /// The words that end the work: the numbers, the new name, the first remarks.
+  QString closingText() const;
+  /// The numbers and all remarks.
+  QString fullText() const;
+
+ private:
+  QStringList numbers() const;
+};
+
+/// The name of the file with the full text, in the folder `kept`.
+QString reportFileName();
+
+}  // namespace lokari

@@ -1,0 +1,170 @@
+// Access files on the way of the user: chosen, asked about, taken over, opened.
+#include "db/access_import.h"
+
+#include <QSqlQuery>
+
+#include "access_files.h"
+#include "base/ini_file.h"
+#include "db/database_session.h"
+#include "support/recording_desktop.h"
+#include "support/scripted_prompt.h"
+
+namespace lokari {
+namespace {
+
+QString str(const char* text) {
+  return QString::fromUtf8(text);
+}
+
+class AccessImportTest : public ::testing::Test {
+ protected:
+  AccessImportTest() {
+    EXPECT_TRUE(QFile::copy(path("EMPTY.MDB"), path("OFFEN.MDB")));
+    Database(path("OFFEN.MDB"))
+        .write(str("INSERT INTO LOCO_DAT (DC_ADR, DC_COLL, ST_SNAME) VALUES (100, 'A', 'X')"), {});
+  }
+
+  QString path(const char* name) const { return files_.path(str(name)); }
+
+  /// The program starts with this database.
+  int start(const char* database) {
+    session_ = std::make_unique<DatabaseSession>(
+        RecordFormParts{prompt_, desktop_, ini_, files_.folder()}, path(database), import_);
+    return session_->InitDB();
+  }
+  /// The user opens a database.
+  void choose(const char* database) {
+    prompt_.fileNames = {path(database)};
+    session_->mnuDbOpen();
+  }
+  int vehicles() {
+    int count = 0;
+    session_->database().read(str("SELECT COUNT(*) FROM LOCO_DAT"), {},
+                              [&](const QSqlQuery& row) { count = row.value(0).toInt(); });
+    return count;
+  }
+
+  test::AccessFiles files_;
+  test::ScriptedPrompt prompt_;
+  test::RecordingDesktop desktop_;
+  IniFile ini_{path("LOKARI.INI")};
+  AccessImport import_{{prompt_, files_.folder(), test::AccessFiles::reader(),
+                        [this](const auto& work) { work(files_.progress); }}};
+  std::unique_ptr<DatabaseSession> session_;
+};
+
+TEST_F(AccessImportTest, AChosenFileIsTakenOverBesideItAndOpened) {
+  ASSERT_EQ(start("OFFEN.MDB"), 0);
+  const QString file = files_.copy(str("jet4_current.mdb"));
+  prompt_.answers = {Answer::Yes};
+  choose("jet4_current.mdb");
+  EXPECT_EQ(prompt_.shown, QStringList{str("jet4_current.mdb ist eine Access-Datenbank.\n"
+                                           "In die neue Datenbank jet4_current_Lokari.MDB "
+                                           "übernehmen?\n\nDie Access-Datei bleibt unverändert.")});
+  EXPECT_EQ(session_->dbPath(), path("jet4_current_Lokari.MDB"));
+  EXPECT_EQ(vehicles(), 45);
+  EXPECT_EQ(test::AccessFiles::contents(file),
+            test::AccessFiles::contents(test::AccessFiles::original(str("jet4_current.mdb"))));
+}
+
+TEST_F(AccessImportTest, ARefusedOneLeavesTheOldDatabaseAndMakesNothing) {
+  ASSERT_EQ(start("OFFEN.MDB"), 0);
+  files_.copy(str("jet4_current.mdb"));
+  prompt_.answers = {Answer::No};
+  choose("jet4_current.mdb");
+  EXPECT_EQ(vehicles(), 1);
+  EXPECT_EQ(files_.names(), QStringList({"OFFEN.MDB", "jet4_current.mdb"}));
+}
+
+TEST_F(AccessImportTest, AtTheStartTheSameIsDone) {
+  files_.copy(str("jet4_current.mdb"));
+  prompt_.answers = {Answer::Yes};
+  EXPECT_EQ(start("jet4_current.mdb"), 0);
+  EXPECT_EQ(vehicles(), 45);
+}
+
+TEST_F(AccessImportTest, OneThatWasTakenOverBeforeIsOpenedAgain) {
+  files_.copy(str("jet4_current.mdb"));
+  prompt_.answers = {Answer::Yes};
+  ASSERT_EQ(start("jet4_current.mdb"), 0);
+  prompt_.shown.clear();
+  prompt_.answers = {Answer::Yes};
+  EXPECT_EQ(start("jet4_current.mdb"), 0);
+  EXPECT_EQ(prompt_.shown,
+            QStringList{str("Die Access-Datenbank jet4_current.mdb ist schon übernommen.\n"
+                            "Die Datenbank jet4_current_Lokari.MDB öffnen?\n\nBei \"Nein\" wird "
+                            "sie noch einmal übernommen, in jet4_current_Lokari_2.MDB.")});
+  EXPECT_EQ(session_->dbPath(), path("jet4_current_Lokari.MDB"));
+  EXPECT_FALSE(QFile::exists(path("jet4_current_Lokari_2.MDB")));
+}
+
+TEST_F(AccessImportTest, OrTakenOverOnceMoreUnderAFreeNameOrLeftAlone) {
+  files_.copy(str("jet4_current.mdb"));
+  prompt_.answers = {Answer::Yes};
+  ASSERT_EQ(start("jet4_current.mdb"), 0);
+  prompt_.answers = {Answer::No};
+  EXPECT_EQ(start("jet4_current.mdb"), 0);
+  EXPECT_EQ(session_->dbPath(), path("jet4_current_Lokari_2.MDB"));
+  prompt_.answers = {Answer::Cancel};
+  EXPECT_EQ(start("jet4_current.mdb"), 1);
+}
+
+TEST_F(AccessImportTest, AFileOfAnotherKindUnderTheNewNameIsLeftAlone) {
+  files_.copy(str("jet4_current.mdb"));
+  files_.write(str("jet4_current_Lokari.MDB"), "a letter");
+  prompt_.answers = {Answer::Yes};
+  EXPECT_EQ(start("jet4_current.mdb"), 0);
+  EXPECT_EQ(session_->dbPath(), path("jet4_current_Lokari_2.MDB"));
+  EXPECT_EQ(test::AccessFiles::contents(path("jet4_current_Lokari.MDB")), "a letter");
+}
+
+TEST_F(AccessImportTest, AnEmptyOneOpensForTheFirstVehicle) {
+  files_.copy(str("jet4_2003_empty.mdb"));
+  prompt_.answers = {Answer::Yes};
+  EXPECT_EQ(start("jet4_2003_empty.mdb"), 0);
+  EXPECT_EQ(session_->form().text(str("Data1")), str("neuer Satz"));
+}
+
+TEST_F(AccessImportTest, AStoppedOneIsToldAndLeavesTheOldDatabase) {
+  ASSERT_EQ(start("OFFEN.MDB"), 0);
+  files_.copy(str("jet4_current.mdb"));
+  prompt_.answers = {Answer::Yes};
+  files_.progress.cancelAfter = 2;
+  choose("jet4_current.mdb");
+  EXPECT_EQ(files_.report(), str("Übernahme abgebrochen,\nes wurde nichts angelegt!"));
+  EXPECT_EQ(vehicles(), 1);
+  EXPECT_EQ(files_.names(), QStringList({"OFFEN.MDB", "jet4_current.mdb"}));
+}
+
+TEST_F(AccessImportTest, AV2FileGoesIntoTheOpenDatabaseAfterItsQuestion) {
+  ASSERT_EQ(start("OFFEN.MDB"), 0);
+  const QString file = files_.copy(str("jet4_v2.mdb"));
+  prompt_.answers = {Answer::Yes};
+  choose("jet4_v2.mdb");
+  EXPECT_EQ(prompt_.shown, QStringList{str("Die Datenbank is noch im Format von Lokari V2.\n"
+                                           "In aktuelle V3-Datenbank importieren?")});
+  // 41 vehicles, two of them with the address 100, which the open database has as well.
+  EXPECT_EQ(files_.report(),
+            str("Import erfolgreich abgeschlossen,\r 39 Datensätze importiert!\r(2 Datensätze "
+                "doppelt)"));
+  EXPECT_EQ(vehicles(), 40);
+  EXPECT_EQ(session_->dbPath(), path("OFFEN.MDB"));
+  EXPECT_EQ(files_.names(), QStringList({"OFFEN.MDB", "jet4_v2.mdb"}));
+  EXPECT_EQ(test::AccessFiles::contents(file),
+            test::AccessFiles::contents(test::AccessFiles::original(str("jet4_v2.mdb"))));
+}
+
+TEST_F(AccessImportTest, ADamagedFileIsNamedAndLeavesTheOldDatabase) {
+  ASSERT_EQ(start("OFFEN.MDB"), 0);
+  const QByteArray whole =
+      test::AccessFiles::contents(test::AccessFiles::original(str("jet4_current.mdb")));
+  files_.write(str("kaputt.mdb"), whole.left(5000));
+  choose("kaputt.mdb");
+  EXPECT_EQ(prompt_.shown,
+            QStringList{str("Datenbankdatei ") + path("kaputt.mdb") +
+                        str("\nDie Access-Datei ist beschädigt oder nicht lesbar.")});
+  EXPECT_EQ(vehicles(), 1);
+}
+
+}  // namespace
+}  // namespace lokari
