@@ -2,8 +2,12 @@
 
 #include <QLabel>
 #include <QListWidget>
+#include <QPainter>
 #include <QPushButton>
+#include <QStyledItemDelegate>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 #include "decoder/dec_header.h"
 #include "decoder/ui/dialog_buttons.h"
@@ -14,9 +18,40 @@ namespace {
 constexpr int kLinesShown = 12;
 constexpr int kCharactersShown = 32;
 
+/// Between the longest name and the numbers.
+constexpr int kColumnGap = 16;
+
 QString lineOf(const Maker& maker) {
   return QStringLiteral("%1\t(%2)").arg(maker.name).arg(maker.number);
 }
+
+/// Draws what stands behind the tab in a column of its own, whatever the length of the names.
+class TwoColumns final : public QStyledItemDelegate {
+ public:
+  TwoColumns(int column, QObject* parent) : QStyledItemDelegate(parent), column_(column) {}
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option,
+             const QModelIndex& index) const override {
+    QStyledItemDelegate::paint(painter, option, index);
+    QStyleOptionViewItem number = option;
+    initStyleOption(&number, index);
+    const bool selected = number.state.testFlag(QStyle::State_Selected);
+    const QRect place = option.rect.adjusted(column_, 0, 0, 0);
+    number.widget->style()->drawItemText(painter, place, Qt::AlignLeft | Qt::AlignVCenter,
+                                         number.palette, true,
+                                         index.data().toString().section(u'\t', 1),
+                                         selected ? QPalette::HighlightedText : QPalette::Text);
+  }
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    option->text = option->text.section(u'\t', 0, 0);
+  }
+
+ private:
+  int column_;
+};
 
 }  // namespace
 
@@ -37,7 +72,12 @@ DlgManufSel::DlgManufSel(const QList<Maker>& makers, QWidget* parent)
   const QFontMetrics metrics(lstManSel_->font());
   lstManSel_->setMinimumSize(metrics.averageCharWidth() * kCharactersShown,
                              metrics.lineSpacing() * kLinesShown);
-  for (const Maker& maker : makers) lstManSel_->addItem(lineOf(maker));
+  int longest = 0;
+  for (const Maker& maker : makers) {
+    lstManSel_->addItem(lineOf(maker));
+    longest = std::max(longest, metrics.horizontalAdvance(maker.name));
+  }
+  lstManSel_->setItemDelegate(new TwoColumns(longest + kColumnGap, lstManSel_));
   rows->addWidget(lstManSel_, 1);
 
   QPushButton* cmdOK = addOkAndCancel(this, rows, QStringLiteral("cmdOK"),
