@@ -11,15 +11,20 @@ namespace {
 
 // clang-format off
 constexpr ReferenceList kLists[] = {
-    {u"datFTypes", u"fz_ftype", u"FTYPES", u"FZ_FTYPE_SEQ", u"FZ_FTYPE", u"Type",
+    {u"dlgFTypes", u"Fahrzeugtypen",
+     u"datFTypes", u"fz_ftype", u"FTYPES", u"FZ_FTYPE_SEQ", u"FZ_FTYPE", u"Type",
      u"SELECT * FROM FTYPES ORDER BY ISNULL(FZ_FTYPE_SEQ) DESC, FZ_FTYPE_SEQ, FZ_FTYPE"},
-    {u"datLines",  u"fz_line",  u"LINES",  u"FZ_LINE_SEQ",  u"FZ_LINE",  u"Bahnverwaltung",
+    {u"dlgLines", u"Bahnverwaltungen",
+     u"datLines",  u"fz_line",  u"LINES",  u"FZ_LINE_SEQ",  u"FZ_LINE",  u"Bahnverwaltung",
      u"SELECT * FROM LINES ORDER BY ISNULL(FZ_LINE_SEQ) DESC, FZ_LINE_SEQ, FZ_LINE"},
-    {u"datEras",   u"fz_era",   u"ERAS",   u"FZ_ERA_SEQ",   u"FZ_ERA",   u"Epoche",
+    {u"dlgEras", u"Modellbahn-Epochen",
+     u"datEras",   u"fz_era",   u"ERAS",   u"FZ_ERA_SEQ",   u"FZ_ERA",   u"Epoche",
      u"SELECT * FROM ERAS ORDER BY ISNULL(FZ_ERA_SEQ) DESC, FZ_ERA_SEQ, FZ_ERA"},
-    {u"datManufs", u"md_manuf", u"MANUFS", u"MD_MANUF_SEQ", u"MD_MANUF", u"Hersteller",
+    {u"dlgManuf", u"Modellbahn-Hersteller",
+     u"datManufs", u"md_manuf", u"MANUFS", u"MD_MANUF_SEQ", u"MD_MANUF", u"Hersteller",
      u"SELECT * FROM MANUFS ORDER BY ISNULL(MD_MANUF_SEQ) DESC, MD_MANUF_SEQ, MD_MANUF"},
-    {u"datMotors", u"md_motor", u"MOTORS", u"MD_MOTOR_SEQ", u"MD_MOTOR", u"Motortype",
+    {u"dlgMotor", u"Motortypen",
+     u"datMotors", u"md_motor", u"MOTORS", u"MD_MOTOR_SEQ", u"MD_MOTOR", u"Motortype",
      u"SELECT * FROM MOTORS ORDER BY ISNULL(MD_MOTOR_SEQ) DESC, MD_MOTOR_SEQ, MD_MOTOR"},
 };
 // clang-format on

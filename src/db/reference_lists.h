@@ -11,6 +11,8 @@ namespace lokari {
 class Database;
 
 struct ReferenceList {
+  const char16_t* dialog;   ///< where it is edited: `dlgFTypes` ...
+  const char16_t* title;    ///< of that dialog
   const char16_t* source;   ///< `datFTypes` ...
   const char16_t* control;  ///< the drop-down that it feeds
   const char16_t* table;

@@ -1,0 +1,24 @@
+#include "db/reference_list_rules.h"
+
+#include "base/prompt.h"
+#include "db/reference_lists.h"
+
+namespace lokari {
+
+std::vector<ListColumn> ReferenceListRules::columns() const {
+  return {{list_.sequence, u"Seq."}, {list_.text, list_.caption}};
+}
+
+bool ReferenceListRules::mayChange(ListRow& row, int column, QString& text) {
+  if (column != kText || row.isNew() || !text.trimmed().isEmpty()) return true;
+  prompt_.message(
+      QStringLiteral("Ein leerer Eintrag wird nicht gespeichert.\n"
+                     "Mit Entf wird die Zeile gelöscht."));
+  return false;
+}
+
+RowVerdict ReferenceListRules::mayStore(const ListRow& row) {
+  return row.text(kText).trimmed().isEmpty() ? RowVerdict::Drop : RowVerdict::Store;
+}
+
+}  // namespace lokari
