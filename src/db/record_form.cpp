@@ -209,7 +209,9 @@ void RecordForm::showMaker() {
 }
 
 void RecordForm::refreshMaker() {
-  if (position() >= 0 && editMode() != EditMode::Add && loaded_) showMaker();
+  // A new record and a query form show no maker.
+  const bool shown = records_.position() >= 0 && editMode() != EditMode::Add && !isSearching();
+  if (shown && loaded_) showMaker();
 }
 
 // Nothing of the record shown before stays: what is on show is what would be stored.

@@ -142,7 +142,7 @@ TEST_F(MainWinTest, TheScaleOffersItsSuggestionsInTheirOrder) {
 
 TEST_F(MainWinTest, WhatDoesNothingYetIsThereAndDisabled) {
   startWith(kVehicles);
-  for (const char16_t* name : {u"mnuDbPrint", u"mnuDcManufValues"}) {
+  for (const char16_t* name : {u"mnuDbPrint"}) {
     EXPECT_FALSE(entry(name)->isEnabled()) << qPrintable(QString::fromUtf16(name));
   }
 }

@@ -12,6 +12,7 @@
 #include "app/ui/catalogue_menu.h"
 #include "app/ui/frm_about.h"
 #include "app/ui/frm_entry.h"
+#include "app/ui/list_menu.h"
 #include "app/ui/main_menu.h"
 #include "app/ui/navigator.h"
 #include "app/ui/options_entry.h"
@@ -142,6 +143,7 @@ void MainWin::bind(DatabaseSession& session) {
   menu_->enable(QStringLiteral("mnuDbNew"), [&session] { session.mnuDbNew(); });
   offerCatalogue(workbench_, *menu_, scale_, this);
   offerReports(workbench_, *menu_, [this](bool busy) { showBusy(busy); });
+  offerLists(workbench_, *menu_, scale_, this);
   menu_->enable(QStringLiteral("mnuParaOptions"), [this] {
     // Its test asks the station, and its choices may name another one.
     workbench_.driving().runAlone(menu_, [this] { openOptions(workbench_, scale_, this); });
