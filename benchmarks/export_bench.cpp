@@ -1,12 +1,14 @@
-// Handing a large database over to another program.
+// Handing a large database over to other programs.
 #include <benchmark/benchmark.h>
 
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 
+#include "benchmarks/no_progress.h"
 #include "benchmarks/vehicle_file.h"
 #include "db/database.h"
+#include "reports/csv_export.h"
 #include "reports/rzk_export.h"
 #include "reports/rzk_record.h"
 #include "support/scripted_prompt.h"
@@ -15,6 +17,7 @@ namespace lokari {
 namespace {
 
 constexpr int kVehicles = 10'000;
+constexpr int kTableVehicles = 20'000;
 
 /// Into a new file, which takes one record of each address.
 void exportRzk(benchmark::State& state) {
@@ -41,6 +44,35 @@ void exportRzk(benchmark::State& state) {
   state.counters["ms"] = static_cast<double>(spent) / 1e6 / runs;
 }
 BENCHMARK(exportRzk)->Name("export_rzk/many")->UseRealTime()->Unit(benchmark::kMillisecond);
+
+/// Into a table file for a spreadsheet, by the template that is installed.
+void exportTable(benchmark::State& state) {
+  const QTemporaryDir folder;
+  const QString file = folder.filePath(QStringLiteral("LOKARIV3.CSV"));
+  const Database database(benchmarks::vehicleFile(kTableVehicles));
+  benchmarks::NoProgress progress;
+  QElapsedTimer timer;
+  qint64 spent = 0;
+  int runs = 0;
+  for (auto each : state) {
+    static_cast<void>(each);
+    timer.start();
+    const bool done = exportCsv({.database = database,
+                                 .templateFile = QStringLiteral(LOKARI_DATA "/repc_ger.rpt"),
+                                 .formula = {}},
+                                file, progress);
+    spent += timer.nsecsElapsed();
+    ++runs;
+    QFile written(file);
+    if (!done || !written.open(QIODevice::ReadOnly) ||
+        written.readAll().count('\n') != kTableVehicles + 1) {
+      state.SkipWithError("the file does not hold a line for each vehicle");
+      break;
+    }
+  }
+  state.counters["ms"] = static_cast<double>(spent) / 1e6 / runs;
+}
+BENCHMARK(exportTable)->Name("export_csv/many")->UseRealTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace lokari

@@ -22,6 +22,8 @@ def results(**changed):
         {"name": "curve_drag/manual_time", "ms": 0.75},
         {"name": "start/many_vehicles/real_time", "ms": 312.5, "mb": 88.25},
         {"name": "export_rzk/many/real_time", "ms": 21.5},
+        {"name": "export_csv/many/real_time", "ms": 412.5},
+        {"name": "print_list/pdf/real_time", "ms": 1190.0},
         {"name": "filter/many/real_time", "ratio": 1.3},
         {"name": "list_open/many/real_time", "ms": 140.0},
     ]
