@@ -10,7 +10,7 @@ import sys
 
 WIDGETS = re.compile(r"<(QtWidgets|QWidget|QMainWindow|QDialog|QMessageBox|QFileDialog|QPushButton|"
                      r"QLabel|QLineEdit|QComboBox|QCheckBox|QRadioButton|QTab\w+|QTable(View|Widget)|"
-                     r"QApplication|QMenu\w*|QGridLayout|Q\w*Layout|QPrint\w*)[/>]")
+                     r"QApplication|QMenu\w*|Q(Grid|Box|HBox|VBox|Form|Stacked)?Layout|QPrint\w*)[/>]")
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]+)"|(<[^>]+>))', re.M)
 
 
