@@ -203,7 +203,7 @@ TEST_F(DlgPrintOutputTest, FileIsMadeWithoutAPrinter) {
 }
 
 TEST_F(DlgPrintOutputTest, CancelledFileLeavesTheDialogOpen) {
-  csvText.reset();
+  csvDone = false;
   open();
   choose("optPrintExcel");
   press("butOK");

@@ -110,10 +110,11 @@ class PrintFixture : public ::testing::Test {
                             return std::make_unique<OneLine>(QStringLiteral("Die Liste"));
                           },
                       .csv =
-                          [this](const QString& formula, Progress&) {
+                          [this](const QString& formula, Progress& progress) {
                             formulas << formula;
                             if (!csvFailure.isEmpty()) throw ReportError(csvFailure);
-                            return csvText;
+                            if (csvDone) progress.setStatus(QStringLiteral("Fertig."));
+                            return csvDone;
                           }},
         scale, nullptr);
     dialog->show();
@@ -143,7 +144,7 @@ class PrintFixture : public ::testing::Test {
   QString collection = QStringLiteral("Anlage");
   QStringList formulas;
   QString csvFailure;
-  std::optional<QString> csvText = QStringLiteral("Fertig.");
+  bool csvDone = true;
   std::unique_ptr<DlgPrint> dialog;
 };
 

@@ -127,9 +127,8 @@ bool DlgPrint::print(const ReportSelection& selection) {
 bool DlgPrint::exportCsv(const ReportSelection& selection) {
   bool done = false;
   parts_.progress(this)([&](Progress& progress) {
-    const std::optional<QString> text = parts_.csv(selection.formula, progress);
-    done = text.has_value();
-    progress.setStatus(text.value_or(QStringLiteral("Export abgebrochen.")));
+    done = parts_.csv(selection.formula, progress);
+    if (!done) progress.setStatus(QStringLiteral("Export abgebrochen."));
   });
   return done;
 }

@@ -42,9 +42,9 @@ struct DlgPrintParts {
 
   /// The list of the vehicles of a formula.
   std::function<std::unique_ptr<PrintDocument>(const QString& formula)> list;
-  /// Writes the CSV file and gives the closing text; nothing when the user cancelled. Throws
-  /// ReportError and StorageError.
-  std::function<std::optional<QString>(const QString& formula, Progress& progress)> csv;
+  /// Writes the CSV file of the vehicles of a formula; the last words of the progress say where it
+  /// lies. False when the user cancelled. Throws ReportError and StorageError.
+  std::function<bool(const QString& formula, Progress& progress)> csv;
 };
 
 class DlgPrint final : public QDialog {
