@@ -142,7 +142,8 @@ void MainWin::bind(DatabaseSession& session) {
   menu_->enable(QStringLiteral("mnuDbOpen"), [&session] { session.mnuDbOpen(); });
   menu_->enable(QStringLiteral("mnuDbNew"), [&session] { session.mnuDbNew(); });
   offerCatalogue(workbench_, *menu_, scale_, this);
-  offerReports(workbench_, *menu_, [this](bool busy) { showBusy(busy); });
+  offerReports(workbench_, *menu_, scale_, this, [this](bool busy) { showBusy(busy); });
+  binder_->offer(QStringLiteral("mnuDbPrint"));
   offerLists(workbench_, *menu_, scale_, this);
   menu_->enable(QStringLiteral("mnuParaOptions"), [this] {
     // Its test asks the station, and its choices may name another one.
