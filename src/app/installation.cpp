@@ -15,7 +15,7 @@ Installation findInstallation(const QString& commandLine) {
                     QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
   const QString fault =
       prepareAppPath(appPath, QDir::cleanPath(programs + QStringLiteral("/../share/lokari")));
-  return {appPathsFor(appPath, commandLine), fault};
+  return {appPathsFor(appPath, commandLine), programs, fault};
 }
 
 QString prepareAppPath(const QString& appPath, const QString& installedData) {

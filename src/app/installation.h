@@ -9,7 +9,8 @@ namespace lokari {
 
 struct Installation {
   AppPaths paths;
-  QString fault;  ///< empty, or a German message: the data folder could not be made
+  QString programs;  ///< the folder of this program and of those that belong to it
+  QString fault;     ///< empty, or a German message: the data folder could not be made
 };
 
 /// Finds the data folder of the running program. `commandLine` is the stem of another settings

@@ -70,7 +70,8 @@ ExitStatus runCommand(QStringList arguments, const CliWorld& world) {
   ConsoleView view(world.console);
   StationLink link(settings, world.clock, prompt, world.transports);
   link.setView(&view);
-  CliContext context{paths, settings, world.clock, prompt, world.console, link, world.interrupt};
+  CliContext context{paths,         settings, world.clock,     prompt,
+                     world.console, link,     world.interrupt, world.programs};
   return call.command->run(call.arguments, context);
 }
 

@@ -40,6 +40,7 @@ struct CliWorld {
   Transports transports;
   Console& console;
   Interrupt& interrupt;
+  QString programs{};  ///< the folder of this program and of those that belong to it
 };
 
 /// What a command works with.
@@ -51,6 +52,7 @@ struct CliContext {
   Console& console;
   StationLink& link;
   Interrupt& interrupt;
+  QString programs{};  ///< as in CliWorld
 };
 
 /// `arguments` without the program's name.

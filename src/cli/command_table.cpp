@@ -6,6 +6,7 @@
 #include "cli/drive_command.h"
 #include "cli/export_commands.h"
 #include "cli/firmware_command.h"
+#include "cli/import_command.h"
 #include "cli/switch_command.h"
 #include "cli/test_command.h"
 #include "cli/vehicle_commands.h"
@@ -24,6 +25,7 @@ constexpr std::array kCommands{
     Command{u"vehicle write", u"SAMMLUNG ADRESSE [--main] [--cv LISTE]", u"schreibt CVs eines Fahrzeugs der Datenbank", vehicleWrite},
     Command{u"export csv", u"DATEI", u"schreibt die Fahrzeuge in eine CSV-Datei für Tabellenprogramme", exportCsvFile},
     Command{u"export rzk", u"DATEI", u"übernimmt die Fahrzeuge in eine RZK-Fahrzeugdatei", exportRzk},
+    Command{u"import access", u"DATEI", u"übernimmt eine Access-Datenbank in eine neue daneben, V2 in die eingestellte", importAccess},
     Command{u"drive",    u"ADRESSE [--speed N] [--back] [--function N=on|off]… [--stop]", u"fährt ein Fahrzeug, 0 bis 127", drive},
     Command{u"switch",   u"ADRESSE N=on|off…",           u"schaltet die Ausgänge 1 bis 4 eines Funktionsteils", switchOutputs},
     Command{u"firmware", u"DATEI",                       u"spielt Firmware in ein MX1-2000-Basisgerät ein", firmware},

@@ -39,7 +39,8 @@ int main(int argc, char** argv) {
   const QString appPath = prepareData(console);
   SystemTransports transports(appPath, clock);
   const SignalWatch watch([&interrupt] { interrupt.raise(); });
-  const CliWorld world{appPath, clock, transports.transports(), console, interrupt};
+  const CliWorld world{appPath, clock,     transports.transports(),
+                       console, interrupt, QCoreApplication::applicationDirPath()};
   const ExitStatus status = runCli(QCoreApplication::arguments().mid(1), world);
   const bool lost = status == ExitStatus::Done && !console.complete();
   return static_cast<int>(lost ? ExitStatus::Failed : status);

@@ -30,22 +30,24 @@ AccessContents contentsOf(ForeignDatabase& database) {
   return {current ? AccessKind::Current : AccessKind::V2, vehicles->rowCount()};
 }
 
-bool takeOverAccess(const AccessReader& reader, const QString& path, const QString& target,
-                    const QString& appPath, Progress& progress) {
+std::optional<TakeOverReport> takeOverAccess(const AccessReader& reader, const QString& path,
+                                             const QString& target, const QString& appPath,
+                                             Progress& progress) {
   progress.setPercent(0);
   try {
     AccessDatabase source(reader, path);
     TakeOver job(source, {findFile(appPath + QStringLiteral("/EMPTY.MDB")), target}, progress);
-    const bool taken = job.run();
-    progress.setStatus(taken ? job.report().closingText()
-                             : QStringLiteral("Übernahme abgebrochen,\nes wurde nichts angelegt!"));
-    return taken;
+    if (job.run()) {
+      progress.setStatus(job.report().closingText());
+      return job.report();
+    }
+    progress.setStatus(QStringLiteral("Übernahme abgebrochen,\nes wurde nichts angelegt!"));
   } catch (const StorageError& error) {
     progress.setStatus(QStringLiteral("Fehler bei Übernahme (%1)\n%2\nEs wurde nichts angelegt!")
                            .arg(error.code())
                            .arg(error.text()));
-    return false;
   }
+  return std::nullopt;
 }
 
 std::optional<int> AccessImport::vehicles(const QString& path) {
@@ -73,7 +75,7 @@ std::optional<QString> AccessImport::takeOver(const QString& path) {
   if (target.isEmpty() || QFileInfo::exists(target)) return target;
   bool taken = false;
   parts_.run([&](Progress& progress) {
-    taken = takeOverAccess(parts_.reader, path, target, parts_.appPath, progress);
+    taken = takeOverAccess(parts_.reader, path, target, parts_.appPath, progress).has_value();
   });
   return taken ? target : QString();
 }

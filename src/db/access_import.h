@@ -5,6 +5,7 @@
 #include "db/access_reading.h"
 #include "db/foreign_database.h"
 #include "db/old_format.h"
+#include "db/take_over_report.h"
 
 namespace lokari {
 
@@ -26,9 +27,10 @@ AccessContents contentsOf(ForeignDatabase& database);
 
 /// Takes a current Access file over into the new database `target`, a copy of the template in
 /// `appPath` at first. Its words go to `progress`, the last ones are the report; nothing is thrown.
-/// False when it was stopped or failed: there is no new database then.
-bool takeOverAccess(const AccessReader& reader, const QString& path, const QString& target,
-                    const QString& appPath, Progress& progress);
+/// Nothing when it was stopped or failed: there is no new database then.
+std::optional<TakeOverReport> takeOverAccess(const AccessReader& reader, const QString& path,
+                                             const QString& target, const QString& appPath,
+                                             Progress& progress);
 
 struct AccessImportParts {
   Prompt& prompt;

@@ -52,8 +52,8 @@ class AccessFiles {
 
   /// Takes a file of the folder over into NEU.MDB beside it.
   bool takeOver(const QString& name) {
-    return takeOverAccess(reader(), path(name), path(QStringLiteral("NEU.MDB")), folder(),
-                          progress);
+    return takeOverAccess(reader(), path(name), path(QStringLiteral("NEU.MDB")), folder(), progress)
+        .has_value();
   }
   QString report() const { return progress.statuses.value(progress.statuses.size() - 1); }
 

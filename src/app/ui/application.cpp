@@ -12,8 +12,9 @@
 #include "app/workbench.h"
 #include "base/qt_clock.h"
 #include "base/ui/qt_prompt.h"
-#include "db/old_format.h"
+#include "db/access_import.h"
 #include "link/system_transports.h"
+#include "link/ui/progress_dialog.h"
 
 namespace lokari {
 
@@ -25,7 +26,10 @@ struct Application::Parts {
   QtClock clock;
   QtDesktop desktop{prompt};
   SystemTransports transports{installation.paths.appPath, clock};
-  NoOldFormat oldFormat;
+  AccessImport oldFormat{{prompt, installation.paths.appPath, accessReaderIn(installation.programs),
+                          [this](const auto& work) {
+                            progressDialog(workbench.link(), window.scale(), &window)(work);
+                          }}};
   Workbench workbench{{installation.paths, clock, prompt, desktop, transports.transports(),
                        oldFormat, QDBusConnection::sessionBus()}};
   MainWin window{workbench};

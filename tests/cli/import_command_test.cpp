@@ -1,0 +1,92 @@
+#include <QDir>
+#include <QSqlQuery>
+
+#include "cli_fixture.h"
+#include "db/database.h"
+
+namespace lokari {
+namespace {
+
+class ImportCommand : public CliFixture {
+ protected:
+  ImportCommand() {
+    EXPECT_TRUE(QDir(folder.path()).mkpath("DB"));
+    EXPECT_TRUE(QFile::copy(QStringLiteral(LOKARI_TEMPLATE), path("EMPTY.MDB")));
+    EXPECT_TRUE(QFile::copy(QStringLiteral(LOKARI_TEMPLATE), path("DB/LOKARIV3.MDB")));
+  }
+
+  QString path(const char* name) const { return folder.filePath(name); }
+  QString fixture(const char* name) const {
+    EXPECT_TRUE(QFile::copy(QStringLiteral(LOKARI_ACCESS_FILES "/") + name, path(name)));
+    return path(name);
+  }
+
+  int import(const QStringList& arguments) {
+    console.results.clear();
+    console.messages.clear();
+    const CliWorld world{folder.path(), clock,     {line_, socket, can},
+                         console,       interrupt, QStringLiteral(LOKARI_PROGRAMS)};
+    return static_cast<int>(runCli(QStringList{"import", "access"} + arguments, world));
+  }
+
+  static int vehicles(const QString& file) {
+    int count = 0;
+    Database(file).read("SELECT COUNT(*) FROM LOCO_DAT", {},
+                        [&](const QSqlQuery& row) { count = row.value(0).toInt(); });
+    return count;
+  }
+};
+
+TEST_F(ImportCommand, ACurrentDatabaseComesIntoANewOneBesideIt) {
+  const QString file = fixture("jet4_current.mdb");
+  EXPECT_EQ(import({file}), 0);
+  EXPECT_EQ(console.results, (QStringList{"Übernahme erfolgreich abgeschlossen,",
+                                          "45 Fahrzeuge und 26 Listeneinträge übernommen!",
+                                          "Neue Datenbank: jet4_current_Lokari.MDB"}));
+  EXPECT_EQ(vehicles(path("jet4_current_Lokari.MDB")), 45);
+  EXPECT_EQ(vehicles(path("DB/LOKARIV3.MDB")), 0);
+  EXPECT_TRUE(untouched());
+}
+
+TEST_F(ImportCommand, ASecondTimeAnotherNewOneIsMade) {
+  const QString file = fixture("jet4_current.mdb");
+  EXPECT_EQ(import({file}), 0);
+  EXPECT_EQ(import({file}), 0);
+  EXPECT_EQ(console.results.last(), "Neue Datenbank: jet4_current_Lokari_2.MDB");
+}
+
+TEST_F(ImportCommand, AV2DatabaseComesIntoTheOneOfTheSettings) {
+  EXPECT_EQ(import({fixture("jet4_v2.mdb")}), 0);
+  EXPECT_EQ(console.results, (QStringList{"Import erfolgreich abgeschlossen,",
+                                          " 40 Datensätze importiert!", "(1 Datensätze doppelt)"}));
+  EXPECT_EQ(vehicles(path("DB/LOKARIV3.MDB")), 40);
+}
+
+TEST_F(ImportCommand, CtrlCStopsItAndLeavesNothing) {
+  const QString file = fixture("jet4_current.mdb");
+  interrupt.raised = true;
+  EXPECT_EQ(import({file}), 1);
+  EXPECT_EQ(console.results, (QStringList{"Übernahme abgebrochen,", "es wurde nichts angelegt!"}));
+  EXPECT_FALSE(QFile::exists(path("jet4_current_Lokari.MDB")));
+}
+
+TEST_F(ImportCommand, WhatIsNoAccessDatabaseFailsWithAMessage) {
+  EXPECT_EQ(import({path("EMPTY.MDB")}), 1);
+  EXPECT_EQ(console.messages,
+            QStringList{path("EMPTY.MDB") + " ist keine lesbare Access-Datenbank!"});
+  EXPECT_EQ(import({path("nosuch.mdb")}), 1);
+  QFile broken(path("broken.mdb"));
+  ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
+  broken.write(QByteArray("\0\1\0\0Standard Jet DB\0", 20) + QByteArray(9000, 'x'));
+  broken.close();
+  EXPECT_EQ(import({path("broken.mdb")}), 1);
+  EXPECT_EQ(console.messages, QStringList{"Die Access-Datei ist beschädigt oder nicht lesbar."});
+}
+
+TEST_F(ImportCommand, WithoutOneFileItIsAWrongCall) {
+  EXPECT_EQ(import({}), 2);
+  EXPECT_EQ(import({"a.mdb", "b.mdb"}), 2);
+}
+
+}  // namespace
+}  // namespace lokari
