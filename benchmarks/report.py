@@ -67,6 +67,8 @@ FIGURES = [
            "at most 2 × the sqlite3 shell"),
     Figure("vehicle list opened on 20,000 vehicles", "list_open/many", "ms", "ms", 200.0,
            "under 200 ms"),
+    Figure("Access file taken over into a new database", "access/current", "ratio",
+           "× mdb-export of the same tables", 2.0, "at most 2 × mdb-export of the same tables"),
     Figure("vehicle file export, 10,000 vehicles", "export_rzk/many", "ms", "ms", 300.0,
            "under 300 ms"),
     Figure("CSV file of 20,000 vehicles", "export_csv/many", "ms", "ms", 1000.0, "under 1 s"),
