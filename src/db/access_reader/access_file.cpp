@@ -57,6 +57,8 @@ std::vector<MdbCatalogEntry*> AccessFile::tables() {
 void AccessFile::tell(MdbCatalogEntry* entry, StreamWriter& out) {
   MdbTableDef* table = mdb_read_table(entry);
   if (table == nullptr || mdb_read_columns(table) == nullptr) throw DamagedFile();
+  std::array<MdbField, MDB_MAX_COLS> fields{};
+  if (table->num_cols > fields.size() || table->columns->len > fields.size()) throw DamagedFile();
   std::vector<MdbColumn*> columns;
   for (unsigned i = 0; i < table->columns->len; ++i) {
     columns.push_back(static_cast<MdbColumn*>(g_ptr_array_index(table->columns, i)));
@@ -64,7 +66,6 @@ void AccessFile::tell(MdbCatalogEntry* entry, StreamWriter& out) {
   }
   out.rowCount(table->num_rows);
   mdb_rewind_table(table);
-  std::array<MdbField, MDB_MAX_COLS> fields{};
   while (mdb_fetch_row(table) != 0) {
     findFields(table, fields);
     out.record(AccessRecord::Row);
@@ -135,6 +136,7 @@ std::string_view AccessFile::stored(const MdbField& field, int least) const {
 }
 
 std::string AccessFile::longValue(MdbColumn& column, const MdbField& field) {
+  if (field.siz == 0) return {};
   std::array<char, MDB_MEMO_OVERHEAD> head{};
   std::memcpy(head.data(), stored(field, MDB_MEMO_OVERHEAD).data(), head.size());
   const auto lengthAndPlace = static_cast<std::uint32_t>(littleEndian({head.data(), 4}));
