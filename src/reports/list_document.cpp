@@ -43,21 +43,24 @@ class PagePainter {
   QSizeF room() const { return {size_.width(), size_.height() - kFoot * unit_}; }
 
   bool paint(const std::vector<std::unique_ptr<ListPage>>& pages, Progress& progress) {
-    if (!painter_.begin(&paper_)) {
-      throw ReportError(QStringLiteral("Der Drucker nimmt keine Seiten an!"));
-    }
+    require(painter_.begin(&paper_));
     for (size_t i = 0; i < pages.size(); ++i) {
       if (progress.cancelled()) return false;
       progress.setStatus(QStringLiteral("Seite %1 von %2").arg(i + 1).arg(pages.size()));
-      if (i > 0) paper_.newPage();
+      if (i > 0) require(paper_.newPage());
       pages[i]->draw(painter_);
       drawFoot(i + 1, pages.size());
       progress.setPercent(kDividing + (kWhole - kDividing) * share(i + 1, pages.size()));
     }
-    return painter_.end();
+    require(painter_.end());
+    return true;
   }
 
  private:
+  static void require(bool accepted) {
+    if (!accepted) throw ReportError(QStringLiteral("Der Drucker nimmt keine Seiten an!"));
+  }
+
   void drawFoot(size_t page, size_t pages) {
     const QRectF foot(0, size_.height() - kFootText * unit_, size_.width(), kFootText * unit_);
     QFont font;

@@ -69,8 +69,9 @@ ListPage::ListPage(const std::string& html, const QString& folder, size_t vehicl
   text_.setDocumentMargin(0);
   text_.setBaseUrl(QUrl::fromLocalFile(folder));
   text_.documentLayout()->setPaintDevice(&paper);
-  text_.setHtml(QString::fromStdString(html));
+  // The width comes first, else the text would be laid out twice.
   text_.setTextWidth(room.width());
+  text_.setHtml(QString::fromStdString(html));
   height_ = std::min(text_.size().height(), room.height());
   if (vehicles > 0) findRows(vehicles);
 }

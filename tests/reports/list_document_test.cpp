@@ -1,5 +1,7 @@
 #include "reports/list_document.h"
 
+#include <QPdfWriter>
+
 #include "pdf_pages.h"
 #include "reports/print_selection.h"
 #include "reports/report_error.h"
@@ -220,6 +222,13 @@ TEST_F(ListDocumentTest, ATemplateWhoseVehiclesAreNoRowsIsRefused) {
   EXPECT_THROW(print(), ReportError);
   ASSERT_TRUE(QFile::remove(templateFile()));
   EXPECT_THROW(print(), ReportError);
+}
+
+TEST_F(ListDocumentTest, PaperThatTakesNothingIsTold) {
+  addMany(3);
+  QPdfWriter nowhere(QStringLiteral("/nirgends/liste.pdf"));
+  ListDocument list({.database = database.open(), .templateFile = templateFile(), .formula = {}});
+  EXPECT_THROW(list.paint(nowhere, pdf.progress), ReportError);
 }
 
 TEST_F(ListDocumentTest, PaintingTwicePaintsTheSame) {
