@@ -52,6 +52,16 @@ class DecoderSheetsTest : public ::testing::Test {
     return result;
   }
 
+  static QByteArray picture() {
+    QByteArray encoded;
+    QBuffer buffer(&encoded);
+    buffer.open(QIODevice::WriteOnly);
+    QImage image(40, 20, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    EXPECT_TRUE(image.save(&buffer, "PNG"));
+    return encoded;
+  }
+
   DecoderSheets sheets() {
     return DecoderSheets({.database = database.open(),
                           .query = kAll,
@@ -261,27 +271,36 @@ TEST_F(DecoderSheetsTest, LetterTakesFewerRows) {
 TEST_F(DecoderSheetsTest, LongNamesAreCutWithAnEllipsis) {
   describe("CV_30=" + QByteArray(90, 'N') + ",0-255,40\n");
   add(3, "E103", "30=40");
-  set(3, "FZ_FTYPE", QString(50, u'T'));
+  set(3, "FZ_FTYPE", QString(50, u'W'));
   print();
   const QString text = pages.texts().value(0);
   EXPECT_HAS(text, "NNN… (40) 40");
-  EXPECT_HAS(text, "TTT… Decoder: Zimo ZX100");
+  EXPECT_HAS(text, "WWW…\n");
+}
+
+TEST_F(DecoderSheetsTest, LongFieldsOfTheDatabaseFitBesideAPicture) {
+  database.run("UPDATE DCMANUFS SET DC_MANUF_TEXT = 'Elektronikwerk Vogtland'");
+  add(3, "E103WW");
+  set(3, "DC_COLL", QStringLiteral("Clubanlage Nord"));
+  set(3, "DC_DECODER", QStringLiteral("MMMMMMMM"));
+  set(3, "FZ_FTYPE", QStringLiteral("Elektrolokomotive"));
+  set(3, "FZ_LNAME", QStringLiteral("Schnellzuglokomotive mit Schlepptender 9"));
+  set(3, "MD_PIC", picture());
+  print();
+  const QString text = pages.texts().value(0);
+  EXPECT_HAS(text, "Sammlung: Clubanlage Nord Adresse: 3");
+  EXPECT_HAS(text, "Decoder: Elektronikwerk Vogtland MMMMMMMM\n");
+  EXPECT_HAS(text, "Langbezeichnung: Schnellzuglokomotive mit Schlepptender 9\n");
 }
 
 TEST_F(DecoderSheetsTest, PictureStandsInTheHeadAndABrokenOneDoesNot) {
   add(3, "E103");
-  QByteArray encoded;
-  QBuffer buffer(&encoded);
-  buffer.open(QIODevice::WriteOnly);
-  QImage image(40, 20, QImage::Format_RGB32);
-  image.fill(Qt::red);
-  ASSERT_TRUE(image.save(&buffer, "PNG"));
   const auto holdsPicture = [this] {
     QFile file(pages.path());
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
     return file.readAll().contains("/Subtype /Image");
   };
-  set(3, "MD_PIC", encoded);
+  set(3, "MD_PIC", picture());
   print();
   EXPECT_TRUE(holdsPicture());
   set(3, "MD_PIC", QByteArray("kein Bild"));

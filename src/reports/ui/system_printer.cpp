@@ -91,10 +91,11 @@ std::unique_ptr<PrintJob> SystemPrinter::begin(const QString& title) {
 
 std::unique_ptr<PrintJob> SystemPrinter::beginFile(const QString& title) {
   for (;;) {
-    QString name = prompt_.saveFile({.title = QStringLiteral("PDF-Datei speichern"),
-                                     .filter = QStringLiteral("PDF-Dateien|*.pdf|Alle Dateien|*.*"),
-                                     .folder = folder_,
-                                     .presetName = title + QStringLiteral(".pdf")});
+    QString name = prompt_.saveFile(
+        {.title = QStringLiteral("PDF-Datei speichern"),
+         .filter = QStringLiteral("PDF-Dateien (*.pdf)|*.pdf|Alle Dateien (*.*)|*.*"),
+         .folder = folder_,
+         .presetName = title + QStringLiteral(".pdf")});
     if (name.isEmpty()) return nullptr;
     if (!fileNameOf(name).contains(u'.')) name += QStringLiteral(".pdf");
     const bool replaces = !findFile(name).isEmpty();
