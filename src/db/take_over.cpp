@@ -37,6 +37,12 @@ bool refusesRow(int code) {
   return std::find(kRefusals.begin(), kRefusals.end(), code) != kRefusals.end();
 }
 
+QString refusal(const TakeOverRows& taker, const StorageError& error) {
+  return taker.areVehicles() && error.code() == storage_error::kDuplicateKey
+             ? QStringLiteral("Diese Adresse gibt es in der Sammlung schon.")
+             : error.text();
+}
+
 StorageError cannotWrite(const QString& path) {
   return {storage_error::kMediumFailed,
           QStringLiteral("%1 kann nicht angelegt werden.").arg(QDir::toNativeSeparators(path))};
@@ -134,8 +140,7 @@ void TakeOver::takeTable(Database& database, const TableInfo& table, ForeignTabl
   }
   if (taker.isEmpty()) return;
   database.write(QStringLiteral("DELETE FROM ") + table.name, {});
-  int& taken =
-      table.name == QString::fromUtf16(kTables.back().name) ? report_.vehicles : report_.entries;
+  int& taken = taker.areVehicles() ? report_.vehicles : report_.entries;
   QVariantList row;
   for (int number = 1; rows.next(row); ++number) {
     if (number % kPause == 0) showRow(number, rows.rowCount());
@@ -148,7 +153,9 @@ bool TakeOver::takeRow(Database& database, const TakeOverRows& taker, const QVar
                        const QString& rowName, KeptFiles& kept) {
   try {
     const TakenRow values = taker.take(row);
-    database.write(taker.statement(), values.values);
+    if (!insertRow(database, taker, values.values)) {
+      report_.remarks << QStringLiteral("%1 hat eine neue Satznummer.").arg(rowName);
+    }
     for (const KeptValue& value : values.kept) {
       report_.remarks << QStringLiteral("%1: %2 in \"%3\".")
                              .arg(rowName, value.reason,
@@ -158,7 +165,21 @@ bool TakeOver::takeRow(Database& database, const TakeOverRows& taker, const QVar
   } catch (const StorageError& error) {
     if (!refusesRow(error.code())) throw;
     ++report_.skipped;
-    report_.remarks << QStringLiteral("%1 ist nicht übernommen: %2").arg(rowName, error.text());
+    report_.remarks
+        << QStringLiteral("%1 ist nicht übernommen: %2").arg(rowName, refusal(taker, error));
+    return false;
+  }
+}
+
+bool TakeOver::insertRow(Database& database, const TakeOverRows& taker,
+                         const QVariantList& values) {
+  try {
+    database.write(taker.statement(), values);
+    return true;
+  } catch (const StorageError& error) {
+    const QVariantList unnumbered = taker.withoutNumber(values);
+    if (error.code() != storage_error::kDuplicateKey || unnumbered == values) throw;
+    database.write(taker.statement(), unnumbered);
     return false;
   }
 }

@@ -50,6 +50,8 @@ class TakeOver {
   void takeTable(Database& database, const TableInfo& table, ForeignTable& rows, KeptFiles& kept);
   bool takeRow(Database& database, const TakeOverRows& taker, const QVariantList& row,
                const QString& rowName, KeptFiles& kept);
+  /// False when the row got a new number, since another one has its own.
+  static bool insertRow(Database& database, const TakeOverRows& taker, const QVariantList& values);
   void tellUnknownTables();
   void showRow(int row, int count);
 

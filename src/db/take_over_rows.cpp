@@ -10,6 +10,7 @@ namespace lokari {
 namespace {
 
 const QString kVehicles = QStringLiteral("LOCO_DAT");
+const QString kNumber = QStringLiteral("DC_RECNO");
 const QString kPicture = QStringLiteral("MD_PIC");
 
 }  // namespace
@@ -30,6 +31,10 @@ TakeOverRows::TakeOverRows(const TableInfo& table, const QStringList& columns)
   }
   statement_ = QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
                    .arg(table_, names.join(u','), places.join(u','));
+}
+
+bool TakeOverRows::areVehicles() const {
+  return table_ == kVehicles;
 }
 
 TakenRow TakeOverRows::take(const QVariantList& row) const {
@@ -61,10 +66,18 @@ QVariant TakeOverRows::taken(const ColumnInfo& column, const QVariant& value,
   return {};
 }
 
+QVariantList TakeOverRows::withoutNumber(const QVariantList& values) const {
+  QVariantList result = values;
+  for (qsizetype i = 0; i < columns_.size(); ++i) {
+    if (columns_[i].info.name == kNumber) result[i] = QVariant();
+  }
+  return result;
+}
+
 QString TakeOverRows::rowName(const QVariantList& row, int number) const {
-  if (table_ != kVehicles) return QStringLiteral("Tabelle %1, Zeile %2").arg(table_).arg(number);
+  if (!areVehicles()) return QStringLiteral("Tabelle %1, Zeile %2").arg(table_).arg(number);
   return QStringLiteral("Satz %1 (Adresse %2, Sammlung \"%3\")")
-      .arg(valueOf(row, QStringLiteral("DC_RECNO")), valueOf(row, QStringLiteral("DC_ADR")),
+      .arg(valueOf(row, kNumber), valueOf(row, QStringLiteral("DC_ADR")),
            valueOf(row, QStringLiteral("DC_COLL")));
 }
 

@@ -27,6 +27,7 @@ class TakeOverRows {
   /// tables has is left out.
   TakeOverRows(const TableInfo& table, const QStringList& columns);
 
+  bool areVehicles() const;
   /// Whether no column has a place here.
   bool isEmpty() const { return columns_.isEmpty(); }
   /// The foreign columns that this system does not know.
@@ -38,6 +39,10 @@ class TakeOverRows {
   /// longer than its column is cut and kept whole. Throws StorageError with kNotNumeric for a value
   /// that its column cannot hold.
   TakenRow take(const QVariantList& row) const;
+
+  /// The row's values without its own number, so that the database gives it a new one. The same
+  /// values for a table whose rows have none.
+  QVariantList withoutNumber(const QVariantList& values) const;
 
   /// What a person calls the row: "Satz 7 (Adresse 3, Sammlung "Anlage")", or the table and the
   /// number of the row, from 1.

@@ -58,8 +58,19 @@ TEST_F(TakeOverTest, ARowThatTheKeysRefuseIsSkippedAndNamed) {
   EXPECT_EQ(report_.vehicles, 2);
   EXPECT_EQ(report_.skipped, 1);
   EXPECT_TRUE(report_.remarks.contains(
-      str("Satz 2 (Adresse 3, Sammlung \"Anlage\") ist nicht übernommen: Diesen Schlüssel gibt es "
-          "bereits.")));
+      str("Satz 2 (Adresse 3, Sammlung \"Anlage\") ist nicht übernommen: Diese Adresse gibt es in "
+          "der Sammlung schon.")));
+}
+
+TEST_F(TakeOverTest, ANumberThatIsTakenIsReplacedByANewOne) {
+  add(7, 3, "Anlage");
+  add(7, 4, "Anlage");
+  add(QVariant(), 5, "Anlage");
+  ASSERT_TRUE(run());
+  EXPECT_EQ(stored("SELECT DC_RECNO FROM LOCO_DAT ORDER BY DC_ADR"), QVariantList({7, 8, 9}));
+  EXPECT_EQ(report_.skipped, 0);
+  EXPECT_TRUE(report_.remarks.contains(
+      str("Satz 7 (Adresse 4, Sammlung \"Anlage\") hat eine neue Satznummer.")));
 }
 
 TEST_F(TakeOverTest, ARowWithAValueThatItsColumnCannotHoldIsSkippedAndNamed) {
