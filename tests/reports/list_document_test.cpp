@@ -1,5 +1,6 @@
 #include "reports/list_document.h"
 
+#include <QImage>
 #include <QPdfWriter>
 
 #include "pdf_pages.h"
@@ -205,6 +206,19 @@ TEST_F(ListDocumentTest, AVehicleThatIsTallerThanThePageIsCutAndTheNextOnesFollo
   const QStringList pages = pdf.texts();
   ASSERT_EQ(pages.size(), 2);
   EXPECT_TRUE(pages[0].contains("eins") && pages[1].contains("zwei"));
+}
+
+TEST_F(ListDocumentTest, APictureBesideTheTemplateIsPrinted) {
+  QImage picture(20, 20, QImage::Format_RGB32);
+  picture.fill(Qt::red);
+  ASSERT_TRUE(picture.save(database.folder() + QStringLiteral("/Zeichen.png")));
+  useTemplate(
+      "<p><img src=\"Zeichen.png\"></p><table>{{#fahrzeuge}}<tr><td>{{FZ_LNAME}}</td></tr>"
+      "{{/fahrzeuge}}</table>");
+  add(1, "A", "L", "eins");
+  ASSERT_TRUE(print());
+  EXPECT_EQ(pdf.pictures(), 1);
+  EXPECT_TRUE(text().contains("eins"));
 }
 
 TEST_F(ListDocumentTest, ATemplateWhoseVehiclesAreNoRowsIsRefused) {
