@@ -13,6 +13,16 @@ class AccessDatabaseTest : public ::testing::Test {
     return AccessDatabase(test::AccessFiles::reader(), test::AccessFiles::original(str(name)));
   }
 
+  /// A column of all vehicles of a file of the folder.
+  QVariantList valuesOf(const char* file, const char* column) {
+    AccessDatabase database(test::AccessFiles::reader(), files_.path(str(file)));
+    const std::unique_ptr<ForeignTable> table = database.table(str("LOCO_DAT"));
+    const qsizetype at = table->columns().indexOf(str(column));
+    QVariantList values;
+    for (QVariantList row; table->next(row);) values << row[at];
+    return values;
+  }
+
   /// A program in place of the reader, which prints this and then does `end`.
   AccessReader pretend(const QByteArray& output, const char* end = "exit 0") {
     files_.write(str("stream"), output);
@@ -112,6 +122,52 @@ TEST_F(AccessDatabaseTest, TellsAnEmptyTextFromNull) {
     }
   }
   EXPECT_EQ(checked, 2);
+}
+
+TEST_F(AccessDatabaseTest, ReadsEveryWayInWhichTextIsStored) {
+  // The short name of the vehicle 18, eight bytes.
+  const QByteArray stored("P\0r\0\xFC\0f\0", 8);
+  const struct {
+    QByteArray bytes;
+    QString text;
+  } ways[]{
+      {stored, str("Prüf")},
+      {QByteArray("\xFF\xFEPr\xFC"
+                  "fAB",
+                  8),
+       str("PrüfAB")},  // one byte each
+      {QByteArray("\x3D\xD8\x82\xDE"
+                  "A\0\xAC\x20",
+                  8),
+       str("🚂A€")},  // one that takes four
+      {QByteArray("\xFF\xFE"
+                  "A\0\x3D\xD8\x82\xDE",
+                  8),
+       str("A🚂")},  // both in one text
+  };
+  for (const auto& way : ways) {
+    QByteArray data =
+        test::AccessFiles::contents(test::AccessFiles::original(str("jet4_current.mdb")));
+    ASSERT_EQ(data.count(stored), 1);
+    files_.write(str("x.mdb"), data.replace(stored, way.bytes));
+    EXPECT_TRUE(valuesOf("x.mdb", "ST_SNAME").contains(way.text)) << way.bytes.toHex().data();
+  }
+}
+
+TEST_F(AccessDatabaseTest, ReadsAmountsToTheirLastPlace) {
+  const QByteArray price("\x78\xDF\x16\0\0\0\0\0", 8);  // 149.9000
+  const struct {
+    QByteArray bytes;
+    double amount;
+  } amounts[]{{price, 149.9},
+              {QByteArray(8, '\xFF'), -0.0001},
+              {QByteArray("\x15\xCD\x5B\x07\0\0\0\0", 8), 12345.6789}};
+  for (const auto& each : amounts) {
+    QByteArray data =
+        test::AccessFiles::contents(test::AccessFiles::original(str("jet4_current.mdb")));
+    files_.write(str("x.mdb"), data.replace(price, each.bytes));
+    EXPECT_EQ(valuesOf("x.mdb", "MD_PRICE").first(), QVariant(each.amount));
+  }
 }
 
 TEST_F(AccessDatabaseTest, AFileIsRecognisedByItsHeadAndNotByItsName) {

@@ -7,6 +7,7 @@
 
 #include "access_files.h"
 #include "db/database.h"
+#include "ole_objects.h"
 
 namespace lokari {
 namespace {
@@ -131,6 +132,15 @@ TEST_F(TakeOverTest, APictureInAWrapperThatIsNoneIsKeptBesideAndNamed) {
   const QString file =
       QString::fromUtf8(test::AccessFiles::contents(report_.kept + str("/Bericht.txt")));
   EXPECT_TRUE(file.contains(remark));
+}
+
+TEST_F(TakeOverTest, PicturesInAWrapperAreUnwrapped) {
+  const QByteArray bitmap("BM a bitmap");
+  const QByteArray jpeg("\xFF\xD8\xFF\xE0 a photograph");
+  add(1, 3, "Anlage", {}, test::wrapped("PBrush", bitmap));
+  add(2, 4, "Anlage", {}, test::wrapped("Package", test::packaged(jpeg)));
+  ASSERT_TRUE(run());
+  EXPECT_EQ(stored("SELECT MD_PIC FROM LOCO_DAT"), QVariantList({bitmap, jpeg}));
 }
 
 TEST_F(TakeOverTest, ATextThatIsTooLongIsCutAndKeptWhole) {
