@@ -81,7 +81,7 @@ TEST_F(ListDocumentTest, TitleSelectionDateAndTheVehiclesInTheirOrder) {
   ASSERT_EQ(pages.size(), 1);
   EXPECT_TRUE(pages[0].contains("Fahrzeugliste\n")) << pages[0].toStdString();
   EXPECT_TRUE(pages[0].contains("Auswahl: alle Fahrzeuge"));
-  EXPECT_TRUE(pages[0].contains("4 Fahrzeuge in TEST.MDB, Stand 21.11.2026"));
+  EXPECT_TRUE(pages[0].contains("Fahrzeuge: 4 · Datenbank: TEST.MDB · Stand: 21.11.2026"));
   EXPECT_TRUE(pages[0].contains("TEST.MDB Stand 21.11.2026 Seite 1 von 1"));
   const QRegularExpression rows(
       "Sammlung Adresse Kurzname Langbezeichnung Fahrzeug-Type Decoder\\s+"
