@@ -125,6 +125,11 @@ TEST_F(DlgDcDecoderTest, EntfAsksBeforeItDeletes) {
   EXPECT_EQ(column(1), str("MX2|"));
 }
 
+TEST_F(DlgDcDecoderTest, TheColumnsFillTheGrid) {
+  openFor(145);
+  EXPECT_EQ(grid()->horizontalHeader()->length(), grid()->viewport()->width());
+}
+
 TEST_F(DlgDcDecoderTest, EveryControlHasAnAccessibleNameAndAPlaceInTheTabOrder) {
   openFor(145);
   QStringList order;

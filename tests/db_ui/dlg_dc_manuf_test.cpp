@@ -66,7 +66,7 @@ TEST_F(DlgDcManufTest, Maker0CannotBeDeleted) {
   EXPECT_EQ(rows(), 3);
 }
 
-TEST_F(DlgDcManufTest, TheLastColumnFillsTheGrid) {
+TEST_F(DlgDcManufTest, TheColumnsFillTheGrid) {
   EXPECT_EQ(grid()->horizontalHeader()->length(), grid()->viewport()->width());
 }
 

@@ -34,6 +34,7 @@ DlgDcDecoder::DlgDcDecoder(Database& database, Prompt& prompt, const CatalogueFi
   auto rows = std::make_unique<ListGrid>(database, prompt, std::move(rules));
   rows->open(TypeRules::query(number));
   build(std::move(rows), QStringLiteral("datDcDecoders"));
+  grid().stretch(TypeRules::kType);
   addHint();
   resize(kDesignSize);
   connect(makers_, &QComboBox::currentIndexChanged, this, &DlgDcDecoder::chooseMaker);

@@ -18,6 +18,7 @@ DlgDcManuf::DlgDcManuf(Database& database, Prompt& prompt, const CatalogueFiles&
                                          std::make_unique<MakerRules>(database, prompt, files));
   rows->open(QString::fromUtf16(kMakersQuery));
   build(std::move(rows), QStringLiteral("datDcManufs"));
+  grid().stretch(MakerRules::kName);
   resize(kDesignSize);
 }
 

@@ -1,5 +1,9 @@
 #include "db/ui/dlg_list.h"
 
+#include <QHeaderView>
+#include <QLayout>
+#include <QScrollBar>
+
 #include <algorithm>
 #include <cmath>
 
@@ -12,7 +16,9 @@
 namespace lokari {
 namespace {
 
-constexpr QSize kDesignSize(300, 420);
+constexpr int kDesignHeight = 420;
+/// The title shows whole.
+constexpr int kLeastWidth = 240;
 constexpr double kTextTwips = 1540;
 constexpr double kTwipsPerPixel = 15;
 
@@ -29,17 +35,29 @@ DlgList::DlgList(const ReferenceList& list, Database& database, Prompt& prompt,
                                          std::make_unique<ReferenceListRules>(list, prompt));
   rows->open(QString::fromUtf16(list.query));
   build(std::move(rows), QString::fromUtf16(list.source));
-  resize(kDesignSize);
+  resize(naturalWidth(), kDesignHeight);
+}
+
+// The columns fill the grid.
+int DlgList::naturalWidth() const {
+  const QMargins margins = layout()->contentsMargins();
+  int width = margins.left() + margins.right() + 2 * grid().frameWidth() +
+              grid().verticalHeader()->width() + grid().verticalScrollBar()->sizeHint().width();
+  for (int column = 0; column < rows().columnCount(); ++column) width += widthOf(column, 1);
+  return std::max(width, kLeastWidth);
+}
+
+int DlgList::widthOf(int column, double factor) const {
+  const int needed = grid().neededWidth(column);
+  if (column != ReferenceListRules::kText) return rounded(needed * factor);
+  // A longer entry is not cut off.
+  return std::max(rounded(kTextTwips / kTwipsPerPixel * factor), needed);
 }
 
 void DlgList::setColumnWidths() {
-  const double factor = scale().scaleX;
-  grid().setColumnWidth(ReferenceListRules::kSequence,
-                        rounded(grid().neededWidth(ReferenceListRules::kSequence) * factor));
-  // A longer entry is not cut off.
-  grid().setColumnWidth(ReferenceListRules::kText,
-                        std::max(rounded(kTextTwips / kTwipsPerPixel * factor),
-                                 grid().neededWidth(ReferenceListRules::kText)));
+  for (int column = 0; column < rows().columnCount(); ++column) {
+    grid().setColumnWidth(column, widthOf(column, scale().scaleX));
+  }
 }
 
 }  // namespace lokari

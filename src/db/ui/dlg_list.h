@@ -20,6 +20,10 @@ class DlgList final : public GridDialog {
 
  protected:
   void setColumnWidths() override;
+
+ private:
+  int naturalWidth() const;
+  int widthOf(int column, double factor) const;
 };
 
 }  // namespace lokari

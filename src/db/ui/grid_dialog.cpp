@@ -1,7 +1,6 @@
 #include "db/ui/grid_dialog.h"
 
 #include <QEvent>
-#include <QHeaderView>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -57,7 +56,6 @@ void GridDialog::done(int result) {
 }
 
 void GridDialog::setColumnWidths() {
-  grid_->horizontalHeader()->setStretchLastSection(true);
   for (int column = 0; column < rows_->columnCount(); ++column) {
     grid_->setColumnWidth(
         column, static_cast<int>(std::lround(grid_->neededWidth(column) * scale_.scaleX)));

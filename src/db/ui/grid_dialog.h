@@ -37,7 +37,7 @@ class GridDialog : public QDialog {
   const WindowScale& scale() const { return scale_; }
 
   /// Called whenever the dialog becomes the active window. The columns get what they need at the
-  /// main window's scale, and the last one the rest.
+  /// main window's scale.
   virtual void setColumnWidths();
 
   bool event(QEvent* event) override;

@@ -3,8 +3,8 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMenu>
-#include <QMetaProperty>
 #include <QStyledItemDelegate>
 
 #include <algorithm>
@@ -47,12 +47,14 @@ class CellDelegate final : public QStyledItemDelegate {
  public:
   explicit CellDelegate(ListGridView& view) : QStyledItemDelegate(&view), view_(view) {}
 
-  QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+  QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem&,
                         const QModelIndex& index) const override {
     // The row ahead may have refused to be left.
     const QPersistentModelIndex place(index);
     if (index != view_.currentIndex() || !view_.rows_.mayEdit(index.row())) return nullptr;
-    QWidget* editor = QStyledItemDelegate::createEditor(parent, option, place);
+    auto* editor = new QLineEdit(parent);
+    editor->setFrame(false);
+    editor->setAlignment(Qt::Alignment(place.data(Qt::TextAlignmentRole).toInt()));
     editor->setObjectName(QStringLiteral("gridText"));
     editor->setAccessibleName(
         view_.rows_.headerData(place.column(), Qt::Horizontal, Qt::DisplayRole).toString());
@@ -62,8 +64,8 @@ class CellDelegate final : public QStyledItemDelegate {
 
   void setModelData(QWidget* editor, QAbstractItemModel* model,
                     const QModelIndex& index) const override {
-    const QByteArray text = editor->metaObject()->userProperty().name();
-    view_.refused_ = !model->setData(index, editor->property(text.constData()), Qt::EditRole);
+    const QString text = static_cast<QLineEdit*>(editor)->text();
+    view_.refused_ = !model->setData(index, text, Qt::EditRole);
   }
 
  private:
@@ -80,6 +82,9 @@ ListGridView::ListGridView(ListGrid& rows, QWidget* parent) : QTableView(parent)
   setWordWrap(false);
   setAlternatingRowColors(true);
   setCornerButtonEnabled(false);
+  setToolTip(
+      QStringLiteral("Neue Zeilen beginnen in der Zeile mit *.\n"
+                     "Esc verwirft eine Änderung, Entf löscht die Zeile."));
   QHeaderView* marks = verticalHeader();
   marks->setSectionResizeMode(QHeaderView::Fixed);
   marks->setDefaultSectionSize(fontMetrics().height() + 8);
@@ -109,6 +114,10 @@ bool ListGridView::storeRow() {
 int ListGridView::neededWidth(int column) const {
   return std::max({sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column),
                    fontMetrics().horizontalAdvance(QString::fromUtf16(kNumberSample))});
+}
+
+void ListGridView::stretch(int column) {
+  horizontalHeader()->setSectionResizeMode(column, QHeaderView::Stretch);
 }
 
 // After a refusal the user stays where he typed.

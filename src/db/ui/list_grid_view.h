@@ -21,6 +21,8 @@ class ListGridView final : public QTableView {
 
   /// The width that shows the caption and everything that stands in a column uncut.
   int neededWidth(int column) const;
+  /// Gives a column the room that the others leave.
+  void stretch(int column);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
