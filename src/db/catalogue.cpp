@@ -10,8 +10,6 @@
 namespace lokari {
 namespace {
 
-constexpr char16_t kMakers[] =
-    u"SELECT * FROM DCMANUFS ORDER BY ISNULL(DC_MANUF_SEQ) DESC, DC_MANUF_SEQ, DC_MANUF_TEXT";
 constexpr char16_t kTypesOfMaker[] =
     u"SELECT DC_DECODER FROM DECODERS WHERE DC_MANUF = %1 "
     u"ORDER BY ISNULL(DC_SEQ) DESC, DC_SEQ, DC_DECODER";
@@ -34,7 +32,7 @@ void ask(const Database* database, const QString& query, const Database::RowHand
 
 QList<Maker> Catalogue::makers() const {
   QList<Maker> result;
-  ask(database_, QString::fromUtf16(kMakers), [&result](const QSqlQuery& row) {
+  ask(database_, QString::fromUtf16(kMakersQuery), [&result](const QSqlQuery& row) {
     result.append({row.value(QStringLiteral("DC_MANUF")).toInt(),
                    row.value(QStringLiteral("DC_MANUF_TEXT")).toString()});
   });

@@ -14,6 +14,10 @@ namespace lokari {
 
 class Database;
 
+/// All makers: those with a sequence number in its order, then the others by name.
+inline constexpr char16_t kMakersQuery[] =
+    u"SELECT * FROM DCMANUFS ORDER BY ISNULL(DC_MANUF_SEQ) DESC, DC_MANUF_SEQ, DC_MANUF_TEXT";
+
 struct Maker {
   int number = 0;  ///< 0 to 255; maker 0 has no types
   QString name;    ///< also the name of the folder of its description files
@@ -29,7 +33,7 @@ class Catalogue {
   /// Changes to another database, which must outlive the catalogue or the next bind().
   void bind(const Database* database) { database_ = database; }
 
-  /// All makers: those with a sequence number in its order, then the others by name.
+  /// All makers in the order of kMakersQuery.
   QList<Maker> makers() const;
 
   /// The maker of a number.

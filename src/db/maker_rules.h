@@ -10,9 +10,6 @@ namespace lokari {
 
 class Prompt;
 
-inline constexpr char16_t kMakersQuery[] =
-    u"SELECT * FROM DCMANUFS ORDER BY ISNULL(DC_MANUF_SEQ) DESC, DC_MANUF_SEQ, DC_MANUF_TEXT";
-
 class MakerRules final : public ListRules {
  public:
   enum Column { kSequence, kNumber, kName };

@@ -18,7 +18,8 @@ bool ReferenceListRules::mayChange(ListRow& row, int column, QString& text) {
 }
 
 RowVerdict ReferenceListRules::mayStore(const ListRow& row) {
-  return row.text(kText).trimmed().isEmpty() ? RowVerdict::Drop : RowVerdict::Store;
+  const bool empty = row.text(kText).trimmed().isEmpty();
+  return row.isNew() && empty ? RowVerdict::Drop : RowVerdict::Store;
 }
 
 }  // namespace lokari

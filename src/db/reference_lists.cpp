@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "db/catalogue.h"
 #include "db/database.h"
 
 namespace lokari {
@@ -32,7 +33,7 @@ constexpr ReferenceList kLists[] = {
 constexpr char16_t kCollections[] = u"SELECT DISTINCT(DC_COLL) FROM LOCO_DAT ORDER BY DC_COLL";
 constexpr const char16_t* kCatalogueQueries[] = {
     u"SELECT * FROM DECODERS ORDER BY DC_MANUF, ISNULL(DC_SEQ) DESC, DC_SEQ, DC_DECODER",
-    u"SELECT * FROM DCMANUFS ORDER BY ISNULL(DC_MANUF_SEQ) DESC, DC_MANUF_SEQ, DC_MANUF_TEXT",
+    kMakersQuery,
 };
 
 void nothing(const QSqlQuery&) {}

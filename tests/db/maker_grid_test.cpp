@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include "db/catalogue.h"
 #include "db/maker_rules.h"
 #include "list_grid_fixture.h"
 

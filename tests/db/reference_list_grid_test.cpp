@@ -101,6 +101,17 @@ TEST_F(ReferenceListGridTest, AStoredEntryCannotBeEmptied) {
   EXPECT_EQ(grid_->editedRow(), -1);
 }
 
+TEST_F(ReferenceListGridTest, AnEmptyEntryOfAForeignDatabaseMayGetANumberAndAName) {
+  base_.run("INSERT INTO LINES VALUES (0, NULL)");
+  show(str("fz_line"));
+  ASSERT_TRUE(type(0, kSeq, "7"));
+  ASSERT_TRUE(grid_->storeRow());
+  EXPECT_EQ(stored("SELECT FZ_LINE_SEQ FROM LINES WHERE FZ_LINE IS NULL"), str("7"));
+  ASSERT_TRUE(type(2, kText, "KBS"));
+  ASSERT_TRUE(grid_->storeRow());
+  EXPECT_EQ(sequenceOf("KBS"), str("7"));
+}
+
 TEST_F(ReferenceListGridTest, ARenamedEntryDoesNotReachTheVehicles) {
   base_.run("INSERT INTO LOCO_DAT (DC_ADR, DC_COLL, FZ_LINE) VALUES (3, '', 'DB')");
   ASSERT_TRUE(type(0, kText, "DB AG"));

@@ -1,6 +1,10 @@
 // The dialogs of the five reference lists, and what their grids do with keys and mouse.
 #include "db/ui/dlg_list.h"
 
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QTimer>
+
 #include "db/reference_lists.h"
 #include "grid_dialog_fixture.h"
 
@@ -15,6 +19,13 @@ class DlgListTest : public test::GridDialogFixture {
                                                       prompt_, scale_, nullptr));
   }
   void open() { openList("fz_era"); }
+  /// The right button on a row.
+  void pointAt(int row) const {
+    const QPoint point = middleOf(row, 1);
+    QContextMenuEvent event(QContextMenuEvent::Mouse, point,
+                            grid()->viewport()->mapToGlobal(point));
+    QApplication::sendEvent(grid()->viewport(), &event);
+  }
   QString eras() { return stored("SELECT FZ_ERA FROM ERAS ORDER BY rowid"); }
 };
 
@@ -236,6 +247,27 @@ TEST_F(DlgListTest, AClickOnAMarkGoesToItsRow) {
   QTest::mouseClick(marks->viewport(), Qt::LeftButton, {},
                     {marks->width() / 2, marks->sectionViewportPosition(2) + 5});
   EXPECT_EQ(place(), str("2,0"));
+}
+
+TEST_F(DlgListTest, TheContextMenuDeletesTheRowThatIsPointedAt) {
+  open();
+  QTimer::singleShot(0, dialog_.get(), [] {
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    ASSERT_EQ(menu->actions().size(), 1);
+    EXPECT_TRUE(menu->actions().front()->text().startsWith(QStringLiteral("Zeile &löschen")));
+    menu->setActiveAction(menu->actions().front());
+    QTest::keyClick(menu, Qt::Key_Return);
+  });
+  pointAt(1);
+  EXPECT_EQ(eras(), str("I|III"));
+}
+
+TEST_F(DlgListTest, TheEmptyRowHasNoContextMenu) {
+  open();
+  pointAt(3);
+  EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+  EXPECT_EQ(place(), str("0,0"));
 }
 
 TEST_F(DlgListTest, ClosingTakesWhatIsBeingTyped) {

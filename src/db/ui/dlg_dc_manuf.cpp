@@ -1,5 +1,6 @@
 #include "db/ui/dlg_dc_manuf.h"
 
+#include "db/catalogue.h"
 #include "db/list_grid.h"
 #include "db/maker_rules.h"
 #include "db/ui/list_grid_view.h"
