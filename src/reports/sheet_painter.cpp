@@ -23,6 +23,9 @@ constexpr double kRule = 1.2;
 constexpr double kTable = kHead + 18;
 constexpr double kFoot = 16;
 
+/// What a picture on paper shows at most, in its own dots: 400 of them an inch.
+constexpr QSize kPictureDots(622, 417);
+
 // Sizes of type, in points.
 constexpr double kCaptionType = 8.5;
 constexpr double kHeadType = 9.5;
@@ -52,17 +55,28 @@ const std::array kHeadFields{
               [](const SheetVehicle& v) { return v.longName; }},
 };
 
+/// The picture as large as paper can show it; an empty one when there is none.
+QImage pictureOf(const SheetVehicle& vehicle) {
+  const QImage picture = QImage::fromData(vehicle.picture);
+  const bool large =
+      picture.width() > kPictureDots.width() || picture.height() > kPictureDots.height();
+  return large ? picture.scaled(kPictureDots, Qt::KeepAspectRatio, Qt::SmoothTransformation)
+               : picture;
+}
+
 }  // namespace
 
 void SheetPainter::paint(const SheetVehicle& vehicle, std::span<const PrintCv> cvs) {
   SheetTable table(canvas_, vehicle, cvs);
+  // The same one on all pages, so that a file holds it once.
+  const QImage picture = pictureOf(vehicle);
   const double top = canvas_.dots(kTable);
   const size_t perPage = table.rowsIn(canvas_.size().height() - top - canvas_.dots(kFoot));
   const size_t pages = std::max<size_t>(1, (table.rows() + perPage - 1) / perPage);
   for (size_t page = 0; page < pages; ++page) {
     if (begun_) canvas_.newPage();
     begun_ = true;
-    paintHead(vehicle);
+    paintHead(vehicle, picture);
     paintFoot(vehicle, page + 1, pages);
     const size_t from = page * perPage;
     const size_t rows = std::min(perPage, table.rows() - from);
@@ -70,10 +84,10 @@ void SheetPainter::paint(const SheetVehicle& vehicle, std::span<const PrintCv> c
   }
 }
 
-void SheetPainter::paintHead(const SheetVehicle& vehicle) {
+void SheetPainter::paintHead(const SheetVehicle& vehicle, const QImage& picture) {
   QPainter& painter = canvas_.painter();
   double room = canvas_.size().width();
-  if (const QImage picture = QImage::fromData(vehicle.picture); !picture.isNull()) {
+  if (!picture.isNull()) {
     room -= canvas_.dots(kPictureWidth);
     paintPicture(QRectF(room, 0, canvas_.dots(kPictureWidth), canvas_.dots(kHead)), picture);
     room -= canvas_.dots(kPictureGap);

@@ -25,7 +25,7 @@ class SheetPainter {
   void paint(const SheetVehicle& vehicle, std::span<const PrintCv> cvs);
 
  private:
-  void paintHead(const SheetVehicle& vehicle);
+  void paintHead(const SheetVehicle& vehicle, const QImage& picture);
   void paintPicture(const QRectF& frame, const QImage& picture);
   void paintFoot(const SheetVehicle& vehicle, size_t page, size_t pages);
 

@@ -1,10 +1,11 @@
-// Any text as a description file: the loader, the checker and the layout of its rows must come to
-// an end with every index in its table.
+// Any text as a description file: the loader, the checker, the layout of its rows and the list for
+// the sheet must come to an end with every index in its table.
 #include "decoder/dec_loader.h"
 
 #include "base/text_file.h"
 #include "decoder/dec_checker.h"
 #include "decoder/page_rows.h"
+#include "reports/print_cv_list.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   using namespace lokari;
@@ -19,5 +20,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     }
   }
   checkDescription(text);
+  const std::vector<PrintCv> list = printCvList(text);
+  if (list.size() > static_cast<size_t>(kPrintCvLimit)) __builtin_trap();
+  for (const PrintCv& cv : list) {
+    if (!cv.index.inRange() || cv.name.isEmpty() || cv.range.isEmpty()) __builtin_trap();
+  }
   return 0;
 }

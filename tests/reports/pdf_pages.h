@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QSet>
 #include <QTemporaryDir>
 
 #include "base/progress.h"
@@ -56,6 +57,23 @@ class PdfPages {
     static const QRegularExpression bold(QStringLiteral("<b>(.*?)</b>"));
     QStringList result;
     for (const auto& match : bold.globalMatch(xml)) result << match.captured(1).trimmed();
+    return result;
+  }
+
+  /// Width and height of each picture that the file holds, in its own dots.
+  QStringList pictures() const {
+    QStringList lines = plain(run(QStringLiteral("pdfimages"), {QStringLiteral("-list"), path()}))
+                            .split(u'\n', Qt::SkipEmptyParts)
+                            .mid(2);
+    // Columns: page, number, kind, width, height, ...; then the object, once a picture.
+    QStringList result;
+    QSet<QString> objects;
+    for (const QString& line : lines) {
+      const QStringList cells = line.split(u' ', Qt::SkipEmptyParts);
+      if (objects.contains(cells.value(10))) continue;
+      objects << cells.value(10);
+      result << cells.value(3) + u'x' + cells.value(4);
+    }
     return result;
   }
 
