@@ -217,7 +217,7 @@ TEST_F(ListDocumentTest, APictureBesideTheTemplateIsPrinted) {
       "{{/fahrzeuge}}</table>");
   add(1, "A", "L", "eins");
   ASSERT_TRUE(print());
-  EXPECT_EQ(pdf.pictures(), 1);
+  EXPECT_EQ(pdf.pictures().size(), 1);
   EXPECT_TRUE(text().contains("eins"));
 }
 

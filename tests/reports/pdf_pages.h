@@ -78,10 +78,6 @@ class PdfPages {
   }
 
   QString fonts() const { return run(QStringLiteral("pdffonts"), {path()}); }
-  /// How many pictures there are; the list has two lines of head.
-  qsizetype pictures() const {
-    return run(QStringLiteral("pdfimages"), {QStringLiteral("-list"), path()}).count(u'\n') - 2;
-  }
   QString info() const { return plain(run(QStringLiteral("pdfinfo"), {path()})); }
 
   ProgressRecord progress;
