@@ -7,11 +7,12 @@
 
 #include "base/progress.h"
 #include "db/access_import.h"
+#include "support/places.h"
 
 namespace lokari {
 namespace {
 
-constexpr char kFile[] = LOKARI_ACCESS_FILE;
+const QString kFile = places::accessFile(QStringLiteral("jet4_current.mdb"));
 constexpr int kVehicles = 45;
 
 class SilentProgress final : public Progress {
@@ -29,8 +30,8 @@ double exportTime() {
        {"DCMANUFS", "DECODERS", "MANUFS", "MOTORS", "ERAS", "LINES", "FTYPES", "LOCO_DAT"}) {
     QProcess tool;
     tool.setStandardOutputFile(QProcess::nullDevice());
-    tool.start(QStringLiteral("mdb-export"), {QStringLiteral("-b"), QStringLiteral("hex"),
-                                              QString::fromUtf8(kFile), QString::fromUtf8(table)});
+    tool.start(QStringLiteral("mdb-export"),
+               {QStringLiteral("-b"), QStringLiteral("hex"), kFile, QString::fromUtf8(table)});
     if (!tool.waitForFinished() || tool.exitCode() != 0) return -1;
   }
   return static_cast<double>(timer.nsecsElapsed()) / 1e6;
@@ -42,9 +43,9 @@ double takeOverTime() {
   SilentProgress progress;
   QElapsedTimer timer;
   timer.start();
-  const auto report = takeOverAccess(
-      {QStringLiteral(LOKARI_ACCESS_READER)}, QString::fromUtf8(kFile),
-      folder.filePath(QStringLiteral("NEU.MDB")), QStringLiteral(LOKARI_DATA), progress);
+  const auto report =
+      takeOverAccess({places::programs() + QStringLiteral("/lokari-access-reader")}, kFile,
+                     folder.filePath(QStringLiteral("NEU.MDB")), places::data(), progress);
   if (!report || report->vehicles != kVehicles) return -1;
   return static_cast<double>(timer.nsecsElapsed()) / 1e6;
 }

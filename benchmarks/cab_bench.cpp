@@ -17,6 +17,7 @@
 #include "cab/ui/frm_cab.h"
 #include "cab/ui/speed_bar.h"
 #include "real_station.h"
+#include "support/places.h"
 
 namespace lokari {
 namespace {
@@ -55,7 +56,7 @@ class Cabs {
   CabLine shared{station.link()};
   VehicleRecords records{nullptr, station.prompt()};
   WindowScale scale{QString()};
-  const Pictures pictures{QStringLiteral(LOKARI_DATA)};
+  const Pictures pictures{places::data()};
   FrmCab* last = nullptr;
   CabFleet fleet{{shared, station.prompt(), records, {}, makeCabProtocol},
                  [this](const std::shared_ptr<Cab>& cab) {

@@ -11,6 +11,7 @@
 #include "reports/csv_export.h"
 #include "reports/rzk_export.h"
 #include "reports/rzk_record.h"
+#include "support/places.h"
 #include "support/scripted_prompt.h"
 
 namespace lokari {
@@ -58,7 +59,7 @@ void exportTable(benchmark::State& state) {
     static_cast<void>(each);
     timer.start();
     const bool done = exportCsv({.database = database,
-                                 .templateFile = QStringLiteral(LOKARI_DATA "/repc_ger.rpt"),
+                                 .templateFile = places::data() + QStringLiteral("/repc_ger.rpt"),
                                  .formula = {}},
                                 file, progress);
     spent += timer.nsecsElapsed();

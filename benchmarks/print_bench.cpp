@@ -10,6 +10,7 @@
 #include "db/database.h"
 #include "reports/list_document.h"
 #include "reports/pdf_file.h"
+#include "support/places.h"
 
 namespace lokari {
 namespace {
@@ -28,7 +29,7 @@ void printList(benchmark::State& state) {
     static_cast<void>(each);
     timer.start();
     ListDocument list({.database = database,
-                       .templateFile = QStringLiteral(LOKARI_DATA "/repl_ger.rpt"),
+                       .templateFile = places::data() + QStringLiteral("/repl_ger.rpt"),
                        .formula = {}});
     const auto job = pdfFileJob(file, list.title(), printLayout(QPageSize(QPageSize::A4)));
     const bool done = list.paint(job->paper(), progress);

@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 
 #include "benchmarks/vehicle_file.h"
+#include "support/places.h"
 
 namespace lokari {
 namespace {
@@ -19,8 +20,9 @@ constexpr int kPatience = 30000;  // milliseconds
 class DataFolder {
  public:
   explicit DataFolder(const QString& database) {
-    QProcess::execute(QStringLiteral("cp"),
-                      {QStringLiteral("-r"), QStringLiteral(LOKARI_DATA "/."), folder_.path()});
+    QProcess::execute(
+        QStringLiteral("cp"),
+        {QStringLiteral("-r"), places::data() + QStringLiteral("/."), folder_.path()});
     QFile settings(folder_.filePath(QStringLiteral("LOKARI.INI")));
     if (settings.open(QIODevice::WriteOnly)) {
       settings.write("[LOKARI]\r\nCANLog=0\r\nDBPath=" + database.toUtf8() + "\r\n");

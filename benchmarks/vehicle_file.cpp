@@ -6,6 +6,8 @@
 #include <sqlite3.h>
 #include <stdexcept>
 
+#include "support/places.h"
+
 namespace lokari::benchmarks {
 namespace {
 
@@ -49,7 +51,7 @@ QString vehicleFile(int vehicles) {
   static const QTemporaryDir folder;
   const QString path = folder.filePath(QStringLiteral("%1.MDB").arg(vehicles));
   if (QFile::exists(path)) return path;
-  if (!QFile::copy(QStringLiteral(LOKARI_TEMPLATE), path)) {
+  if (!QFile::copy(places::emptyDatabase(), path)) {
     throw std::runtime_error("no template to make a database of");
   }
   QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);

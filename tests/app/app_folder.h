@@ -18,6 +18,7 @@
 #include "support/memory_can.h"
 #include "support/memory_line.h"
 #include "support/memory_socket.h"
+#include "support/places.h"
 #include "support/scripted_prompt.h"
 #include "support/virtual_clock.h"
 
@@ -68,13 +69,13 @@ class AppFolder {
   static QString databaseName() { return QStringLiteral("DB/LOKARIV3.MDB"); }
 
   void copyTemplate(const QString& name) const {
-    EXPECT_TRUE(QFile::copy(QStringLiteral(LOKARI_DATA "/EMPTY.MDB"), file(name)));
+    EXPECT_TRUE(QFile::copy(places::emptyDatabase(), file(name)));
     QFile::setPermissions(file(name), QFile::ReadOwner | QFile::WriteOwner);
   }
 
   /// A file that an installation carries.
   void copyData(const QString& name) const {
-    EXPECT_TRUE(QFile::copy(QStringLiteral(LOKARI_DATA "/") + name, file(name)));
+    EXPECT_TRUE(QFile::copy(places::data() + QStringLiteral("/") + name, file(name)));
   }
 
   void write(const QString& name, const QByteArray& text) const {

@@ -14,6 +14,8 @@
 #include <QTextBrowser>
 #include <QTreeView>
 
+#include "support/places.h"
+
 namespace lokari {
 namespace {
 
@@ -21,7 +23,7 @@ namespace {
 class HelpWindowTest : public ::testing::Test {
  protected:
   HelpWindowTest() {
-    const QString built = QStringLiteral(LOKARI_DATA "/HELP/LOKARI.qhc");
+    const QString built = places::data() + QStringLiteral("/HELP/LOKARI.qhc");
     EXPECT_TRUE(QFile::copy(built, file()));
     QString book = built;
     book.replace(QStringLiteral(".qhc"), QStringLiteral(".qch"));

@@ -30,6 +30,7 @@
 #include "support/memory_can.h"
 #include "support/memory_line.h"
 #include "support/memory_socket.h"
+#include "support/places.h"
 #include "support/recording_desktop.h"
 #include "support/scripted_prompt.h"
 #include "support/test_database.h"
@@ -159,7 +160,7 @@ class CabWindows : public ::testing::Test {
   VehicleRecords records{&session, prompt};
   ToldStation station;
   WindowScale scale{database.folder() + QStringLiteral("/WINDOW.INI")};
-  const Pictures pictures{QStringLiteral(LOKARI_TEST_DATA_DIR)};
+  const Pictures pictures{places::data()};
   QList<FrmCab*> cabWindows;
   QList<FrmPanel*> panelWindows;
   CabFleet cabs{{line, prompt, records, database.folder(),

@@ -15,6 +15,7 @@
 #include "cab/ui/picture_button.h"
 #include "cab/ui/speed_bar.h"
 #include "sim/network_session_fixture.h"
+#include "support/places.h"
 
 namespace lokari {
 namespace {
@@ -61,7 +62,7 @@ class CabOnEveryKind : public test::NetworkSession,
   CabLine shared{*link};
   VehicleRecords records{nullptr, prompt};
   WindowScale scale{QString()};
-  const Pictures pictures{QStringLiteral(LOKARI_TEST_DATA_DIR)};
+  const Pictures pictures{places::data()};
   FrmCab* frmCab = nullptr;
   FrmPanel* frmPanel = nullptr;
   CabFleet cabs{{shared, prompt, records, {}, makeCabProtocol},

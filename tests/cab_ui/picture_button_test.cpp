@@ -6,6 +6,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include "support/places.h"
+
 namespace lokari {
 namespace {
 
@@ -18,8 +20,8 @@ class PictureButtonTest : public ::testing::Test {
   }
   QPoint middle() const { return button.rect().center(); }
 
-  PictureButton button{Pictures(QStringLiteral(LOKARI_TEST_DATA_DIR)), QStringLiteral("imgStop"),
-                       QStringLiteral("Halt"), nullptr};
+  PictureButton button{Pictures(places::data()), QStringLiteral("imgStop"), QStringLiteral("Halt"),
+                       nullptr};
 };
 
 TEST_F(PictureButtonTest, ShowsItsOtherPictureWhileItIsDown) {
@@ -62,7 +64,7 @@ TEST_F(PictureButtonTest, AClickAloneDoesNotTurnItOn) {
 }
 
 TEST_F(PictureButtonTest, TakesThePictureOfDoubleSizeWhenItIsEnlarged) {
-  const QImage file(QStringLiteral(LOKARI_TEST_DATA_DIR "/stop_n@2x.bmp"));
+  const QImage file(places::data() + QStringLiteral("/stop_n@2x.bmp"));
   ASSERT_FALSE(file.isNull());
   const QSize air = button.sizeHint() - file.size() / 2;
   button.resize(file.size() + air);

@@ -3,6 +3,7 @@
 
 #include "cli_fixture.h"
 #include "db/database.h"
+#include "support/places.h"
 
 namespace lokari {
 namespace {
@@ -11,7 +12,7 @@ class DatabaseCommands : public CliFixture {
  protected:
   DatabaseCommands() {
     EXPECT_TRUE(QDir(folder.path()).mkpath("DB"));
-    EXPECT_TRUE(QFile::copy(QStringLiteral(LOKARI_TEMPLATE), path()));
+    EXPECT_TRUE(QFile::copy(places::emptyDatabase(), path()));
     Database database(path());
     database.write(
         "INSERT INTO LOCO_DAT (DC_ADR, DC_COLL, ST_SNAME, FZ_LNAME, FZ_FTYPE, DC_DECODER) VALUES "

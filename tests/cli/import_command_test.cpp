@@ -3,6 +3,7 @@
 
 #include "cli_fixture.h"
 #include "db/database.h"
+#include "support/places.h"
 
 namespace lokari {
 namespace {
@@ -11,13 +12,13 @@ class ImportCommand : public CliFixture {
  protected:
   ImportCommand() {
     EXPECT_TRUE(QDir(folder.path()).mkpath("DB"));
-    EXPECT_TRUE(QFile::copy(QStringLiteral(LOKARI_TEMPLATE), path("EMPTY.MDB")));
-    EXPECT_TRUE(QFile::copy(QStringLiteral(LOKARI_TEMPLATE), path("DB/LOKARIV3.MDB")));
+    EXPECT_TRUE(QFile::copy(places::emptyDatabase(), path("EMPTY.MDB")));
+    EXPECT_TRUE(QFile::copy(places::emptyDatabase(), path("DB/LOKARIV3.MDB")));
   }
 
   QString path(const char* name) const { return folder.filePath(name); }
   QString fixture(const char* name) const {
-    EXPECT_TRUE(QFile::copy(QStringLiteral(LOKARI_ACCESS_FILES "/") + name, path(name)));
+    EXPECT_TRUE(QFile::copy(places::accessFile(name), path(name)));
     return path(name);
   }
 
@@ -25,7 +26,7 @@ class ImportCommand : public CliFixture {
     console.results.clear();
     console.messages.clear();
     const CliWorld world{folder.path(), clock,     {line_, socket, can},
-                         console,       interrupt, QStringLiteral(LOKARI_PROGRAMS)};
+                         console,       interrupt, places::programs()};
     return static_cast<int>(runCli(QStringList{"import", "access"} + arguments, world));
   }
 

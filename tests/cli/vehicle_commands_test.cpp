@@ -3,6 +3,7 @@
 #include "db/cv_record.h"
 #include "db/database.h"
 #include "db/record_set.h"
+#include "support/places.h"
 
 namespace lokari {
 namespace {
@@ -11,7 +12,7 @@ class VehicleCommandsTest : public CliFixture {
  protected:
   VehicleCommandsTest() {
     QDir().mkpath(folder.filePath(QStringLiteral("DB")));
-    EXPECT_TRUE(QFile::copy(QStringLiteral(LOKARI_TEMPLATE), dbPath()));
+    EXPECT_TRUE(QFile::copy(places::emptyDatabase(), dbPath()));
     QFile::setPermissions(dbPath(), QFile::ReadOwner | QFile::WriteOwner);
     describe("Default.dec", "[Default]\nCV_3=Zeit\n");
     describe("Adlerton/AT-ECO.dec",

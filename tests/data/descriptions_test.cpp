@@ -7,11 +7,12 @@
 #include "decoder/dec_checker.h"
 #include "decoder/dec_loader.h"
 #include "decoder/func_map.h"
+#include "support/places.h"
 
 namespace lokari {
 namespace {
 
-const QString kData = QStringLiteral(LOKARI_TEST_DATA_DIR "/");
+const QString kData = places::data() + QStringLiteral("/");
 
 QString textOf(const QString& name) {
   const auto text = readTextFile(kData + name);

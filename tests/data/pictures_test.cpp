@@ -6,11 +6,13 @@
 #include <QImage>
 #include <QString>
 
+#include "support/places.h"
+
 namespace lokari {
 namespace {
 
 QImage picture(const std::string& name) {
-  return QImage(QStringLiteral(LOKARI_TEST_DATA_DIR "/") + QString::fromStdString(name) +
+  return QImage(places::data() + QStringLiteral("/") + QString::fromStdString(name) +
                 QStringLiteral(".bmp"));
 }
 

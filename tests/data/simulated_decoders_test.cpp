@@ -3,6 +3,7 @@
 
 #include "base/text_file.h"
 #include "sim/decoder_file.h"
+#include "support/places.h"
 
 namespace lokari::sim {
 namespace {
@@ -10,7 +11,7 @@ namespace {
 Layout layoutOf(const char* name) {
   Layout layout;
   const auto text =
-      readTextFile(QStringLiteral(LOKARI_TEST_DEMO_DIR "/sim/") + QString::fromLatin1(name));
+      readTextFile(places::demo() + QStringLiteral("/sim/") + QString::fromLatin1(name));
   EXPECT_TRUE(text.has_value()) << name;
   EXPECT_EQ(readDecoders(text.value_or(QString()), layout), QString());
   return layout;

@@ -1,5 +1,4 @@
 // Access files in a folder of their own, and the reader that reads them.
-// The test program defines LOKARI_ACCESS_READER and LOKARI_ACCESS_FILES.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -10,19 +9,20 @@
 
 #include "db/access_import.h"
 #include "foreign_tables.h"
+#include "support/places.h"
 
 namespace lokari::test {
 
 class AccessFiles {
  public:
   AccessFiles() {
-    EXPECT_TRUE(QFile::copy(QStringLiteral(LOKARI_TEMPLATE), path(QStringLiteral("EMPTY.MDB"))));
+    EXPECT_TRUE(QFile::copy(places::emptyDatabase(), path(QStringLiteral("EMPTY.MDB"))));
   }
 
-  static AccessReader reader() { return {QStringLiteral(LOKARI_ACCESS_READER)}; }
-  static QString original(const QString& name) {
-    return QStringLiteral(LOKARI_ACCESS_FILES "/") + name;
+  static AccessReader reader() {
+    return {places::programs() + QStringLiteral("/lokari-access-reader")};
   }
+  static QString original(const QString& name) { return places::accessFile(name); }
 
   QString folder() const { return folder_.path(); }
   QString path(const QString& name) const { return folder_.filePath(name); }

@@ -6,6 +6,7 @@
 
 #include "base/ini_file.h"
 #include "db/database_session.h"
+#include "support/places.h"
 #include "support/recording_desktop.h"
 #include "support/scripted_prompt.h"
 #include "support/test_database.h"
@@ -101,7 +102,7 @@ TEST_F(CatalogueUpdateTest, AFailureTakesEverythingBack) {
 class MnuUpdDBTest : public ::testing::Test {
  protected:
   MnuUpdDBTest() {
-    EXPECT_TRUE(QFile::copy(QStringLiteral(LOKARI_TEMPLATE), template_));
+    EXPECT_TRUE(QFile::copy(places::emptyDatabase(), template_));
     base_.addVehicle(3, str("Anlage"), str("L3"));
     base_.run("UPDATE LOCO_DAT SET DC_MANUF = 0");
     base_.run("UPDATE DCMANUFS SET DC_MANUF_TEXT = 'Ohne' WHERE DC_MANUF = 0");

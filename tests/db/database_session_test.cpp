@@ -10,6 +10,7 @@
 #include <sqlite3.h>
 
 #include "base/ini_file.h"
+#include "support/places.h"
 #include "support/recording_desktop.h"
 #include "support/scripted_prompt.h"
 
@@ -41,7 +42,7 @@ class SessionTest : public ::testing::Test {
  protected:
   SessionTest() {
     EXPECT_TRUE(QDir(app_.path()).mkpath(str("DB")));
-    EXPECT_TRUE(QFile::copy(str(LOKARI_TEMPLATE), path("EMPTY.MDB")));
+    EXPECT_TRUE(QFile::copy(places::emptyDatabase(), path("EMPTY.MDB")));
     start("DB/LOKARIV3.MDB");
   }
 

@@ -16,6 +16,7 @@
 #include "sim/station_table.h"
 #include "support/memory_can.h"
 #include "support/memory_socket.h"
+#include "support/places.h"
 #include "support/recording_view.h"
 #include "support/scripted_prompt.h"
 #include "support/sim_line.h"
@@ -146,7 +147,7 @@ class BenchFixture : public ::testing::Test {
   }
   QString copyOfTemplate() {
     const QString path = folder.filePath(QStringLiteral("TEST.MDB"));
-    EXPECT_TRUE(QFile::copy(QStringLiteral(LOKARI_TEMPLATE), path));
+    EXPECT_TRUE(QFile::copy(places::emptyDatabase(), path));
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
     return path;
   }

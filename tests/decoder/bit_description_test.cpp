@@ -10,6 +10,7 @@
 
 #include "base/text_file.h"
 #include "decoder/dec_loader.h"
+#include "support/places.h"
 
 namespace lokari {
 namespace {
@@ -317,8 +318,8 @@ int coveredBits(const QString& bits) {
 }
 
 TEST(BitDescriptions, EveryShippedOneGivesItsValuesBack) {
-  QDirIterator files(QStringLiteral(LOKARI_DEC_FILES), {QStringLiteral("*.dec")}, QDir::Files,
-                     QDirIterator::Subdirectories);
+  QDirIterator files(places::source() + QStringLiteral("/data/dec"), {QStringLiteral("*.dec")},
+                     QDir::Files, QDirIterator::Subdirectories);
   int descriptions = 0;
   while (files.hasNext()) {
     const QString file = files.next();

@@ -8,14 +8,15 @@
 
 #include "base/text_file.h"
 #include "decoder/dec_loader.h"
+#include "support/places.h"
 
 namespace lokari {
 namespace {
 
 std::vector<std::string> decFilesBelow(const char* folder) {
   std::vector<std::string> files;
-  QDirIterator below(QString::fromUtf8(folder), {QStringLiteral("*.dec")}, QDir::Files,
-                     QDirIterator::Subdirectories);
+  QDirIterator below(places::source() + QString::fromUtf8(folder), {QStringLiteral("*.dec")},
+                     QDir::Files, QDirIterator::Subdirectories);
   while (below.hasNext()) files.push_back(below.next().toStdString());
   std::sort(files.begin(), files.end());
   return files;
@@ -53,8 +54,8 @@ TEST_P(Corpus, ItsFaultsAreFound) {
   EXPECT_EQ(listed(checkDescription(textOf(GetParam()))), QString::fromUtf8(file.readAll()));
 }
 
-INSTANTIATE_TEST_SUITE_P(Broken, Corpus, ::testing::ValuesIn(decFilesBelow(LOKARI_DEC_CORPUS)),
-                         caseName);
+INSTANTIATE_TEST_SUITE_P(Broken, Corpus,
+                         ::testing::ValuesIn(decFilesBelow("/tests/decoder/corpus")), caseName);
 
 class Shipped : public ::testing::TestWithParam<std::string> {};
 
@@ -66,8 +67,7 @@ TEST_P(Shipped, HasNoFaultAndLoadsWhole) {
   EXPECT_GT(description.lineCount, 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Data, Shipped, ::testing::ValuesIn(decFilesBelow(LOKARI_DEC_FILES)),
-                         caseName);
+INSTANTIATE_TEST_SUITE_P(Data, Shipped, ::testing::ValuesIn(decFilesBelow("/data/dec")), caseName);
 
 TEST(BitsFault, TakesWhatTheBitDialogCanShow) {
   for (const char* good : {"1,Licht,Aus,Ein|2,Modus,A,B,C,D", "#,Einer|#,Zehner", "A,Adresse", "A",

@@ -2,6 +2,7 @@
 #include "decoder/spd_file.h"
 
 #include "speed_fixture.h"
+#include "support/places.h"
 
 namespace lokari {
 namespace {
@@ -229,8 +230,8 @@ TEST_F(SpdFileTest, WhatWasSavedIsLoadedAgain) {
 class ShippedSpd : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(ShippedSpd, HoldsATableThatRises) {
-  const SpdFile file =
-      readSpdFile(QStringLiteral(LOKARI_SPD_FILES "/") + QString::fromUtf8(GetParam()), 255);
+  const SpdFile file = readSpdFile(
+      places::source() + QStringLiteral("/data/speedtab/") + QString::fromUtf8(GetParam()), 255);
   EXPECT_TRUE(file.fault.isEmpty());
   ASSERT_EQ(file.values.size(), 28U);
   EXPECT_TRUE(std::is_sorted(file.values.begin(), file.values.end()));

@@ -16,6 +16,7 @@
 #include "sim/decoder_file.h"
 #include "sim/network_session_fixture.h"
 #include "support/activation_hook.h"
+#include "support/places.h"
 #include "support/recording_view.h"
 
 namespace lokari {
@@ -28,7 +29,7 @@ class DemoOnEveryKind : public test::NetworkSession,
  protected:
   DemoOnEveryKind() : NetworkSession(GetParam().kind) {
     layout = sim::Layout();
-    const auto text = readTextFile(QStringLiteral(LOKARI_TEST_DEMO_DIR "/sim/decoder.txt"));
+    const auto text = readTextFile(places::demo() + QStringLiteral("/sim/decoder.txt"));
     EXPECT_EQ(sim::readDecoders(text.value_or(QString()), layout), "");
     settings.timeoutVal = 5;
     record.InitDcData();
@@ -60,12 +61,12 @@ class DemoOnEveryKind : public test::NetworkSession,
   QTemporaryDir folder;
   Database database{[this] {
     const QString path = folder.filePath(QStringLiteral("TEST.MDB"));
-    EXPECT_TRUE(QFile::copy(QStringLiteral(LOKARI_TEST_DATA_DIR "/EMPTY.MDB"), path));
+    EXPECT_TRUE(QFile::copy(places::emptyDatabase(), path));
     return path;
   }()};
   const Database* shown = &database;
   Catalogue catalogue{shown};
-  const QString base = QStringLiteral(LOKARI_TEST_DATA_DIR);
+  const QString base = places::data();
   DecoderBench bench{{settings, clock, prompt, *link, catalogue, base, QStringList(256)}};
   WindowScale scale{folder.filePath(QStringLiteral("WINDOW.INI"))};
   FrmDecoder window{bench, *link, clock, Pictures(base), scale};

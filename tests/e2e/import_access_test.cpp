@@ -1,6 +1,7 @@
 #include <QFile>
 
 #include "simulator_process.h"
+#include "support/places.h"
 
 namespace lokari {
 namespace {
@@ -8,9 +9,8 @@ namespace {
 TEST(ImportAccess, TheCommandLineFindsItsReaderAndTakesAFileOver) {
   const QTemporaryDir folder;
   const QString file = folder.filePath(QStringLiteral("CLUB.MDB"));
-  ASSERT_TRUE(
-      QFile::copy(QStringLiteral(LOKARI_TEMPLATE), folder.filePath(QStringLiteral("EMPTY.MDB"))));
-  ASSERT_TRUE(QFile::copy(QStringLiteral(LOKARI_ACCESS_FILES "/jet4_current.mdb"), file));
+  ASSERT_TRUE(QFile::copy(places::emptyDatabase(), folder.filePath(QStringLiteral("EMPTY.MDB"))));
+  ASSERT_TRUE(QFile::copy(places::accessFile(QStringLiteral("jet4_current.mdb")), file));
   const test::ProgramRun run =
       test::runProgram(QStringLiteral("lokari-cli"), {"import", "access", file}, folder.path());
   EXPECT_EQ(run.status, 0);

@@ -10,12 +10,13 @@
 #include <memory>
 
 #include "db/database.h"
+#include "support/places.h"
 
 namespace lokari::test {
 
 class TestDatabase {
  public:
-  TestDatabase() { EXPECT_TRUE(QFile::copy(QStringLiteral(LOKARI_TEMPLATE), path())); }
+  TestDatabase() { EXPECT_TRUE(QFile::copy(places::emptyDatabase(), path())); }
 
   QString folder() const { return folder_.path(); }
   QString path() const { return folder_.filePath(QStringLiteral("TEST.MDB")); }
