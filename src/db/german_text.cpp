@@ -2,6 +2,8 @@
 
 #include <QChar>
 
+#include <algorithm>
+
 namespace lokari {
 namespace {
 
@@ -23,8 +25,7 @@ class Characters {
   char32_t next() {
     const auto first = static_cast<unsigned char>(*at_++);
     if (first < kFirstNonAscii) return lowerAscii(first);
-    const char32_t character = QChar::toLower(decode(first));
-    return character;
+    return QChar::toLower(decode(first));
   }
 
  private:
@@ -71,6 +72,15 @@ class BaseLetters {
   char32_t second_ = 0;
 };
 
+// Long lists hold few texts that differ early: what two of them begin with in plain letters decides
+// nothing and is passed over byte by byte.
+size_t commonBeginning(std::string_view a, std::string_view b) {
+  const size_t shorter = std::min(a.size(), b.size());
+  size_t at = 0;
+  while (at < shorter && a[at] == b[at] && static_cast<unsigned char>(a[at]) < kFirstNonAscii) ++at;
+  return at;
+}
+
 int byCharacters(std::string_view a, std::string_view b) {
   Characters left(a);
   Characters right(b);
@@ -94,6 +104,9 @@ char32_t baseLetter(char32_t character) {
 }
 
 int compareGerman(std::string_view a, std::string_view b) {
+  const size_t common = commonBeginning(a, b);
+  a.remove_prefix(common);
+  b.remove_prefix(common);
   BaseLetters left(a);
   BaseLetters right(b);
   for (;;) {

@@ -87,6 +87,9 @@ int VehicleList::rowWith(const QString& text, int from) const {
 
 void VehicleList::sort(int column, Qt::SortOrder order) {
   if (column >= kColumns) return;
+  const auto byPlace = [](const Row& a, const Row& b) { return a.place < b.place; };
+  // A grid that begins without a sorted column asks for the order that the rows are in.
+  if (column < 0 && std::is_sorted(rows_.begin(), rows_.end(), byPlace)) return;
   emit layoutAboutToBeChanged({}, VerticalSortHint);
   QList<int> places;
   const QModelIndexList kept = persistentIndexList();
@@ -94,8 +97,7 @@ void VehicleList::sort(int column, Qt::SortOrder order) {
     places << rows_[static_cast<size_t>(index.row())].place;
   }
   const bool descending = column >= 0 && order == Qt::DescendingOrder;
-  std::sort(rows_.begin(), rows_.end(),
-            [](const Row& a, const Row& b) { return a.place < b.place; });
+  std::sort(rows_.begin(), rows_.end(), byPlace);
   if (column == Address) {
     std::stable_sort(rows_.begin(), rows_.end(), [descending](const Row& a, const Row& b) {
       return descending ? b.address < a.address : a.address < b.address;

@@ -40,6 +40,16 @@ TEST(GermanText, SharpSOrdersLikeTwoS) {
   EXPECT_NE(order("Maß", "Mass"), 0);
 }
 
+TEST(GermanText, ACommonBeginningDecidesNothing) {
+  EXPECT_EQ(order("Sammlung 3", "Sammlung 3"), 0);
+  EXPECT_EQ(order("Sammlung A", "Sammlung a"), 0);
+  EXPECT_LT(order("Sammlung 10", "Sammlung 3"), 0);
+  EXPECT_LT(order("Sammlung", "Sammlung 3"), 0);
+  EXPECT_LT(order("Spur ä", "Spur B"), 0);
+  EXPECT_LT(order("Straßa", "Strassb"), 0);
+  EXPECT_GT(order("Spur \xC3", "Spur a"), 0);
+}
+
 TEST(GermanText, TheEmptyTextStandsFirst) {
   EXPECT_LT(order("", "A"), 0);
   EXPECT_EQ(order("", ""), 0);

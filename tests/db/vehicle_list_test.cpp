@@ -98,6 +98,17 @@ TEST_F(VehicleListTest, NoColumnBringsTheFirstOrderBack) {
   EXPECT_EQ(names(), str("leer Ä5 A6 V9 v10 null"));
 }
 
+TEST_F(VehicleListTest, RowsThatAreInTheFirstOrderAreNotSortedIntoIt) {
+  load();
+  int changes = 0;
+  QObject::connect(&list_, &VehicleList::layoutChanged, &list_, [&changes] { ++changes; });
+  list_.sort(-1, Qt::AscendingOrder);
+  EXPECT_EQ(changes, 0);
+  list_.sort(VehicleList::ShortName, Qt::AscendingOrder);
+  list_.sort(-1, Qt::AscendingOrder);
+  EXPECT_EQ(changes, 2);
+}
+
 TEST_F(VehicleListTest, AKeptIndexFollowsItsVehicleThroughASort) {
   load();
   const QPersistentModelIndex kept = list_.index(2, VehicleList::ShortName);
