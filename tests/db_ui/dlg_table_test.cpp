@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTableView>
 #include <QTest>
 
@@ -223,6 +224,21 @@ TEST_F(DlgTableTest, TheArrowKeysMoveFromTheSearchLine) {
   EXPECT_EQ(current(), str("A5"));
   QTest::keyClick(search, Qt::Key_Up);
   EXPECT_EQ(current(), str("A3"));
+}
+
+TEST_F(DlgTableTest, UsualTextsAreNotCut) {
+  // Sixteen characters are what the form takes for a collection.
+  base_.run(
+      "UPDATE LOCO_DAT SET DC_COLL = 'Sammlung Wohnzim', DC_ADR = 10239, ST_SNAME = 'BR 103', "
+      "FZ_FTYPE = 'Elektrotriebwagen', FZ_LINE = 'Güterlogistik', MD_MANUF = 'Nordlicht Modell', "
+      "DC_DECODER = 'MX632VWD' WHERE ST_SNAME = 'A3'");
+  open();
+  openList();
+  const QAbstractItemView* view = grid();
+  for (int column = 0; column < view->model()->columnCount(); ++column) {
+    EXPECT_GE(grid()->columnWidth(column), view->sizeHintForColumn(column)) << column;
+  }
+  EXPECT_FALSE(view->horizontalScrollBar()->isVisible());
 }
 
 TEST_F(DlgTableTest, KeepsTheWidthsOfItsColumns) {

@@ -27,8 +27,8 @@ constexpr QSize kDesignSize(780, 480);
 
 /// What each column is wide enough for until the user sets it otherwise.
 constexpr const char16_t* kSamples[VehicleList::kColumns] = {
-    u"Sammlung mit 16 Z", u"10239 MM",     u"MMMMMMMM", u"Dampflokomotive MM",
-    u"DR/DDR MMMM",       u"Märklin MMMM", u"MMMMMMMM"};
+    u"Sammlung Wohnzim M", u"10239 MM",           u"MMMMMMMM", u"Elektrotriebwagen M",
+    u"Güterlogistik M",    u"Nordlicht Modell M", u"MMMMMMMM"};
 
 QString ownName() {
   return QStringLiteral("dlgTable");
