@@ -67,8 +67,8 @@ std::optional<QString> readTextFile(const QString& path) {
 bool writeFileAtomically(const QString& path, const QByteArray& data) {
   QSaveFile file(path);
   if (!file.open(QIODevice::WriteOnly)) return false;
-  if (file.write(data) != data.size()) return false;
-  return file.commit();
+  // What is still in memory must not fail within commit(), which would not notice.
+  return file.write(data) == data.size() && file.flush() && file.commit();
 }
 
 }  // namespace lokari

@@ -28,7 +28,8 @@ class PdfFileJob final : public PrintJob {
 
   QString finish() override {
     writer_.reset();
-    if (!file_.commit()) fail(QStringLiteral("Fehler beim Schreiben von"));
+    // What is still in memory must not fail within commit(), which would not notice.
+    if (!file_.flush() || !file_.commit()) fail(QStringLiteral("Fehler beim Schreiben von"));
     return QStringLiteral("PDF-Datei geschrieben:\r%1")
         .arg(QDir::toNativeSeparators(file_.fileName()));
   }

@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include "support/no_larger_files.h"
+
 namespace lokari {
 namespace {
 
@@ -35,6 +37,21 @@ TEST(SplitLines, KnowsEveryLineEnd) {
 
 TEST(WriteFileAtomically, LeavesNothingBehindWhenItFails) {
   EXPECT_FALSE(writeFileAtomically(QStringLiteral("/proc/none/x"), "data"));
+}
+
+TEST(WriteFileAtomically, FullDiskLeavesTheOldFile) {
+  QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("f"));
+  ASSERT_TRUE(writeFileAtomically(path, "old"));
+  // A small file goes to disk at its end, a large one on the way.
+  for (const int size : {1'000, 100'000}) {
+    for (const int room : {0, 500, size - 1}) {
+      const test::NoLargerFiles full(room);
+      EXPECT_FALSE(writeFileAtomically(path, QByteArray(size, 'x'))) << size << " in " << room;
+    }
+    EXPECT_EQ(readTextFile(path), QStringLiteral("old")) << size;
+  }
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1);
 }
 
 TEST(WriteFileAtomically, ReplacesTheFile) {

@@ -5,13 +5,13 @@
 #include <QSqlQuery>
 
 #include <array>
-#include <signal.h>
+#include <csignal>
 #include <sqlite3.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "db/record_set.h"
+#include "support/no_larger_files.h"
 #include "support/test_database.h"
 
 namespace lokari {
@@ -37,27 +37,6 @@ class OtherProgram {
 
  private:
   sqlite3* handle_ = nullptr;
-};
-
-// While it lives, every write behind `bytes` of a file fails, as on a medium that goes away.
-class NoLargerFiles {
- public:
-  explicit NoLargerFiles(qint64 bytes) : handler_(signal(SIGXFSZ, SIG_IGN)) {
-    getrlimit(RLIMIT_FSIZE, &kept_);
-    rlimit limit = kept_;
-    limit.rlim_cur = static_cast<rlim_t>(bytes);
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~NoLargerFiles() {
-    setrlimit(RLIMIT_FSIZE, &kept_);
-    signal(SIGXFSZ, handler_);
-  }
-  NoLargerFiles(const NoLargerFiles&) = delete;
-  NoLargerFiles& operator=(const NoLargerFiles&) = delete;
-
- private:
-  rlimit kept_{};
-  void (*handler_)(int);
 };
 
 int codeOfOpening(const QString& path) {
@@ -194,7 +173,7 @@ TEST_F(DatabaseSafety, AMediumThatFailsLeavesRecordAndEdit) {
   set.Edit();
   set.setValue(str("MD_PIC"), QByteArray(1000000, 'x'));
   {
-    const NoLargerFiles limit(QFileInfo(base_.path()).size());
+    const test::NoLargerFiles limit(QFileInfo(base_.path()).size());
     try {
       set.Update();
       ADD_FAILURE() << "stored without a medium";
