@@ -106,6 +106,7 @@ TEST_F(DlgPrintOutputTest, AddressThatIsNoNumberIsToldAndGetsTheFocus) {
       {"txtAdrTo", " ", "Bitte eine Adresse eingeben!"},
       {"txtAdrFrom", "3a", "„3a“ ist keine Adresse: Bitte eine ganze Zahl eingeben!"},
       {"txtAdrTo", "-1", "„-1“ ist keine Adresse: Bitte eine ganze Zahl eingeben!"},
+      {"txtAdrFrom", "+5", "„+5“ ist keine Adresse: Bitte eine ganze Zahl eingeben!"},
       {"txtAdrTo", "1 OR", "„1 OR“ ist keine Adresse: Bitte eine ganze Zahl eingeben!"},
   };
   for (const auto& each : kCases) {

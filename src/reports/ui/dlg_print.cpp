@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QRegularExpression>
 
 #include "base/prompt.h"
 #include "base/ui/window_scale.h"
@@ -45,10 +46,10 @@ void DlgPrint::enable() {
 }
 
 bool DlgPrint::isAddress(QLineEdit* field) {
-  bool whole = false;
-  field->text().trimmed().toUInt(&whole);
-  if (whole) return true;
-  parts_.prompt.message(field->text().trimmed().isEmpty()
+  static const QRegularExpression kWhole(QStringLiteral("^[0-9]+$"));
+  const QString text = field->text().trimmed();
+  if (kWhole.match(text).hasMatch()) return true;
+  parts_.prompt.message(text.isEmpty()
                             ? QStringLiteral("Bitte eine Adresse eingeben!")
                             : QStringLiteral("„%1“ ist keine Adresse: Bitte eine ganze Zahl "
                                              "eingeben!")
