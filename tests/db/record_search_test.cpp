@@ -217,6 +217,17 @@ TEST_F(Search, TheTypeIsAConditionOnlyWhenItsButtonIsClicked) {
   EXPECT_EQ(text("st_sname"), str("A5"));
 }
 
+TEST_F(Search, APriceIsAskedForWithAPoint) {
+  base_.run("UPDATE LOCO_DAT SET MD_PRICE = 199.9 WHERE DC_ADR = 5");
+  open();
+  ask({{"md_price", "199.9"}});
+  form_.focusLost(str("md_price"));
+  form_.butOK();
+  EXPECT_TRUE(prompt_.shown.isEmpty()) << qPrintable(prompt_.shown.join(u'\n'));
+  EXPECT_EQ(text("st_sname"), str("A5"));
+  EXPECT_EQ(text("md_price"), str("199,9"));
+}
+
 TEST_F(Search, FindLooksInTheFilteredSet) {
   open();
   ask({{"dc_coll", "Anlage"}});
