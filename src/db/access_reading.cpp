@@ -1,5 +1,6 @@
 #include "db/access_reading.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -33,12 +34,22 @@ AccessReading::AccessReading(const AccessReader& reader, const QString& path,
   process_.start(reader.program,
                  QStringList{command, QFileInfo(path).absoluteFilePath()} + arguments,
                  QIODevice::ReadOnly);
-  if (!process_.waitForStarted(kStartMs)) {
-    throw StorageError(
-        storage_error::kMediumFailed,
-        QStringLiteral("Das Hilfsprogramm %1 kann nicht gestartet werden.").arg(reader.program));
+  if (!process_.waitForStarted(kStartMs) || !beginsWithMagic()) {
+    throw StorageError(storage_error::kMediumFailed,
+                       QStringLiteral("Access-Dateien liest das Programm %1.\n"
+                                      "Es fehlt oder kann nicht gestartet werden, "
+                                      "Programmneuinstallation kann erforderlich sein.")
+                           .arg(QDir::toNativeSeparators(reader.program)));
   }
-  if (take(sizeof kAccessMagic) != QByteArray(kAccessMagic, sizeof kAccessMagic)) throwDamaged();
+}
+
+// It comes before the reader looks at the file, which therefore cannot be to blame.
+bool AccessReading::beginsWithMagic() {
+  try {
+    return take(sizeof kAccessMagic) == QByteArray(kAccessMagic, sizeof kAccessMagic);
+  } catch (const StorageError&) {
+    return false;
+  }
 }
 
 AccessReading::Process::~Process() {

@@ -23,7 +23,7 @@ AccessReader accessReaderIn(const QString& programs);
 class AccessReading {
  public:
   /// Starts the reader with a command of db/access_stream.h on a file. Throws StorageError:
-  /// kMediumFailed when the reader cannot be started, else what the other operations throw.
+  /// kMediumFailed when the reader cannot be started or is none.
   AccessReading(const AccessReader& reader, const QString& path, const QString& command,
                 const QStringList& arguments = {});
   AccessReading(const AccessReading&) = delete;
@@ -41,6 +41,7 @@ class AccessReading {
   [[noreturn]] static void throwDamaged();
 
  private:
+  bool beginsWithMagic();
   quint64 number(int bytes);
   QByteArray counted();
   QByteArray take(qint64 bytes);

@@ -12,7 +12,7 @@
 //   End                          everything has been told
 //   Failure  8 bits              one of `AccessFailure`; nothing follows
 //
-// A stream without End or Failure is that of a reader that died.
+// A stream without End or Failure is that of a reader that died, one without kMagic is of none.
 #pragma once
 
 #include <cstdint>

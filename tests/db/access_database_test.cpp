@@ -191,10 +191,15 @@ TEST_F(AccessDatabaseTest, WithoutItsReaderItSaysSo) {
             storage_error::kMediumFailed);
 }
 
+TEST_F(AccessDatabaseTest, AReaderThatDoesNotComeUpIsNotTheFilesFault) {
+  EXPECT_EQ(tableFault(pretend("", "exit 127")), storage_error::kMediumFailed);  // lacks a library
+  EXPECT_EQ(tableFault(pretend("LKAR2")), storage_error::kMediumFailed);  // of another version
+}
+
 TEST_F(AccessDatabaseTest, AReaderThatDiesIsDamage) {
   EXPECT_EQ(tableFault(pretend(QByteArray("LKAR1C\2\0\0\0AB", 12), "kill -SEGV $$")),
             storage_error::kDamaged);
-  EXPECT_EQ(tableFault(pretend("")), storage_error::kDamaged);
+  EXPECT_EQ(tableFault(pretend("LKAR1")), storage_error::kDamaged);
 }
 
 TEST_F(AccessDatabaseTest, AReaderThatHangsIsEndedAndIsDamage) {
@@ -207,7 +212,6 @@ TEST_F(AccessDatabaseTest, AStreamThatCannotBeIsDamage) {
   const QByteArray head("LKAR1");
   const QByteArray oneRow("N\1\0\0\0R", 6);
   const QList<QByteArray> streams{
-      "LKAR2",
       head + QByteArray("C\xFF\xFF\xFF\xFF", 5) + "A",     // a name of 4 GB
       head + QByteArray("N\xFF\xFF\xFF\x7F", 5),           // more rows than bytes
       head + oneRow + "?",                                 // a value of no kind

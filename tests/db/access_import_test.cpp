@@ -53,6 +53,21 @@ class AccessImportTest : public ::testing::Test {
   std::unique_ptr<DatabaseSession> session_;
 };
 
+TEST(AccessImportWithoutReader, NamesTheProgramThatIsMissing) {
+  test::AccessFiles files;
+  test::ScriptedPrompt prompt;
+  const QString file = files.copy(str("jet4_current.mdb"));
+  AccessImport import({prompt, files.folder(), accessReaderIn(files.folder()),
+                       [](const auto&) { ADD_FAILURE() << "nothing can be done"; }});
+  EXPECT_EQ(import.vehicles(file), std::nullopt);
+  EXPECT_EQ(import.takeOver(file), QString());
+  EXPECT_EQ(prompt.shown, QStringList{str("Datenbankdatei ") + file +
+                                      str("\nAccess-Dateien liest das Programm ") +
+                                      files.path(str("lokari-access-reader")) +
+                                      str(".\nEs fehlt oder kann nicht gestartet werden, "
+                                          "Programmneuinstallation kann erforderlich sein.")});
+}
+
 TEST_F(AccessImportTest, AChosenFileIsTakenOverBesideItAndOpened) {
   ASSERT_EQ(start("OFFEN.MDB"), 0);
   const QString file = files_.copy(str("jet4_current.mdb"));

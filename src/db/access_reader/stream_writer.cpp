@@ -12,7 +12,9 @@ constexpr std::size_t kBlock = 64U << 10U;
 
 }  // namespace
 
-StreamWriter::StreamWriter(int file) : file_(file), buffer_(kAccessMagic, sizeof kAccessMagic) {}
+StreamWriter::StreamWriter(int file) : file_(file), buffer_(kAccessMagic, sizeof kAccessMagic) {
+  flush();
+}
 
 void StreamWriter::name(AccessRecord kind, std::string_view name) {
   record(kind);

@@ -11,7 +11,9 @@ namespace lokari {
 
 class StreamWriter {
  public:
-  /// Begins the stream on an open file. What cannot be written ends the process: nobody listens.
+  /// Begins the stream on an open file; its head goes out at once, so that the other side can tell
+  /// a reader that does not start from one that dies of the file. What cannot be written ends the
+  /// process: nobody listens.
   explicit StreamWriter(int file);
 
   void record(AccessRecord kind) { byte(static_cast<std::uint8_t>(kind)); }
