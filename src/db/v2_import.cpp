@@ -10,6 +10,7 @@
 #include "db/column_values.h"
 #include "db/cv_record.h"
 #include "db/database_session.h"
+#include "db/ole_picture.h"
 
 namespace lokari {
 namespace {
@@ -39,12 +40,16 @@ struct Counts {
   int imported = 0;
   int failed = 0;
   int doubled = 0;
+  int foreignPictures = 0;  ///< of imported rows
 };
 
 /// How an import came to its end.
 struct Outcome {
   Counts counts;
   std::optional<StorageError> broken;  ///< why the source could not be read to its end
+  bool stopped = false;                ///< by the user
+
+  bool whole() const { return !broken && !stopped && counts.failed == 0; }
 };
 
 QString errorText(const StorageError& error) {
@@ -63,6 +68,12 @@ QString report(const Outcome& outcome) {
   }
   text += u'!';
   if (counts.doubled > 0) text += QStringLiteral("\r(%1 Datensätze doppelt)").arg(counts.doubled);
+  if (counts.foreignPictures > 0) {
+    text +=
+        QStringLiteral("\r(%1 %2 weder Bitmap noch JPEG, unverändert importiert)")
+            .arg(counts.foreignPictures)
+            .arg(counts.foreignPictures == 1 ? QStringLiteral("Bild") : QStringLiteral("Bilder"));
+  }
   return text;
 }
 
@@ -88,13 +99,18 @@ class V2Import {
     double percent = 0;
     progress_.setPercent(percent);
     int row = 0;
-    while (!progress_.cancelled() && nextRow()) {
+    while (!stopped() && nextRow()) {
       takeRow();
       progress_.setStatus(QStringLiteral("Satz") + printed(++row) + QStringLiteral(" von") +
                           printed(count));
       percent = std::min(percent + step, 100.0);
       progress_.setPercent(percent);
     }
+  }
+
+  bool stopped() {
+    outcome_.stopped = progress_.cancelled();
+    return outcome_.stopped;
   }
 
   /// A source that breaks off ends the import like its last row: what came before is stored.
@@ -146,11 +162,23 @@ class V2Import {
     records_.setValue(QStringLiteral("DC_RECNO"), nextRecNo_);
     records_.setValue(QStringLiteral("DC_COLL"), QStringLiteral(""));
     copyColumns();
+    const bool foreignPicture = !unwrapPicture();
     if (records_.text(QStringLiteral("FZ_LNAME")).isEmpty()) {
       records_.setValue(QStringLiteral("FZ_LNAME"), name(kNoName));
     }
     copyCvs();
     records_.Update();
+    if (foreignPicture) ++outcome_.counts.foreignPictures;
+  }
+
+  /// Takes a picture out of the wrapper of Access. Another object stays as it is: false.
+  bool unwrapPicture() {
+    const QString column = QStringLiteral("MD_PIC");
+    const QByteArray stored = value(column).toByteArray();
+    if (!isOleWrapped(stored)) return true;
+    const std::optional<QByteArray> picture = pictureInOle(stored);
+    if (picture) records_.setValue(column, *picture);
+    return picture.has_value();
   }
 
   /// The first column is the source's own key.
@@ -213,7 +241,7 @@ bool runWithReport(Progress& progress, const std::function<Outcome()>& import) {
     const Outcome outcome = import();
     progress.setPercent(100);
     progress.setStatus(report(outcome));
-    return !outcome.broken;
+    return outcome.whole();
   } catch (const StorageError& error) {
     progress.setStatus(errorText(error));
     return false;

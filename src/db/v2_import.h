@@ -1,5 +1,6 @@
 // Takes the vehicles of a database of format V2 over. Such a database has a table LOCO_DAT without
-// collections and with one CV set; the import works by the names of its columns.
+// collections and with one CV set; the import works by the names of its columns. A picture in the
+// wrapper of Access is unwrapped; another object there stays as it is, and the report says so.
 #pragma once
 
 #include <functional>
@@ -23,7 +24,7 @@ void ConvertDB(const OpenForeign& openSource, DatabaseSession& session, Progress
 
 /// The same into a database that nothing shows. What of it came on disk is told and stays, also
 /// after a cancel or when the source cannot be read on; a failure of the target takes everything
-/// back. False when it ended in an error.
+/// back. False when it did not come to its end or rows failed; doubles are no failure.
 bool importVehicles(const OpenForeign& openSource, Database& target, Progress& progress);
 
 }  // namespace lokari
