@@ -316,6 +316,20 @@ TEST_F(DlgCommTest, GrowsWithAResultOfManyLines) {
   });
 }
 
+TEST_F(DlgCommTest, WhatGrowsBelowTheScreenMovesUpSoThatItsButtonsStay) {
+  dialog_.run(CommJob::TestComm, [&] {
+    const QRect room = dialog_.screen()->availableGeometry();
+    dialog_.move(room.left() + 30, room.bottom() - dialog_.height());
+    QStringList lines;
+    for (int i = 0; i < 12; ++i) lines << QStringLiteral("Zeile %1").arg(i);
+    dialog_.setStatus(lines.join(u'\n'));
+    EXPECT_LE(dialog_.frameGeometry().bottom(), room.bottom());
+    EXPECT_GE(dialog_.frameGeometry().top(), room.top());
+    EXPECT_EQ(dialog_.frameGeometry().left(), room.left() + 30);
+    dialog_.hide();
+  });
+}
+
 TEST_F(DlgCommTest, AStatusIsNeverTakenForMarkup) {
   dialog_.run(CommJob::ReadProgTrack, [&] {
     EXPECT_EQ(lblCommStatus()->textFormat(), Qt::PlainText);

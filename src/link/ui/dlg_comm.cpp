@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -165,8 +166,19 @@ void DlgComm::setStatus(const QString& text) {
   lblCommStatus_->setText(lines);
   // A result of many lines must not be cut.
   const int needed = layout()->totalHeightForWidth(width());
-  if (needed > height()) resize(width(), needed);
+  if (needed > height()) {
+    resize(width(), needed);
+    keepButtonsOnScreen();
+  }
   lblCommStatus_->repaint();
+}
+
+// It grows downwards.
+void DlgComm::keepButtonsOnScreen() {
+  const QRect room = screen()->availableGeometry();
+  const QRect frame = frameGeometry();
+  if (frame.bottom() <= room.bottom()) return;
+  move(frame.left(), std::max(room.top(), room.bottom() + 1 - frame.height()));
 }
 
 void DlgComm::setDetail(const QString& text) {

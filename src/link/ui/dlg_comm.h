@@ -55,6 +55,7 @@ class DlgComm final : public QDialog, public CommView {
   void prepare();
   void startJob();
   void cancel();
+  void keepButtonsOnScreen();
 
   StationLink& link_;
   QLabel* lblCommStatus_ = nullptr;
