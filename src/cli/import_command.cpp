@@ -1,5 +1,7 @@
 #include "cli/import_command.h"
 
+#include <QFile>
+
 #include "base/paths.h"
 #include "cli/arguments.h"
 #include "cli/command.h"
@@ -14,8 +16,18 @@
 namespace lokari {
 namespace {
 
+/// The database of the settings. Its faults are not taken for those of the file.
+Database openTarget(const QString& dbPath) {
+  try {
+    return Database(placeFor(dbPath));
+  } catch (const StorageError& error) {
+    throw StorageError(error.code(),
+                       QStringLiteral("Datenbankdatei %1\n%2").arg(dbPath, error.text()));
+  }
+}
+
 bool importV2(const AccessReader& reader, const QString& file, CliContext& context) {
-  Database target(placeFor(context.settings.dbPath));
+  Database target = openTarget(context.settings.dbPath);
   bool whole = false;
   consoleProgress(context)([&](Progress& progress) {
     whole = importVehicles([&] { return std::make_unique<AccessDatabase>(reader, file); }, target,
@@ -29,7 +41,7 @@ bool takeOverCurrent(const AccessReader& reader, const QString& file, CliContext
   consoleProgress(context)([&](Progress& progress) {
     const auto report =
         takeOverAccess(reader, file, freeTargetBeside(file), context.paths.appPath, progress);
-    whole = report && report->skipped == 0;
+    whole = report && report->skipped.isEmpty();
   });
   return whole;
 }
@@ -57,9 +69,14 @@ ExitStatus importAccess(const QStringList& arguments, CliContext& context) {
     throw WrongCall(QStringLiteral("import access braucht einen Dateinamen!"));
   }
   const QString file = placeFor(files.front());
+  if (!QFile(file).open(QIODevice::ReadOnly)) {
+    context.console.message(QStringLiteral("Datenbankdatei %1 nicht gefunden\n"
+                                           "oder Zugriff nicht möglich!")
+                                .arg(files.front()));
+    return ExitStatus::Failed;
+  }
   if (!isAccessFile(file)) {
-    context.console.message(
-        QStringLiteral("%1 ist keine lesbare Access-Datenbank!").arg(files.front()));
+    context.console.message(QStringLiteral("%1 ist keine Access-Datenbank!").arg(files.front()));
     return ExitStatus::Failed;
   }
   try {

@@ -12,7 +12,6 @@ class KeptFiles {
   explicit KeptFiles(QString folder) : folder_(std::move(folder)) {}
 
   const QString& folder() const { return folder_; }
-  bool isEmpty() const { return count_ == 0; }
 
   /// Keeps the data in a file "<what> <n>.<extension>" and gives its name. Throws StorageError.
   QString keep(const QString& what, const QString& extension, const QByteArray& data);

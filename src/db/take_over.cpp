@@ -48,6 +48,11 @@ StorageError cannotWrite(const QString& path) {
           QStringLiteral("%1 kann nicht angelegt werden.").arg(QDir::toNativeSeparators(path))};
 }
 
+StorageError noTemplate() {
+  return {storage_error::kMediumFailed,
+          QStringLiteral("Die Vorlage EMPTY.MDB ist nicht gefunden oder nicht lesbar.")};
+}
+
 }  // namespace
 
 QString keptFolderOf(const QString& target) {
@@ -80,6 +85,7 @@ bool TakeOver::run() {
   const QDir folder = QFileInfo(plan_.target).dir();
   const QTemporaryDir workshop(folder.filePath(QStringLiteral(".lokari-uebernahme-XXXXXX")));
   const QString file = workshop.filePath(QStringLiteral("neu.MDB"));
+  if (!QFileInfo(plan_.templatePath).isReadable()) throw noTemplate();
   if (!workshop.isValid() || !copyTemplate(plan_.templatePath, file)) {
     throw cannotWrite(plan_.target);
   }
@@ -92,7 +98,7 @@ bool TakeOver::run() {
   } catch (const Stopped&) {
     return false;
   }
-  if (!report_.remarks.isEmpty()) {
+  if (!report_.remarks().isEmpty()) {
     report_.kept = keptFolderOf(plan_.target);
     kept.keepAs(reportFileName(), report_.fullText().toUtf8());
     if (!moveIntoPlace(kept.folder(), report_.kept)) throw cannotWrite(report_.kept);
@@ -115,7 +121,7 @@ void TakeOver::fill(Database& database, KeptFiles& kept) {
                          QStringLiteral("Die Datei hat keine Tabelle LOCO_DAT."));
     }
     if (rows == nullptr) {
-      report_.remarks
+      report_.changed
           << QStringLiteral("Die Tabelle %1 fehlt, es bleibt bei der Vorlage.").arg(name);
     } else {
       database.transaction(
@@ -135,7 +141,7 @@ void TakeOver::takeTable(Database& database, const TableInfo& table, ForeignTabl
                          KeptFiles& kept) {
   const TakeOverRows taker(table, rows.columns());
   for (const QString& column : taker.unknownColumns()) {
-    report_.remarks << QStringLiteral("Die Spalte %1 der Tabelle %2 kennt Lokari nicht.")
+    report_.changed << QStringLiteral("Die Spalte %1 der Tabelle %2 kennt Lokari nicht.")
                            .arg(column, table.name);
   }
   if (taker.isEmpty()) return;
@@ -154,18 +160,17 @@ bool TakeOver::takeRow(Database& database, const TakeOverRows& taker, const QVar
   try {
     const TakenRow values = taker.take(row);
     if (!insertRow(database, taker, values.values)) {
-      report_.remarks << QStringLiteral("%1 hat eine neue Satznummer.").arg(rowName);
+      report_.changed << QStringLiteral("%1 hat eine neue Satznummer.").arg(rowName);
     }
     for (const KeptValue& value : values.kept) {
-      report_.remarks << QStringLiteral("%1: %2 in \"%3\".")
+      report_.changed << QStringLiteral("%1: %2 in \"%3\".")
                              .arg(rowName, value.reason,
                                   kept.keep(value.column, value.extension, value.data));
     }
     return true;
   } catch (const StorageError& error) {
     if (!refusesRow(error.code())) throw;
-    ++report_.skipped;
-    report_.remarks
+    report_.skipped
         << QStringLiteral("%1 ist nicht übernommen: %2").arg(rowName, refusal(taker, error));
     return false;
   }
@@ -198,7 +203,7 @@ void TakeOver::tellUnknownTables() {
     const bool known = std::any_of(kTables.begin(), kTables.end(), [&](const Table& table) {
       return name.compare(QStringView(table.name), Qt::CaseInsensitive) == 0;
     });
-    if (!known) report_.remarks << QStringLiteral("Die Tabelle %1 kennt Lokari nicht.").arg(name);
+    if (!known) report_.changed << QStringLiteral("Die Tabelle %1 kennt Lokari nicht.").arg(name);
   }
 }
 

@@ -27,21 +27,23 @@ QStringList TakeOverReport::numbers() const {
           .arg(counted(vehicles, QStringLiteral("Fahrzeug"), QStringLiteral("Fahrzeuge")),
                counted(entries, QStringLiteral("Listeneintrag"), QStringLiteral("Listeneinträge")));
   const QString name = QStringLiteral("Neue Datenbank: ") + fileNameOf(target);
-  if (skipped == 0) {
+  if (skipped.isEmpty()) {
     return {QStringLiteral("Übernahme erfolgreich abgeschlossen,"), taken + u'!', name};
   }
   return {QStringLiteral("Übernahme abgeschlossen,"), taken + u',',
-          counted(skipped, QStringLiteral("Datensatz"), QStringLiteral("Datensätze")) +
+          counted(static_cast<int>(skipped.size()), QStringLiteral("Datensatz"),
+                  QStringLiteral("Datensätze")) +
               QStringLiteral(" nicht übernommen!"),
           name};
 }
 
 QString TakeOverReport::closingText() const {
   QStringList lines = numbers();
-  if (!remarks.isEmpty()) lines << QString();
-  for (const QString& remark : remarks.mid(0, kShownRemarks)) lines << bullet(remark);
-  if (remarks.size() > kShownRemarks) {
-    lines << QStringLiteral("… und %1 weitere Hinweise").arg(remarks.size() - kShownRemarks);
+  const QStringList all = remarks();
+  if (!all.isEmpty()) lines << QString();
+  for (const QString& remark : all.mid(0, kShownRemarks)) lines << bullet(remark);
+  if (all.size() > kShownRemarks) {
+    lines << QStringLiteral("… und %1 weitere Hinweise").arg(all.size() - kShownRemarks);
   }
   if (!kept.isEmpty()) {
     lines << QStringLiteral("Alle Hinweise: %1/%2").arg(fileNameOf(kept), reportFileName());
@@ -52,7 +54,8 @@ QString TakeOverReport::closingText() const {
 QString TakeOverReport::fullText() const {
   QStringList lines = numbers();
   lines << QString();
-  std::transform(remarks.begin(), remarks.end(), std::back_inserter(lines), bullet);
+  const QStringList all = remarks();
+  std::transform(all.begin(), all.end(), std::back_inserter(lines), bullet);
   return lines.join(u'\n') + u'\n';
 }
 

@@ -14,8 +14,11 @@ struct TakeOverReport {
   QString kept;         ///< full path of the folder of what was kept beside it; empty: none
   int vehicles = 0;     ///< taken
   int entries = 0;      ///< taken into the other tables
-  int skipped = 0;      ///< rows of all tables
-  QStringList remarks;  ///< one sentence for each thing that did not go over as it stood
+  QStringList skipped;  ///< one sentence for each row, of whatever table, that was not taken
+  QStringList changed;  ///< one sentence for each thing that did not go over as it stood
+
+  /// Both, what is lost first.
+  QStringList remarks() const { return skipped + changed; }
 
   /// The words that end the work: the numbers, the new name, the first remarks.
   QString closingText() const;

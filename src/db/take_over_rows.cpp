@@ -13,6 +13,11 @@ const QString kVehicles = QStringLiteral("LOCO_DAT");
 const QString kNumber = QStringLiteral("DC_RECNO");
 const QString kPicture = QStringLiteral("MD_PIC");
 
+/// A character that takes two places is not cut in half.
+QString beginning(const QString& text, int size) {
+  return text.left(text[size - 1].isHighSurrogate() ? size - 1 : size);
+}
+
 }  // namespace
 
 TakeOverRows::TakeOverRows(const TableInfo& table, const QStringList& columns)
@@ -54,7 +59,7 @@ QVariant TakeOverRows::taken(const ColumnInfo& column, const QVariant& value,
                  QStringLiteral("%1 ist nach %2 Zeichen abgeschnitten, der ganze Text steht")
                      .arg(column.name)
                      .arg(column.size)});
-    return text.left(column.size);
+    return beginning(text, column.size);
   }
   if (column.name != kPicture || !isOleWrapped(value.toByteArray())) {
     return columnValue(column, value);

@@ -25,10 +25,11 @@ class ImportCommand : public CliFixture {
   int import(const QStringList& arguments) {
     console.results.clear();
     console.messages.clear();
-    const CliWorld world{folder.path(), clock,     {line_, socket, can},
-                         console,       interrupt, places::programs()};
+    const CliWorld world{folder.path(), clock, {line_, socket, can}, console, interrupt, programs};
     return static_cast<int>(runCli(QStringList{"import", "access"} + arguments, world));
   }
+
+  QString programs = places::programs();
 
   static int vehicles(const QString& file) {
     int count = 0;
@@ -73,15 +74,48 @@ TEST_F(ImportCommand, CtrlCStopsItAndLeavesNothing) {
 
 TEST_F(ImportCommand, WhatIsNoAccessDatabaseFailsWithAMessage) {
   EXPECT_EQ(import({path("EMPTY.MDB")}), 1);
-  EXPECT_EQ(console.messages,
-            QStringList{path("EMPTY.MDB") + " ist keine lesbare Access-Datenbank!"});
-  EXPECT_EQ(import({path("nosuch.mdb")}), 1);
+  EXPECT_EQ(console.messages, QStringList{path("EMPTY.MDB") + " ist keine Access-Datenbank!"});
   QFile broken(path("broken.mdb"));
   ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
   broken.write(QByteArray("\0\1\0\0Standard Jet DB\0", 20) + QByteArray(9000, 'x'));
   broken.close();
   EXPECT_EQ(import({path("broken.mdb")}), 1);
   EXPECT_EQ(console.messages, QStringList{"Die Access-Datei ist beschädigt oder nicht lesbar."});
+}
+
+TEST_F(ImportCommand, AFileThatIsMissingOrCannotBeReadIsNamed) {
+  EXPECT_EQ(import({path("nosuch.mdb")}), 1);
+  EXPECT_EQ(console.messages, QStringList{"Datenbankdatei " + path("nosuch.mdb") +
+                                          " nicht gefunden\noder Zugriff nicht möglich!"});
+  EXPECT_EQ(import({folder.path()}), 1);
+  EXPECT_EQ(console.messages, QStringList{"Datenbankdatei " + folder.path() +
+                                          " nicht gefunden\noder Zugriff nicht möglich!"});
+}
+
+TEST_F(ImportCommand, AFaultOfTheDatabaseThatIsToTakeAV2FileNamesThatOne) {
+  const QString file = fixture("jet4_v2.mdb");
+  ASSERT_TRUE(QFile::remove(path("DB/LOKARIV3.MDB")));
+  EXPECT_EQ(import({file}), 1);
+  ASSERT_EQ(console.messages.size(), 1);
+  EXPECT_TRUE(console.messages[0].startsWith("Datenbankdatei ")) << qPrintable(console.messages[0]);
+  EXPECT_TRUE(console.messages[0].contains("LOKARIV3.MDB\n"));
+}
+
+TEST_F(ImportCommand, CtrlCInAV2FileFailsToo) {
+  const QString file = fixture("jet4_v2.mdb");
+  interrupt.raised = true;
+  EXPECT_EQ(import({file}), 1);
+  EXPECT_EQ(vehicles(path("DB/LOKARIV3.MDB")), 0);
+}
+
+TEST_F(ImportCommand, WithoutItsReaderItSaysSo) {
+  const QString file = fixture("jet4_current.mdb");
+  programs = folder.path();
+  EXPECT_EQ(import({file}), 1);
+  EXPECT_EQ(console.messages,
+            QStringList{"Access-Dateien liest das Programm " + path("lokari-access-reader") +
+                        ".\nEs fehlt oder kann nicht gestartet werden, Programmneuinstallation "
+                        "kann erforderlich sein."});
 }
 
 TEST_F(ImportCommand, WithoutOneFileItIsAWrongCall) {

@@ -57,8 +57,8 @@ TEST_F(TakeOverTest, ARowThatTheKeysRefuseIsSkippedAndNamed) {
   ASSERT_TRUE(run());
   EXPECT_EQ(stored("SELECT DC_RECNO FROM LOCO_DAT"), QVariantList({1, 3}));
   EXPECT_EQ(report_.vehicles, 2);
-  EXPECT_EQ(report_.skipped, 1);
-  EXPECT_TRUE(report_.remarks.contains(
+  EXPECT_EQ(report_.skipped.size(), 1);
+  EXPECT_TRUE(report_.remarks().contains(
       str("Satz 2 (Adresse 3, Sammlung \"Anlage\") ist nicht übernommen: Diese Adresse gibt es in "
           "der Sammlung schon.")));
 }
@@ -69,8 +69,8 @@ TEST_F(TakeOverTest, ANumberThatIsTakenIsReplacedByANewOne) {
   add(QVariant(), 5, "Anlage");
   ASSERT_TRUE(run());
   EXPECT_EQ(stored("SELECT DC_RECNO FROM LOCO_DAT ORDER BY DC_ADR"), QVariantList({7, 8, 9}));
-  EXPECT_EQ(report_.skipped, 0);
-  EXPECT_TRUE(report_.remarks.contains(
+  EXPECT_EQ(report_.skipped.size(), 0);
+  EXPECT_TRUE(report_.remarks().contains(
       str("Satz 7 (Adresse 4, Sammlung \"Anlage\") hat eine neue Satznummer.")));
 }
 
@@ -78,11 +78,11 @@ TEST_F(TakeOverTest, ARowWithAValueThatItsColumnCannotHoldIsSkippedAndNamed) {
   add(1, 70'000, "Anlage");
   tables_.append({"DCMANUFS", {"DC_MANUF", "DC_MANUF_TEXT"}, {{QVariant(), "niemand"}}, {}});
   ASSERT_TRUE(run());
-  EXPECT_EQ(report_.skipped, 2);
-  EXPECT_TRUE(report_.remarks.contains(
+  EXPECT_EQ(report_.skipped.size(), 2);
+  EXPECT_TRUE(report_.remarks().contains(
       str("Satz 1 (Adresse 70000, Sammlung \"Anlage\") ist nicht übernommen: \"70000\" ist kein "
           "gültiger Wert für das Feld DC_ADR.")));
-  EXPECT_TRUE(report_.remarks.contains(
+  EXPECT_TRUE(report_.remarks().contains(
       str("Tabelle DCMANUFS, Zeile 1 ist nicht übernommen: Ein Feld, das einen Wert haben muss, "
           "ist leer.")));
 }
@@ -92,7 +92,8 @@ TEST_F(TakeOverTest, ATableReplacesTheRowsOfTheTemplateAndAMissingOneLeavesThem)
   ASSERT_TRUE(run());
   EXPECT_EQ(stored("SELECT FZ_ERA FROM ERAS"), QVariantList{"Jetzt"});
   EXPECT_FALSE(stored("SELECT FZ_LINE FROM LINES").isEmpty());
-  EXPECT_TRUE(report_.remarks.contains(str("Die Tabelle LINES fehlt, es bleibt bei der Vorlage.")));
+  EXPECT_TRUE(
+      report_.remarks().contains(str("Die Tabelle LINES fehlt, es bleibt bei der Vorlage.")));
 }
 
 TEST_F(TakeOverTest, TheMakerOfNumberNullIsAlwaysThere) {
@@ -111,7 +112,7 @@ TEST_F(TakeOverTest, WhatThisSystemDoesNotKnowIsNamed) {
   for (const char* remark : {"Die Spalte MD_EXTRA der Tabelle LOCO_DAT kennt Lokari nicht.",
                              "Die Tabelle FOTOS kennt Lokari nicht.",
                              "Die Spalte Y der Tabelle ERAS kennt Lokari nicht."}) {
-    EXPECT_TRUE(report_.remarks.contains(str(remark))) << remark;
+    EXPECT_TRUE(report_.remarks().contains(str(remark))) << remark;
   }
   EXPECT_FALSE(stored("SELECT FZ_ERA FROM ERAS").isEmpty());
 }
@@ -128,7 +129,7 @@ TEST_F(TakeOverTest, APictureInAWrapperThatIsNoneIsKeptBesideAndNamed) {
   const QString remark =
       str("Satz 7 (Adresse 3, Sammlung \"Anlage\"): Das Bild ist weder Bitmap noch JPEG, es liegt "
           "unverändert in \"MD_PIC 1.ole\".");
-  EXPECT_TRUE(report_.remarks.contains(remark));
+  EXPECT_TRUE(report_.remarks().contains(remark));
   const QString file =
       QString::fromUtf8(test::AccessFiles::contents(report_.kept + str("/Bericht.txt")));
   EXPECT_TRUE(file.contains(remark));
@@ -152,7 +153,13 @@ TEST_F(TakeOverTest, ATextThatIsTooLongIsCutAndKeptWhole) {
             QVariantList({QString(255, u'ä'), QString(255, u'ä')}));
   EXPECT_EQ(test::AccessFiles::contents(report_.kept + str("/MD_INFO 1.txt")),
             "\xEF\xBB\xBF" + text.toUtf8());
-  EXPECT_EQ(report_.skipped, 0);
+  EXPECT_EQ(report_.skipped.size(), 0);
+}
+
+TEST_F(TakeOverTest, ACutGoesThroughNoCharacter) {
+  add(7, 3, "Anlage", QString(254, u'x') + str("🚂"));
+  ASSERT_TRUE(run());
+  EXPECT_EQ(stored("SELECT MD_INFO FROM LOCO_DAT"), QVariantList{QString(254, u'x')});
 }
 
 TEST_F(TakeOverTest, AStoppedOneLeavesNothing) {
@@ -183,6 +190,18 @@ TEST_F(TakeOverTest, AFolderThatCannotBeWrittenIsNamed) {
   EXPECT_EQ(files_.names(), QStringList());
 }
 
+TEST_F(TakeOverTest, AMissingTemplateIsNamed) {
+  ASSERT_TRUE(QFile::remove(files_.path(str("EMPTY.MDB"))));
+  add(1, 3, "Anlage");
+  try {
+    run();
+    FAIL();
+  } catch (const StorageError& error) {
+    EXPECT_EQ(error.text(), str("Die Vorlage EMPTY.MDB ist nicht gefunden oder nicht lesbar."));
+  }
+  EXPECT_EQ(files_.names(), QStringList());
+}
+
 TEST_F(TakeOverTest, TheProgressNamesTablesAndVehiclesUpToTheEnd) {
   for (int row = 1; row <= 100; ++row) add(row, row, "Anlage");
   ASSERT_TRUE(run());
@@ -192,20 +211,20 @@ TEST_F(TakeOverTest, TheProgressNamesTablesAndVehiclesUpToTheEnd) {
   EXPECT_EQ(files_.progress.percents.last(), 100);
 }
 
-TEST_F(TakeOverTest, TheClosingTextShowsTheFirstRemarksAndNamesTheFileOfAll) {
+TEST_F(TakeOverTest, TheClosingTextShowsWhatIsLostFirstAndNamesTheFileOfAll) {
   report_ = {};
   report_.target = "/x/NEU.MDB";
   report_.kept = "/x/NEU-Dateien";
   report_.vehicles = 1;
-  report_.skipped = 1;
-  for (int i = 1; i <= 10; ++i) report_.remarks << str("Hinweis %1").arg(i);
+  for (int i = 1; i <= 9; ++i) report_.changed << str("Hinweis %1").arg(i);
+  report_.skipped << str("Verlust");
   const QString text = report_.closingText();
   EXPECT_TRUE(text.startsWith(
       str("Übernahme abgeschlossen,\n1 Fahrzeug und 0 Listeneinträge übernommen,\n1 Datensatz "
-          "nicht übernommen!\nNeue Datenbank: NEU.MDB\n\n• Hinweis 1\n")));
+          "nicht übernommen!\nNeue Datenbank: NEU.MDB\n\n• Verlust\n• Hinweis 1\n")));
   EXPECT_TRUE(text.endsWith(
-      str("• Hinweis 8\n… und 2 weitere Hinweise\nAlle Hinweise: NEU-Dateien/Bericht.txt")));
-  EXPECT_TRUE(report_.fullText().contains(str("• Hinweis 10\n")));
+      str("• Hinweis 7\n… und 2 weitere Hinweise\nAlle Hinweise: NEU-Dateien/Bericht.txt")));
+  EXPECT_TRUE(report_.fullText().contains(str("• Hinweis 9\n")));
 }
 
 TEST_F(TakeOverTest, TheNewNameIsTheFirstFreeOneBesideTheFile) {
