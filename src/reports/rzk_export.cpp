@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QSqlQuery>
 
+#include <cerrno>
 #include <cstdio>
 #include <stdexcept>
 #include <unistd.h>
@@ -25,9 +26,13 @@ class FileError : public std::runtime_error {
   explicit FileError(const QString& text) : std::runtime_error(text.toStdString()) {}
 };
 
-[[noreturn]] void fail(const QString& what, const QFile& file) {
+[[noreturn]] void fail(const QString& what, const QString& file, const QString& reason) {
   throw FileError(QStringLiteral("%1\r%2\r(%3)\rDie Fahrzeugdatei ist unverändert.")
-                      .arg(what, QDir::toNativeSeparators(file.fileName()), file.errorString()));
+                      .arg(what, QDir::toNativeSeparators(file), reason));
+}
+
+[[noreturn]] void fail(const QString& what, const QFile& file) {
+  fail(what, file.fileName(), file.errorString());
 }
 
 void writeRecord(QFile& file, const QByteArray& record) {
@@ -43,9 +48,9 @@ std::optional<QByteArray> readRecord(QFile& file) {
 }
 
 void bringToDisk(QFile& file) {
-  if (!file.flush() || ::fsync(file.handle()) != 0) {
-    fail(QStringLiteral("Fehler beim Schreiben von"), file);
-  }
+  const QString what = QStringLiteral("Fehler beim Schreiben von");
+  if (!file.flush()) fail(what, file);
+  if (::fsync(file.handle()) != 0) fail(what, file.fileName(), qt_error_string(errno));
   file.close();
 }
 
@@ -176,7 +181,7 @@ int RzkExport::merge(const QString& fileName, const QString& temporary, bool isN
   old.close();
   if (std::rename(QFile::encodeName(temporary).constData(),
                   QFile::encodeName(fileName).constData()) != 0) {
-    fail(QStringLiteral("Kann Datei nicht ersetzen:"), target);
+    fail(QStringLiteral("Kann Datei nicht ersetzen:"), fileName, qt_error_string(errno));
   }
   return count;
 }

@@ -155,6 +155,17 @@ TEST_F(RzkExportTest, AFolderThatCannotBeWrittenToLeavesTheFile) {
   EXPECT_TRUE(prompt.shown.last().endsWith("Die Fahrzeugdatei ist unverändert."));
 }
 
+TEST_F(RzkExportTest, AFolderInThePlaceOfTheFileIsToldWithItsReason) {
+  ASSERT_TRUE(QDir(database.folder()).mkpath("a.dat/inside"));
+  EXPECT_FALSE(exportTo("a.dat"));
+  EXPECT_TRUE(QFileInfo::exists(path("a.dat/inside")));
+  const QStringList lines = prompt.shown.last().split(u'\r');
+  ASSERT_EQ(lines.size(), 4) << prompt.shown.last().toStdString();
+  EXPECT_EQ(lines[3], "Die Fahrzeugdatei ist unverändert.");
+  EXPECT_EQ(lines[1], path("a.dat"));
+  EXPECT_NE(lines[2], "(Unknown error)");
+}
+
 TEST_F(RzkExportTest, TheTemporaryNameReplacesTheLastThreeCharacters) {
   EXPECT_EQ(rzkTemporary("/a/b/RZK_LOCO.DAT"), "/a/b/RZK_LOCO.TMP");
   EXPECT_EQ(rzkTemporary("/a/b/x.data"), "/a/b/x.dTMP");
