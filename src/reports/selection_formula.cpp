@@ -1,5 +1,6 @@
 #include "reports/selection_formula.h"
 
+#include <QRegularExpression>
 #include <QSet>
 
 #include <algorithm>
@@ -34,6 +35,25 @@ QString columnNamed(const TableInfo& vehicles, const QString& formula, const QSt
   if (column == nullptr)
     refuse(formula, QStringLiteral("Das Feld {%1} gibt es nicht.").arg(inside));
   return column->name;
+}
+
+/// A formula in which an apostrophe that is part of a text is doubled, as it has to be. A search
+/// sets the user's text between apostrophes as it was typed: one of its own is followed by more of
+/// the text, and the text ends where the condition ends or goes on.
+QString withDoubledApostrophes(const QString& formula) {
+  static const QRegularExpression textEnd(
+      QStringLiteral(R"('(?=\s*(?:$|\)|(?:AND|OR)\b\s*(?:NOT\b\s*)?\(*\s*(?:\{|ISNULL\b))))"),
+      QRegularExpression::CaseInsensitiveOption);
+  QString result;
+  qsizetype at = 0;
+  for (;;) {
+    const qsizetype begin = formula.indexOf(u'\'', at);
+    const qsizetype end = begin < 0 ? -1 : formula.indexOf(textEnd, begin + 1);
+    if (end < 0) return result + formula.mid(at);
+    result += formula.mid(at, begin + 1 - at) +
+              formula.mid(begin + 1, end - begin - 1).replace(u'\'', QStringLiteral("''")) + u'\'';
+    at = end + 1;
+  }
 }
 
 Plain withoutBraces(const TableInfo& vehicles, const QString& formula) {
@@ -86,7 +106,8 @@ struct Formula {
   QList<JetToken> tokens;
 };
 
-Formula readFormula(const TableInfo& vehicles, const QString& formula) {
+/// Reads a formula whose texts are in good order.
+Formula readOrdered(const TableInfo& vehicles, const QString& formula) {
   Formula result;
   result.plain = withoutBraces(vehicles, formula);
   try {
@@ -102,6 +123,21 @@ Formula readFormula(const TableInfo& vehicles, const QString& formula) {
     refuse(formula, error.text());
   }
   return result;
+}
+
+Formula readFormula(const TableInfo& vehicles, const QString& formula) {
+  try {
+    return readOrdered(vehicles, formula);
+  } catch (const ReportError&) {
+    const QString doubled = withDoubledApostrophes(formula);
+    if (doubled == formula) throw;
+    try {
+      return readOrdered(vehicles, doubled);
+    } catch (const ReportError&) {
+      // What is wrong is told of the formula as it came.
+    }
+    throw;
+  }
 }
 
 /// What the record form calls the column: its label without colon and range.

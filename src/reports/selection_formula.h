@@ -3,7 +3,8 @@
 //   {LOCO_DAT.ST_SNAME} LIKE 'V*' AND {LOCO_DAT.DC_ADR} >= 5
 //
 //   field       {LOCO_DAT.column}; no other table, and never a column without its braces
-//   text        in single or double quotes, a doubled quote inside stands for one
+//   text        in single or double quotes, a doubled quote inside stands for one; an apostrophe
+//               that was not doubled is understood where the formula has no other meaning
 //   comparison  = <> < <= > >= and [NOT] LIKE; ISNULL(field)
 //   joined by   AND, OR, NOT and parentheses
 //

@@ -112,7 +112,7 @@ TEST_F(SelectionFormula, WhatItDoesNotKnowIsRefused) {
                               "{LOCO_DAT.DC_ADR}=1; DROP TABLE x",
                               "{LOCO_DAT.DC_ADR}=1)",
                               "({LOCO_DAT.DC_ADR}=1",
-                              "{LOCO_DAT.DC_COLL} ='Opa's'",
+                              "{LOCO_DAT.DC_COLL} ='Opa's",
                               "{LOCO_DAT.DC_COLL}='offen",
                               "{LOCO_DAT.MD_PIC}='x'",
                               "{LOCO_DAT.DC_ADR} IS NULL",
@@ -169,12 +169,31 @@ TEST_F(SelectionFormula, FormulaAndQueryOfAFilterShowTheSameRows) {
   }
 }
 
-TEST_F(SelectionFormula, AQuoteInTheTextBreaksOneOfTheLanguagesAndIsTold) {
-  const SearchCondition condition = searchCondition(vehicles(), [](const QString& control) {
-    return control == u"dc_coll" ? QStringLiteral("Opa's") : QString();
-  });
-  EXPECT_EQ(addresses(filteredVehicles(condition.sql, {}).query), QList{40});
-  EXPECT_FALSE(refusal(condition.report).isEmpty());
+TEST_F(SelectionFormula, AnApostropheInAFilterIsPartOfItsText) {
+  add(41, "'n Rest'", "a'b' AND c", "Opas'", {});
+  struct Typed {
+    QMap<QString, QString> texts;
+    QList<int> found;
+  };
+  const Typed filters[] = {
+      {{{"dc_coll", "Opa's"}}, {40}},
+      {{{"dc_coll", "Opa's"}, {"st_sname", "v*"}}, {40}},
+      {{{"fz_lname", "Opa's*"}, {"dc_adr", "5"}}, {5}},
+      {{{"fz_lname", "Opas'"}, {"st_sname", "a'*"}}, {41}},
+      {{{"dc_coll", "'n Rest'"}, {"fz_lname", "*'"}}, {41}},
+      {{{"st_sname", "a'b' AND c"}}, {41}},
+      {{{"dc_coll", "Oma's"}}, {}},
+  };
+  for (const Typed& filter : filters) {
+    const SearchCondition condition = searchCondition(
+        vehicles(), [&](const QString& control) { return filter.texts.value(control); });
+    EXPECT_EQ(addresses(filteredVehicles(condition.sql, {}).query), filter.found);
+    EXPECT_EQ(addressesOf(condition.report), filter.found) << condition.report.toStdString();
+  }
+  EXPECT_EQ(formulaInWords(vehicles(), "{LOCO_DAT.DC_COLL}='Opa's' AND {LOCO_DAT.DC_ADR}=5"),
+            "Sammlung = „Opa's“ und Adresse = 5");
+  EXPECT_EQ(addressesOf("NOT ({LOCO_DAT.DC_COLL}='Opa's') AND NOT ({LOCO_DAT.DC_ADR}=3)"),
+            (QList{41, 5, 17}));
 }
 
 TEST_F(SelectionFormula, PeopleReadItInWords) {
