@@ -59,6 +59,24 @@ TEST_F(DlgPrintOutputTest, WithoutAFilterEveryOutputShowsTheStoragesError) {
   EXPECT_TRUE(formulas.isEmpty());
 }
 
+TEST_F(DlgPrintOutputTest, AfterASearchWithoutAMatchListAndFileStillAskForIt) {
+  reportFilter = QStringLiteral("{LOCO_DAT.ST_SNAME} LIKE 'Q*'");
+  for (const char* output : {"optPrintList", "optPrintExcel"}) {
+    open();
+    choose("optPrintSel");
+    choose(output);
+    press("butOK");
+    EXPECT_EQ(prompt.shown, QStringList()) << output;
+    EXPECT_EQ(formulas.last(), reportFilter) << output;
+  }
+  open();
+  choose("optPrintSel");
+  choose("optPrintSheet");
+  press("butOK");
+  EXPECT_EQ(prompt.shown.size(), 1) << "the storage has no condition to select by";
+  EXPECT_TRUE(dialog->isVisible());
+}
+
 TEST_F(DlgPrintOutputTest, CollectionAndRangeOfAddresses) {
   open();
   choose("optPrintColl");

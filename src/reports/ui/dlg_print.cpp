@@ -67,6 +67,14 @@ std::optional<ReportSelection> DlgPrint::selection() {
   return collectionVehicles(collection, txtAdrFrom_->text().trimmed(), txtAdrTo_->text().trimmed());
 }
 
+void DlgPrint::requireCondition(const ReportSelection& selection) const {
+  // List and file select by the formula, sheets by the query. Where there is no formula the query
+  // speaks for all three, so that the filter that is not there is refused and not taken for all
+  // vehicles; a search without a match leaves its formula, and a list of none.
+  if (!optPrintSheet_->isChecked() && !selection.formula.isEmpty()) return;
+  translateSelect(parts_.database.schema(), selection.query);
+}
+
 std::unique_ptr<PrintDocument> DlgPrint::document(const ReportSelection& selection, bool forPaper) {
   if (optPrintList_->isChecked()) return parts_.list(selection.formula);
   std::function<void(const QString&)> printing;
@@ -83,7 +91,7 @@ void DlgPrint::preview() {
   attempt([&] {
     const auto chosen = selection();
     if (!chosen) return false;
-    translateSelect(parts_.database.schema(), chosen->query);
+    requireCondition(*chosen);
     const auto pages = document(*chosen, false);
     DlgPreview dlgPreview(*pages, parts_.printer.layout(), scale_, this);
     scale_.ResizeWindow(&dlgPreview);
@@ -98,9 +106,7 @@ void DlgPrint::accept() {
   const bool done = attempt([this] {
     const auto chosen = selection();
     if (!chosen) return false;
-    // List and file select by the formula, sheets by the query: what one of them refuses must not
-    // print with the other.
-    translateSelect(parts_.database.schema(), chosen->query);
+    requireCondition(*chosen);
     return optPrintExcel_->isChecked() ? exportCsv(*chosen) : print(*chosen);
   });
   if (done) QDialog::accept();

@@ -66,6 +66,8 @@ class DlgPrint final : public QDialog {
 
   bool isAddress(QLineEdit* field);
   std::optional<ReportSelection> selection();
+  /// Throws StorageError for a selection that the output cannot be made of.
+  void requireCondition(const ReportSelection& selection) const;
   std::unique_ptr<PrintDocument> document(const ReportSelection& selection, bool forPaper);
   void preview();
   bool print(const ReportSelection& selection);
