@@ -8,14 +8,20 @@
 
 namespace lokari {
 
+QString installedData(const QString& programs) {
+  return QDir::cleanPath(programs + QStringLiteral("/../share/lokari"));
+}
+
 Installation findInstallation(const QString& commandLine) {
   const QString programs = QCoreApplication::applicationDirPath();
   const QString appPath =
       chooseAppPath(qEnvironmentVariable("LOKARI_APP"), programs,
                     QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
-  const QString fault =
-      prepareAppPath(appPath, QDir::cleanPath(programs + QStringLiteral("/../share/lokari")));
-  return {appPathsFor(appPath, commandLine), programs, fault};
+  const QString installed = installedData(programs);
+  const QString fault = prepareAppPath(appPath, installed);
+  AppPaths paths = appPathsFor(appPath, commandLine);
+  paths.installed = installed;
+  return {paths, programs, fault};
 }
 
 QString prepareAppPath(const QString& appPath, const QString& installedData) {

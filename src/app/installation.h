@@ -13,6 +13,9 @@ struct Installation {
   QString fault;     ///< empty, or a German message: the data folder could not be made
 };
 
+/// Where an installation whose programs lie in `programs` keeps what it carries.
+QString installedData(const QString& programs);
+
 /// Finds the data folder of the running program. `commandLine` is the stem of another settings
 /// file, empty for the usual one.
 Installation findInstallation(const QString& commandLine);

@@ -6,9 +6,10 @@
 namespace lokari {
 
 struct AppPaths {
-  QString appPath;   ///< folder of the settings file, the databases and the catalogue
-  QString basePath;  ///< folder of the pictures and description files: `appPath` or its parent
-  QString iniFile;   ///< full path of the settings file
+  QString appPath;      ///< folder of the settings file, the databases and the catalogue
+  QString basePath;     ///< folder of the pictures and description files: `appPath` or its parent
+  QString iniFile;      ///< full path of the settings file
+  QString installed{};  ///< folder of what the installation carries; empty when there is none
 };
 
 /// The data folder: `environment` (LOKARI_APP) when it is not empty; else the executable's folder

@@ -1,5 +1,6 @@
 #include "cli/cli.h"
 
+#include "app/installation.h"
 #include "base/ini_file.h"
 #include "cli/arguments.h"
 #include "cli/command.h"
@@ -64,7 +65,8 @@ ExitStatus runCommand(QStringList arguments, const CliWorld& world) {
                                         : QStringLiteral("Den Befehl \"%1\" gibt es nicht!")
                                               .arg(arguments.join(QLatin1Char(' '))));
   }
-  const AppPaths paths = appPathsFor(world.appPath, stem);
+  AppPaths paths = appPathsFor(world.appPath, stem);
+  if (!world.programs.isEmpty()) paths.installed = installedData(world.programs);
   Settings settings = loadSettings(IniFile(paths.iniFile), paths.appPath);
   ConsolePrompt prompt(world.console, yes);
   ConsoleView view(world.console);

@@ -8,6 +8,7 @@
 #include "db/database.h"
 #include "reports/csv_export.h"
 #include "reports/report_error.h"
+#include "reports/report_template.h"
 #include "reports/rzk_export.h"
 
 namespace lokari {
@@ -31,7 +32,9 @@ ExitStatus exportCsvFile(const QStringList& arguments, CliContext& context) {
     bool done = false;
     consoleProgress(context)([&](Progress& progress) {
       done = exportCsv(
-          {.database = database, .templateFile = context.settings.csvReport, .formula = {}},
+          {.database = database,
+           .templateFile = templatePlace(context.settings.csvReport, context.paths.installed),
+           .formula = {}},
           placeFor(file), progress);
     });
     return done ? ExitStatus::Done : ExitStatus::Failed;

@@ -21,7 +21,7 @@ QString prepareData(StandardConsole& console) {
   const QString userData = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
   const QString appPath = chooseAppPath(qEnvironmentVariable("LOKARI_APP"), programs, userData);
   if (appPath == userData + QStringLiteral("/lokari")) {
-    const QString failure = prepareAppPath(appPath, programs + QStringLiteral("/../share/lokari"));
+    const QString failure = prepareAppPath(appPath, installedData(programs));
     if (!failure.isEmpty()) console.message(failure);
   }
   return appPath;

@@ -1,7 +1,9 @@
 #include "reports/report_template.h"
 
 #include <QDir>
+#include <QFile>
 #include <QRegularExpression>
+#include <QStringConverter>
 
 #include <kainjow/mustache.hpp>
 #include <unordered_map>
@@ -76,14 +78,25 @@ class Values final : public mustache::basic_context<std::string> {
   size_t vehicle_ = 0;
 };
 
+/// UTF-8, with or without a mark: today's editors leave it out. What is no UTF-8 was written by an
+/// older editor, in windows-1252.
+QString decoded(const QByteArray& bytes) {
+  QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+  const QString text = utf8.decode(bytes);
+  return utf8.hasError() ? decodeText(bytes) : text;
+}
+
 QString readTemplate(const QString& path, const QString& found) {
-  const std::optional<QString> text = found.isEmpty() ? std::nullopt : readTextFile(found);
-  if (!text) fail(path, QStringLiteral("fehlt oder lässt sich nicht lesen."));
+  QFile file(found);
+  if (found.isEmpty() || !file.open(QIODevice::ReadOnly)) {
+    fail(path, QStringLiteral("fehlt oder lässt sich nicht lesen."));
+  }
+  const QString text = decoded(file.readAll());
   // Earlier versions of such templates were no texts.
-  if (text->contains(QChar(0))) {
+  if (text.contains(QChar(0))) {
     fail(found, QStringLiteral("ist keine Textdatei und daher keine Vorlage dieses Programms."));
   }
-  return *text;
+  return text;
 }
 
 /// A tag that stands alone on its line leaves no line behind. The library keeps that rule only for
@@ -109,6 +122,12 @@ QString withoutTagLines(QString text) {
 struct ReportTemplate::Engine {
   mustache::mustache text;
 };
+
+QString templatePlace(const QString& file, const QString& installed) {
+  if (installed.isEmpty() || !findFile(file).isEmpty()) return file;
+  const QString shipped = findFile(installed + u'/' + fileNameOf(file));
+  return shipped.isEmpty() ? file : shipped;
+}
 
 ReportTemplate::ReportTemplate(const QString& path, const ReportFields& fields)
     : path_(findFile(path)), reportFields_(fields.report) {

@@ -38,6 +38,11 @@ struct ReportData {
   std::function<void(size_t vehicle)> next;
 };
 
+/// The template `file`; where it is missing and `installed`, the folder of what the installation
+/// carries, has one of that name, that one: a data folder that an older version has made holds no
+/// templates.
+QString templatePlace(const QString& file, const QString& installed);
+
 class ReportTemplate {
  public:
   /// Reads a template; neither case nor the kind of separator of the path counts. Throws

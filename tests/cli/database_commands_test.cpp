@@ -23,10 +23,12 @@ class DatabaseCommands : public CliFixture {
 
   QString path() const { return folder.filePath("DB/LOKARIV3.MDB"); }
 
+  QString programs;  ///< of an installation; empty for none
+
   int runWords(const QStringList& words) {
     console.results.clear();
     console.messages.clear();
-    const CliWorld world{folder.path(), clock, {line_, socket, can}, console, interrupt};
+    const CliWorld world{folder.path(), clock, {line_, socket, can}, console, interrupt, programs};
     return static_cast<int>(runCli(words, world));
   }
 
@@ -126,6 +128,20 @@ TEST_F(DatabaseCommands, VehiclesGoIntoATableFile) {
             "A;N\r\n9;leer\r\n3;V 200\r\n7;ohne\r\n");
   EXPECT_EQ(runWords({"export", "csv"}), 2);
   EXPECT_EQ(runWords({"export", "csv", file, file}), 2);
+}
+
+TEST_F(DatabaseCommands, ADataFolderWithoutTemplatesTakesThoseOfTheInstallation) {
+  write("share/lokari/repc_ger.rpt", "N\n{{#fahrzeuge}}\n{{ST_SNAME}}\n{{/fahrzeuge}}\n");
+  programs = folder.filePath("bin");
+  const QString file = folder.filePath("liste.csv");
+  EXPECT_EQ(runWords({"export", "csv", file}), 0);
+  EXPECT_EQ(console.results.value(1), "3 Fahrzeuge in");
+  write("repc_ger.rpt", "{{#fahrzeuge}}{{NIX}}{{/fahrzeuge}}");
+  EXPECT_EQ(runWords({"export", "csv", file}), 1) << "a template of the user's own comes first";
+  writeIni("LOKARI", "CSVReport=nirgends.rpt\r\n");
+  EXPECT_EQ(runWords({"export", "csv", file}), 1);
+  EXPECT_EQ(console.messages.last(), "Die Vorlage " + folder.filePath("nirgends.rpt") +
+                                         " fehlt oder lässt sich nicht lesen.");
 }
 
 TEST_F(DatabaseCommands, ADatabaseThatIsMissingGivesNoTableFile) {

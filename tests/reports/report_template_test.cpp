@@ -101,11 +101,13 @@ TEST_F(ReportTemplateTest, OnlyTheFieldsThatAreShownAreAskedFor) {
   EXPECT_EQ(report.vehicleText(), "bc;");
 }
 
-TEST_F(ReportTemplateTest, UmlautsAreReadInBothCodes) {
+TEST_F(ReportTemplateTest, UmlautsAreReadInEitherCodeAndWithOrWithoutAMark) {
   EXPECT_EQ(render("Gr\xFC\xDF"
                    "e{{#fahrzeuge}}{{/fahrzeuge}}"),
             "Grüße");
+  EXPECT_EQ(render("{{#fahrzeuge}}{{/fahrzeuge}}Ma\xDF"), "Maß") << "a letter that UTF-8 cuts off";
   EXPECT_EQ(render("\xEF\xBB\xBFGrüße{{#fahrzeuge}}{{/fahrzeuge}}"), "Grüße");
+  EXPECT_EQ(render("Grüße{{#fahrzeuge}}{{/fahrzeuge}}"), "Grüße");
 }
 
 TEST_F(ReportTemplateTest, NeitherCaseNorSeparatorOfTheNameCounts) {
@@ -123,6 +125,18 @@ TEST_F(ReportTemplateTest, AMissingTemplateIsNamed) {
               "Die Vorlage\r/nirgends/repl_ger.rpt\rfehlt oder lässt sich nicht lesen.");
   }
   EXPECT_THROW(ReportTemplate(folder.path(), fields), ReportError) << "a folder is no template";
+}
+
+TEST_F(ReportTemplateTest, TheInstallationHelpsOutWhereTheDataFolderHasNone) {
+  const QString own = write("{{#fahrzeuge}}{{/fahrzeuge}}");
+  QTemporaryDir data;
+  const QString wanted = data.path() + QStringLiteral("/vorlage.rpt");
+  EXPECT_EQ(templatePlace(wanted, folder.path()), own);
+  EXPECT_EQ(templatePlace(wanted, {}), wanted) << "no installation";
+  EXPECT_EQ(templatePlace(data.path() + "/andere.rpt", folder.path()), data.path() + "/andere.rpt")
+      << "the message names the place where it belongs";
+  ASSERT_TRUE(QFile::copy(own, data.filePath(QStringLiteral("VORLAGE.RPT"))));
+  EXPECT_EQ(templatePlace(wanted, folder.path()), wanted) << "the user's own comes first";
 }
 
 TEST_F(ReportTemplateTest, AFileThatIsNoTextIsNoTemplate) {

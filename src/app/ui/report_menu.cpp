@@ -10,6 +10,7 @@
 #include "link/ui/progress_dialog.h"
 #include "reports/csv_export.h"
 #include "reports/list_document.h"
+#include "reports/report_template.h"
 #include "reports/rzk_export.h"
 #include "reports/ui/dlg_print.h"
 #include "reports/ui/system_printer.h"
@@ -25,9 +26,10 @@ void print(Workbench& workbench, const WindowScale& scale, QWidget* window) {
   const RecordForm& form = session.form();
   SystemPrinter printer(workbench.prompt(),
                         QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-  const auto source = [&session](const QString& templateFile, const QString& formula) {
-    return ReportSource{
-        .database = session.database(), .templateFile = templateFile, .formula = formula};
+  const auto source = [&](const QString& templateFile, const QString& formula) {
+    return ReportSource{.database = session.database(),
+                        .templateFile = templatePlace(templateFile, paths.installed),
+                        .formula = formula};
   };
   mnuDbPrint(
       {.database = session.database(),
