@@ -38,6 +38,31 @@ bool isTaken(int number) {
          !cv::inTable(CvIndex(number));
 }
 
+struct Statement {
+  QString key;  ///< in upper case
+  QString value;
+
+  bool namesCv() const { return key.startsWith(u"CV_"); }
+};
+
+/// The statements of a description in their order, lines that go on joined.
+std::vector<Statement> statementsOf(const QString& text) {
+  std::vector<Statement> result;
+  const QStringList lines = splitLines(text);
+  for (qsizetype i = 0; i < lines.size(); ++i) {
+    QString line = lines[i];
+    if (line.endsWith(u'-')) {
+      line.chop(1);
+      if (i + 1 < lines.size()) line += trimLeadingBlanks(lines[++i]);
+    }
+    const qsizetype equals = line.indexOf(u'=');
+    if (equals < 0) continue;
+    result.push_back({.key = trimBlanks(line.left(equals)).toUpper(),
+                      .value = trimLeadingBlanks(line.mid(equals + 1))});
+  }
+  return result;
+}
+
 /// A number where one is needed; 0 for any other text.
 int numberOrZero(const QString& text) {
   try {
@@ -52,25 +77,8 @@ class Reader {
   /// The description tells where the CVs of the banks lie.
   explicit Reader(const QString& text) { loadDescription(text, description_); }
 
-  void take(const QString& line) {
-    const qsizetype equals = line.indexOf(u'=');
-    if (equals < 0) return;
-    const QString key = trimBlanks(line.left(equals)).toUpper();
-    const QString value = trimLeadingBlanks(line.mid(equals + 1));
-    if (key.startsWith(u"CV_")) {
-      takeCv(key, value);
-    } else {
-      takeKeyword(key, value);
-    }
-  }
-
-  std::vector<PrintCv> finish() {
-    placeUpTo(kCvArraySize);
-    return std::move(list_);
-  }
-
- private:
-  void takeKeyword(const QString& key, const QString& value) {
+  void takeKeyword(const Statement& statement) {
+    const auto& [key, value] = statement;
     const int number = numberOrZero(value);
     if (key == u"SPEEDTABLE") {
       speedTable_ = isYes(value);
@@ -85,12 +93,8 @@ class Reader {
     }
   }
 
-  static bool isYes(const QString& value) {
-    const QChar first = value.isEmpty() ? QChar() : value.front().toUpper();
-    return first == u'Y' || first == u'J';
-  }
-
-  void takeCv(const QString& key, const QString& value) {
+  void takeCv(const Statement& statement) {
+    const auto& [key, value] = statement;
     const double told = numericPrefix(QStringView(key).mid(3));
     if (told < 0 || told > kHighestCvIndex) return;
     PrintCv entry;
@@ -108,6 +112,17 @@ class Reader {
     entry.standard = numberOrZero(parts.next());
     placeUpTo(entry.number);
     add(entry);
+  }
+
+  std::vector<PrintCv> finish() {
+    placeUpTo(kCvArraySize);
+    return std::move(list_);
+  }
+
+ private:
+  static bool isYes(const QString& value) {
+    const QChar first = value.isEmpty() ? QChar() : value.front().toUpper();
+    return first == u'Y' || first == u'J';
   }
 
   static int bankOf(const QString& key) {
@@ -180,14 +195,13 @@ QString PrintCv::numberText() const {
 
 std::vector<PrintCv> printCvList(const QString& description) {
   Reader reader(description);
-  const QStringList lines = splitLines(description);
-  for (qsizetype i = 0; i < lines.size(); ++i) {
-    QString line = lines[i];
-    if (line.endsWith(u'-')) {
-      line.chop(1);
-      if (i + 1 < lines.size()) line += trimLeadingBlanks(lines[++i]);
-    }
-    reader.take(line);
+  const std::vector<Statement> statements = statementsOf(description);
+  // What the decoder can do holds for the whole description, wherever in it that is told.
+  for (const Statement& each : statements) {
+    if (!each.namesCv()) reader.takeKeyword(each);
+  }
+  for (const Statement& each : statements) {
+    if (each.namesCv()) reader.takeCv(each);
   }
   return reader.finish();
 }

@@ -33,10 +33,10 @@ struct PrintCv {
 ///
 /// - A line whose last character is "-" goes on in the next one, once. Then a line without "=" is
 ///   passed over.
-/// - `SPEEDTABLE`, `CONSADDRESS`, `FAMILY`, `INTERNALSTEPS` and `SPEEDTABVALUES` mean what they
-/// mean
-///   to the decoder window and have the same defaults; `CV_<number>` and `CV_<number>_<1 to 16>`
-///   describe a CV by its name, range and default. Other keywords have no effect.
+/// - `SPEEDTABLE`, `CONSADDRESS`, `FAMILY`, `INTERNALSTEPS` and `SPEEDTABVALUES` mean what they do
+///   to the decoder window, have the same defaults and hold wherever they stand; `CV_<number>` and
+///   `CV_<number>_<1 to 16>` describe a CV by its name, range and default. Other keywords have no
+///   effect.
 /// - The numbers 0, 1, 7, 8, 17, 18, 19, 29 and 67 to 94 and those outside 0 to 4863 are not taken.
 /// - 7, 19 (with `CONSADDRESS`) and 29 come ahead of the first CV above them or at the end, and so
 ///   do the points of the speed table, 67 to 81 or 94 (with `SPEEDTABLE`).

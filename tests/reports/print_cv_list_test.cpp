@@ -101,6 +101,9 @@ const PlaceCase kPlaceCases[] = {
     {"NoConsistNoEntry", "SPEEDTABLE=N\nCONSADDRESS=N\nCV_30=A", "7 29 30"},
     {"ConsistByJaOrYes", "SPEEDTABLE=N\nCONSADDRESS=ja\nCV_30=A", "7 19 29 30"},
     {"EmptyFlagIsNo", "SPEEDTABLE=\nCONSADDRESS=", "7 29"},
+    {"KeywordsHoldWhereverTheyStand", "CV_20=A\nCV_95=B\nCONSADDRESS=N\nSPEEDTABLE=N",
+     "7 20 29 95"},
+    {"ConsistUnlessTheDescriptionSaysNo", "SPEEDTABLE=N\nCV_30=A", "7 19 29 30"},
     {"ShortTableAtTheEnd", "FAMILY=1\nCONSADDRESS=N\nCV_66=A",
      "7 29 66 67 68 69 70 71 72 73 74 75 76 77 78 79 80 81"},
     {"ShortTableAheadOfTheFirstCvAbove94", "FAMILY=1\nCONSADDRESS=N\nCV_66=A\nCV_95=B\nCV_96=C",
@@ -140,6 +143,13 @@ TEST(PrintCvTable, PointsAreNamedByTheirNumberAndTakeTheirDefaults) {
                            "79|Geschw.-Tabelle Wert 13|0-255|0\n"
                            "80|Geschw.-Tabelle Wert 14|0-255|0\n"
                            "81|Geschw.-Tabelle Wert 15|0-255|0"));
+}
+
+TEST(PrintCvTable, DefaultsHoldWhereverTheyStand) {
+  const auto list = printCvList(QStringLiteral("CV_95=A\nSPEEDTABVALUES=1,20,30\nFAMILY=1"));
+  ASSERT_EQ(list.size(), 19U);
+  EXPECT_EQ(list[4].number, 68);
+  EXPECT_EQ(list[4].standard, 20);
 }
 
 TEST(PrintCvTable, StepsOutsideTheirRangeCutNothing) {
