@@ -10,10 +10,6 @@
 namespace lokari {
 namespace {
 
-constexpr char16_t kTypesOfMaker[] =
-    u"SELECT DC_DECODER FROM DECODERS WHERE DC_MANUF = %1 "
-    u"ORDER BY ISNULL(DC_SEQ) DESC, DC_SEQ, DC_DECODER";
-
 bool same(const QString& a, const QString& b) {
   return compareGerman(a, b) == 0;
 }
@@ -29,6 +25,13 @@ void ask(const Database* database, const QString& query, const Database::RowHand
 }
 
 }  // namespace
+
+QString typesQuery(int maker) {
+  return QStringLiteral(
+             "SELECT * FROM DECODERS WHERE DC_MANUF = %1 "
+             "ORDER BY ISNULL(DC_SEQ) DESC, DC_SEQ, DC_DECODER")
+      .arg(maker);
+}
 
 QList<Maker> Catalogue::makers() const {
   QList<Maker> result;
@@ -55,8 +58,9 @@ std::optional<Maker> Catalogue::makerByName(const QString& name) const {
 
 QStringList Catalogue::types(int maker) const {
   QStringList result;
-  ask(database_, QString::fromUtf16(kTypesOfMaker).arg(maker),
-      [&result](const QSqlQuery& row) { result.append(row.value(0).toString()); });
+  ask(database_, typesQuery(maker), [&result](const QSqlQuery& row) {
+    result.append(row.value(QStringLiteral("DC_DECODER")).toString());
+  });
   return result;
 }
 
@@ -65,13 +69,6 @@ std::optional<QString> Catalogue::type(int maker, const QString& type) const {
   const auto found =
       std::find_if(all.begin(), all.end(), [&](const QString& name) { return same(name, type); });
   return found == all.end() ? std::nullopt : std::optional(*found);
-}
-
-bool Catalogue::usedByVehicle(int maker, const QString& type) const {
-  bool used = false;
-  ask(database_, QStringLiteral("SELECT DC_DECODER FROM LOCO_DAT WHERE DC_MANUF = %1").arg(maker),
-      [&](const QSqlQuery& row) { used = used || same(row.value(0).toString(), type); });
-  return used;
 }
 
 }  // namespace lokari

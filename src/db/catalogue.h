@@ -18,6 +18,9 @@ class Database;
 inline constexpr char16_t kMakersQuery[] =
     u"SELECT * FROM DCMANUFS ORDER BY ISNULL(DC_MANUF_SEQ) DESC, DC_MANUF_SEQ, DC_MANUF_TEXT";
 
+/// The types of one maker: those with a sequence number in its order, then the others by name.
+QString typesQuery(int maker);
+
 struct Maker {
   int number = 0;  ///< 0 to 255; maker 0 has no types
   QString name;    ///< also the name of the folder of its description files
@@ -42,14 +45,11 @@ class Catalogue {
   /// The first maker of makers() with that name, without regard to case.
   std::optional<Maker> makerByName(const QString& name) const;
 
-  /// The types of one maker: those with a sequence number in its order, then the others by name.
+  /// The types of one maker in the order of typesQuery().
   QStringList types(int maker) const;
 
   /// The type "DC_MANUF = maker AND DC_DECODER = 'type'" as it is stored; case does not count.
   std::optional<QString> type(int maker, const QString& type) const;
-
-  /// True when a vehicle has this type.
-  bool usedByVehicle(int maker, const QString& type) const;
 
  private:
   const Database* database_;

@@ -40,10 +40,12 @@ bool MakerRules::mayNumber(const ListRow& row, QString& text) {
     return refuse(u"Die Herstellernummer kann nicht verändert werden!");
   }
   const auto number = parseNumber(text);
-  if (!number || *number != std::nearbyint(*number)) return refuse(kInvalidNumber);
+  if (!number) return refuse(kInvalidNumber);
   if (*number > kHighest || *number < 0) {
     return refuse(u"Die Herstellernummer muß zwischen 0 und 255 liegen!");
   }
+  // The column would round it, to a number that nobody typed.
+  if (*number != std::nearbyint(*number)) return refuse(kInvalidNumber);
   if (makerExists(database_, static_cast<int>(*number))) {
     return refuse(u"Die Herstellernummer exisitiert bereits!");
   }
@@ -88,6 +90,8 @@ void MakerRules::inserted(const ListRow& row) {
 }
 
 bool MakerRules::mayDelete(const ListRow& row) {
+  // A foreign database may hold a row without a number: it is nobody's.
+  if (row.stored[kNumber].isNull()) return true;
   const int maker = row.stored[kNumber].toInt();
   if (maker == 0) return refuse(u"Hersteller 0 darf nicht gelöscht werden!");
   if (makerHasTypes(database_, maker)) {

@@ -6,13 +6,6 @@
 
 namespace lokari {
 
-QString TypeRules::query(int maker) {
-  return QStringLiteral(
-             "SELECT * FROM DECODERS WHERE DC_MANUF = %1 "
-             "ORDER BY ISNULL(DC_SEQ) DESC, DC_SEQ, DC_DECODER")
-      .arg(maker);
-}
-
 std::vector<ListColumn> TypeRules::columns() const {
   return {{u"DC_SEQ", u"Seq."}, {u"DC_DECODER", u"Decodertyp"}, {u"DC_MANUF", u"Hersteller"}};
 }

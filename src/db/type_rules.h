@@ -14,9 +14,6 @@ class TypeRules final : public ListRules {
  public:
   enum Column { kSequence, kType, kMaker };
 
-  /// The types of a maker, those with a sequence number in its order, then the others by name.
-  static QString query(int maker);
-
   TypeRules(const Database& database, Prompt& prompt, CatalogueFiles files)
       : database_(database), prompt_(prompt), files_(std::move(files)) {}
 

@@ -46,13 +46,6 @@ TEST_F(CatalogueTest, TypesOfAMakerComeInTheirSequenceThenByName) {
   EXPECT_FALSE(catalogue_.type(97, QStringLiteral("B")).has_value());
 }
 
-TEST_F(CatalogueTest, ATypeIsUsedWhenAVehicleHasMakerAndType) {
-  base_.run("INSERT INTO LOCO_DAT (DC_ADR, DC_MANUF, DC_DECODER) VALUES (3, 145, 'A')");
-  EXPECT_TRUE(catalogue_.usedByVehicle(145, QStringLiteral("a")));
-  EXPECT_FALSE(catalogue_.usedByVehicle(145, QStringLiteral("B")));
-  EXPECT_FALSE(catalogue_.usedByVehicle(97, QStringLiteral("A")));
-}
-
 TEST_F(CatalogueTest, WithoutADatabaseEverythingIsEmpty) {
   const Catalogue none;
   EXPECT_TRUE(none.makers().isEmpty());

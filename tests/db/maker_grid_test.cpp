@@ -50,7 +50,7 @@ TEST_F(MakerGridTest, ANumberIsFixedOnceItExists) {
 }
 
 TEST_F(MakerGridTest, ANumberMustBeAWholeNumber) {
-  for (const char* number : {"x", "12a", "1,5", "300,5", "1 2"}) {
+  for (const char* number : {"x", "12a", "1,5", "0.1", "254,9", "1 2"}) {
     EXPECT_FALSE(typeNew(kNumber, number));
     EXPECT_EQ(message(), str("Die Herstellernummer ist ungültig!")) << number;
   }
@@ -58,7 +58,7 @@ TEST_F(MakerGridTest, ANumberMustBeAWholeNumber) {
 }
 
 TEST_F(MakerGridTest, ANumberLiesBetween0And255) {
-  for (const char* number : {"256", "-1", "100000", "1e9", "-1e300"}) {
+  for (const char* number : {"256", "-1", "255,4", "-0,5", "100000", "1e9", "-1e300"}) {
     EXPECT_FALSE(typeNew(kNumber, number));
     EXPECT_EQ(message(), str("Die Herstellernummer muß zwischen 0 und 255 liegen!")) << number;
   }
@@ -221,6 +221,19 @@ TEST_F(MakerGridTest, AMakerWithTypesIsNotDeleted) {
   EXPECT_FALSE(grid_->deleteRow(1));
   EXPECT_EQ(message(), str("Es gibt noch Decoder zu dieser Herstellernummer!"));
   EXPECT_TRUE(hasFolder("Zimo"));
+}
+
+TEST_F(MakerGridTest, ARowWithoutANumberIsNeitherMaker0NorHasItTypes) {
+  base_.run("DROP TABLE DCMANUFS");
+  base_.run(
+      "CREATE TABLE DCMANUFS (DC_MANUF_SEQ SMALLINT, DC_MANUF SMALLINT, DC_MANUF_TEXT "
+      "VARCHAR(50))");
+  base_.run("INSERT INTO DCMANUFS VALUES (1, 0, 'Standard'), (2, NULL, 'Rest')");
+  base_.run("INSERT INTO DECODERS VALUES (NULL, 'X', 0)");
+  grid_->open(QString::fromUtf16(kMakersQuery));
+  EXPECT_TRUE(grid_->deleteRow(1));
+  EXPECT_EQ(column(kName), str("Standard"));
+  EXPECT_TRUE(isQuiet());
 }
 
 TEST_F(MakerGridTest, AnEmptyFolderGoesWithItsMaker) {

@@ -28,7 +28,7 @@ class TypeGridTest : public test::ListGridFixture {
     auto rules = std::make_unique<TypeRules>(base_.open(), prompt_, CatalogueFiles(base_.folder()));
     rules->setMaker(maker);
     EXPECT_EQ(rules->manufNo(), maker.number);
-    ListGridFixture::show(std::move(rules), TypeRules::query(maker.number));
+    ListGridFixture::show(std::move(rules), typesQuery(maker.number));
   }
   void vehicleWith(const char* type) {
     base_.run("INSERT INTO LOCO_DAT (DC_ADR, DC_COLL, DC_MANUF, DC_DECODER) VALUES (3, '', 145, ?)",
@@ -274,7 +274,7 @@ TEST_F(TypeGridTest, ATypeThatCouldNotBeDeletedKeepsItsFile) {
 TEST_F(TypeGridTest, ANameThatLeadsOutOfTheFolderTouchesNothing) {
   base_.run("INSERT INTO DECODERS VALUES (0, '../X', 145)");
   write("X.dec", "x");
-  grid_->open(TypeRules::query(145));
+  grid_->open(typesQuery(145));
   prompt_.answers = {Answer::Yes};
   EXPECT_TRUE(grid_->deleteRow(0));
   EXPECT_EQ(read("X.dec"), "x");

@@ -32,7 +32,7 @@ DlgDcDecoder::DlgDcDecoder(Database& database, Prompt& prompt, const CatalogueFi
   const int number = makers_->currentData().toInt();
   rules->setMaker({number, makers_->currentText()});
   auto rows = std::make_unique<ListGrid>(database, prompt, std::move(rules));
-  rows->open(TypeRules::query(number));
+  rows->open(typesQuery(number));
   build(std::move(rows), QStringLiteral("datDcDecoders"));
   grid().stretch(TypeRules::kType);
   addHint();
@@ -80,7 +80,7 @@ void DlgDcDecoder::chooseMaker() {
     const Maker maker =
         catalogue_.makerByNumber(makers_->itemData(chosen).toInt()).value_or(Maker());
     try {
-      rows().open(TypeRules::query(maker.number));
+      rows().open(typesQuery(maker.number));
       rules_->setMaker(maker);
       shown_ = chosen;
       grid().setCurrentIndex(rows().index(0, 0));
