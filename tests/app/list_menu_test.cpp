@@ -110,6 +110,29 @@ TEST_F(ListMenuTest, ATextThatIsNotStoredYetIsKeptToo) {
   EXPECT_EQ(name->text(), QStringLiteral("halb"));
 }
 
+TEST_F(ListMenuTest, ATextTypedIntoTheDropDownOfANewRecordIsKeptAndStillToBeStored) {
+  window_.findChild<QAction*>(QStringLiteral("mnuEditNew"))->trigger();
+  QComboBox* era = list("fz_era");
+  era->lineEdit()->setFocus();
+  QTest::keyClicks(era->lineEdit(), QStringLiteral("Neuzeit"));
+  use("mnuEraValues", [](const QDialog& dialog) { typeNew(dialog, 1, "Ganz neu"); });
+  EXPECT_EQ(era->currentText(), QStringLiteral("Neuzeit"));
+  EXPECT_GE(era->findText(QStringLiteral("Ganz neu")), 0);
+  RecordForm& form = workbench_.session().form();
+  EXPECT_EQ(form.editMode(), EditMode::Add);
+  form.edited(QStringLiteral("dc_adr"), QStringLiteral("77"));
+  form.edited(QStringLiteral("st_sname"), QStringLiteral("C77"));
+  ASSERT_TRUE(form.storeEdit());
+  EXPECT_EQ(folder_.stored(77, QStringLiteral("FZ_ERA")).toString(), QStringLiteral("Neuzeit"));
+}
+
+TEST_F(ListMenuTest, ARefreshedListIsNoChangeOfTheRecord) {
+  ASSERT_FALSE(workbench_.session().form().recordDirty);
+  use("mnuEraValues", [](const QDialog& dialog) { typeNew(dialog, 1, "Ganz neu"); });
+  EXPECT_FALSE(workbench_.session().form().recordDirty);
+  EXPECT_EQ(workbench_.session().form().editMode(), EditMode::None);
+}
+
 TEST_F(ListMenuTest, TheTypesComeUpForTheVehiclesMaker) {
   use("mnuDcTypeValues", [](const QDialog& dialog) {
     EXPECT_EQ(dialog.findChild<QComboBox*>(QStringLiteral("DBCombo1"))->currentText(),
@@ -123,6 +146,13 @@ TEST_F(ListMenuTest, ANewMakerGetsAFolderInTheDataFolder) {
     type(dialog, rows(dialog).rowCount() - 2, 2, "Neu");
   });
   EXPECT_TRUE(QFileInfo(folder_.file(QStringLiteral("Neu"))).isDir());
+}
+
+TEST_F(ListMenuTest, ANewTypeGetsItsDescriptionInTheDataFolder) {
+  ASSERT_TRUE(QDir().mkpath(folder_.file(QStringLiteral("Zimo"))));
+  folder_.write(QStringLiteral("default.dec"), "[Standard]\r\n");
+  use("mnuDcTypeValues", [](const QDialog& dialog) { typeNew(dialog, 1, "NEU1"); });
+  EXPECT_EQ(folder_.read(QStringLiteral("Zimo/NEU1.dec")), "[Standard]\r\n");
 }
 
 TEST_F(ListMenuTest, TheFormShowsTheNewNameOfARenamedMaker) {

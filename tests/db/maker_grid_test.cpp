@@ -210,7 +210,8 @@ TEST_F(MakerGridTest, ARenamingThatLosesNoFileIsNotAskedFor) {
 
 // ---- Deleting -----------------------------------------------------------------------------------
 
-TEST_F(MakerGridTest, Maker0IsNotDeleted) {
+TEST_F(MakerGridTest, Maker0IsNotDeletedWhetherItHasTypesOrNot) {
+  base_.run("INSERT INTO DECODERS VALUES (NULL, 'Rest', 0)");
   EXPECT_FALSE(grid_->deleteRow(0));
   EXPECT_EQ(message(), str("Hersteller 0 darf nicht gelöscht werden!"));
   EXPECT_EQ(stored("SELECT COUNT(*) FROM DCMANUFS"), str("3"));

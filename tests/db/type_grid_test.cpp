@@ -129,6 +129,17 @@ TEST_F(TypeGridTest, ATypeThatExistsIsRefused) {
   EXPECT_EQ(message(), str("Dieser Decoder exisitiert bereits!"));
 }
 
+TEST_F(TypeGridTest, AnotherSpellingOfATypeIsTheSameType) {
+  EXPECT_FALSE(type(1, kType, "mx1"));
+  EXPECT_EQ(message(), str("Dieser Decoder exisitiert bereits!"));
+}
+
+TEST_F(TypeGridTest, ThatATypeExistsIsSaidBeforeItsNameIsJudged) {
+  base_.run("INSERT INTO DECODERS VALUES (NULL, 'A.B', 145)");
+  EXPECT_FALSE(typeNew(kType, "A.B"));
+  EXPECT_EQ(message(), str("Dieser Decoder exisitiert bereits!"));
+}
+
 TEST_F(TypeGridTest, ATypeOfAnotherMakerMayHaveTheSameName) {
   base_.run("INSERT INTO DECODERS VALUES (NULL, 'ECO', 97)");
   EXPECT_TRUE(typeNew(kType, "ECO"));
@@ -222,7 +233,8 @@ TEST_F(TypeGridTest, ARenamingToAFileThatExistsIsNotAskedFor) {
 
 // ---- Deleting -----------------------------------------------------------------------------------
 
-TEST_F(TypeGridTest, ATypeOfMaker0IsNotDeleted) {
+TEST_F(TypeGridTest, ATypeOfMaker0IsNotDeletedWhetherItIsUsedOrNot) {
+  base_.run("INSERT INTO LOCO_DAT (DC_ADR, DC_MANUF, DC_DECODER) VALUES (3, 0, 'Rest')");
   show({0, str("Standard")});
   EXPECT_FALSE(grid_->deleteRow(0));
   EXPECT_EQ(message(), str("Dieser Eintrag darf nicht gelöscht werden!"));

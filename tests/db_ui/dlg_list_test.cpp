@@ -69,6 +69,17 @@ TEST_F(DlgListTest, ALongEntryIsNotCutOff) {
   EXPECT_GT(grid()->columnWidth(1), grid()->fontMetrics().horizontalAdvance(cell(3, 1)));
 }
 
+TEST_F(DlgListTest, AColumnGrowsWithALongerEntryOnceItsRowIsStored) {
+  open();
+  grid()->setColumnWidth(0, 90);
+  goToEnd(1);
+  keys("Eine Epoche mit langem Namen");
+  key(Qt::Key_Return);
+  key(Qt::Key_Up);
+  EXPECT_GT(grid()->columnWidth(1), grid()->fontMetrics().horizontalAdvance(cell(3, 1)));
+  EXPECT_EQ(grid()->columnWidth(0), 90) << "a width that the user gave stays";
+}
+
 // ---- Keys ---------------------------------------------------------------------------------------
 
 TEST_F(DlgListTest, TypingReplacesACellAndEnterTakesIt) {

@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -33,6 +34,8 @@ void GridDialog::build(std::unique_ptr<ListGrid> rows, const QString& source) {
   grid_ = new ListGridView(*rows_, this);
   grid_->setObjectName(QStringLiteral("DBGrid1"));
   grid_->setAccessibleName(windowTitle());
+  // A row that is stored goes to its place.
+  connect(rows_, &QAbstractItemModel::layoutChanged, this, &GridDialog::widenColumns);
   auto* cancel = new QPushButton(QStringLiteral("S&chließen"), this);
   cancel->setObjectName(QStringLiteral("cmdCancel"));
   cancel->setAccessibleName(QStringLiteral("Schließen"));
@@ -59,6 +62,12 @@ void GridDialog::setColumnWidths() {
   for (int column = 0; column < rows_->columnCount(); ++column) {
     grid_->setColumnWidth(
         column, static_cast<int>(std::lround(grid_->neededWidth(column) * scale_.scaleX)));
+  }
+}
+
+void GridDialog::widenColumns() {
+  for (int column = 0; column < rows_->columnCount(); ++column) {
+    grid_->setColumnWidth(column, std::max(grid_->columnWidth(column), grid_->neededWidth(column)));
   }
 }
 

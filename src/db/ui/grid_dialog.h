@@ -43,6 +43,9 @@ class GridDialog : public QDialog {
   bool event(QEvent* event) override;
 
  private:
+  /// Gives what was typed the room it needs; no column gets narrower.
+  void widenColumns();
+
   const WindowScale& scale_;
   QVBoxLayout* top_;
   QVBoxLayout* bottom_;
