@@ -4,7 +4,9 @@
 
 namespace lokari {
 
-Answer ConsolePrompt::ask(const QString& text, Buttons buttons, Icon, const QString&) {
+Answer ConsolePrompt::ask(const QString& boxText, Buttons buttons, Icon, const QString&) {
+  // On a terminal the line ends of a box would write one line over another.
+  const QString text = QString(boxText).replace(u'\r', u' ');
   switch (buttons) {
     case Buttons::Ok:
       console_.message(text);

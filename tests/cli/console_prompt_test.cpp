@@ -17,6 +17,13 @@ TEST(ConsolePromptTest, TakesTheSafeAnswer) {
   EXPECT_TRUE(console.results.isEmpty());
 }
 
+TEST(ConsolePromptTest, TheLinesOfABoxAreOneLineOfTheTerminal) {
+  RecordingConsole console;
+  ConsolePrompt prompt(console, false);
+  prompt.ask("Datei nicht gefunden\rNeu anlegen?", Buttons::YesNo, Icon::Question, {});
+  EXPECT_EQ(console.messages, QStringList{"Datei nicht gefunden Neu anlegen? [Nein]"});
+}
+
 TEST(ConsolePromptTest, AnswersYesWhenTold) {
   RecordingConsole console;
   ConsolePrompt prompt(console, true);
