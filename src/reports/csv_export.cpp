@@ -6,6 +6,7 @@
 #include "base/paths.h"
 #include "base/progress.h"
 #include "base/text_file.h"
+#include "db/database.h"
 #include "reports/csv_text.h"
 #include "reports/report_error.h"
 #include "reports/report_rows.h"
@@ -28,6 +29,19 @@ void write(const QString& file, const QByteArray& text) {
   }
 }
 
+/// A list must not take the place of what it was made from.
+void requireForeign(const ReportSource& source, const QString& file) {
+  const QString place = QFileInfo(file).canonicalFilePath();
+  if (place.isEmpty()) return;
+  for (const QString& own : {source.database.path(), findFile(source.templateFile)}) {
+    if (QFileInfo(own).canonicalFilePath() == place) {
+      throw ReportError(QStringLiteral("In die Datei\r%1\rkann nicht exportiert werden: Der Export "
+                                       "liest selbst aus ihr.")
+                            .arg(QDir::toNativeSeparators(file)));
+    }
+  }
+}
+
 bool cancelled(Progress& progress) {
   progress.setStatus(QStringLiteral("Abgebrochen, es wurde keine Datei geschrieben."));
   return false;
@@ -40,6 +54,7 @@ QString csvPlace(const QString& appPath) {
 }
 
 bool exportCsv(const ReportSource& source, const QString& file, Progress& progress) {
+  requireForeign(source, file);
   const ReportTemplate layout(source.templateFile, reportFields(vehicleColumns(source.database)));
   progress.setStatus(QStringLiteral("Die Fahrzeuge werden gelesen …"));
   const std::optional<ReportRows> rows =

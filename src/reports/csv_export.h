@@ -14,7 +14,8 @@ QString csvPlace(const QString& appPath);
 
 /// Writes UTF-8 with a byte-order mark to `file`; the last words of `progress` say where it lies.
 /// False when the user cancelled. A file that is there is replaced when the new one is complete on
-/// disk, and stays as it was otherwise. Throws ReportError and StorageError.
+/// disk, and stays as it was otherwise. Throws StorageError, and
+/// ReportError also for a file that is the database or the template itself.
 bool exportCsv(const ReportSource& source, const QString& file, Progress& progress);
 
 }  // namespace lokari

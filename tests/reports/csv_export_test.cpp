@@ -40,8 +40,9 @@ class CsvExportTest : public ::testing::Test {
     out.write(text);
   }
 
-  std::string contents() const {
-    QFile in(file());
+  std::string contents() const { return contentsOf(file()); }
+  static std::string contentsOf(const QString& path) {
+    QFile in(path);
     return in.open(QIODevice::ReadOnly) ? in.readAll().toStdString() : std::string();
   }
 
@@ -140,6 +141,15 @@ TEST_F(CsvExportTest, AnUnwritablePlaceIsToldAndNothingIsLost) {
                   QStringLiteral("\rEine ältere Datei dieses Namens ist unverändert."));
   }
   EXPECT_TRUE(QFileInfo(file() + QStringLiteral("/belegt")).isDir());
+}
+
+TEST_F(CsvExportTest, NeitherTheDatabaseNorTheTemplateIsOverwritten) {
+  const Database& open = database.open();
+  for (const QString& own : {open.path(), templateFile()}) {
+    const std::string before = contentsOf(own);
+    EXPECT_THROW(exportCsv({open, templateFile(), {}}, own, progress), ReportError);
+    EXPECT_TRUE(contentsOf(own) == before) << own.toStdString();
+  }
 }
 
 TEST_F(CsvExportTest, CancellingLeavesTheOldFile) {
