@@ -2,11 +2,30 @@
 #include "reports/ui/dlg_preview.h"
 
 #include <QPrintPreviewWidget>
+#include <QProgressDialog>
 
 #include "print_fixture.h"
 
 namespace lokari {
 namespace {
+
+/// A document whose user loses patience after the first of three pages.
+class Endless final : public PrintDocument {
+ public:
+  QString title() const override { return QStringLiteral("Fahrzeugliste"); }
+  bool paint(QPagedPaintDevice& paper, Progress& progress) override {
+    QPainter painter(&paper);
+    for (int page = 1; page <= 3; ++page) {
+      if (progress.cancelled()) return false;
+      if (page > 1) paper.newPage();
+      progress.setPercent(page * 30);
+      for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (auto* dialog = qobject_cast<QProgressDialog*>(window)) dialog->cancel();
+      }
+    }
+    return true;
+  }
+};
 
 class DlgPreviewTest : public ::testing::Test {
  protected:
@@ -48,6 +67,14 @@ TEST_F(DlgPreviewTest, TurnsPages) {
   QTest::keyClick(preview.get(), Qt::Key_PageUp);
   button("cmdPrevious")->click();
   EXPECT_EQ(page(), QStringLiteral("Seite 1 von 3"));
+}
+
+TEST_F(DlgPreviewTest, CancelledWorkShowsThePagesSoFar) {
+  Endless endless;
+  DlgPreview cancelled(endless, printLayout(QPageSize(QPageSize::A4)), scale, nullptr);
+  cancelled.load();
+  EXPECT_EQ(cancelled.findChild<QLabel*>(QStringLiteral("labPage"))->text(),
+            QStringLiteral("Seite 1 von 1 (abgebrochen)"));
 }
 
 TEST_F(DlgPreviewTest, Zooms) {

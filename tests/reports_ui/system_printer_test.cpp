@@ -174,6 +174,20 @@ TEST_F(SpoolJobTest, SilentRefusalIsTold) {
   EXPECT_EQ(refusal(), QStringLiteral("Das Drucksystem nimmt den Auftrag für „Laser 2“ nicht an!"));
 }
 
+TEST_F(SpoolJobTest, NoRoomForTemporaryFilesIsTold) {
+  const QByteArray kept = qgetenv("TMPDIR");
+  qputenv("TMPDIR", "/proc");
+  const QString told = refusal();
+  if (kept.isNull()) {
+    qunsetenv("TMPDIR");
+  } else {
+    qputenv("TMPDIR", kept);
+  }
+  EXPECT_TRUE(
+      told.startsWith(QStringLiteral("Kann keinen Ordner für den Druckauftrag anlegen:\r/proc\r(")))
+      << told.toStdString();
+}
+
 TEST_F(SpoolJobTest, MissingSpoolerIsTold) {
   qputenv("PATH", QFile::encodeName(folder.path()));
   EXPECT_EQ(refusal(), QStringLiteral("Das Programm „lp“, das Druckaufträge annimmt, fehlt!"));

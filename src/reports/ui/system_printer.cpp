@@ -20,9 +20,14 @@ constexpr int kSpoolerPatience = 30'000;
 class SpoolJob final : public PrintJob {
  public:
   SpoolJob(QString printer, QString title, const QPageLayout& layout)
-      : printer_(std::move(printer)),
-        title_(std::move(title)),
-        pages_(pdfFileJob(file(), title_, layout)) {}
+      : printer_(std::move(printer)), title_(std::move(title)) {
+    if (!folder_.isValid()) {
+      throw ReportError(
+          QStringLiteral("Kann keinen Ordner für den Druckauftrag anlegen:\r%1\r(%2)")
+              .arg(QDir::toNativeSeparators(QDir::tempPath()), folder_.errorString()));
+    }
+    pages_ = pdfFileJob(file(), title_, layout);
+  }
 
   QPagedPaintDevice& paper() override { return pages_->paper(); }
 
