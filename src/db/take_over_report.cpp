@@ -43,7 +43,9 @@ QString TakeOverReport::closingText() const {
   if (!all.isEmpty()) lines << QString();
   for (const QString& remark : all.mid(0, kShownRemarks)) lines << bullet(remark);
   if (all.size() > kShownRemarks) {
-    lines << QStringLiteral("… und %1 weitere Hinweise").arg(all.size() - kShownRemarks);
+    lines << QStringLiteral("… und ") + counted(static_cast<int>(all.size()) - kShownRemarks,
+                                                QStringLiteral("weiterer Hinweis"),
+                                                QStringLiteral("weitere Hinweise"));
   }
   if (!kept.isEmpty()) {
     lines << QStringLiteral("Alle Hinweise: %1/%2").arg(fileNameOf(kept), reportFileName());

@@ -6,8 +6,9 @@
 
 namespace lokari {
 
-/// Remarks that the closing text shows; the report's file has them all.
-inline constexpr int kShownRemarks = 8;
+/// Remarks that the closing text shows, as many as have room on a small screen; the report's file
+/// has them all.
+inline constexpr int kShownRemarks = 5;
 
 struct TakeOverReport {
   QString target;       ///< full path of the new database

@@ -223,8 +223,10 @@ TEST_F(TakeOverTest, TheClosingTextShowsWhatIsLostFirstAndNamesTheFileOfAll) {
       str("Übernahme abgeschlossen,\n1 Fahrzeug und 0 Listeneinträge übernommen,\n1 Datensatz "
           "nicht übernommen!\nNeue Datenbank: NEU.MDB\n\n• Verlust\n• Hinweis 1\n")));
   EXPECT_TRUE(text.endsWith(
-      str("• Hinweis 7\n… und 2 weitere Hinweise\nAlle Hinweise: NEU-Dateien/Bericht.txt")));
+      str("• Hinweis 4\n… und 5 weitere Hinweise\nAlle Hinweise: NEU-Dateien/Bericht.txt")));
   EXPECT_TRUE(report_.fullText().contains(str("• Hinweis 9\n")));
+  report_.changed = report_.changed.mid(0, 5);
+  EXPECT_TRUE(report_.closingText().contains(str("• Hinweis 4\n… und 1 weiterer Hinweis\n")));
 }
 
 TEST_F(TakeOverTest, TheNewNameIsTheFirstFreeOneBesideTheFile) {
