@@ -12,6 +12,7 @@
 #include "base/paths.h"
 #include "base/prompt.h"
 #include "db/database.h"
+#include "db/jet_sql.h"
 #include "reports/rzk_merge.h"
 
 namespace lokari {
@@ -157,6 +158,13 @@ std::optional<QString> RzkExport::run(const QString& name, bool isNew) {
 }
 
 int RzkExport::merge(const QString& fileName, const QString& temporary, bool isNew) {
+  const QString where =
+      sqlFilter_.isEmpty() ? QString() : QStringLiteral("WHERE ") + sqlFilter_ + u' ';
+  const QString vehicles =
+      QStringLiteral("SELECT DC_ADR, ST_SNAME, FZ_LNAME, ST_GROUP FROM LOCO_DAT ") + where +
+      QStringLiteral("ORDER BY DC_ADR");
+  // A filter that is none is told before any file is touched.
+  translateSelect(database_.schema(), vehicles);
   QFile::remove(temporary);
   QFile target(temporary);
   if (!target.open(QIODevice::WriteOnly)) fail(QStringLiteral("Kann Datei nicht anlegen:"), target);
@@ -168,14 +176,10 @@ int RzkExport::merge(const QString& fileName, const QString& temporary, bool isN
     nextOld = [&old] { return readRecord(old); };
   }
   RzkMerge merge(nextOld, [&target](const QByteArray& record) { writeRecord(target, record); });
-  const QString where =
-      sqlFilter_.isEmpty() ? QString() : QStringLiteral("WHERE ") + sqlFilter_ + u' ';
-  database_.query(QStringLiteral("SELECT DC_ADR, ST_SNAME, FZ_LNAME, ST_GROUP FROM LOCO_DAT ") +
-                      where + QStringLiteral("ORDER BY DC_ADR"),
-                  [&merge](const QSqlQuery& row) {
-                    // A record without an address is no vehicle that could be controlled.
-                    if (!row.isNull(0)) merge.add(vehicleOf(row));
-                  });
+  database_.query(vehicles, [&merge](const QSqlQuery& row) {
+    // A record without an address is no vehicle that could be controlled.
+    if (!row.isNull(0)) merge.add(vehicleOf(row));
+  });
   const int count = merge.finish();
   bringToDisk(target);
   old.close();

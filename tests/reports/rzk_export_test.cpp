@@ -104,10 +104,12 @@ TEST_F(RzkExportTest, WithoutAMatchingVehicleTheFileKeepsItsContent) {
   EXPECT_EQ(closing, kDone.arg(0));
 }
 
-TEST_F(RzkExportTest, ABrokenFilterIsToldAndLeavesTheFile) {
+TEST_F(RzkExportTest, ABrokenFilterIsToldAndLeavesTheFiles) {
   put(path("a.dat"), rzkHead());
+  put(path("a.TMP"), "von früher");
   EXPECT_FALSE(exportTo("a.dat", QStringLiteral("NIX = ")));
   EXPECT_EQ(contents(path("a.dat")), rzkHead());
+  EXPECT_EQ(contents(path("a.TMP")), "von früher");
   ASSERT_EQ(prompt.shown.size(), 1);
   EXPECT_NE(prompt.shown[0], kDone.arg(0));
 }
