@@ -88,6 +88,17 @@ TEST_F(SearchWindow, TheQueryFormIsBlankAndHasItsOwnButtons) {
   EXPECT_EQ(QApplication::focusWidget(), child<QLineEdit>(u"dc_adr"));
 }
 
+TEST_F(SearchWindow, TheFieldsKeepTheirPlaceInTheSearch) {
+  const auto place = [this] {
+    QApplication::processEvents();
+    return child<QWidget>(u"st_sname")->mapTo(window_.get(), QPoint(0, 0));
+  };
+  const QPoint before = place();
+  press(u"butFind");
+  ASSERT_FALSE(isVisible(u"Data1"));
+  EXPECT_EQ(place(), before);
+}
+
 TEST_F(SearchWindow, FindGoesToTheMatch) {
   press(u"butFind");
   type(u"st_sname", "h*");

@@ -33,6 +33,10 @@ Navigator::Navigator(const Pictures& pictures, QWidget* parent)
   setObjectName(QStringLiteral("Data1"));
   setFrameShape(QFrame::StyledPanel);
   setAutoFillBackground(true);
+  // The search hides it; what stands beside and below keeps its place.
+  QSizePolicy policy = sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  setSizePolicy(policy);
   setFiltered(false);
   caption_->setObjectName(QStringLiteral("Data1_Caption"));
   caption_->setAlignment(Qt::AlignCenter);
