@@ -81,25 +81,23 @@ function(lokari_room_ui name)
   endforeach()
 endfunction()
 
-# lokari_tests(NAME LIBS target... SOURCES file... [SHARED_PORTS filter]): one test program. Each of
-# its tests is a CTest test of its own, or, with LOKARI_WHOLE_PROGRAMS, the program is one: the
-# sanitizers need longer to start a process than most tests run. Windows are drawn by the offscreen
-# platform. Tests that the filter names use network ports of fixed numbers and run one at a time.
+# lokari_tests(NAME LIBS target... SOURCES file... [OWN_PROCESSES] [SHARED_PORTS filter]): one test
+# program. Each of its tests is a CTest test of its own, or, with LOKARI_WHOLE_PROGRAMS, the program
+# is one: the sanitizers need longer to start a process than most tests run. Those that mostly wait
+# keep their OWN_PROCESSES, side by side. Windows are drawn by the offscreen platform. Tests that the
+# filter names use network ports of fixed numbers and run one at a time.
 option(LOKARI_WHOLE_PROGRAMS "Run each test program in one process" OFF)
 
 function(lokari_tests name)
-  cmake_parse_arguments(ARG "" "SHARED_PORTS" "LIBS;SOURCES" ${ARGN})
+  cmake_parse_arguments(ARG "OWN_PROCESSES" "SHARED_PORTS" "LIBS;SOURCES" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   _lokari_precompile(${name} ${LOKARI_COMMON_HEADERS} <gtest/gtest.h>)
   target_link_libraries(${name} PRIVATE ${ARG_LIBS} lokari_test_support)
-  if(LOKARI_WHOLE_PROGRAMS)
+  if(LOKARI_WHOLE_PROGRAMS AND NOT ARG_OWN_PROCESSES)
     add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
-    set_tests_properties(${name} PROPERTIES TIMEOUT 1200
+    set_tests_properties(${name} PROPERTIES TIMEOUT 600
       ENVIRONMENT "QT_QPA_PLATFORM=offscreen"
       ENVIRONMENT_MODIFICATION "LC_ALL=set:C.UTF-8")
-    if(ARG_SHARED_PORTS)
-      set_tests_properties(${name} PROPERTIES RESOURCE_LOCK network_ports)
-    endif()
     return()
   endif()
   # One variable each: a list in a property would come apart on its way to the test.
