@@ -5,7 +5,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-#include "base/progress.h"
+#include "benchmarks/no_progress.h"
 #include "db/access_import.h"
 #include "support/places.h"
 
@@ -14,13 +14,6 @@ namespace {
 
 const QString kFile = places::accessFile(QStringLiteral("jet4_current.mdb"));
 constexpr int kVehicles = 45;
-
-class SilentProgress final : public Progress {
- public:
-  void setStatus(const QString&) override {}
-  void setPercent(double) override {}
-  bool cancelled() override { return false; }
-};
 
 /// Milliseconds of mdb-export for all tables, one call each; below 0 when it fails.
 double exportTime() {
@@ -40,7 +33,7 @@ double exportTime() {
 /// Milliseconds of the take-over, the new database on disk; below 0 when it fails.
 double takeOverTime() {
   const QTemporaryDir folder;
-  SilentProgress progress;
+  benchmarks::NoProgress progress;
   QElapsedTimer timer;
   timer.start();
   const auto report =

@@ -12,6 +12,7 @@
 #include "db/database.h"
 #include "db/kept_files.h"
 #include "db/new_database.h"
+#include "db/row_faults.h"
 #include "db/take_over_rows.h"
 
 namespace lokari {
@@ -30,12 +31,6 @@ constexpr int kPause = 32;
 
 /// The user has had enough.
 struct Stopped {};
-
-bool refusesRow(int code) {
-  constexpr std::array kRefusals{storage_error::kDuplicateKey, storage_error::kNotNumeric,
-                                 storage_error::kTooLong, storage_error::kNullField};
-  return std::find(kRefusals.begin(), kRefusals.end(), code) != kRefusals.end();
-}
 
 QString refusal(const TakeOverRows& taker, const StorageError& error) {
   return taker.areVehicles() && error.code() == storage_error::kDuplicateKey
@@ -169,7 +164,7 @@ bool TakeOver::takeRow(Database& database, const TakeOverRows& taker, const QVar
     }
     return true;
   } catch (const StorageError& error) {
-    if (!refusesRow(error.code())) throw;
+    if (!concernsRow(error)) throw;
     report_.skipped
         << QStringLiteral("%1 ist nicht übernommen: %2").arg(rowName, refusal(taker, error));
     return false;

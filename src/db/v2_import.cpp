@@ -11,6 +11,7 @@
 #include "db/cv_record.h"
 #include "db/database_session.h"
 #include "db/ole_picture.h"
+#include "db/row_faults.h"
 
 namespace lokari {
 namespace {
@@ -18,19 +19,6 @@ namespace {
 constexpr char16_t kVehicles[] = u"LOCO_DAT";
 /// A name for a vehicle that has none.
 constexpr char16_t kNoName[] = u"...";
-
-/// Faults of the values of one row. Any other one concerns the database, and the next row would
-/// meet it as well.
-constexpr int kRowFaults[] = {
-    storage_error::kDuplicateKey,
-    storage_error::kTooLong,
-    storage_error::kNotNumeric,
-};
-
-bool concernsTheRow(const StorageError& error) {
-  return std::find(std::begin(kRowFaults), std::end(kRowFaults), error.code()) !=
-         std::end(kRowFaults);
-}
 
 QString name(const char16_t* column) {
   return QString::fromUtf16(column);
@@ -132,7 +120,7 @@ class V2Import {
       store();
       ++outcome_.counts.imported;
     } catch (const StorageError& error) {
-      if (!concernsTheRow(error)) throw;
+      if (!concernsRow(error)) throw;
       records_.CancelUpdate();
       ++outcome_.counts.failed;
     }
