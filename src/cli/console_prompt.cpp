@@ -4,10 +4,21 @@
 
 namespace lokari {
 
-Answer ConsolePrompt::ask(const QString& boxText, Buttons buttons, Icon, const QString&) {
-  // On a terminal the line ends of a box would write one line over another.
-  const QString text = QString(boxText).replace(u'\r', u' ');
-  switch (buttons) {
+namespace {
+
+/// On a terminal the line ends of a box would write one line over another.
+QString oneLine(const QString& text, const QString& more) {
+  QString line = more.isEmpty() ? text : text + u' ' + more;
+  return line.replace(QStringLiteral("\r\n"), QStringLiteral(" "))
+      .replace(u'\r', u' ')
+      .replace(u'\n', u' ');
+}
+
+}  // namespace
+
+Answer ConsolePrompt::ask(const Box& box) {
+  const QString text = oneLine(box.text, box.more);
+  switch (box.buttons) {
     case Buttons::Ok:
       console_.message(text);
       return Answer::Ok;
@@ -22,6 +33,14 @@ Answer ConsolePrompt::ask(const QString& boxText, Buttons buttons, Icon, const Q
   }
   console_.message(text + (yes_ ? QStringLiteral(" [Ja]") : QStringLiteral(" [Nein]")));
   return yes_ ? Answer::Yes : Answer::No;
+}
+
+int ConsolePrompt::choose(const Choice& choice) {
+  const int answer = yes_ ? 0 : choice.safe;
+  QString caption = choice.answers.value(answer);
+  console_.message(
+      QStringLiteral("%1 [%2]").arg(oneLine(choice.text, choice.more), caption.remove(u'&')));
+  return answer;
 }
 
 QString ConsolePrompt::openFile(const FileQuestion&) {

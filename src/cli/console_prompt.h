@@ -12,7 +12,9 @@ class ConsolePrompt final : public Prompt {
  public:
   ConsolePrompt(Console& console, bool yes) : console_(console), yes_(yes) {}
 
-  Answer ask(const QString& text, Buttons buttons, Icon icon, const QString& title) override;
+  using Prompt::ask;
+  Answer ask(const Box& box) override;
+  int choose(const Choice& choice) override;
   /// There is nobody to choose a file: cancelled.
   QString openFile(const FileQuestion& question) override;
   QString saveFile(const FileQuestion& question) override;

@@ -2,12 +2,23 @@
 
 namespace lokari::test {
 
-Answer ScriptedPrompt::ask(const QString& text, Buttons buttons, Icon, const QString&) {
-  shown << text;
-  if (buttons == Buttons::Ok) return Answer::Ok;
-  if (answers.empty()) return buttons == Buttons::YesNo ? Answer::No : Answer::Cancel;
+Answer ScriptedPrompt::ask(const Box& box) {
+  shown << box.text;
+  below << box.more;
+  if (box.buttons == Buttons::Ok) return Answer::Ok;
+  if (answers.empty()) return box.buttons == Buttons::YesNo ? Answer::No : Answer::Cancel;
   const Answer answer = answers.front();
   answers.pop_front();
+  return answer;
+}
+
+int ScriptedPrompt::choose(const Choice& choice) {
+  shown << choice.text;
+  below << choice.more;
+  asked << choice;
+  if (choices.empty()) return choice.safe;
+  const int answer = choices.front();
+  choices.pop_front();
   return answer;
 }
 

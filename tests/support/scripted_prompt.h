@@ -11,7 +11,9 @@ namespace lokari::test {
 
 class ScriptedPrompt final : public Prompt {
  public:
-  Answer ask(const QString& text, Buttons buttons, Icon icon, const QString& title) override;
+  using Prompt::ask;
+  Answer ask(const Box& box) override;
+  int choose(const Choice& choice) override;
   QString openFile(const FileQuestion& question) override;
   QString saveFile(const FileQuestion& question) override;
   void beep() override { ++beeps; }
@@ -19,10 +21,14 @@ class ScriptedPrompt final : public Prompt {
   /// Answers for the next questions, in their order. Questions beyond them get the safe answer:
   /// Cancel or No. A box with the one button takes none.
   std::deque<Answer> answers;
+  /// Indexes for the next choices, in their order. Choices beyond them get their safe answer.
+  std::deque<int> choices;
   /// File names for the next file dialogs; beyond them the user cancels.
   std::deque<QString> fileNames;
 
-  QStringList shown;  ///< text of every box, questions included
+  QStringList shown;    ///< text of every box, questions included
+  QStringList below;    ///< what stood below the text of every box, empty texts included
+  QList<Choice> asked;  ///< every choice
   QList<FileQuestion> fileQuestions;
   int beeps = 0;
 

@@ -63,6 +63,40 @@ QList<Offer> offersOf(Buttons buttons) {
   return {{Answer::Ok, u"OK", QMessageBox::AcceptRole}};
 }
 
+/// A button of a box.
+struct Caption {
+  QString text;
+  QMessageBox::ButtonRole role;
+};
+
+/// A carriage return separates the lines of the system's texts.
+QString withLineFeeds(QString text) {
+  return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
+}
+
+/// Shows a box and returns the index of the button. Enter presses `preset`, closing the box counts
+/// as `closed`.
+int runBox(Icon icon, const QString& title, const QString& text, const QString& more,
+           const QList<Caption>& captions, int preset, int closed) {
+  QMessageBox box(boxIcon(icon), title.isEmpty() ? QString::fromUtf16(kTitle) : title,
+                  withLineFeeds(text), QMessageBox::NoButton, windowInFront());
+  box.setTextFormat(Qt::PlainText);
+  box.setInformativeText(withLineFeeds(more));
+  QHash<QAbstractButton*, int> answers;
+  for (int i = 0; i < static_cast<int>(captions.size()); ++i) {
+    QPushButton* button = box.addButton(captions[i].text, captions[i].role);
+    if (i == preset) box.setDefaultButton(button);
+    if (i == closed) box.setEscapeButton(button);
+    answers.insert(button, i);
+  }
+  // A busy pointer over a question would say that nobody listens.
+  const bool busy = QApplication::overrideCursor() != nullptr;
+  if (busy) QApplication::setOverrideCursor(Qt::ArrowCursor);
+  box.exec();
+  if (busy) QApplication::restoreOverrideCursor();
+  return answers.value(box.clickedButton(), closed);
+}
+
 /// "*.mdb" as "*.[mM][dD][bB]".
 QString caseBlindMask(const QString& mask) {
   if (mask == QStringLiteral("*.*")) return QStringLiteral("*");
@@ -104,28 +138,26 @@ QString runFileDialog(const FileQuestion& question, QFileDialog::AcceptMode mode
 
 }  // namespace
 
-Answer QtPrompt::ask(const QString& text, Buttons buttons, Icon icon, const QString& title) {
-  // A carriage return separates the lines of the system's texts.
-  QString lines = text;
-  lines.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
-  QMessageBox box(boxIcon(icon), title.isEmpty() ? QString::fromUtf16(kTitle) : title, lines,
-                  QMessageBox::NoButton, windowInFront());
-  box.setTextFormat(Qt::PlainText);
-  const QList<Offer> offers = offersOf(buttons);
-  QHash<QAbstractButton*, Answer> answers;
-  QPushButton* button = nullptr;
-  for (const Offer& offer : offers) {
-    button = box.addButton(QString::fromUtf16(offer.caption), offer.role);
-    if (answers.isEmpty()) box.setDefaultButton(button);
-    answers.insert(button, offer.answer);
+Answer QtPrompt::ask(const Box& asked) {
+  const QList<Offer> offers = offersOf(asked.buttons);
+  QList<Caption> captions;
+  int preset = 0;
+  for (qsizetype i = 0; i < offers.size(); ++i) {
+    captions << Caption{QString::fromUtf16(offers[i].caption), offers[i].role};
+    if (asked.preset == offers[i].answer) preset = static_cast<int>(i);
   }
-  box.setEscapeButton(button);
-  // A busy pointer over a question would say that nobody listens.
-  const bool busy = QApplication::overrideCursor() != nullptr;
-  if (busy) QApplication::setOverrideCursor(Qt::ArrowCursor);
-  box.exec();
-  if (busy) QApplication::restoreOverrideCursor();
-  return answers.value(box.clickedButton(), offers.back().answer);
+  const int closed = static_cast<int>(offers.size()) - 1;
+  return offers[runBox(asked.icon, asked.title, asked.text, asked.more, captions, preset, closed)]
+      .answer;
+}
+
+int QtPrompt::choose(const Choice& choice) {
+  QList<Caption> captions;
+  for (qsizetype i = 0; i < choice.answers.size(); ++i) {
+    captions << Caption{choice.answers[i],
+                        i == choice.safe ? QMessageBox::RejectRole : QMessageBox::AcceptRole};
+  }
+  return runBox(choice.icon, {}, choice.text, choice.more, captions, choice.safe, choice.safe);
 }
 
 QString QtPrompt::openFile(const FileQuestion& question) {

@@ -11,7 +11,9 @@ namespace lokari {
 /// name when they have no title of their own.
 class QtPrompt final : public Prompt {
  public:
-  Answer ask(const QString& text, Buttons buttons, Icon icon, const QString& title) override;
+  using Prompt::ask;
+  Answer ask(const Box& box) override;
+  int choose(const Choice& choice) override;
   /// Takes a name that is typed without its extension; such a file need not exist.
   QString openFile(const FileQuestion& question) override;
   /// Does not ask before a file is overwritten; the callers have rules of their own.
