@@ -14,19 +14,17 @@
 namespace lokari {
 namespace {
 
-using Box = Calculator::Box;
-
 struct BoxLook {
-  Box box;
+  Calculator::Box box;
   const char16_t* name;
   const char16_t* label;
   const char16_t* keys;  ///< what can be typed, as an expression
 };
 
 constexpr BoxLook kBoxes[] = {
-    {Box::Bin, u"txtBin", u"&Binär:", u"[01]{0,8}"},
-    {Box::Dec, u"txtDec", u"&Dezimal:", u"[0-9]*"},
-    {Box::Hex, u"txtHex", u"&Hexadezimal:", u"[0-9A-Fa-f]*"},
+    {Calculator::Box::Bin, u"txtBin", u"&Binär:", u"[01]{0,8}"},
+    {Calculator::Box::Dec, u"txtDec", u"&Dezimal:", u"[0-9]*"},
+    {Calculator::Box::Hex, u"txtHex", u"&Hexadezimal:", u"[0-9A-Fa-f]*"},
 };
 
 }  // namespace
@@ -57,22 +55,23 @@ DlgCalc::DlgCalc(const QString& text, Prompt& prompt, QWidget* parent)
   rows->addStretch();
   addOkAndCancel(this, rows, QStringLiteral("butOK"), QStringLiteral("butCancel"),
                  [this] { accept(); });
-  edit(Box::Dec)->setFocus();
-  edit(Box::Dec)->selectAll();
+  edit(Calculator::Box::Dec)->setFocus();
+  edit(Calculator::Box::Dec)->selectAll();
 }
 
 QString DlgCalc::decimalText() const {
-  return calculator_.text(Box::Dec).isEmpty() ? QStringLiteral("") : calculator_.text(Box::Dec);
+  return calculator_.text(Calculator::Box::Dec).isEmpty() ? QStringLiteral("")
+                                                          : calculator_.text(Calculator::Box::Dec);
 }
 
-void DlgCalc::show(Box box) {
+void DlgCalc::show(Calculator::Box box) {
   if (edit(box)->text() == calculator_.text(box)) return;
   const int cursor = edit(box)->cursorPosition();
   edit(box)->setText(calculator_.text(box));
   edit(box)->setCursorPosition(cursor);
 }
 
-void DlgCalc::typed(Box box) {
+void DlgCalc::typed(Calculator::Box box) {
   const Calculator::Typed result = calculator_.type(box, edit(box)->text());
   for (const BoxLook& look : kBoxes) show(look.box);
   if (result == Calculator::Typed::OutOfRange) {
