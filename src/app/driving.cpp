@@ -95,6 +95,17 @@ void Driving::whenFree(const void* owner, int what, std::function<void()> job) {
   });
 }
 
+QStringList Driving::openTitles() const {
+  QStringList titles;
+  for (int slot = 1; slot <= cabs_.cabCount(); ++slot) {
+    if (const Cab* cab = cabs_.cabForms(slot)) titles << cab->caption();
+  }
+  for (int slot = 1; slot <= panels_.panelCount(); ++slot) {
+    if (const Panel* panel = panels_.panelForms(slot)) titles << panel->caption();
+  }
+  return titles;
+}
+
 void Driving::closeAll() {
   closed_ = true;
   // The exchange in hand stands on the stack of this very act; it must not hold the end up.

@@ -43,6 +43,9 @@ class Driving {
   /// that still wait for the line are forgotten.
   void closeAll();
 
+  /// The titles of the open cabs and panels, in the order of their slots.
+  QStringList openTitles() const;
+
   CabFleet& cabs() { return cabs_; }
   PanelFleet& panels() { return panels_; }
 

@@ -6,18 +6,16 @@ namespace lokari {
 
 namespace {
 
-/// On a terminal the line ends of a box would write one line over another.
-QString oneLine(const QString& text, const QString& more) {
-  QString line = more.isEmpty() ? text : text + u' ' + more;
-  return line.replace(QStringLiteral("\r\n"), QStringLiteral(" "))
-      .replace(u'\r', u' ')
-      .replace(u'\n', u' ');
+/// On a terminal a carriage return would write one line over another.
+QString terminalText(const QString& text, const QString& more) {
+  QString shown = more.isEmpty() ? text : text + u' ' + more;
+  return shown.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u' ');
 }
 
 }  // namespace
 
 Answer ConsolePrompt::ask(const Box& box) {
-  const QString text = oneLine(box.text, box.more);
+  const QString text = terminalText(box.text, box.more);
   switch (box.buttons) {
     case Buttons::Ok:
       console_.message(text);
@@ -39,7 +37,7 @@ int ConsolePrompt::choose(const Choice& choice) {
   const int answer = yes_ ? 0 : choice.safe;
   QString caption = choice.answers.value(answer);
   console_.message(
-      QStringLiteral("%1 [%2]").arg(oneLine(choice.text, choice.more), caption.remove(u'&')));
+      QStringLiteral("%1 [%2]").arg(terminalText(choice.text, choice.more), caption.remove(u'&')));
   return answer;
 }
 

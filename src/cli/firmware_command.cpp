@@ -34,6 +34,7 @@ ExitStatus firmware(const QStringList& arguments, CliContext& context) {
       return ExitStatus::Done;
     case FirmEnd::NoSession:
       return ExitStatus::WrongCall;
+    case FirmEnd::Unconfirmed:
     case FirmEnd::NoAnswer:
     case FirmEnd::Failed:
     case FirmEnd::Cancelled:

@@ -46,11 +46,13 @@ FirmEnd FirmBlocks::send() {
 
     const FirmReply reply = awaitReply();
     errors = reply == FirmReply::None ? errors + 1 : 0;
+    if (reply == FirmReply::None) unanswered_.insert(address - kFirmBlockData);
+    if (reply == FirmReply::Next) unanswered_.erase(address - kFirmBlockData);
     if (errors == kMostSilentBlocks) return FirmEnd::Failed;
     if (reply == FirmReply::SameBank) address = bank * kFirmBankSize;
     if (reply == FirmReply::SameBlock) address -= kFirmBlockData;
   }
-  return FirmEnd::Complete;
+  return unanswered_.empty() ? FirmEnd::Complete : FirmEnd::Unconfirmed;
 }
 
 void FirmBlocks::sendBlock(int address) {

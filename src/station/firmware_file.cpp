@@ -20,6 +20,14 @@ std::variant<Firmware, HexFault> readBusily(QFile& file,
   return result;
 }
 
+QString belowQuestion(const QStringList& openCabs) {
+  if (openCabs.isEmpty()) return {};
+  return QStringLiteral(
+             "Geöffnet: %1. Während der Übertragung hört die Zentrale nicht auf sie, auch nicht "
+             "auf Halt.")
+      .arg(openCabs.join(QStringLiteral(", ")));
+}
+
 }  // namespace
 
 QString firmwareRefusal(const Settings& settings) {
@@ -30,7 +38,8 @@ QString firmwareRefusal(const Settings& settings) {
 }
 
 std::optional<Firmware> confirmedFirmware(QString name, Prompt& prompt,
-                                          const std::function<void(bool)>& showBusy) {
+                                          const std::function<void(bool)>& showBusy,
+                                          const QStringList& openCabs) {
   if (!fileNameOf(name).contains(u'.')) name += QStringLiteral(".HEX");
   QFile file(findFile(name));
   // Devices and pipes count as missing: they might never come to an end.
@@ -45,14 +54,18 @@ std::optional<Firmware> confirmedFirmware(QString name, Prompt& prompt,
                        .arg(hexErrorText(fault->error), printed(fault->line)));
     return std::nullopt;
   }
-  const QString question = QStringLiteral("Firmware-Datei %1 einspielen?").arg(fileNameOf(name));
-  if (prompt.ask(question, Buttons::OkCancel) != Answer::Ok) return std::nullopt;
+  const Answer answer =
+      prompt.ask({.text = QStringLiteral("Firmware-Datei %1 einspielen?").arg(fileNameOf(name)),
+                  .buttons = Buttons::OkCancel,
+                  .more = belowQuestion(openCabs)});
+  if (answer != Answer::Ok) return std::nullopt;
   return std::get<Firmware>(std::move(result));
 }
 
 std::optional<Firmware> chosenFirmware(const Settings& settings, Prompt& prompt,
                                        const QString& folder,
-                                       const std::function<void(bool)>& showBusy) {
+                                       const std::function<void(bool)>& showBusy,
+                                       const QStringList& openCabs) {
   const QString refusal = firmwareRefusal(settings);
   if (!refusal.isEmpty()) {
     prompt.message(refusal);
@@ -64,7 +77,7 @@ std::optional<Firmware> chosenFirmware(const Settings& settings, Prompt& prompt,
        .folder = folder,
        .presetName = QStringLiteral("Mx1_2k.hex")});
   if (name.isEmpty()) return std::nullopt;
-  return confirmedFirmware(name, prompt, showBusy);
+  return confirmedFirmware(name, prompt, showBusy, openCabs);
 }
 
 }  // namespace lokari

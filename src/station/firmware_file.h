@@ -2,7 +2,7 @@
 // here, and what fails a check never gets further.
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <optional>
@@ -19,14 +19,17 @@ QString firmwareRefusal(const Settings& settings);
 
 /// Reads and checks the file, then asks for leave to load it by its name. A name without an
 /// extension gets ".HEX". Nothing when a check failed, which the user has been told, or when he
-/// declined. `showBusy` is called with true and false around the reading.
+/// declined. `showBusy` is called with true and false around the reading. `openCabs` are the titles
+/// of cabs and panels that the transfer takes the station from; they stand below the question.
 std::optional<Firmware> confirmedFirmware(QString name, Prompt& prompt,
-                                          const std::function<void(bool)>& showBusy);
+                                          const std::function<void(bool)>& showBusy,
+                                          const QStringList& openCabs = {});
 
 /// The road of the menu entry: the station kind, the file dialog, which starts in `folder`, and
 /// confirmedFirmware().
 std::optional<Firmware> chosenFirmware(const Settings& settings, Prompt& prompt,
                                        const QString& folder,
-                                       const std::function<void(bool)>& showBusy);
+                                       const std::function<void(bool)>& showBusy,
+                                       const QStringList& openCabs = {});
 
 }  // namespace lokari

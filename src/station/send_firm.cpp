@@ -22,6 +22,15 @@ constexpr int kBeforeLeavingMs = 500;
 constexpr int kAfterLeavingMs = 55;
 constexpr int kLeavingDots = 3;
 
+/// Below the closing text: nobody knows whether the station has these blocks.
+QString unansweredLine(FirmEnd end, int count) {
+  if (count == 0) return {};
+  const QString blocks = count == 1 ? QStringLiteral("\n1 Block blieb ohne Antwort")
+                                    : QStringLiteral("\n%1 Blöcke blieben ohne Antwort").arg(count);
+  return blocks + (end == FirmEnd::Unconfirmed ? QStringLiteral(": bitte noch einmal einspielen.")
+                                               : QStringLiteral("."));
+}
+
 }  // namespace
 
 FirmTransfer::FirmTransfer(StationLink& link, CommView& view, const Firmware& firmware)
@@ -59,19 +68,18 @@ FirmEnd FirmTransfer::transfer() {
   }
   inSession_ = true;
   const QString cancelText = QStringLiteral("Übertragung der Firmware abgebrochen!");
-  const bool asked = askInSession();
-  if (cancelled()) {
-    finishSession();
-    return close(FirmEnd::Cancelled, cancelText);
-  }
+  // The greeting may have been cancelled.
+  const bool ready = !cancelled() && askInSession();
   finishSession();
+  if (cancelled()) return close(FirmEnd::Cancelled, cancelText);
   link_.DelayMsec(kSettleMs);
 
   port_.OpenComm();
   port_.EscapeCommFunction(CommEscape::ClearRts);
   port_.EscapeCommFunction(CommEscape::ClearDtr);
   port_.GetCommError();
-  if (!asked && !askOnHandle()) {
+  if (!ready && !askOnHandle()) {
+    if (cancelled()) return close(FirmEnd::Cancelled, cancelText);
     return close(FirmEnd::NoAnswer, QStringLiteral("Keine Antwort vom Basisgerät!"));
   }
   status(QStringLiteral("Übertragung läuft...\nMX1 und PC jetzt nicht abschalten!"));
@@ -82,20 +90,24 @@ FirmEnd FirmTransfer::transfer() {
   // The first block begins to replace the old firmware: the last moment to leave it as it is.
   if (cancelled()) return close(FirmEnd::Cancelled, cancelText);
 
-  const FirmEnd end = FirmBlocks(link_, port_, view_, firmware_).send();
+  FirmBlocks blocks(link_, port_, view_, firmware_);
+  const FirmEnd end = blocks.send();
   view_.setDetail({});
-  if (end == FirmEnd::Cancelled) return close(end, cancelText);
+  const QString more = unansweredLine(end, blocks.unanswered());
+  if (end == FirmEnd::Cancelled) return close(end, cancelText + more);
   if (end == FirmEnd::Failed) {
-    return close(end, QStringLiteral("Übertragungsfehler, Einspielen der Firmware nicht möglich!"));
+    return close(
+        end, QStringLiteral("Übertragungsfehler, Einspielen der Firmware nicht möglich!") + more);
   }
   view_.setProgress(100);
-  return close(end, QStringLiteral("Übertragung der Firmware abgeschlossen!"));
+  return close(end, QStringLiteral("Übertragung der Firmware abgeschlossen!") + more);
 }
 
 /// True when the boot loader waits. The user may have cancelled meanwhile.
 bool FirmTransfer::askInSession() {
   SerialLine& line = link_.serial();
   line.read();
+  asked_ = true;
   line.write(kDownloadCommand);
   status(QStringLiteral("Warten auf Basisgerät ..."));
   link_.WaitForData(kAnswerLength);
@@ -103,19 +115,21 @@ bool FirmTransfer::askInSession() {
   if (line.inBufferCount() < kShortestAnswer && !cancelled()) {
     line.read();
     link_.DelayMsec(kSettleMs);
+    if (cancelled()) return false;
     line.write(kDownloadCommand);
     link_.WaitForData(kAnswerLength);
   }
-  const bool asked = line.read().endsWith(kBootLoaderReady);
-  if (asked) line.read();
-  return asked;
+  const bool ready = line.read().endsWith(kBootLoaderReady);
+  if (ready) line.read();
+  return ready;
 }
 
 /// The second way in, for a station that the session could not make understand. True when the
-/// boot loader waits.
+/// boot loader waits; a cancel ends the asking.
 bool FirmTransfer::askOnHandle() {
   QByteArray reply;
   for (int round = 0; round < kRounds && !reply.contains(kBootLoaderReady); ++round) {
+    if (cancelled()) return false;
     port_.WriteComm(kDownloadCommand);
     port_.GetCommError();
     // What is there answers the round before: reading does not wait.
@@ -143,12 +157,13 @@ void FirmTransfer::finishSession() {
 }
 
 void FirmTransfer::leaveBootLoader() {
+  if (!asked_) return;
   try {
-    if (port_.isOpen()) {
-      link_.DelayMsec(kBeforeLeavingMs);
-      for (int i = 0; i < kLeavingDots; ++i) port_.WriteComm(kLeaveBootLoader);
-      link_.DelayMsec(kAfterLeavingMs);
-    }
+    // A job that ended in the session, or with a device that is back, has no handle.
+    if (!port_.isOpen()) port_.OpenComm();
+    link_.DelayMsec(kBeforeLeavingMs);
+    for (int i = 0; i < kLeavingDots; ++i) port_.WriteComm(kLeaveBootLoader);
+    link_.DelayMsec(kAfterLeavingMs);
   } catch (const LinkError&) {
     // The line is gone, and with it the one who would hear the dots.
   }

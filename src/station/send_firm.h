@@ -2,7 +2,8 @@
 //
 // In the session the station is asked for its boot loader. Then the session leaves the port to a
 // raw handle, on which the station is asked again when it did not understand, and gets the blocks.
-// Whatever happens then, three dots send it back to normal operation before the handle closes.
+// Once it has been asked, three dots send it back to normal operation on every road; after a cancel
+// it is not asked any more.
 #pragma once
 
 #include "link/comm_view.h"
@@ -39,6 +40,7 @@ class FirmTransfer {
   const Firmware& firmware_;
   RawPort port_;
   bool inSession_ = false;
+  bool asked_ = false;  ///< the station may be in its boot loader
 };
 
 }  // namespace lokari

@@ -110,6 +110,17 @@ TEST_F(FirmwareMenuTest, ACancelAmongTheBlocksLeavesTheBootLoader) {
   EXPECT_EQ(received, QByteArray(65536, '\xFF'));
 }
 
+TEST_F(FirmwareMenuTest, AnOpenCabIsNamedBelowTheQuestion) {
+  start();
+  workbench->externalMessage(3);
+  chooseFile(kOneByte);
+  outside.prompt.answers = {Answer::Cancel};
+  window->findChild<QAction*>(QStringLiteral("mnuFirmware"))->trigger();
+  EXPECT_EQ(outside.prompt.shown.last(), "Firmware-Datei Mx1_2k.hex einspielen?");
+  EXPECT_TRUE(outside.prompt.below.last().startsWith("Geöffnet: ")) << "the cab";
+  EXPECT_TRUE(outside.prompt.below.last().contains("(3)"));
+}
+
 TEST_F(FirmwareMenuTest, ADeclinedFileSendsNothing) {
   start();
   chooseFile(kOneByte);

@@ -39,6 +39,9 @@ class SimulatorProcess {
     return process_.readLine();
   }
 
+  /// What it has printed since, once it has stopped.
+  QByteArray rest() { return process_.readAllStandardOutput(); }
+
   void stop() {
     if (process_.state() == QProcess::NotRunning) return;
     process_.terminate();

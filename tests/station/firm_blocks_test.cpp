@@ -105,7 +105,7 @@ TEST_F(FirmBlocksTest, ABlockWithoutAnAnswerIsNotSentAgain) {
   addBlocks(2);
   expectBlock(0);
   expectBlock(1).answer("?");
-  EXPECT_EQ(send(), FirmEnd::Complete);
+  EXPECT_EQ(send(), FirmEnd::Unconfirmed);
   EXPECT_EQ(line.writes[1].at, 32 * 20);
 }
 
@@ -125,7 +125,7 @@ TEST_F(FirmBlocksTest, EachOfTheThreeAnswersEndsARowOfSilence) {
   expectBlock(39).answer("b");
   for (int i = 0; i < 19; ++i) expectBlock(i);
   for (int i = 19; i < 40; ++i) expectBlock(i).answer("?");
-  EXPECT_EQ(send(), FirmEnd::Complete);
+  EXPECT_EQ(send(), FirmEnd::Unconfirmed);
 }
 
 TEST_F(FirmBlocksTest, TwentySilentBlocksAtTheEndOfTheImageAreAFailureToo) {
@@ -146,7 +146,7 @@ TEST_F(FirmBlocksTest, AnAnswerBehindTheLastTryIsDroppedBeforeTheNextBlock) {
   addBlocks(2);
   expectBlock(0).answer("E", 630);
   expectBlock(1).answer("?");
-  EXPECT_EQ(send(), FirmEnd::Complete);
+  EXPECT_EQ(send(), FirmEnd::Unconfirmed);
 }
 
 TEST_F(FirmBlocksTest, OtherBytesAreReadPastAndCountNoTry) {

@@ -77,6 +77,20 @@ TEST_F(FirmwareFileTest, AGoodFileIsConfirmedByItsName) {
   EXPECT_EQ(busy, (QList<bool>{true, false}));
 }
 
+TEST_F(FirmwareFileTest, OpenCabsAreNamedBelowTheQuestion) {
+  const QString file = write(QStringLiteral("f.hex"), kOneByte);
+  const QStringList open{QStringLiteral("V 200 (3)"), QStringLiteral("Weiche (9)")};
+  EXPECT_FALSE(confirmedFirmware(
+      file, prompt, [](bool) {}, open));
+  EXPECT_EQ(prompt.shown, QStringList{"Firmware-Datei f.hex einspielen?"});
+  EXPECT_EQ(
+      prompt.below,
+      QStringList{"Geöffnet: V 200 (3), Weiche (9). Während der Übertragung hört die Zentrale "
+                  "nicht auf sie, auch nicht auf Halt."});
+  EXPECT_FALSE(confirmed(file));
+  EXPECT_EQ(prompt.below.last(), "");
+}
+
 TEST_F(FirmwareFileTest, WithoutTheUsersLeaveThereIsNoFirmware) {
   prompt.answers = {Answer::Cancel};
   EXPECT_FALSE(confirmed(write(QStringLiteral("f.hex"), kOneByte)));

@@ -194,25 +194,64 @@ TEST_F(SendFirmTest, TwentyBlocksWithoutAnAnswerEndTheTransferWithTheDots) {
   for (int i = 1; i < 20; ++i) line.expect(message(0, i / 16, i % 16 * 16, i));
   expectDots();
   EXPECT_EQ(send(), FirmEnd::Failed);
-  EXPECT_EQ(view.statuses.last(), kFailed);
+  EXPECT_EQ(view.statuses.last(), kFailed + "\n20 Blöcke blieben ohne Antwort.");
   expectEnded(2);
 }
 
 // ---- Cancel -----------------------------------------------------------------------------------
 
-TEST_F(SendFirmTest, ACancelInTheSessionEndsItWithoutAHandle) {
-  expectDownload().then([this] { link.cancelRequested = true; }, 700);
+TEST_F(SendFirmTest, ACancelInTheGreetingAsksForNoBootLoader) {
+  line.expect("\r").then([this] { link.cancelRequested = true; }, 300);
   EXPECT_EQ(send(), FirmEnd::Cancelled);
-  EXPECT_EQ(clock.now(), 1700);
+  EXPECT_EQ(line.sent(), "\r");
   EXPECT_EQ(view.statuses.last(), kCancelled);
   expectEnded(1);
 }
 
-TEST_F(SendFirmTest, ACancelInTheSecondWaitEndsTheSessionToo) {
+TEST_F(SendFirmTest, ACancelBehindTheDownloadSendsTheDots) {
+  expectDownload().then([this] { link.cancelRequested = true; }, 700);
+  expectDots();
+  EXPECT_EQ(send(), FirmEnd::Cancelled);
+  EXPECT_EQ(timeOfWrite(2), 1700 + 500);
+  EXPECT_EQ(clock.now(), 1700 + 500 + 55);
+  EXPECT_EQ(view.statuses.last(), kCancelled);
+  expectEnded(2);
+}
+
+TEST_F(SendFirmTest, ACancelInThePauseBeforeTheSecondDownloadSendsNoSecondOne) {
+  expectDownload().then([this] { link.cancelRequested = true; }, 3200);
+  expectDots();
+  EXPECT_EQ(send(), FirmEnd::Cancelled);
+  EXPECT_EQ(line.sent(), "\rDownload\r\r...");
+  expectEnded(2);
+}
+
+TEST_F(SendFirmTest, ACancelInTheSecondWaitSendsTheDotsToo) {
   expectDownload();
   line.expect(kDownload).then([this] { link.cancelRequested = true; }, 100);
+  expectDots();
   EXPECT_EQ(send(), FirmEnd::Cancelled);
-  expectEnded(1);
+  expectEnded(2);
+}
+
+TEST_F(SendFirmTest, ACancelBetweenSessionAndHandleSendsNoFurtherDownload) {
+  // 7 bytes that are no answer; the cancel comes in the pause behind the session.
+  expectDownload().answer("load??\r").then([this] { link.cancelRequested = true; }, 200);
+  expectDots();
+  EXPECT_EQ(send(), FirmEnd::Cancelled);
+  EXPECT_EQ(line.sent(), "\rDownload\r\r...");
+  EXPECT_EQ(view.statuses.last(), kCancelled);
+  expectEnded(2);
+}
+
+TEST_F(SendFirmTest, ACancelOnTheHandleSendsNoFurtherDownload) {
+  expectDownload();
+  line.expect(kDownload);
+  line.expect(kDownload).then([this] { link.cancelRequested = true; }, 100);
+  expectDots();
+  EXPECT_EQ(send(), FirmEnd::Cancelled);
+  EXPECT_EQ(view.statuses.last(), kCancelled);
+  expectEnded(2);
 }
 
 TEST_F(SendFirmTest, ACancelBeforeTheFirstBlockLeavesTheOldFirmwareAlone) {
@@ -265,6 +304,44 @@ TEST_F(SendFirmTest, ADeviceThatVanishesBeforeTheDotsIsLetGo) {
   EXPECT_FALSE(line.isOpen());
 }
 
+// ---- Blocks without an answer -----------------------------------------------------------------
+
+TEST_F(SendFirmTest, BlocksWithoutAnAnswerAreCountedBelowTheClosingText) {
+  addBlock(0x0010, 0x43);
+  addBlock(0x0020, 0x44);
+  expectDownload().answer(kReady);
+  expectBlock();
+  line.expect(message(0, 0, 0x10, 0x43)).answer("?");
+  line.expect(message(0, 0, 0x20, 0x44));
+  expectDots();
+  EXPECT_EQ(send(), FirmEnd::Unconfirmed);
+  EXPECT_EQ(view.statuses.last(),
+            kComplete + "\n2 Blöcke blieben ohne Antwort: bitte noch einmal einspielen.");
+  expectEnded(2);
+}
+
+TEST_F(SendFirmTest, ABlockThatIsAnsweredInTheEndIsNotCounted) {
+  expectDownload().answer(kReady);
+  addBlock(0x0010, 0x43);
+  expectBlock();
+  line.expect(message(0, 0, 0x10, 0x43)).answer("b");
+  expectBlock().answer("?");
+  line.expect(message(0, 0, 0x10, 0x43)).answer("?");
+  expectDots();
+  EXPECT_EQ(send(), FirmEnd::Complete);
+  EXPECT_EQ(view.statuses.last(), kComplete);
+}
+
+TEST_F(SendFirmTest, ACancelledTransferCountsThemToo) {
+  addBlock(0x0010, 0x43);
+  expectDownload().answer(kReady);
+  expectBlock();
+  line.expect(message(0, 0, 0x10, 0x43)).then([this] { link.cancelRequested = true; });
+  expectDots();
+  EXPECT_EQ(send(), FirmEnd::Cancelled);
+  EXPECT_EQ(view.statuses.last(), kCancelled + "\n1 Block blieb ohne Antwort.");
+}
+
 // ---- A port that cabs share -------------------------------------------------------------------
 
 TEST_F(SendFirmTest, WhoSharedThePortFindsItOpenAgain) {
@@ -275,6 +352,18 @@ TEST_F(SendFirmTest, WhoSharedThePortFindsItOpenAgain) {
   expectDots();
   line.expect("\r");
   EXPECT_EQ(send(), FirmEnd::Complete);
+  EXPECT_EQ(link.commUseCount, 1);
+  EXPECT_TRUE(line.isOpen());
+  link.FinishComm();
+}
+
+TEST_F(SendFirmTest, WhoSharedThePortFindsItOpenAfterACancelToo) {
+  line.expect("\r");
+  EXPECT_EQ(link.initComm(true, false, false), "");
+  line.expect(kDownload).then([this] { link.cancelRequested = true; }, 100);
+  expectDots();
+  line.expect("\r");
+  EXPECT_EQ(send(), FirmEnd::Cancelled);
   EXPECT_EQ(link.commUseCount, 1);
   EXPECT_TRUE(line.isOpen());
   link.FinishComm();

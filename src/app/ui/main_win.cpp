@@ -168,9 +168,9 @@ void MainWin::mnuFileQuit() {
 }
 
 void MainWin::mnuFirmware() {
-  const auto firmware =
-      chosenFirmware(workbench_.settings(), workbench_.prompt(), workbench_.paths().appPath,
-                     [this](bool busy) { showBusy(busy); });
+  const auto firmware = chosenFirmware(
+      workbench_.settings(), workbench_.prompt(), workbench_.paths().appPath,
+      [this](bool busy) { showBusy(busy); }, workbench_.driving().openTitles());
   if (!firmware) return;
   // A cab's message among the blocks would spoil them.
   const QAction* owner = menu_->entry(QStringLiteral("mnuFirmware"));
