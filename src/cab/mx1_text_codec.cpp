@@ -111,8 +111,4 @@ std::optional<quint8> parseOutputs(const QByteArray& answer) {
   return static_cast<quint8>(*outputs);
 }
 
-bool isSwitchRefusal(const QByteArray& text) {
-  return text.startsWith("???");
-}
-
 }  // namespace lokari::mx1cab

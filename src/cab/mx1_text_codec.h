@@ -81,7 +81,4 @@ void setOutput(QByteArray& command, int unit, int n, bool on);
 /// The outputs in an answer to askOutputs(), two bits each; nothing when there are no digits.
 std::optional<quint8> parseOutputs(const QByteArray& answer);
 
-/// True when the station has refused the switching command before.
-bool isSwitchRefusal(const QByteArray& text);
-
 }  // namespace lokari::mx1cab

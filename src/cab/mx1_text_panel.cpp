@@ -3,6 +3,7 @@
 #include "cab/mx1_text.h"
 #include "cab/mx1_text_codec.h"
 #include "link/link_error.h"
+#include "link/mx1_text.h"
 #include "link/serial_line.h"
 #include "link/station_link.h"
 
@@ -30,7 +31,7 @@ class Mx1TextPanel final : public PanelProtocol {
   void sendOutput(int n) override {
     if (state().panelCmd.isEmpty()) return;
     try {
-      if (mx1cab::isSwitchRefusal(link().serial().read())) sendCommand();
+      if (wasRefused()) sendCommand();
       mx1cab::setOutput(state().panelCmd, state().address, n,
                         state().outOn.at(static_cast<size_t>(n)));
       sendCommand();
@@ -40,6 +41,11 @@ class Mx1TextPanel final : public PanelProtocol {
   }
 
  private:
+  bool wasRefused() {
+    auto* const station = dynamic_cast<Mx1TextProtocol*>(&link().protocol());
+    return station != nullptr && station->takeSwitchRefusal();
+  }
+
   void sendCommand() {
     line().send([&] { link().serial().write(state().panelCmd); });
   }

@@ -13,6 +13,12 @@ QByteArray line(const QByteArray& text) {
   return text + '\r';
 }
 
+constexpr char kReplyHead[] = "QN";
+
+bool isLineEnd(char c) {
+  return c == '\r' || c == '\n';
+}
+
 /// The number of the two hexadecimal digits at `index`, counted from 0.
 std::optional<int> twoDigits(const QByteArray& text, qsizetype index) {
   if (text.size() < index + 2) return std::nullopt;
@@ -56,9 +62,19 @@ QByteArray leaveSecond() {
 }
 
 Reply parseReply(const QByteArray& reply) {
-  if (!reply.startsWith("QN")) return {};
-  if (reply.mid(2, 2) == "00") return {Reply::Kind::Value, twoDigits(reply, 6)};
-  return {Reply::Kind::Status, twoDigits(reply, 2)};
+  if (!reply.startsWith(kReplyHead)) return {};
+  const std::optional<int> named = twoDigits(reply, 4);
+  if (reply.mid(2, 2) == "00") return {Reply::Kind::Value, twoDigits(reply, 6), named};
+  return {Reply::Kind::Status, twoDigits(reply, 2), named};
+}
+
+qsizetype findReply(const QByteArray& text, qsizetype from) {
+  for (qsizetype at = text.indexOf(kReplyHead, from); at >= 0;
+       at = text.indexOf(kReplyHead, at + 1)) {
+    const bool beginsLine = at == 0 || isLineEnd(text[at - 1]);
+    if (beginsLine && text.size() >= at + kReplyLength) return at;
+  }
+  return -1;
 }
 
 std::optional<int> parseIndex(const QByteArray& reply) {
@@ -68,8 +84,25 @@ std::optional<int> parseIndex(const QByteArray& reply) {
   return index;
 }
 
-bool isRefusal(const QByteArray& text) {
-  return text.startsWith("??");
+std::optional<int> indexAddress(const QByteArray& reply) {
+  const std::optional<int> high = twoDigits(reply, 3);
+  const std::optional<int> low = twoDigits(reply, 5);
+  if (!high || !low) return std::nullopt;
+  return *high * 256 + *low;
+}
+
+Refusals refusalsIn(const QByteArray& text) {
+  Refusals found;
+  for (qsizetype at = 0; at < text.size(); ++at) {
+    if (at > 0 && !isLineEnd(text[at - 1])) continue;
+    const QByteArray line = text.mid(at, 3);
+    if (line == "???") {
+      found.switching = true;
+    } else if (line.startsWith("??")) {
+      found.address = true;
+    }
+  }
+  return found;
 }
 
 }  // namespace lokari::mx1

@@ -12,6 +12,8 @@ namespace lokari::mx1 {
 
 /// Characters of a reply to readCommand() and writeCommand().
 inline constexpr int kReplyLength = 9;
+/// A reply has room to tell this many CVs apart.
+inline constexpr int kNamedCvs = 256;
 /// Characters of a reply to askIndexCommand().
 inline constexpr int kIndexReplyLength = 8;
 /// Addresses, and indices of addresses, from here on are long ones.
@@ -46,17 +48,29 @@ struct Reply {
   };
   Kind kind = Kind::NotAReply;
   std::optional<int> number;
+  /// The fifth and sixth character: a station that fills them names the CV here, modulo 256.
+  std::optional<int> named;
 };
 
 /// Takes a reply apart: "QN", two digits of status, two characters not used, two digits of the
 /// value, one character not used. Text behind it is not looked at.
 Reply parseReply(const QByteArray& reply);
 
+/// Where a whole reply to a CV command begins, at a line's beginning from `from` on; -1 for none.
+qsizetype findReply(const QByteArray& text, qsizetype from = 0);
+
 /// The index in a reply to askIndexCommand(): 128 to 255, or nothing. The reply must have exactly 8
 /// characters, of which the second and third are the index.
 std::optional<int> parseIndex(const QByteArray& reply);
 
-/// True when the station refuses the address of a main-track write.
-bool isRefusal(const QByteArray& text);
+/// The address that a reply of 8 characters names in its fourth to seventh, if they are a number.
+std::optional<int> indexAddress(const QByteArray& reply);
+
+/// What the lines of a text refuse.
+struct Refusals {
+  bool address = false;    ///< "??": the address of a main-track write
+  bool switching = false;  ///< "???": the switching of an output
+};
+Refusals refusalsIn(const QByteArray& text);
 
 }  // namespace lokari::mx1

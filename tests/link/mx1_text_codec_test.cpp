@@ -108,12 +108,36 @@ TEST(Mx1TextCodec, AnIndexReplyHasExactlyEightCharacters) {
   EXPECT_FALSE(mx1::parseIndex("EG103E8\r").has_value());
 }
 
-TEST(Mx1TextCodec, ARefusalBeginsWithTwoQuestionMarks) {
-  EXPECT_TRUE(mx1::isRefusal("??\r"));
-  EXPECT_TRUE(mx1::isRefusal("??L03"));
-  EXPECT_FALSE(mx1::isRefusal("?\r"));
-  EXPECT_FALSE(mx1::isRefusal(" ??"));
-  EXPECT_FALSE(mx1::isRefusal(""));
+TEST(Mx1TextCodec, ARefusalBeginsALineWithTwoOrThreeQuestionMarks) {
+  struct Row {
+    const char* text;
+    bool address;
+    bool switching;
+  };
+  const Row rows[] = {{"??\r", true, false},         {"??L03", true, false},
+                      {"?\r", false, false},         {" ??", false, false},
+                      {"", false, false},            {"???\r", false, true},
+                      {"Z20\r??\r", true, false},    {"Z20\r\n???\r??\r", true, true},
+                      {"L??\r", false, false}};
+  for (const Row& row : rows) {
+    const mx1::Refusals found = mx1::refusalsIn(row.text);
+    EXPECT_EQ(found.address, row.address) << row.text;
+    EXPECT_EQ(found.switching, row.switching) << row.text;
+  }
+}
+
+TEST(Mx1TextCodec, AReplyMayNameItsCvAndAnIndexReplyItsAddress) {
+  EXPECT_EQ(mx1::parseReply("QN001D06\r").named, 29);
+  EXPECT_FALSE(mx1::parseReply("QN00--06\r").named);
+  EXPECT_EQ(mx1::indexAddress("E8103E8\r"), 1000);
+  EXPECT_FALSE(mx1::indexAddress("E81----\r"));
+}
+
+TEST(Mx1TextCodec, AWholeReplyIsFoundAtTheBeginningOfALine) {
+  EXPECT_EQ(mx1::findReply("QN001D06\r"), 0);
+  EXPECT_EQ(mx1::findReply("??\rQN001D06\r"), 3);
+  EXPECT_EQ(mx1::findReply("QN001D06"), -1);
+  EXPECT_EQ(mx1::findReply("RQN001D06\r"), -1);
 }
 
 }  // namespace

@@ -143,10 +143,79 @@ TEST_F(Mx1TextTest, AReadClearsTheFailureOfTheCvBefore) {
   EXPECT_FALSE(link.lastCvFailed);
 }
 
-TEST_F(Mx1TextTest, WaitingInputIsNotDroppedBeforeTheFirstAttempt) {
+TEST_F(Mx1TextTest, AReplyThatWaitsBeforeTheQuestionIsNotTakenForItsAnswer) {
   line.arrive("QN001C07\r");
+  line.expect("QN1D\r").answer("QN001D06\r");
+  EXPECT_EQ(link.ReadCV(29, 3), 6);
+}
+
+TEST_P(Mx1TextKinds, AStrayMessageDoesNotShiftTheRestOfABatchByOneCv) {
+  const QByteArray stray("A0310200000\r");
+  line.expect("QN01\r").answer("QN000103\r").answer(stray, 5);
+  line.expect("QN02\r").answer("QN000204\r");
+  line.expect("QN03\r").answer(stray).answer("QN000305\r", 300);
+  line.expect("QN04\r").answer("QN000406\r");
+  line.expect("QN05\r").answer("QN000507\r");
+  QList<int> results;
+  for (const int cv : {1, 2, 3, 4, 5}) {
+    results << link.ReadCV(cv, 3);
+    clock.advance(20);
+  }
+  // The one that the stray message came in front of is lost, as a wrong reply.
+  EXPECT_EQ(results, (QList<int>{3, 4, -1003, 6, 7}));
+}
+
+TEST_F(Mx1TextTest, ALateReplyIsNotTakenForTheNextCv) {
+  line.expect("QN01\r").expect("QN01\r").answer("QN000103\r", 4500);
+  EXPECT_EQ(link.ReadCV(1, 3), -1001);
+  line.expect("QN1D\r").answer("QN001D06\r", 1500);
+  EXPECT_EQ(link.ReadCV(29, 3), 6);
+}
+
+TEST_F(Mx1TextTest, TheSecondReplyToAQuestionThatWentOutTwiceIsNotTakenForTheNextCv) {
+  line.expect("QN01\r").answer("QN000103\r", 3500);
+  line.expect("QN01\r").answer("QN000103\r", 1600);
+  EXPECT_EQ(link.ReadCV(1, 3), 3);
+  line.expect("QN1D\r").answer("QN001D06\r", 500);
+  EXPECT_EQ(link.ReadCV(29, 3), 6);
+}
+
+TEST_F(Mx1TextTest, OnlyALateReplyIsNoReply) {
+  line.expect("QN01\r").expect("QN01\r").answer("QN000103\r", 4500);
+  EXPECT_EQ(link.ReadCV(1, 3), -1001);
   line.expect("QN1D\r");
-  EXPECT_EQ(link.ReadCV(29, 3), 7);
+  EXPECT_EQ(link.ReadCV(29, 3), -1001);
+}
+
+TEST_F(Mx1TextTest, AStationThatNamesNoCvIsBelievedAsBefore) {
+  for (const char* reply : {"QN00xx06\r", "QN000006\r", "QN00FF06\r"}) {
+    line.expect("QN1D\r").answer(reply);
+    EXPECT_EQ(link.ReadCV(29, 3), 6) << reply;
+    line.expect("QN01\r").answer(reply);
+    EXPECT_EQ(link.ReadCV(1, 3), 6) << reply;
+  }
+}
+
+TEST_F(Mx1TextTest, ARefusalAmongWhatIsDroppedIsStillToldByTheFarewell) {
+  link.commJob = CommJob::WriteMain;
+  link.pomAddr = 3;
+  line.expect("L031403EC1C06\r").answer("Z20\r??\r", 5);
+  write(29, 6);
+  clock.advance(100);
+  line.expect("E03E8\r").answer("E8103E8\r");
+  EXPECT_EQ(link.getAddrIndex(1000), 129);
+  link.endcomm(true, false);
+  EXPECT_EQ(prompt.shown,
+            QStringList{QStringLiteral("Adresse gesperrt - Programmierung nicht möglich!")});
+}
+
+TEST_F(Mx1TextTest, ARefusedSwitchingIsNoRefusedAddress) {
+  link.commJob = CommJob::WriteMain;
+  link.pomAddr = 3;
+  line.expect("L031403EC1C06\r").answer("???\r", 5);
+  write(29, 6);
+  link.endcomm(true, false);
+  EXPECT_TRUE(prompt.shown.isEmpty());
 }
 
 TEST_F(Mx1TextTest, TheSecondChanceDropsTheInputAndAsksAgain) {
@@ -342,6 +411,17 @@ TEST_F(Mx1TextTest, AnIndexReplyOfAnotherLengthIsNoneAndStaysWaiting) {
   line.expect("E03E8\r").answer("E8103E8\r\n");
   EXPECT_EQ(link.getAddrIndex(1000), -1);
   EXPECT_EQ(link.getBufferCount(), 9);
+}
+
+TEST_F(Mx1TextTest, TheIndexOfAnotherAddressIsNotTakenForThisOne) {
+  line.expect("E03E8\r").expect("E03E8\r").answer("E8103E8\r", 3500);
+  EXPECT_EQ(link.getAddrIndex(1000), -1);
+  // What came meanwhile is dropped, what comes now is told apart by its address.
+  line.expect("E07D0\r").answer("E8207D0\r", 1000);
+  EXPECT_EQ(link.getAddrIndex(2000), 130);
+  line.arrive("E8103E8\r");
+  line.expect("E03E9\r").answer("E8303E9\r");
+  EXPECT_EQ(link.getAddrIndex(1001), 131);
 }
 
 }  // namespace
