@@ -1,5 +1,7 @@
 #include "link/zimo_binary.h"
 
+#include "base/clock.h"
+#include "link/doubtful_value.h"
 #include "link/station_link.h"
 #include "link/zimo_binary_codec.h"
 
@@ -24,6 +26,7 @@ class ZimoBinaryExchange final : public ReplyExchange {
 
   CvStep send() override {
     if (!msg_) return CvStep::finishAtOnce(cv_result::kWrongReply);
+    link().protocol().dropInput();
     framing_.zbinSend(*msg_, false);
     setWant(kFirstWant);
     return CvStep::wait();
@@ -37,33 +40,54 @@ class ZimoBinaryExchange final : public ReplyExchange {
  protected:
   QByteArray takeReply() override {
     setWant(kLaterWant);
-    return framing_.zbinReceive();
+    return receive([](const QByteArray&) { return true; });
   }
 
   CvStep parse(const QByteArray& reply) override {
     switch (zbin::judge(reply)) {
       case zbin::Verdict::Accepted:
-        return CvStep::finish(resultFollows_ ? takeResult() : request().value);
+        return resultFollows_ ? takeResult() : believe(request().value);
       case zbin::Verdict::Busy:
         if (link().cancelRequested) return CvStep::finish(cv_result::kCancelled);
         return CvStep::fromSecondChance();
       case zbin::Verdict::Refused:
-        return CvStep::finish(zbin::refusal(reply));
+        return fail(zbin::refusal(reply));
       case zbin::Verdict::TooShort:
         break;
     }
-    return shortReply();
+    return fail(shortReply().result);
   }
 
  private:
-  int takeResult() {
-    const QByteArray reply = framing_.zbinReceive();
-    if (reply.isEmpty() && link().cancelRequested) return cv_result::kCancelled;
-    const zbin::Result result = zbin::result(reply);
-    if (result.ours) framing_.zbinSend(zbin::acknowledge(framing_.zbinRxSeq), true);
-    return result.code;
+  /// The next reply that is `wanted`, or nothing when none comes in time.
+  template <class Wanted>
+  QByteArray receive(Wanted wanted) {
+    const qint64 lastSecond = link().clock().wholeSeconds() + kZimoFirstBytesSeconds;
+    for (;;) {
+      const auto left = static_cast<int>(lastSecond - link().clock().wholeSeconds());
+      if (left < 0) return {};
+      const QByteArray reply = framing_.zbinReceive(left);
+      if (!framing_.answersAhead(reply) && wanted(reply)) return reply;
+    }
   }
 
+  CvStep takeResult() {
+    const QByteArray reply = receive(
+        [&](const QByteArray& each) { return !zbin::isOfEarlierAccess(each, request().cv); });
+    if (reply.isEmpty() && link().cancelRequested) return fail(cv_result::kCancelled);
+    const zbin::Result result = zbin::result(reply);
+    if (result.ours) framing_.zbinSend(zbin::acknowledge(framing_.zbinRxSeq), true);
+    return result.code < 0 ? fail(result.code) : believe(result.code);
+  }
+
+  /// The last frame carried `value`.
+  CvStep believe(int value) {
+    if (const auto result = doubt_.take(value, framing_.zbinSound)) return CvStep::finish(*result);
+    return CvStep::fromSecondChance();
+  }
+  CvStep fail(int code) const { return CvStep::finish(doubt_.failure(code)); }
+
+  DoubtfulValue doubt_;
   ZimoBinaryFraming& framing_;
   std::optional<QByteArray> msg_;
   bool resultFollows_;

@@ -13,6 +13,12 @@ constexpr char kEscapeMask = 0x20;
 constexpr int kRequest = 0x10;
 constexpr int kAnswer = 0x50;
 constexpr int kLongHeaderBit = 0x80;
+/// Of the type byte: what is neither asked for nor an answer has none of them.
+constexpr int kKindBits = 0x70;
+constexpr int kShortHeader = 4;
+
+constexpr int kVehicleNews = 0xFF;
+constexpr int kOutputNews = 0xFE;
 
 constexpr int kCvCommand = 0x13;
 constexpr int kAccepted = 0x00;
@@ -92,9 +98,15 @@ Reply takeApart(const QByteArray& body) {
   Reply reply;
   reply.seq = byteAt(plain, 0);
   const int type = byteAt(plain, 1);
-  const int header = type >= 0 && (type & kLongHeaderBit) != 0 ? 5 : 4;
+  const int header = type >= 0 && (type & kLongHeaderBit) != 0 ? 5 : kShortHeader;
   const int tail = header - 2;
   if (plain.size() < header + tail) return reply;
+  if (header == kShortHeader) {
+    const qsizetype checked = plain.size() - tail;
+    reply.sound = calcCRC8(plain.left(checked)) == byteAt(plain, checked);
+  }
+  const int command = byteAt(plain, 2);
+  reply.news = (type & kKindBits) == 0 && (command == kVehicleNews || command == kOutputNews);
   reply.text = plain.mid(2, 1) + plain.mid(header, plain.size() - header - tail);
   return reply;
 }
@@ -147,6 +159,12 @@ Result result(const QByteArray& reply) {
   if (reply.size() >= 6) return {true, byteAt(reply, 5)};
   const int error = byteAt(reply, 3);
   return {true, error < 0 ? cv_result::kWrongReply : -1100 - error};
+}
+
+bool isOfEarlierAccess(const QByteArray& reply, int cv) {
+  if (byteAt(reply, 0) != kCvCommand) return false;
+  if (reply.size() < 6) return reply.size() == 2;
+  return byteAt(reply, 3) != byteSecond(cv) || byteAt(reply, 4) != byteLow(cv);
 }
 
 Confirmation confirmation(const QByteArray& message, const QByteArray& reply) {

@@ -30,12 +30,15 @@ std::optional<qsizetype> bodyStart(const QByteArray& head);
 
 /// A received frame without its wrapping.
 struct Reply {
-  int seq = -1;     ///< the station's sequence byte; -1 when the frame is empty
-  QByteArray text;  ///< command byte and data; empty when the frame is too short
+  int seq = -1;       ///< the station's sequence byte; -1 when the frame is empty
+  QByteArray text;    ///< command byte and data; empty when the frame is too short
+  bool sound = true;  ///< false when the checksum says that a byte came wrong
+  bool news = false;  ///< nobody asked for it: a vehicle or an output was switched elsewhere
 };
 
-/// Takes apart what stands behind a frame's start, its closing 17 included. The checksum is not
-/// tested.
+/// Takes apart what stands behind a frame's start, its closing 17 included. A wrong checksum is
+/// told and no more; the two bytes of one behind a header of 5 bytes follow no known rule, so that
+/// such a frame counts as sound.
 ///
 /// Layout without the escape: sequence byte; type byte, whose bit 7 means a header of 5 bytes
 /// instead of 4; command byte; the header's rest, dropped; data; then 2 bytes (3 with the header of
@@ -73,6 +76,10 @@ struct Result {
   int code = 0;       ///< the CV's value, or -1100 minus the station's error byte, or -1003
 };
 Result result(const QByteArray& reply);
+
+/// Whether a reply belongs to an earlier access and not to that of `cv`: the result of another CV,
+/// or a confirmation where the result is awaited.
+bool isOfEarlierAccess(const QByteArray& reply, int cv);
 
 /// What a reply says about a message that is sent until it is confirmed.
 enum class Confirmation {

@@ -1,5 +1,8 @@
 #include "link/zimo_binary_framing.h"
 
+#include <algorithm>
+
+#include "base/clock.h"
 #include "base/prompt.h"
 #include "link/link_error.h"
 #include "link/serial_line.h"
@@ -10,8 +13,6 @@
 namespace lokari {
 namespace {
 
-/// The station may be busy on the track before it answers.
-constexpr int kFirstBytesSeconds = 30;
 constexpr int kMostTries = 5;
 constexpr int kBusyPauseMs = 100;
 constexpr int kFailurePauseMs = 500;
@@ -25,23 +26,28 @@ void ZimoBinaryFraming::zbinSend(const QByteArray& msg, bool answer) {
   zbinSeq = (zbinSeq + 1) % 256;
 }
 
-QByteArray ZimoBinaryFraming::zbinReceive() {
+QByteArray ZimoBinaryFraming::zbinReceive(int seconds) {
+  const qint64 lastSecond = link_.clock().wholeSeconds() + seconds;
   try {
-    const QByteArray body = receiveBody();
-    if (body.isEmpty()) return {};
-    const zbin::Reply reply = zbin::takeApart(body);
-    zbinRxSeq = reply.seq;
-    return reply.text;
+    for (;;) {
+      const auto left = static_cast<int>(lastSecond - link_.clock().wholeSeconds());
+      const QByteArray body = receiveBody(std::max(left, 0));
+      if (body.isEmpty()) return {};
+      const zbin::Reply reply = zbin::takeApart(body);
+      zbinRxSeq = reply.seq;
+      zbinSound = reply.sound;
+      if (!reply.news) return reply.text;
+    }
   } catch (const LinkError&) {
     // A frame that the port broke off counts as none; the next message meets the failure itself.
     return {};
   }
 }
 
-QByteArray ZimoBinaryFraming::receiveBody() {
+QByteArray ZimoBinaryFraming::receiveBody(int seconds) {
   SerialLine& line = link_.serial();
   zbinSilent = false;
-  if (line.inBufferCount() < zbin::kHead) link_.WaitForData(zbin::kHead, kFirstBytesSeconds);
+  if (line.inBufferCount() < zbin::kHead) link_.WaitForData(zbin::kHead, seconds);
   if (line.inBufferCount() < zbin::kHead) {
     zbinSilent = !link_.cancelRequested;
     return {};
@@ -91,6 +97,13 @@ void ZimoBinaryFraming::zbinSendAhead(const QByteArray& msg) {
   unsettled_ = true;
   zbinSend(msg, false);
   ++answersAhead_;
+}
+
+bool ZimoBinaryFraming::answersAhead(const QByteArray& reply) {
+  if (answersAhead_ == 0 || reply.isEmpty() || !zbinAhead.startsWith(reply[0])) return false;
+  --answersAhead_;
+  if (zbin::confirmation(zbinAhead, reply) == zbin::Confirmation::Done) unsettled_ = false;
+  return true;
 }
 
 void ZimoBinaryFraming::forgetAhead() {

@@ -10,6 +10,9 @@ namespace lokari {
 
 class StationLink;
 
+/// Seconds that a station may be busy on the track before it answers.
+inline constexpr int kZimoFirstBytesSeconds = 30;
+
 class ZimoBinaryFraming {
  public:
   /// `link` must outlive it.
@@ -19,10 +22,10 @@ class ZimoBinaryFraming {
   /// a frame of the station. On a closed port nothing happens and the number stays.
   void zbinSend(const QByteArray& msg, bool answer);
 
-  /// Takes the next frame, whatever it answers, and leaves what follows it waiting. Gives its
-  /// command byte and data. Empty when no whole frame comes, after a cancel, and when the port
-  /// fails. Up to 30 seconds pass before the first bytes, `timeoutVal` between later ones.
-  QByteArray zbinReceive();
+  /// Takes the next frame but news, whatever it answers, and leaves what follows it waiting. Gives
+  /// its command byte and data. Empty when no whole frame comes, after a cancel, and when the port
+  /// fails. Up to `seconds` pass before the first bytes, `timeoutVal` between later ones.
+  QByteArray zbinReceive(int seconds = kZimoFirstBytesSeconds);
 
   /// Sends a payload until the station confirms it, up to 5 times; the speaker tells a failure.
   void zbinSendMsg(const QByteArray& msg);
@@ -36,6 +39,9 @@ class ZimoBinaryFraming {
   /// to confirm. What was not confirmed in time is sent again, unless the port has closed.
   void zbinSettle();
 
+  /// Whether `reply` is one that is due to what was sent ahead; it counts as that from then on.
+  bool answersAhead(const QByteArray& reply);
+
   /// The input was dropped, and with it answers to what was sent ahead.
   void inputDropped() { answersAhead_ = 0; }
   /// The port was opened anew: what was sent ahead before is history.
@@ -43,12 +49,13 @@ class ZimoBinaryFraming {
 
   int zbinSeq = 0;          ///< sequence number of the next frame, 0 to 255
   int zbinRxSeq = -1;       ///< first byte of the last frame received; -1 before the first
-  bool zbinSilent = false;  ///< the last zbinReceive() waited its 30 seconds in vain
+  bool zbinSound = true;    ///< the checksum of the last frame received was right
+  bool zbinSilent = false;  ///< the last zbinReceive() waited in vain for the first bytes
   QByteArray zbinAhead;     ///< what zbinSendAhead() sent last; empty before the first
 
  private:
   /// What stands behind a frame's start, its closing 17 included; empty when there is none.
-  QByteArray receiveBody();
+  QByteArray receiveBody(int seconds);
   /// The pause before the next try, after an answer that is no confirmation.
   void pauseAfter(zbin::Confirmation answer);
 

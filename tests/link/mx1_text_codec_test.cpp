@@ -114,10 +114,10 @@ TEST(Mx1TextCodec, ARefusalBeginsALineWithTwoOrThreeQuestionMarks) {
     bool address;
     bool switching;
   };
-  const Row rows[] = {{"??\r", true, false},         {"??L03", true, false},
-                      {"?\r", false, false},         {" ??", false, false},
-                      {"", false, false},            {"???\r", false, true},
-                      {"Z20\r??\r", true, false},    {"Z20\r\n???\r??\r", true, true},
+  const Row rows[] = {{"??\r", true, false},      {"??L03", true, false},
+                      {"?\r", false, false},      {" ??", false, false},
+                      {"", false, false},         {"???\r", false, true},
+                      {"Z20\r??\r", true, false}, {"Z20\r\n???\r??\r", true, true},
                       {"L??\r", false, false}};
   for (const Row& row : rows) {
     const mx1::Refusals found = mx1::refusalsIn(row.text);

@@ -1,5 +1,4 @@
-// Sessions with the MX1 and MX1ULF in binary and their CVs. The station's checksums in these
-// scripts are arbitrary: nobody tests them.
+// Sessions with the MX1 and MX1ULF in binary and their CVs.
 #include "link/zimo_binary.h"
 
 #include "link/link_error.h"
@@ -14,19 +13,24 @@ QByteArray fromHex(const char* text) {
 
 const char* const kHello = "0101 00 1030 00 3E 17";
 const char* const kLogOn = "0101 1021 1030 11 04 1021 B8 17";
-const char* const kDone = "0101 05 50 11 00 00 C5 17";
+const char* const kDone = "0101 05 50 11 00 00 22 17";
 
 const char* const kRead29 = "0101 02 1030 13 80 00 00 1D AC 17";
 const char* const kRead29Again = "0101 03 1030 13 80 00 00 1D 91 17";
 const char* const kWrite29 = "0101 02 1030 13 80 00 00 1D 06 D1 17";
 const char* const kWrite29Again = "0101 03 1030 13 80 00 00 1D 06 92 17";
 
-const char* const kAccepted = "0101 07 50 13 02 00 C5 17";
-const char* const kBusy = "0101 07 50 13 02 04 C5 17";
-const char* const kRefused = "0101 07 50 13 02 05 C5 17";
+const char* const kAccepted = "0101 07 50 13 02 00 7F 17";
+const char* const kBusy = "0101 07 50 13 02 04 1E 17";
+const char* const kRefused = "0101 07 50 13 02 05 40 17";
 /// CV 29 is 6; sequence byte 8.
-const char* const kResult = "0101 08 1030 13 02 80 00 00 1D 06 C5 17";
-const char* const kFailure = "0101 08 1030 13 02 80 00 03 C5 17";
+const char* const kResult = "0101 08 1030 13 02 80 00 00 1D 06 02 17";
+const char* const kFailure = "0101 08 1030 13 02 80 00 03 19 17";
+/// CV 28 is 7.
+const char* const kOtherResult = "0101 09 1030 13 02 80 00 00 1C 07 3C 17";
+/// A vehicle and an output were switched elsewhere.
+const char* const kVehicleNews = "0101 09 00 FF 00 00 03 1030 08 00 00 B7 17";
+const char* const kOutputNews = "0101 09 00 FE 00 00 00 1021 02 AD 17";
 /// The acknowledgement of sequence byte 8.
 const char* const kAck3 = "0101 03 50 13 08 00 87 17";
 const char* const kAck4 = "0101 04 50 13 08 00 D6 17";
@@ -45,7 +49,7 @@ class ZimoBinaryTest : public test::LinkFixture {
   }
 
   void greeting() {
-    expect(kHello).answer(fromHex("0101 04 50 00 00 00 C5 17"));
+    expect(kHello).answer(fromHex("0101 04 50 00 00 00 0E 17"));
     expect(kLogOn).answer(fromHex(kDone));
   }
 
@@ -96,7 +100,7 @@ TEST_F(ZimoBinaryTest, ASilentStationStillOpensAfterBothGreetings) {
 
 TEST_F(ZimoBinaryTest, TheGreetingsRepliesAreNotJudged) {
   link.FinishComm();
-  expect(kHello).answer(fromHex("0101 04 50 00 00 04 C5 17"));
+  expect(kHello).answer(fromHex("0101 04 50 00 00 04 6F 17"));
   expect(kLogOn).answer(fromHex("AA BB CC DD EE FF"));
   EXPECT_EQ(link.initComm(true, true, true), "");
   EXPECT_EQ(link.getBufferCount(), 0);
@@ -135,16 +139,20 @@ TEST_F(ZimoBinaryTest, ReadsEveryCvNumberWithTwoBytes) {
   struct Case {
     int cv;
     const char* frame;
+    const char* result;
   };
   const Case cases[] = {
-      {1, "0101 02 1030 13 80 00 00 1021 92 17"},   {255, "0101 02 1030 13 80 00 00 FF F9 17"},
-      {256, "0101 02 1030 13 80 00 1021 00 08 17"}, {257, "0101 02 1030 13 80 00 1021 1021 56 17"},
-      {512, "0101 02 1030 13 80 00 02 00 5D 17"},   {1024, "0101 02 1030 13 80 00 04 00 F7 17"},
+      {1, "0101 02 1030 13 80 00 00 1021 92 17", "0101 08 1030 13 02 80 00 00 1021 06 A3 17"},
+      {255, "0101 02 1030 13 80 00 00 FF F9 17", "0101 08 1030 13 02 80 00 00 FF 06 E6 17"},
+      {256, "0101 02 1030 13 80 00 1021 00 08 17", "0101 08 1030 13 02 80 00 1021 00 06 CC 17"},
+      {257, "0101 02 1030 13 80 00 1021 1021 56 17", "0101 08 1030 13 02 80 00 1021 1021 06 08 17"},
+      {512, "0101 02 1030 13 80 00 02 00 5D 17", "0101 08 1030 13 02 80 00 02 00 06 28 17"},
+      {1024, "0101 02 1030 13 80 00 04 00 F7 17", "0101 08 1030 13 02 80 00 04 00 06 F9 17"},
   };
   auto& framing = dynamic_cast<ZimoBinaryProtocol&>(link.protocol()).framing();
   for (const Case& one : cases) {
     framing.zbinSeq = 2;
-    answerWithResult(expect(one.frame));
+    expect(one.frame).answer(fromHex(kAccepted)).answer(fromHex(one.result), 400);
     expect(kAck3);
     EXPECT_EQ(link.ReadCV(one.cv, 3), 6) << one.cv;
   }
@@ -153,7 +161,7 @@ TEST_F(ZimoBinaryTest, ReadsEveryCvNumberWithTwoBytes) {
 TEST_F(ZimoBinaryTest, AReadEndsWithItsResultAndAcknowledgesItsSequenceByte) {
   expect(kRead29)
       .answer(fromHex(kAccepted))
-      .answer(fromHex("0101 1037 1030 13 02 80 00 00 1D 1037 C5 17"), 400);
+      .answer(fromHex("0101 1037 1030 13 02 80 00 00 1D 1037 71 17"), 400);
   expect("0101 03 50 13 1037 00 73 17");
   EXPECT_EQ(timeOf([&] { EXPECT_EQ(link.ReadCV(29, 3), 0x17); }), 410);
   EXPECT_TRUE(view.statuses.isEmpty());
@@ -186,10 +194,104 @@ TEST_F(ZimoBinaryTest, TheSlowOptionAddsExactlyOneSecond) {
   EXPECT_EQ(timeOf([&] { link.ReadCV(29, 3); }), 1410);
 }
 
-TEST_F(ZimoBinaryTest, WaitingInputIsNotDroppedBeforeTheFirstAttempt) {
+TEST_F(ZimoBinaryTest, WhatWaitsBeforeTheQuestionIsNotTakenForItsAnswer) {
   line.arrive(fromHex(kRefused));
-  expect(kRead29);
-  EXPECT_EQ(link.ReadCV(29, 3), -1035);
+  answerWithResult(expect(kRead29));
+  expect(kAck3);
+  EXPECT_EQ(link.ReadCV(29, 3), 6);
+}
+
+TEST_P(ZimoBinaryKinds, TheResultOfAnotherCvIsPassedOver) {
+  expect(kRead29)
+      .answer(fromHex(kAccepted))
+      .answer(fromHex(kOtherResult), 200)
+      .answer(fromHex(kResult), 200);
+  expect(kAck3);
+  EXPECT_EQ(link.ReadCV(29, 3), 6);
+}
+
+TEST_F(ZimoBinaryTest, OnlyTheResultOfAnotherCvIsAWrongReplyAfterTheToldTime) {
+  expect(kRead29).answer(fromHex(kAccepted)).answer(fromHex(kOtherResult), 20'000);
+  EXPECT_EQ(timeOf([&] { EXPECT_EQ(link.ReadCV(29, 3), -1003); }), 31'000);
+  EXPECT_EQ(line.writes.size(), 3) << "it is not acknowledged";
+}
+
+TEST_F(ZimoBinaryTest, NewsOfVehiclesAndOutputsPassForNoAnswerWhereverTheyStand) {
+  expect(kRead29)
+      .answer(fromHex(kVehicleNews))
+      .answer(fromHex(kAccepted))
+      .answer(fromHex(kOutputNews))
+      .answer(fromHex(kResult), 400)
+      .answer(fromHex(kVehicleNews), 0);
+  expect(kAck3);
+  EXPECT_EQ(link.ReadCV(29, 3), 6);
+  clock.advance(100);
+  answerWithResult(expect("0101 04 1030 13 80 00 00 1D 22 17"));
+  expect("0101 05 50 13 08 00 1B 17");
+  EXPECT_EQ(link.ReadCV(29, 3), 6);
+}
+
+TEST_F(ZimoBinaryTest, TheAnswerToAStopInBetweenIsNotTakenForTheCvs) {
+  auto& framing = dynamic_cast<ZimoBinaryProtocol&>(link.protocol()).framing();
+  expect(kRead29).then([&] { framing.zbinSendAhead(fromHex("02 00")); }, 5);
+  expect("0101 03 1030 02 00 B8 17")
+      .answer(fromHex("0101 08 50 02 00 00 60 17"))
+      .answer(fromHex(kAccepted))
+      .answer(fromHex(kResult), 400);
+  expect("0101 04 50 13 08 00 D6 17");
+  EXPECT_EQ(link.ReadCV(29, 3), 6);
+  EXPECT_EQ(timeOf([&] { framing.zbinSettle(); }), 0) << "it is confirmed";
+}
+
+// -- checksums
+
+TEST_F(ZimoBinaryTest, AResultWithAWrongChecksumIsAskedForOnceMoreAndOnlyTwoEqualOnesAreBelieved) {
+  struct Row {
+    const char* first;
+    const char* second;
+    int result;
+  };
+  const char* const kBroken7 = "0101 08 1030 13 02 80 00 00 1D 07 C5 17";
+  const char* const kBroken6 = "0101 08 1030 13 02 80 00 00 1D 06 C5 17";
+  const Row rows[] = {{kBroken6, kResult, 6},
+                      {kBroken6, kBroken6, 6},
+                      {kBroken7, kResult, -1003},
+                      {kBroken6, kBroken7, -1003},
+                      {kBroken6, kFailure, -1003}};
+  auto& framing = dynamic_cast<ZimoBinaryProtocol&>(link.protocol()).framing();
+  for (const Row& row : rows) {
+    framing.zbinSeq = 2;
+    expect(kRead29).answer(fromHex(kAccepted)).answer(fromHex(row.first), 400);
+    expect(kAck3);
+    expect("0101 04 1030 13 80 00 00 1D 22 17")
+        .answer(fromHex(kAccepted))
+        .answer(fromHex(row.second), 400);
+    expect("0101 05 50 13 08 00 1B 17");
+    EXPECT_EQ(link.ReadCV(29, 3), row.result) << row.first << row.second;
+  }
+}
+
+TEST_F(ZimoBinaryTest, AWriteWhoseResultHasAWrongChecksumIsWrittenOnceMore) {
+  link.commJob = CommJob::WriteProgTrack;
+  expect(kWrite29)
+      .answer(fromHex(kAccepted))
+      .answer(fromHex("0101 08 1030 13 02 80 00 00 1D 06 C5 17"), 400);
+  expect(kAck3);
+  expect("0101 04 1030 13 80 00 00 1D 06 42 17")
+      .answer(fromHex(kAccepted))
+      .answer(fromHex("0101 08 1030 13 02 80 00 00 1D 02 C5 17"), 400);
+  expect("0101 05 50 13 08 00 1B 17");
+  EXPECT_EQ(write(29, 6), -1003);
+}
+
+TEST_F(ZimoBinaryTest, AMainTrackWriteIsDoneWhenASoundConfirmationOrASecondOneSaysSo) {
+  link.commJob = CommJob::WriteMain;
+  expect("0101 02 1030 13 80 03 00 1D 06 59 17").answer(fromHex("0101 07 50 13 02 00 C5 17"));
+  expect("0101 03 1030 13 80 03 00 1D 06 1A 17").answer(fromHex(kAccepted));
+  EXPECT_EQ(write(29, 6, 3), 6);
+  expect("0101 04 1030 13 80 03 00 1D 06 CA 17").answer(fromHex("0101 07 50 13 02 00 C5 17"));
+  expect("0101 05 1030 13 80 03 00 1D 06 89 17").answer(fromHex(kRefused));
+  EXPECT_EQ(write(29, 6, 3), -1003);
 }
 
 TEST_F(ZimoBinaryTest, TheSecondChanceSendsTheSameWithTheNextSequenceByte) {
@@ -208,7 +310,7 @@ TEST_F(ZimoBinaryTest, SilenceIsNoReply) {
 }
 
 TEST_F(ZimoBinaryTest, AReplyOfOneByteIsNoReply) {
-  expect(kRead29).answer(fromHex("0101 07 50 13 02 C5 17"));
+  expect(kRead29).answer(fromHex("0101 07 50 13 02 13 17"));
   EXPECT_EQ(link.ReadCV(29, 3), -1001);
 }
 
@@ -238,7 +340,7 @@ TEST_F(ZimoBinaryTest, ABusyStationIsAskedAgainUntilItIsReady) {
 }
 
 TEST_F(ZimoBinaryTest, ABusyReplyOfAnotherCommandCountsAsBusy) {
-  expect(kRead29).answer(fromHex("0101 07 50 11 02 04 C5 17"));
+  expect(kRead29).answer(fromHex("0101 07 50 11 02 04 51 17"));
   answerWithResult(expect(kRead29Again));
   expect(kAck4);
   EXPECT_EQ(link.ReadCV(29, 3), 6);
@@ -253,7 +355,7 @@ TEST_F(ZimoBinaryTest, ACancelEndsTheRepeatsOfABusyStation) {
 TEST_F(ZimoBinaryTest, ARefusalIsMinus1030MinusItsByteAndIsNotAcknowledged) {
   expect(kRead29).answer(fromHex(kRefused));
   EXPECT_EQ(link.ReadCV(29, 3), -1035);
-  expect(kRead29Again).answer(fromHex("0101 07 50 11 02 00 C5 17"));
+  expect(kRead29Again).answer(fromHex("0101 07 50 11 02 00 30 17"));
   EXPECT_EQ(link.ReadCV(29, 3), -1030);
 }
 
@@ -266,7 +368,7 @@ TEST_F(ZimoBinaryTest, AShortResultIsMinus1100MinusItsByteAndIsAcknowledged) {
 TEST_F(ZimoBinaryTest, AResultOfAnotherCommandIsAWrongReplyAndIsNotAcknowledged) {
   expect(kRead29)
       .answer(fromHex(kAccepted))
-      .answer(fromHex("0101 08 1030 0A 02 80 00 00 1D 06 C5 17"), 400);
+      .answer(fromHex("0101 08 1030 0A 02 80 00 00 1D 06 35 17"), 400);
   EXPECT_EQ(link.ReadCV(29, 3), -1003);
   EXPECT_EQ(line.writes.size(), 3);
 }
@@ -336,7 +438,7 @@ TEST_F(ZimoBinaryTest, AWriteOnTheProgrammingTrackGivesTheStationsValue) {
   link.commJob = CommJob::WriteProgTrack;
   expect(kWrite29)
       .answer(fromHex(kAccepted))
-      .answer(fromHex("0101 08 1030 13 02 80 00 00 1D 02 C5 17"), 400);
+      .answer(fromHex("0101 08 1030 13 02 80 00 00 1D 02 63 17"), 400);
   expect(kAck3);
   EXPECT_EQ(write(29, 6), 2);
 }
