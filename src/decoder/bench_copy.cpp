@@ -102,21 +102,56 @@ bool DecoderBench::copyButtonClicked(const QString& name) {
   return true;
 }
 
+QString DecoderBench::copyTargetsText(const CopyTargets& targets) const {
+  const bool filtered = !parts_.form->sqlFilter.isEmpty();
+  QString text = QStringLiteral("Ziel: %1 Fahrzeug(e), %2, jeweils alle fünf CV-Sätze.")
+                     .arg(targets.vehicles)
+                     .arg(filtered ? QStringLiteral("die des Filters")
+                                   : QStringLiteral("die ganze Datenbank (kein Filter)"));
+  if (targets.otherType > 0) {
+    text += QStringLiteral("\n%1 davon mit anderem Decodertyp als \"%2\"!")
+                .arg(targets.otherType)
+                .arg(controls.at(QStringLiteral("cbDcDecoder")).text);
+  }
+  return text;
+}
+
 void DecoderBench::copyCvsToVehicles(const std::vector<CvIndex>& list) {
+  finishChoice();
   Database* database = parts_.form != nullptr ? parts_.form->database() : nullptr;
   if (database == nullptr) return;
+  const auto failed = [this](const StorageError& error) {
+    parts_.prompt.message(
+        QStringLiteral("Kopieren nicht möglich, kein Fahrzeug wurde geändert!\r") + error.text());
+  };
+  const QString& condition = parts_.form->sqlFilter;
+  CopyTargets targets;
+  try {
+    targets = copyTargets(*database, condition, dcManufNo,
+                          controls.at(QStringLiteral("cbDcDecoder")).text);
+  } catch (const StorageError& error) {
+    failed(error);
+    return;
+  }
   const QString count = QStringLiteral("%1 CV-Wert(e) ").arg(list.size());
-  if (parts_.prompt.ask(count + QStringLiteral("auf andere Fahrzeuge kopieren?"), Buttons::OkCancel,
-                        Icon::Question, QStringLiteral("CVs kopieren")) != Answer::Ok) {
+  if (parts_.prompt.ask({.text = count + QStringLiteral("auf andere Fahrzeuge kopieren?"),
+                         .buttons = Buttons::OkCancel,
+                         .title = QStringLiteral("CVs kopieren"),
+                         .more = copyTargetsText(targets)}) != Answer::Ok) {
+    return;
+  }
+  if (list.empty()) {
+    parts_.prompt.message(QStringLiteral("Auf dieser Seite ist keine CV zum Schreiben angekreuzt, "
+                                         "kein Fahrzeug wurde geändert."),
+                          Icon::Information);
     return;
   }
   std::vector<CvValue> values;
   values.reserve(list.size());
   for (const CvIndex cv : list) values.push_back({cv, sets.value(cv)});
-  const QString& condition = parts_.form->sqlFilter;
   std::optional<int> changed;
   try {
-    if (progressBox && countVehicles(*database, condition) > kProgressAbove) {
+    if (progressBox && targets.records > kProgressAbove) {
       progressBox([&] {
         CommView& view = *parts_.link.view();
         view.setStatus(QStringLiteral("Kopiere CV-Werte auf andere Fahrzeuge ..."));
@@ -137,8 +172,7 @@ void DecoderBench::copyCvsToVehicles(const std::vector<CvIndex>& list) {
     }
   } catch (const StorageError& error) {
     parts_.link.cancelRequested = false;
-    parts_.prompt.message(
-        QStringLiteral("Kopieren nicht möglich, kein Fahrzeug wurde geändert!\r") + error.text());
+    failed(error);
     return;
   }
   if (!changed) {

@@ -29,6 +29,7 @@ class Prompt;
 class RecordForm;
 class SpeedTableList;
 class StationLink;
+struct CopyTargets;
 struct CvRecord;
 
 /// What a bench works with; all of it must outlive the bench.
@@ -154,8 +155,8 @@ class DecoderBench : public QObject {
   /// Copies from the first set into the current one, as the user answers.
   void cmdCopy();
   /// Puts the present values of the listed CVs into the vehicles on the form, all five sets, after
-  /// a question; a filter holds. All of them or, after a failure or a cancel, none. The user is
-  /// told how many.
+  /// a question that tells whom it reaches; a filter holds. All of them or, after a failure or a
+  /// cancel, none. The user is told how many.
   void copyCvsToVehicles(const std::vector<CvIndex>& list);
   /// Whether there are vehicles to copy to.
   bool canCopyToVehicles() const { return parts_.form != nullptr; }
@@ -309,6 +310,7 @@ class DecoderBench : public QObject {
   std::vector<CvIndex> copyListOfFixedTab(int tab) const;
   std::vector<CvIndex> copyListOfRows(int page, int ordinal) const;
   bool copyButtonClicked(const QString& name);
+  QString copyTargetsText(const CopyTargets& targets) const;
 
   // The grid: bench_grid.cpp.
   void makeTableNames();

@@ -27,25 +27,69 @@ bool hasDecoder(const RecordSet& records) {
   return type.isNull() || type.toInt() != kTypeWithoutDecoder;
 }
 
-void copyInto(RecordSet& records, const std::vector<CvValue>& cvs) {
-  std::array<QByteArray, kCvSetCount> sets;
-  for (size_t set = 0; set < kCvSetCount; ++set) {
-    sets[set] = chkCVVar(records.value(QString::fromUtf16(kCvColumns[set].values)));
-    for (const CvValue& entry : cvs)
-      sets[set][entry.cv.arrayIndex()] = static_cast<char>(entry.value);
+/// One set of a record.
+struct CvFields {
+  QByteArray values;
+  QByteArray marks;  ///< as stored
+  bool marksChanged = false;
+};
+
+CvFields changedSet(const RecordSet& records, const CvColumns& columns,
+                    const std::vector<CvValue>& cvs) {
+  CvFields fields{.values = chkCVVar(records.value(QString::fromUtf16(columns.values))),
+                  .marks = records.value(QString::fromUtf16(columns.marks)).toByteArray()};
+  for (const CvValue& entry : cvs) {
+    const int index = entry.cv.arrayIndex();
+    const char value = static_cast<char>(entry.value);
+    if (fields.values.at(index) == value) continue;
+    fields.values[index] = value;
+    // The mark told of the value that is gone.
+    if (index >= fields.marks.size() || fields.marks.at(index) == 0) continue;
+    fields.marks[index] = 0;
+    fields.marksChanged = true;
   }
-  records.Edit();
+  return fields;
+}
+
+void copyInto(RecordSet& records, const std::vector<CvValue>& cvs) {
+  std::array<CvFields, kCvSetCount> sets;
   for (size_t set = 0; set < kCvSetCount; ++set)
-    records.setValue(QString::fromUtf16(kCvColumns[set].values), sets[set]);
+    sets[set] = changedSet(records, kCvColumns[set], cvs);
+  records.Edit();
+  for (size_t set = 0; set < kCvSetCount; ++set) {
+    records.setValue(QString::fromUtf16(kCvColumns[set].values), sets[set].values);
+    if (sets[set].marksChanged)
+      records.setValue(QString::fromUtf16(kCvColumns[set].marks), sets[set].marks);
+  }
   records.Update();
+}
+
+/// The condition, narrowed.
+QString narrowed(const QString& condition, const QString& by) {
+  return condition.isEmpty() ? by : QStringLiteral("(%1) AND %2").arg(condition, by);
+}
+
+int count(Database& database, const QString& condition) {
+  RecordSet records;
+  openVehicles(records, database, condition);
+  return records.count();
 }
 
 }  // namespace
 
-int countVehicles(Database& database, const QString& condition) {
-  RecordSet records;
-  openVehicles(records, database, condition);
-  return records.count();
+CopyTargets copyTargets(Database& database, const QString& condition, int manufacturer,
+                        const QString& decoder) {
+  const QString changed = narrowed(
+      condition,
+      QStringLiteral("(ISNULL(DC_TYPE) OR DC_TYPE <> %1)").arg(kTypeWithoutDecoder));
+  const QString type = QString(decoder).replace(u'\'', QStringLiteral("''"));
+  const QString other =
+      narrowed(changed, QStringLiteral("(ISNULL(DC_MANUF) OR DC_MANUF <> %1 OR "
+                                       "ISNULL(DC_DECODER) OR DC_DECODER <> '%2')")
+                            .arg(QString::number(manufacturer), type));
+  return {.records = count(database, condition),
+          .vehicles = count(database, changed),
+          .otherType = count(database, other)};
 }
 
 std::optional<int> copyCvsToVehicles(Database& database, const QString& condition,

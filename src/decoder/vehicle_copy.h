@@ -18,16 +18,26 @@ struct CvValue {
   int value = 0;  ///< 0 to 255
 };
 
-/// Records that copyCvsToVehicles() would go through. `condition` is a condition on the vehicle
-/// list in the system's query language, empty for all. Throws StorageError.
-int countVehicles(Database& database, const QString& condition);
+/// Whom copyCvsToVehicles() would reach.
+struct CopyTargets {
+  int records = 0;    ///< it goes through
+  int vehicles = 0;   ///< of these it changes: vehicles and function units
+  int otherType = 0;  ///< of these have another decoder type, or none
+};
+
+/// Counts, and reads no CVs. `condition` is a condition on the vehicle list in the system's query
+/// language, empty for all; `manufacturer` and `decoder` are the type that is not another. Throws
+/// StorageError.
+CopyTargets copyTargets(Database& database, const QString& condition, int manufacturer,
+                        const QString& decoder);
 
 /// Told now and then with the records that are done and their total; false ends the copying.
 using CopyProgress = std::function<bool(int done, int total)>;
 
 /// Puts the values into all five sets of every vehicle and function unit that meets the condition;
-/// records of the group "Sonstiges" have no decoder and stay. Marks are not touched. Sets that are
-/// Null or too short come to full size.
+/// records of the group "Sonstiges" have no decoder and stay. Sets that are Null or too short come
+/// to full size. Marks are not copied, but a value that changes loses the mark that told of the value
+/// before it; marks that are Null or too short stay so.
 ///
 /// One transaction: gives the number of records that were changed, or nothing when `progress` ended
 /// it; then, and when it throws StorageError, no record has changed.

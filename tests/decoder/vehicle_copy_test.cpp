@@ -133,6 +133,14 @@ TEST_F(VehicleCopy, WithNoWriteBoxSetTheCountIsZero) {
   EXPECT_EQ(stored(3, "DC_CV"), QByteArray(kCvArraySize, '\7'));
 }
 
+TEST_F(VehicleCopy, OkWithoutACvWritesNothingAndSaysSo) {
+  copyOf("Drv");
+  EXPECT_EQ(prompt.shown.last(),
+            "Auf dieser Seite ist keine CV zum Schreiben angekreuzt, kein Fahrzeug wurde geändert.");
+  EXPECT_EQ(stored(5, "DC_CV"), QByteArray("\1\2\3", 3)) << "not even brought to full size";
+  EXPECT_TRUE(stored(9, "DC_CV").isNull());
+}
+
 TEST_F(VehicleCopy, AllFiveSetsOfEveryRecordTakeTheBytes) {
   markRowForWriting(30);
   copyOf("Other_1");
@@ -172,11 +180,68 @@ TEST_F(VehicleCopy, ARecordOfTypeThreeStays) {
   for (const char* column : kValueColumns) EXPECT_EQ(stored(7, column), QByteArray(10, '\5'));
 }
 
-TEST_F(VehicleCopy, MarksAreNotCopied) {
+TEST_F(VehicleCopy, AChangedByteLosesItsMarkAndTheOthersKeepTheirs) {
+  ownDatabase->write(QStringLiteral("UPDATE LOCO_DAT SET DC_CV_2_ST = ? WHERE DC_ADR = 3"),
+                     {QByteArray(kCvArraySize, '2')});
   markRowForWriting(30);
   setMark(30, CvMark::Failed);
   copyOf("Other_1");
+  QByteArray expected(kCvArraySize, '1');
+  expected[29] = 0;
+  EXPECT_EQ(stored(3, "DC_CV_ST"), expected) << "nobody has read the new value there";
+  QByteArray failed(kCvArraySize, '2');
+  failed[29] = 0;
+  EXPECT_EQ(stored(3, "DC_CV_2_ST"), failed) << "each set has its own";
+}
+
+TEST_F(VehicleCopy, AByteThatHeldTheValueBeforeKeepsItsMark) {
+  bench->setCvval(7, 29);
+  markRowForWriting(30);
+  copyOf("Other_1");
   EXPECT_EQ(stored(3, "DC_CV_ST"), QByteArray(kCvArraySize, '1'));
+  EXPECT_EQ(stored(9, "DC_CV_ST")[29], '\0') << "its value was another";
+}
+
+TEST_F(VehicleCopy, MarksThatAreNullOrShortStaySo) {
+  ownDatabase->write(QStringLiteral("UPDATE LOCO_DAT SET DC_CV_ST = ? WHERE DC_ADR = 5"),
+                     {QByteArray("111", 3)});
+  ASSERT_TRUE(stored(5, "DC_CV_1_ST").isNull());
+  markRowForWriting(30);
+  copyOf("Other_1");
+  EXPECT_EQ(stored(5, "DC_CV_ST"), QByteArray("111", 3));
+  EXPECT_TRUE(stored(5, "DC_CV_1_ST").isNull());
+}
+
+// ---- What the question tells ------------------------------------------------------------------
+
+TEST_F(VehicleCopy, BelowTheQuestionStandsWhomItReaches) {
+  markRowForWriting(30);
+  bench->buttonClicked(QStringLiteral("cmdCopyOther_1"));
+  EXPECT_EQ(prompt.below.first(),
+            "Ziel: 3 Fahrzeug(e), die ganze Datenbank (kein Filter), jeweils alle fünf CV-Sätze.\n"
+            "3 davon mit anderem Decodertyp als \"AT-ECO\"!");
+}
+
+TEST_F(VehicleCopy, AFilterIsToldAndOnlyItsVehiclesAreCounted) {
+  ownDatabase->write(
+      QStringLiteral("UPDATE LOCO_DAT SET DC_MANUF = 97, DC_DECODER = 'AT-ECO' WHERE DC_ADR = 3"), {});
+  form.sqlFilter = QStringLiteral("DC_ADR=5 OR DC_ADR=3 OR DC_ADR=7");
+  markRowForWriting(30);
+  bench->buttonClicked(QStringLiteral("cmdCopyOther_1"));
+  EXPECT_EQ(prompt.below.first(),
+            "Ziel: 2 Fahrzeug(e), die des Filters, jeweils alle fünf CV-Sätze.\n"
+            "1 davon mit anderem Decodertyp als \"AT-ECO\"!");
+}
+
+TEST_F(VehicleCopy, VehiclesOfTheSameTypeNeedNoWarning) {
+  ownDatabase->write(QStringLiteral("UPDATE LOCO_DAT SET DC_MANUF = 97, DC_DECODER = 'AT-ECO'"), {});
+  markRowForWriting(30);
+  bench->buttonClicked(QStringLiteral("cmdCopyOther_1"));
+  EXPECT_EQ(prompt.below.first(),
+            "Ziel: 3 Fahrzeug(e), die ganze Datenbank (kein Filter), jeweils alle fünf CV-Sätze.");
+  ownDatabase->write(QStringLiteral("UPDATE LOCO_DAT SET DC_MANUF = 145 WHERE DC_ADR = 9"), {});
+  bench->buttonClicked(QStringLiteral("cmdCopyOther_1"));
+  EXPECT_TRUE(prompt.below.last().contains(QStringLiteral("\n1 davon"))) << "another maker's";
 }
 
 TEST_F(VehicleCopy, AFilterHolds) {
