@@ -42,7 +42,8 @@ void DecoderBench::editBits(CvIndex cv, CvIndex next) {
     value = (value & kAddressHighMask) * 256 + sets.value(next);
   }
   const std::optional<int> result = bitDialog(value, bits, cv);
-  if (!result) return;
+  // An address that stays would still gain its two high bits.
+  if (!result || *result == value) return;
   // An address in two CVs, in the way of CV 17 and 18.
   if (bits.startsWith(u'A')) {
     takeUserValue(cv, (*result / 256) | kAddressHighMark);

@@ -141,4 +141,25 @@ BitEntry BitDescription::accept(const std::vector<std::optional<int>>& entries) 
   return {static_cast<int>(std::nearbyint(sum)), 0};
 }
 
+BitEntry BitDescription::accept(const std::vector<std::optional<int>>& entries, int before) const {
+  BitEntry entry = accept(entries);
+  if (!entry.value) return entry;
+  const auto asShown = [before](const BitGroup& group, const std::optional<int>& given) {
+    return given == group.shown(before);
+  };
+  if (std::equal(groups_.begin(), groups_.end(), entries.begin(), asShown)) entry.value = before;
+  return entry;
+}
+
+int BitDescription::passedOver(int value) const {
+  double shown = 0;
+  for (const BitGroup& group : groups_) shown += group.weighed(group.shown(value));
+  return std::max(0, value - static_cast<int>(std::nearbyint(std::min<double>(shown, value))));
+}
+
+bool BitDescription::isDecimal() const {
+  return std::any_of(groups_.begin(), groups_.end(),
+                     [](const BitGroup& group) { return group.type < 0; });
+}
+
 }  // namespace lokari

@@ -10,8 +10,9 @@
 //   "#" or "A" right behind a group of type -1: the tens      -2
 //
 // A group of bits with choices becomes a set of options, one with only a title a number box; a
-// number alone passes its bits over, and they are 0 in a new value. The bit position moves on by
-// each group's type value, so it goes back behind a "#" or an "A", which is why these stand last.
+// number alone passes its bits over, and they are 0 in a new value; only a value that nothing of
+// was changed keeps them. The bit position moves on by each group's type value, so it goes back
+// behind a "#" or an "A", which is why these stand last.
 //
 // A group without a "," has no type but the number of bits it passes over. The one exception is a
 // description that is "A" and nothing else: it is the address, with a title of its own.
@@ -62,6 +63,14 @@ class BitDescription {
   /// The new value from one entry per group; an entry that is missing, out of its group's range, or
   /// that makes the value more than the CV holds, is refused.
   BitEntry accept(const std::vector<std::optional<int>>& entries) const;
+  /// The same for a dialog that showed `before`: accepted entries that all are as they were shown
+  /// give it back whole, with the bits that are passed over.
+  BitEntry accept(const std::vector<std::optional<int>>& entries, int before) const;
+
+  /// What a value loses with the first change: the part that no group shows. 0 for nothing.
+  int passedOver(int value) const;
+  /// The groups are digits or an address, so that a lost part is no matter of bits.
+  bool isDecimal() const;
 
  private:
   std::vector<BitGroup> groups_;

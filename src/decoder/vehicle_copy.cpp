@@ -80,8 +80,7 @@ int count(Database& database, const QString& condition) {
 CopyTargets copyTargets(Database& database, const QString& condition, int manufacturer,
                         const QString& decoder) {
   const QString changed = narrowed(
-      condition,
-      QStringLiteral("(ISNULL(DC_TYPE) OR DC_TYPE <> %1)").arg(kTypeWithoutDecoder));
+      condition, QStringLiteral("(ISNULL(DC_TYPE) OR DC_TYPE <> %1)").arg(kTypeWithoutDecoder));
   const QString type = QString(decoder).replace(u'\'', QStringLiteral("''"));
   const QString other =
       narrowed(changed, QStringLiteral("(ISNULL(DC_MANUF) OR DC_MANUF <> %1 OR "

@@ -36,8 +36,8 @@ using CopyProgress = std::function<bool(int done, int total)>;
 
 /// Puts the values into all five sets of every vehicle and function unit that meets the condition;
 /// records of the group "Sonstiges" have no decoder and stay. Sets that are Null or too short come
-/// to full size. Marks are not copied, but a value that changes loses the mark that told of the value
-/// before it; marks that are Null or too short stay so.
+/// to full size. Marks are not copied, but a value that changes loses the mark that told of the
+/// value before it; marks that are Null or too short stay so.
 ///
 /// One transaction: gives the number of records that were changed, or nothing when `progress` ended
 /// it; then, and when it throws StorageError, no record has changed.

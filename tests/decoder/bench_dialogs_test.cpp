@@ -51,6 +51,17 @@ TEST_F(BenchDialogs, AnAcceptedValueThatStaysKeepsItsMark) {
   EXPECT_EQ(value(50), 8);
 }
 
+TEST_F(BenchDialogs, AnAddressThatStaysChangesNeitherOfItsCvs) {
+  record.recCvValues[0][49] = 3;
+  record.recCvValues[0][50] = 100;
+  openEco("[X]\nSPEEDTABLE=N\nCV_50=hoch,0-255,0,5,,A\nCV_51=tief,0-255,0,5\n");
+  setMark(50, CvMark::Verified);
+  editBits(50, 3 * 256 + 100);
+  EXPECT_EQ(value(50), 3) << "without the two high bits that a new address gets";
+  EXPECT_EQ(value(51), 100);
+  EXPECT_EQ(mark(50), CvMark::Verified);
+}
+
 TEST_F(BenchDialogs, F2HasNoCalculatorForAnAddressOrALockedField) {
   settings.baseUnit = StationKind::Li100V3;
   settings.lenzV36 = false;

@@ -135,8 +135,9 @@ TEST_F(VehicleCopy, WithNoWriteBoxSetTheCountIsZero) {
 
 TEST_F(VehicleCopy, OkWithoutACvWritesNothingAndSaysSo) {
   copyOf("Drv");
-  EXPECT_EQ(prompt.shown.last(),
-            "Auf dieser Seite ist keine CV zum Schreiben angekreuzt, kein Fahrzeug wurde geändert.");
+  EXPECT_EQ(
+      prompt.shown.last(),
+      "Auf dieser Seite ist keine CV zum Schreiben angekreuzt, kein Fahrzeug wurde geändert.");
   EXPECT_EQ(stored(5, "DC_CV"), QByteArray("\1\2\3", 3)) << "not even brought to full size";
   EXPECT_TRUE(stored(9, "DC_CV").isNull());
 }
@@ -224,7 +225,8 @@ TEST_F(VehicleCopy, BelowTheQuestionStandsWhomItReaches) {
 
 TEST_F(VehicleCopy, AFilterIsToldAndOnlyItsVehiclesAreCounted) {
   ownDatabase->write(
-      QStringLiteral("UPDATE LOCO_DAT SET DC_MANUF = 97, DC_DECODER = 'AT-ECO' WHERE DC_ADR = 3"), {});
+      QStringLiteral("UPDATE LOCO_DAT SET DC_MANUF = 97, DC_DECODER = 'AT-ECO' WHERE DC_ADR = 3"),
+      {});
   form.sqlFilter = QStringLiteral("DC_ADR=5 OR DC_ADR=3 OR DC_ADR=7");
   markRowForWriting(30);
   bench->buttonClicked(QStringLiteral("cmdCopyOther_1"));
@@ -234,7 +236,8 @@ TEST_F(VehicleCopy, AFilterIsToldAndOnlyItsVehiclesAreCounted) {
 }
 
 TEST_F(VehicleCopy, VehiclesOfTheSameTypeNeedNoWarning) {
-  ownDatabase->write(QStringLiteral("UPDATE LOCO_DAT SET DC_MANUF = 97, DC_DECODER = 'AT-ECO'"), {});
+  ownDatabase->write(QStringLiteral("UPDATE LOCO_DAT SET DC_MANUF = 97, DC_DECODER = 'AT-ECO'"),
+                     {});
   markRowForWriting(30);
   bench->buttonClicked(QStringLiteral("cmdCopyOther_1"));
   EXPECT_EQ(prompt.below.first(),

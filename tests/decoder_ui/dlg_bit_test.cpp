@@ -73,6 +73,62 @@ TEST(DlgBit, AValueWithoutANameWantsAChoice) {
   EXPECT_EQ(dlgBit.focusWidget(), in<QRadioButton>(dlgBit, "bitOpt_1"));
 }
 
+TEST(DlgBit, AGroupWithoutAFittingChoiceSaysWhatItWaitsFor) {
+  DlgBit dlgBit(3, QStringLiteral("2,Art,A,B,C"), caption());
+  dlgBit.show();
+  const auto* hint = in<QLabel>(dlgBit, "bitHint_1");
+  EXPECT_EQ(hint->text(), "Zum Wert 3 passt keine Auswahl: bitte eine treffen.");
+  in<QPushButton>(dlgBit, "cmdOK")->click();
+  EXPECT_EQ(in<QLabel>(dlgBit, "lblNote")->text(), "Art: bitte eine Auswahl treffen.");
+  in<QRadioButton>(dlgBit, "bitOpt_2")->click();
+  EXPECT_EQ(hint->text(), "");
+  EXPECT_EQ(in<QLabel>(dlgBit, "lblNote")->text(), "");
+}
+
+TEST(DlgBit, ADigitThatTheBoxCannotHoldSaysWhatItWaitsFor) {
+  DlgBit dlgBit(137, QStringLiteral("#,Einer|#,Zehner"), caption());
+  dlgBit.show();
+  const auto* hint = in<QLabel>(dlgBit, "bitHint_1");
+  EXPECT_EQ(hint->text(), "13 geht hier nicht: bitte 0 bis 9 eingeben.");
+  in<QPushButton>(dlgBit, "cmdOK")->click();
+  EXPECT_TRUE(dlgBit.isVisible());
+  EXPECT_EQ(in<QLabel>(dlgBit, "lblNote")->text(), "Zehner: bitte 0 bis 9 eingeben.");
+  in<QLineEdit>(dlgBit, "bitTxt_2")->setText(QStringLiteral("3"));
+  EXPECT_EQ(hint->text(), "");
+}
+
+TEST(DlgBit, OkWithoutAChangeKeepsTheBitsThatTheTextPassesOver) {
+  DlgBit dlgBit(15, QStringLiteral("1,Licht,Aus,Ein|1,Dimmen,Nein,Ja"), caption());
+  in<QPushButton>(dlgBit, "cmdOK")->click();
+  EXPECT_EQ(dlgBit.result(), QDialog::Accepted);
+  EXPECT_EQ(dlgBit.value(), 15);
+}
+
+TEST(DlgBit, AChangeThatClearsBitsSaysSoBesideOk) {
+  DlgBit dlgBit(15, QStringLiteral("1,Licht,Aus,Ein|1,Dimmen,Nein,Ja"), caption());
+  const auto* note = in<QLabel>(dlgBit, "lblNote");
+  EXPECT_EQ(note->text(), "");
+  in<QRadioButton>(dlgBit, "bitOpt_1")->click();
+  EXPECT_EQ(note->text(), "OK löscht auch, was hier nicht steht: Bit 2, 3 (Wert 12).");
+  in<QRadioButton>(dlgBit, "bitOpt_2")->click();
+  EXPECT_EQ(note->text(), "") << "as it was: nothing is lost";
+  in<QRadioButton>(dlgBit, "bitOpt_1")->click();
+  in<QPushButton>(dlgBit, "cmdOK")->click();
+  EXPECT_EQ(dlgBit.value(), 2);
+}
+
+TEST(DlgBit, AChangedDigitThatDropsTheOthersSaysSoBesideOk) {
+  DlgBit dlgBit(137, QStringLiteral("#,Einer"), caption());
+  in<QLineEdit>(dlgBit, "bitTxt_1")->setText(QStringLiteral("8"));
+  EXPECT_EQ(in<QLabel>(dlgBit, "lblNote")->text(), "OK löscht auch, was hier nicht steht: 130.");
+}
+
+TEST(DlgBit, ATextThatNamesEveryBitNeedsNoNote) {
+  DlgBit dlgBit(255, QStringLiteral("1,Licht,Aus,Ein|7,Rest"), caption());
+  in<QRadioButton>(dlgBit, "bitOpt_1")->click();
+  EXPECT_EQ(in<QLabel>(dlgBit, "lblNote")->text(), "");
+}
+
 TEST(DlgBit, ADescriptionWithoutControlsCannotBeAccepted) {
   const DlgBit dlgBit(77, QStringLiteral("8"), caption());
   EXPECT_FALSE(in<QPushButton>(dlgBit, "cmdOK")->isEnabled());
@@ -129,6 +185,18 @@ TEST_F(BitWindow, ABitButtonEditsItsRow) {
     button("bitFunc_1")->click();
     EXPECT_EQ(value(52), 7);
     EXPECT_EQ(field("txtFunc_1")->text(), "7");
+  });
+}
+
+TEST_F(BitWindow, OkWithoutAChangeLeavesValueAndMark) {
+  describe("SPEEDTABLE=N\nCV_52=Bits,0-255,0,3,,\"1,Licht,Aus,Ein|1,Dimmen,Nein,Ja\"\n");
+  setValue(52, 15, '1');
+  edit([&] {
+    tabs()->setCurrentIndex(2);
+    inDialog("dlgBit", [&](QDialog& dlgBit) { in<QPushButton>(dlgBit, "cmdOK")->click(); });
+    button("bitFunc_1")->click();
+    EXPECT_EQ(value(52), 15);
+    EXPECT_EQ(bench.sets.mark(CvIndex(52)), CvMark::Verified);
   });
 }
 

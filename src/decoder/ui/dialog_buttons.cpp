@@ -2,6 +2,7 @@
 
 #include <QDialog>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
 
 namespace lokari {
@@ -11,9 +12,14 @@ QString withoutMnemonics(QString text) {
 }
 
 QPushButton* addOkAndCancel(QDialog* dialog, QBoxLayout* rows, const QString& okName,
-                            const QString& cancelName, std::function<void()> accepted) {
+                            const QString& cancelName, std::function<void()> accepted,
+                            QLabel* note) {
   auto* line = new QHBoxLayout;
-  line->addStretch();
+  if (note != nullptr) {
+    line->addWidget(note, 1);
+  } else {
+    line->addStretch();
+  }
   auto* ok = new QPushButton(QStringLiteral("&OK"), dialog);
   ok->setObjectName(okName);
   ok->setDefault(true);

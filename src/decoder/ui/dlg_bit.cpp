@@ -12,6 +12,8 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 #include "decoder/ui/dialog_buttons.h"
 
 namespace lokari {
@@ -26,6 +28,9 @@ constexpr int kColumnGap = 16;
 constexpr QMargins kFrameMargins(10, 3, 10, 3);
 /// Beside the caption stand the buttons of the window frame.
 constexpr int kCaptionAir = 150;
+/// Room of the note beside OK: it appears while the user types, and nothing is to jump.
+constexpr int kNoteCharacters = 34;
+constexpr int kNoteLines = 3;
 
 int rowsOf(const BitGroup& group) {
   const qsizetype choices = group.choices.size();
@@ -38,6 +43,18 @@ int rowsOf(const std::vector<BitGroup>& groups) {
   return rows;
 }
 
+/// "2, 3" for 12.
+QString bitNumbers(int value) {
+  QStringList numbers;
+  for (int bit = 0; value >> bit != 0; ++bit)
+    if ((value >> bit & 1) != 0) numbers << QString::number(bit);
+  return numbers.join(QStringLiteral(", "));
+}
+
+bool fits(const BitGroup& group, int shown) {
+  return shown >= group.lowest() && shown <= group.highest();
+}
+
 QString numbered(const char* array, int number) {
   return QString::fromLatin1(array) + u'_' + QString::number(number);
 }
@@ -45,7 +62,7 @@ QString numbered(const char* array, int number) {
 }  // namespace
 
 DlgBit::DlgBit(int cvValue, const QString& bitText, const QString& caption, QWidget* parent)
-    : QDialog(parent), description_(bitText) {
+    : QDialog(parent), description_(bitText), before_(cvValue), value_(cvValue) {
   setObjectName(QStringLiteral("dlgBit"));
   setWindowTitle(caption);
   setModal(true);
@@ -54,7 +71,7 @@ DlgBit::DlgBit(int cvValue, const QString& bitText, const QString& caption, QWid
   rows->addStrut(fontMetrics().horizontalAdvance(caption) + kCaptionAir);
   rows->setContentsMargins(kDialogMargin, kDialogMargin, kDialogMargin, kDialogMargin);
   rows->setSpacing(12);
-  QWidget* groups = makeGroups(cvValue);
+  QWidget* groups = makeGroups();
   if (groups->sizeHint().height() > screen()->availableSize().height() * 3 / 4) {
     auto* view = new QScrollArea(this);
     view->setWidgetResizable(true);
@@ -64,16 +81,34 @@ DlgBit::DlgBit(int cvValue, const QString& bitText, const QString& caption, QWid
   } else {
     rows->addWidget(groups, 1);
   }
-  QPushButton* ok =
-      addOkAndCancel(this, rows, QStringLiteral("cmdOK"), QStringLiteral("cmdCancel"), [this] {
+  QPushButton* ok = addOkAndCancel(
+      this, rows, QStringLiteral("cmdOK"), QStringLiteral("cmdCancel"),
+      [this] {
         if (exitBitDlg()) accept();
-      });
+      },
+      makeNote());
   // Nothing was shown, so nothing can be accepted: the value would become 0.
   ok->setEnabled(!entries_.empty());
   if (!entries_.empty()) focusOn(entries_.front());
 }
 
-QWidget* DlgBit::makeGroups(int cvValue) {
+QLabel* DlgBit::makeNote() {
+  lblNote_ = new QLabel(this);
+  lblNote_->setObjectName(QStringLiteral("lblNote"));
+  lblNote_->setTextFormat(Qt::PlainText);
+  lblNote_->setWordWrap(true);
+  const std::vector<BitGroup>& groups = description_.groups();
+  const bool mayWait = std::any_of(groups.begin(), groups.end(), [this](const BitGroup& group) {
+    return !fits(group, group.shown(before_));
+  });
+  if (mayWait || (!groups.empty() && description_.passedOver(before_) > 0)) {
+    lblNote_->setMinimumWidth(kNoteCharacters * fontMetrics().averageCharWidth());
+    lblNote_->setMinimumHeight(kNoteLines * fontMetrics().lineSpacing());
+  }
+  return lblNote_;
+}
+
+QWidget* DlgBit::makeGroups() {
   auto* contents = new QWidget(this);
   auto* columns = new QHBoxLayout(contents);
   columns->setContentsMargins(0, 0, 0, 0);
@@ -97,7 +132,7 @@ QWidget* DlgBit::makeGroups(int cvValue) {
       column->addLayout(grid);
       column->addStretch(1);
     }
-    const int shown = group.shown(cvValue);
+    const int shown = group.shown(before_);
     if (group.hasOptions()) {
       makeOptions(group, shown, grid, grid->rowCount());
     } else {
@@ -127,6 +162,13 @@ void DlgBit::makeOptions(const BitGroup& group, int shown, QGridLayout* grid, in
     line->addWidget(option, 1);
   }
   grid->addWidget(frame, row, 0, 1, 2);
+  if (!fits(group, shown)) {
+    QLabel* hint =
+        makeHint(QStringLiteral("Zum Wert %1 passt keine Auswahl: bitte eine treffen.").arg(shown));
+    grid->addWidget(hint, row + 1, 0, 1, 2);
+    connect(options, &QButtonGroup::idToggled, hint, [hint] { hint->clear(); });
+  }
+  connect(options, &QButtonGroup::idToggled, this, [this] { showNote(); });
   entries_.push_back({options, nullptr});
 }
 
@@ -147,10 +189,33 @@ void DlgBit::makeNumber(const BitGroup& group, int shown, QGridLayout* grid, int
   label->setBuddy(number);
   grid->addWidget(label, row, 0);
   grid->addWidget(number, row, 1);
+  if (!fits(group, shown)) {
+    QLabel* hint = makeHint(QStringLiteral("%1 geht hier nicht: bitte %2 bis %3 eingeben.")
+                                .arg(shown)
+                                .arg(group.lowest())
+                                .arg(group.highest()));
+    grid->addWidget(hint, row + 1, 0, 1, 2);
+    connect(number, &QLineEdit::textChanged, hint, [hint, group](const QString& typed) {
+      bool isNumber = false;
+      const int entry = typed.toInt(&isNumber);
+      if (isNumber && fits(group, entry)) hint->clear();
+    });
+  }
+  connect(number, &QLineEdit::textChanged, this, [this] { showNote(); });
   entries_.push_back({nullptr, number});
 }
 
-bool DlgBit::exitBitDlg() {
+QLabel* DlgBit::makeHint(const QString& text) {
+  auto* hint = new QLabel(text, this);
+  hint->setObjectName(numbered("bitHint", ++hints_));
+  hint->setTextFormat(Qt::PlainText);
+  hint->setWordWrap(true);
+  // What stands below keeps its place when the hint has gone.
+  hint->setMinimumHeight(hint->sizeHint().height());
+  return hint;
+}
+
+std::vector<std::optional<int>> DlgBit::given() const {
   std::vector<std::optional<int>> given;
   given.reserve(entries_.size());
   for (const Entry& entry : entries_) {
@@ -159,8 +224,37 @@ bool DlgBit::exitBitDlg() {
         entry.options ? entry.options->checkedId() : entry.number->text().toInt(&isNumber);
     given.push_back(isNumber ? std::optional(value) : std::nullopt);
   }
-  const BitEntry result = description_.accept(given);
+  return given;
+}
+
+QString DlgBit::waitsFor(size_t group) const {
+  const BitGroup& refused = description_.groups()[group];
+  const QString title =
+      refused.title.isEmpty() ? QStringLiteral("Gruppe %1").arg(group + 1) : refused.title;
+  if (refused.hasOptions()) return QStringLiteral("%1: bitte eine Auswahl treffen.").arg(title);
+  return QStringLiteral("%1: bitte %2 bis %3 eingeben.")
+      .arg(title)
+      .arg(refused.lowest())
+      .arg(refused.highest());
+}
+
+void DlgBit::showNote(const QString& refused) {
+  QString note = refused;
+  const int lost = description_.passedOver(before_);
+  const BitEntry entry = description_.accept(given(), before_);
+  if (note.isEmpty() && lost > 0 && entry.value != before_) {
+    const QString part = description_.isDecimal()
+                             ? QString::number(lost)
+                             : QStringLiteral("Bit %1 (Wert %2)").arg(bitNumbers(lost)).arg(lost);
+    note = QStringLiteral("OK löscht auch, was hier nicht steht: %1.").arg(part);
+  }
+  lblNote_->setText(note);
+}
+
+bool DlgBit::exitBitDlg() {
+  const BitEntry result = description_.accept(given(), before_);
   if (!result.value) {
+    showNote(waitsFor(result.refused));
     focusOn(entries_[result.refused]);
     return false;
   }

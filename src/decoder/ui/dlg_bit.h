@@ -10,12 +10,14 @@
 class QBoxLayout;
 class QButtonGroup;
 class QGridLayout;
+class QLabel;
 class QLineEdit;
 
 namespace lokari {
 
 /// Controls are counted from 1: frames `bitFrm_1`, the options of all frames `bitOpt_1`, number
-/// boxes `bitTxt_1` with their labels `bitLab_1`.
+/// boxes `bitTxt_1` with their labels `bitLab_1`. A group that cannot show the value says below its
+/// control what it waits for: `bitHint_1`. What OK would lose stands beside it: `lblNote`.
 class DlgBit final : public QDialog {
   Q_OBJECT
 
@@ -32,18 +34,26 @@ class DlgBit final : public QDialog {
     QLineEdit* number = nullptr;
   };
 
-  QWidget* makeGroups(int cvValue);
+  QWidget* makeGroups();
   void makeOptions(const BitGroup& group, int shown, QGridLayout* grid, int row);
   void makeNumber(const BitGroup& group, int shown, QGridLayout* grid, int row);
+  QLabel* makeHint(const QString& text);
+  QLabel* makeNote();
+  std::vector<std::optional<int>> given() const;
+  void showNote(const QString& refused = {});
+  QString waitsFor(size_t group) const;
   /// Takes the entries. False when one was refused; it has the focus then.
   bool exitBitDlg();
   void focusOn(const Entry& entry);
 
   BitDescription description_;
+  const int before_;
   std::vector<Entry> entries_;
+  QLabel* lblNote_ = nullptr;
   int frames_ = 0;
   int options_ = 0;
   int numbers_ = 0;
+  int hints_ = 0;
   int value_ = 0;
 };
 
