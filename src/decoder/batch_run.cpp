@@ -91,12 +91,8 @@ bool BatchRun::cancelled() const {
   return link().cancelRequested;
 }
 
-bool BatchRun::boxSet(const QString& readBox, const QString& writeBox) const {
-  return bench_.controls.at(direction_.write ? writeBox : readBox).checked;
-}
-
 bool BatchRun::addressMarked() const {
-  return boxSet(QStringLiteral("chkDcAdrRead"), QStringLiteral("chkDcAdrWrite"));
+  return description().address.of(direction_.write);
 }
 
 // ---- What is marked ---------------------------------------------------------------------------
@@ -185,11 +181,7 @@ bool BatchRun::mainLoop() {
 
 bool BatchRun::step(CvIndex cv) {
   const int number = cv.value();
-  if (number == cv::kConsist) {
-    const bool wanted = description().PROGMODE == 0 &&
-                        boxSet(QStringLiteral("chkRd_19"), QStringLiteral("chkWrt_19"));
-    return !wanted || consist();
-  }
+  if (number == cv::kConsist) return !marked(cv) || consist();
   if (number == cv::kConfig) return !(marked(cv) || configForced()) || config();
   if (!marked(cv)) return true;
   const CvDescriptor& entry = description().info(cv);

@@ -107,7 +107,6 @@ class BatchRun {
   const DecoderDescription& description() const;
   int configCv() const { return description().PROGMODE == 2 ? 5 : cv::kConfig; }
   bool progOn() const { return progOn_; }
-  bool boxSet(const QString& readBox, const QString& writeBox) const;
   bool addressMarked() const;
   bool cancelled() const;
 

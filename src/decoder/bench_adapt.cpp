@@ -45,7 +45,7 @@ QString DecoderBench::descriptionFile() const {
 void DecoderBench::ChangeDecoder() {
   choicePending_ = false;
   const QString file = descriptionFile();
-  resetDescription();
+  endDescription();
   if (file.isEmpty()) {
     emit busyChanged(false);
     parts_.prompt.message(QStringLiteral("Standard-Decoderdatei %1 nicht gefunden!")
@@ -70,15 +70,19 @@ void DecoderBench::ChangeDecoder() {
   emit busyChanged(false);
 }
 
-void DecoderBench::resetDescription() {
+void DecoderBench::endDescription() {
+  // The ticks go with the description that they were made under: the same boxes would now read and
+  // write CVs of another decoder.
   description = DecoderDescription();
   parts_.link.progMode = description.PROGMODE;
   closeGridEdit();
+  grid_ = CvGrid();
   // Rows show entries of the description, so none outlives it.
   rows_.clear();
   rowOfCv_.assign(kCvArraySize, -1);
   rowOfField_.clear();
   emit rowsReset();
+  showBoxes();
   controls.setText(QStringLiteral("txtDcComVersion"), QStringLiteral("0.0"));
   if (!windowOpening) sets.setValue(CvIndex(cv::kVersion), 0);
   rebuildGrid();
@@ -129,11 +133,8 @@ void DecoderBench::adaptDrive() {
                           "chkWrt_5", "chkWrt_6", "chkWrt_9", "chkWrt_Tbl"}) {
     controls.setEnabled(QString::fromLatin1(box), drives);
   }
-  if (drives && description.SPEEDTABLE) return;
-  // The other marks went with the description. This one would write a table that the new type lacks
-  // by a box that may not even be in view.
-  setBox(QStringLiteral("chkRd_Tbl"), false);
-  setBox(QStringLiteral("chkWrt_Tbl"), false);
+  // There is nothing to write where no curve can show it.
+  controls.setEnabled(QStringLiteral("chkWrt_Tbl"), description.hasTable());
 }
 
 void DecoderBench::enableGroup(const QString& group, bool enabled) {

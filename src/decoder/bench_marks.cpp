@@ -20,6 +20,10 @@ QString driveBoxOf29(bool write) {
   return write ? QStringLiteral("chkDrvWrt_29") : QStringLiteral("chkDrvRd_29");
 }
 
+QString tableBox(bool write) {
+  return boxName(write, QStringLiteral("Tbl"));
+}
+
 QString addressBox(bool write) {
   return write ? QStringLiteral("chkDcAdrWrite") : QStringLiteral("chkDcAdrRead");
 }
@@ -71,6 +75,14 @@ void DecoderBench::showMark(CvIndex cv) {
   if (const int row = grid_.rowOf(cv); row > 0) emit gridRowChanged(row);
 }
 
+void DecoderBench::showBoxes() {
+  for (const bool write : {false, true}) {
+    controls.setChecked(addressBox(write), description.address.of(write));
+    controls.setChecked(tableBox(write), description.table.of(write));
+  }
+  for (const int boxCv : kBoxCvs) showMark(CvIndex(boxCv));
+}
+
 void DecoderBench::setBox(const QString& name, bool checked) {
   if (controls.setChecked(name, checked)) boxChanged(name, checked);
 }
@@ -89,6 +101,8 @@ void DecoderBench::boxChanged(const QString& name, bool checked) {
     return;
   }
   for (const bool write : {false, true}) {
+    if (name == addressBox(write)) description.address.of(write) = checked;
+    if (name == tableBox(write)) description.table.of(write) = checked;
     if (name == driveBoxOf29(write)) setMark(write, CvIndex(cv::kConfig), checked);
     for (const int boxCv : kBoxCvs) {
       if (name == boxName(write, QString::number(boxCv))) setMark(write, CvIndex(boxCv), checked);
@@ -105,29 +119,19 @@ void DecoderBench::rowWriteToggled(int row, bool checked) {
 }
 
 bool DecoderBench::isPlanned(bool write, CvIndex cv) const {
-  const DecoderDescription& d = description;
-  const auto markOf = [write, &d](CvIndex index) {
-    return write ? d.info(index).cvWrite : d.info(index).cvRead;
-  };
-  const auto boxOf = [this, write](const char* of) {
-    return controls.at(boxName(write, QString::fromLatin1(of))).checked;
-  };
-  // Paged and register mode reach the first four CVs and the configuration only.
-  const bool direct = d.PROGMODE == 0;
-  const int number = cv.value();
-  if (number < 2 || number > kHighestCvIndex) return false;
-  if (number <= 4) return markOf(cv);
-  if (number == cv::kConfig) return boxOf("29") || markOf(cv);
-  if (!direct) return false;
-  if (number <= 6 || number == cv::kConsist) return markOf(cv);
-  if (cv::inTable(cv)) {
-    if (d.FAMILY == 1 && number > cv::kLastShortTable) return false;
-    return boxOf("Tbl") || markOf(cv);
-  }
-  // What is on no page is shown in the grid and left to its values.
-  const CvDescriptor& entry = d.info(cv);
-  if (!entry.exists() || entry.cvPage < page::kDrive) return false;
-  return markOf(entry.cvPage == page::kDrive ? CvIndex(cv::kUserRow) : cv);
+  if (!description.reachable(cv)) return false;
+  if (cv::inTable(cv) && tablePlanned(write, cv)) return true;
+  const CvDescriptor& entry = description.info(cv);
+  const bool spare = entry.cvPage == page::kDrive && !cv::inTable(cv) && cv.value() > 6;
+  const CvDescriptor& ticked = spare ? description.info(CvIndex(cv::kUserRow)) : entry;
+  return write ? ticked.cvWrite : ticked.cvRead;
+}
+
+bool DecoderBench::tablePlanned(bool write, CvIndex point) const {
+  if (!description.table.of(write)) return false;
+  // A write reaches the points of a table. Where there is none, or the CV is described and has a
+  // row of its own, its value is not that of a point, and the row's box decides.
+  return !write || (description.hasTable() && rowOf(point) < 0);
 }
 
 // ---- Many at once -----------------------------------------------------------------------------
@@ -149,7 +153,7 @@ void DecoderBench::setAllMarks(bool write, bool set) {
     }
   }
   if (!set) {
-    setBox(boxName(write, QStringLiteral("Tbl")), false);
+    setBox(tableBox(write), false);
   } else if (description.SPEEDTABLE) {
     markBox(write, QStringLiteral("Tbl"));
   }

@@ -20,7 +20,6 @@ void CvGrid::rebuild(int rowCount, std::vector<CvIndex> cvs) {
   for (size_t i = 0; i < cvs_.size(); ++i) {
     rows_[static_cast<size_t>(cvs_[i].value())] = static_cast<int>(i) + 1;
   }
-  if (selection_ && selection_->second >= rowCount_) selection_.reset();
 }
 
 void CvGrid::select(int first, int last) {

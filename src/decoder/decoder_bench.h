@@ -233,7 +233,9 @@ class DecoderBench : public QObject {
 
   // The description: bench_adapt.cpp.
   QString descriptionFile() const;
-  void resetDescription();
+  /// Ends everything that belongs to the description in use: its ticks, its rows, what is selected
+  /// and edited in the grid.
+  void endDescription();
   void takeStraightTable();
   void takeDefaults();
   void adapt();
@@ -286,6 +288,8 @@ class DecoderBench : public QObject {
   bool gridEditable(CvIndex cv) const;
   void setMark(bool write, CvIndex cv, bool set);
   void showMark(CvIndex cv);
+  /// Shows the ticks of everything that has a box among the fixed controls.
+  void showBoxes();
   void setBox(const QString& name, bool checked);
   void boxChanged(const QString& name, bool checked);
   void markBox(bool write, const QString& name);
@@ -293,6 +297,8 @@ class DecoderBench : public QObject {
   void setMarksOfTab(bool write, int page, int ordinal);
   void setMarksOfFixedTab(bool write, int tab);
   bool markButtonClicked(const QString& name);
+  /// Whether the table's box stands for a CV of 67 to 94.
+  bool tablePlanned(bool write, CvIndex point) const;
 
   // The buttons of the speed table: bench_table.cpp.
   void adaptTable();

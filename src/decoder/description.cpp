@@ -1,8 +1,21 @@
 #include "decoder/description.h"
 
 #include "base/numbers.h"
+#include "decoder/fixed_fields.h"
 
 namespace lokari {
+
+bool DecoderDescription::reachable(CvIndex index) const {
+  const int number = index.value();
+  if (number < 2 || number > kHighestCvIndex) return false;
+  // Paged and register mode reach the first four CVs and the configuration only.
+  if (number <= 4 || number == cv::kConfig) return true;
+  if (PROGMODE != 0) return false;
+  if (number <= 6 || number == cv::kConsist) return true;
+  if (cv::inTable(index)) return FAMILY != 1 || number <= cv::kLastShortTable;
+  // What is on no page is shown in the grid and left to its values.
+  return info(index).exists() && info(index).cvPage >= page::kDrive;
+}
 
 CvNumber DecoderDescription::realNumber(CvIndex index) const {
   const CvDescriptor& entry = info(index);

@@ -33,6 +33,15 @@ struct CvDescriptor {
   bool hasDefault() const { return cvDefault < kReadOnlyDefault; }
 };
 
+/// What the user wants a job to do.
+struct Ticks {
+  bool read = false;
+  bool write = false;
+
+  bool& of(bool writing) { return writing ? write : read; }
+  bool of(bool writing) const { return writing ? write : read; }
+};
+
 /// One bank of CVs, reached by writing `selectA` and `selectB` to the index registers.
 struct CvBank {
   int selectA = 0;
@@ -86,6 +95,11 @@ struct DecoderDescription {
   std::array<int, 7> pageCount{};    ///< CVs per page
   int lineCount = 0;                 ///< CV lines, those without effect included
 
+  // Ticks of what is no CV of the description. They live here, like those of its CVs, so that all
+  // of them end with it.
+  Ticks address;
+  Ticks table;  ///< CV 67 to 94 together
+
   bool hasSpeedTabValues = false;
   std::vector<SpeedTablePoint> speedTabValues;
 
@@ -98,6 +112,10 @@ struct DecoderDescription {
   const CvBank& bankOf(const CvDescriptor& info) const {
     return bankMap[static_cast<size_t>(info.cvBank)];
   }
+  /// Whether CV 67 to 94 are the user speed table, with a curve and a box of their own.
+  bool hasTable() const { return SPEEDTABLE && TYPE != kTypeWithoutDrive; }
+  /// Whether a job gets to a CV that is ticked. The address, CV 1, is none of these.
+  bool reachable(CvIndex index) const;
   /// Points of the user speed table: 15 or 28.
   int tablePoints() const { return FAMILY == 1 ? 15 : 28; }
   /// The number that the decoder knows the CV by.

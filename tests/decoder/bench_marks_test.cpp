@@ -94,13 +94,18 @@ TEST_F(BenchMarks, ATypeWithoutTableTakesItsMarksAway) {
   }
 }
 
-TEST_F(BenchMarks, ATypeWithATableKeepsItsMarks) {
+TEST_F(BenchMarks, ATypeWithATableTakesTheMarksOfTheTypeBeforeAwayToo) {
   openEco(kSome);
   check("chkRd_Tbl");
+  check("chkWrt_Tbl");
+  check("chkDcAdrRead");
+  check("chkDcAdrWrite");
   describe("Adlerton/AT-NANO.dec", "[X]");
   bench->chooseDecoder(QStringLiteral("AT-NANO"));
   clock.advance(100);
-  EXPECT_TRUE(checked("chkRd_Tbl"));
+  for (const char* box : {"chkRd_Tbl", "chkWrt_Tbl", "chkDcAdrRead", "chkDcAdrWrite"}) {
+    EXPECT_FALSE(checked(box)) << box;
+  }
 }
 
 TEST_F(BenchMarks, AllTakesTheRowsThatADecoderWithoutDriveHasInPlaceOfTheTable) {
@@ -201,6 +206,16 @@ TEST_F(BenchMarks, AHeaderClickWorksOnTheSelection) {
   EXPECT_FALSE(cv(3).cvRead);
   EXPECT_TRUE(cv(9).cvRead && cv(30).cvRead && cv(31).cvRead);
   EXPECT_FALSE(cv(50).cvRead);
+}
+
+TEST_F(BenchMarks, ASelectionEndsWithTheTypeItWasMadeUnder) {
+  openEco(kSome);
+  bench->gridSelected(1, 2);
+  describe("Adlerton/AT-NANO.dec", kSome);
+  bench->chooseDecoder(QStringLiteral("AT-NANO"));
+  clock.advance(100);
+  bench->gridHeaderClicked(GridColumn::Read);
+  EXPECT_TRUE(cv(2).cvRead && cv(50).cvRead);
 }
 
 TEST_F(BenchMarks, ASelectionBeyondTheNewTypesRowsIsNone) {

@@ -1,49 +1,19 @@
 // Choosing maker and decoder type in the window, with a catalogue and a description file of each
 // type.
-#include <QDir>
-
-#include "support/test_database.h"
-#include "window_fixture.h"
+#include "choice_fixture.h"
 
 namespace lokari {
 namespace {
 
-class FrmDecoderChoice : public test::WindowFixture {
+class FrmDecoderChoice : public test::ChoiceFixture {
  protected:
   FrmDecoderChoice() {
-    database.clearLists();
-    database.run(
-        "INSERT INTO DCMANUFS (DC_MANUF, DC_MANUF_TEXT, DC_MANUF_SEQ) VALUES "
-        "(97, 'Adler', 1), (60, 'Kessler', 2)");
-    database.run(
-        "INSERT INTO DECODERS (DC_MANUF, DC_DECODER, DC_SEQ) VALUES "
-        "(97, 'Eins', 1), (97, 'Zwei', 2)");
-    catalogue.bind(&database.open());
     describe("CV_33=Standard,0-255,9,3\n");
     describeType("Adler/Eins.dec", "CV_33=Erstes Licht,0-255,11,3\n");
     describeType("Adler/Zwei.dec", "CV_3=Beschleunigung,0-255,7\n" + cvLines(100, 25, 6));
-    record.recManuf = 97;
-    record.recDecoder = QStringLiteral("Eins");
     setValue(33, 44, '1');
     setValue(29, 1 + 4 + 16, '1');
   }
-
-  void describeType(const char* path, const QByteArray& text) {
-    const QString file = base.filePath(QString::fromLatin1(path));
-    QDir().mkpath(QFileInfo(file).path());
-    QFile dec(file);
-    ASSERT_TRUE(dec.open(QIODevice::WriteOnly));
-    dec.write(text);
-  }
-
-  /// Chooses with the keyboard and lets the list close.
-  void choose(const char* name, Qt::Key key) {
-    list(name)->setFocus();
-    QTest::keyClick(list(name), key);
-    clock.advance(100);
-  }
-
-  test::TestDatabase database;
 };
 
 TEST_F(FrmDecoderChoice, OpeningShowsTheStoredTypeWithItsStoredValues) {
@@ -82,7 +52,7 @@ TEST_F(FrmDecoderChoice, AnotherTypeResetsTheOptionsToNoNormalAnd28Steps) {
   edit([&] {
     EXPECT_TRUE(button("optDcComDirReverse")->isChecked());
     EXPECT_TRUE(button("optDcComAnalogYes")->isChecked());
-    choose("cbDcDecoder", Qt::Key_Down);
+    choose("cbDcDecoder", QStringLiteral("Zwei"));
     EXPECT_TRUE(button("optDcComDirNormal")->isChecked());
     EXPECT_TRUE(button("optDcComAnalogNo")->isChecked());
     EXPECT_TRUE(button("optDcComSpdTblNo")->isChecked());
@@ -93,7 +63,7 @@ TEST_F(FrmDecoderChoice, AnotherTypeResetsTheOptionsToNoNormalAnd28Steps) {
 
 TEST_F(FrmDecoderChoice, AMakerWithoutTypesShowsDefaultAndItsDescription) {
   EXPECT_TRUE(edit([&] {
-    choose("cbDcManuf", Qt::Key_Down);
+    choose("cbDcManuf", QStringLiteral("Kessler"));
     EXPECT_EQ(list("cbDcManuf")->currentText(), QStringLiteral("Kessler"));
     EXPECT_EQ(list("cbDcDecoder")->currentText(), QStringLiteral("Default"));
     tabs()->setCurrentIndex(2);

@@ -1,0 +1,127 @@
+// Another decoder type in the open window: what ends with the type before, and what reaches the
+// decoder afterwards.
+#include <QCheckBox>
+#include <QHeaderView>
+
+#include "choice_fixture.h"
+
+namespace lokari {
+namespace {
+
+class FrmDecoderType : public test::ChoiceFixture {
+ protected:
+  FrmDecoderType() {
+    settings.addressCheckNow = false;
+    settings.manufacturerCheckNow = false;
+    describe("CV_33=Standard,0-255,9,3\n");
+    describeType("Adler/Eins.dec",
+                 "CV_2=Anfahren,0-100,1\nCV_3=Beschleunigung,0-255,2\nCV_5=Hoechst,0-255,3\n"
+                 "CV_6=Mitte,0-200,4\nCV_9=Periode,0-99,5,2\nCV_50=Anderes,0-255,1,5\n" +
+                     cvLines(100, 3, 3));
+    describeType("Adler/Zwei.dec", "CV_3=Anlaufzeit,0-63,7\n" + cvLines(110, 4, 4));
+    decoder.setAddress(3);
+    decoder.store(8, 97);
+  }
+
+  void clickHead(GridColumn column) {
+    QHeaderView* heads = grid()->horizontalHeader();
+    const int section = static_cast<int>(column);
+    QTest::mouseClick(
+        heads->viewport(), Qt::LeftButton, Qt::NoModifier,
+        QPoint(heads->sectionViewportPosition(section) + heads->sectionSize(section) / 2,
+               heads->height() / 2));
+  }
+
+  void selectRows(int first, int last) {
+    const auto cell = [this](int row) {
+      return grid()->visualRect(grid()->model()->index(row - 1, 0)).center();
+    };
+    QTest::mouseClick(grid()->viewport(), Qt::LeftButton, Qt::NoModifier, cell(first));
+    QTest::mouseClick(grid()->viewport(), Qt::LeftButton, Qt::ShiftModifier, cell(last));
+  }
+
+  sim::Decoder& decoder = layout.add({}).decoder;
+};
+
+// ---- Ticks ------------------------------------------------------------------------------------
+
+TEST_F(FrmDecoderType, OnlyWhatIsTickedUnderTheNewTypeIsWritten) {
+  edit([&] {
+    click("cmdWriteAll");
+    choose("cbDcDecoder", QStringLiteral("Zwei"));
+    click("chkWrt_3");
+    click("cmdDcProg");
+  });
+  EXPECT_EQ(sent(), QStringList({"xPTWD 3, 7"}));
+}
+
+TEST_F(FrmDecoderType, OnlyWhatIsTickedUnderTheNewTypeIsRead) {
+  edit([&] {
+    click("cmdReadAll");
+    choose("cbDcDecoder", QStringLiteral("Zwei"));
+    click("chkRd_3");
+    click("cmdDcRead");
+  });
+  EXPECT_EQ(sent(), QStringList({"xPTRB 3"}));
+}
+
+TEST_F(FrmDecoderType, AnotherMakerClearsEveryTickToo) {
+  edit([&] {
+    click("cmdWriteAll");
+    choose("cbDcManuf", QStringLiteral("Kessler"));
+    click("cmdDcProg");
+    EXPECT_EQ(prompt.shown, QStringList({"Keine Daten zum Schreiben ausgewählt!"}));
+  });
+  EXPECT_TRUE(line.writes.isEmpty());
+}
+
+TEST_F(FrmDecoderType, EveryBoxIsEmptyAfterwards) {
+  edit([&] {
+    click("cmdReadAll");
+    click("cmdWriteAll");
+    choose("cbDcDecoder", QStringLiteral("Zwei"));
+    const QSet<QString> checks = {QStringLiteral("chkDcAdrChk"), QStringLiteral("chkDcManufChk")};
+    for (const auto* box : window.findChildren<QCheckBox*>()) {
+      if (checks.contains(box->objectName())) continue;
+      EXPECT_FALSE(box->isChecked()) << box->objectName().toStdString();
+    }
+    for (int i = 1; i <= 4864; ++i) {
+      const CvDescriptor& entry = bench.description.info(CvIndex(i));
+      ASSERT_FALSE(entry.cvRead || entry.cvWrite) << i;
+    }
+  });
+}
+
+TEST_F(FrmDecoderType, TheMakerFoundInAReadReadsNothingThatWasTickedBefore) {
+  settings.manufacturerCheckNow = true;
+  decoder.store(8, 60);
+  prompt.answers = {Answer::Ok};
+  edit([&] {
+    click("cmdReadAll");
+    click("chkDcAdrRead");  // off again: the address is read before the maker
+    click("cmdDcRead");
+    EXPECT_EQ(list("cbDcManuf")->currentText(), QStringLiteral("Kessler"));
+    EXPECT_FALSE(button("chkRd_Tbl")->isChecked());
+    EXPECT_FALSE(button("chkRd_29")->isChecked());
+  });
+  EXPECT_EQ(sent(), QStringList({"xPTRB 8", "xPTRB 7"}));
+}
+
+// ---- The grid ---------------------------------------------------------------------------------
+
+TEST_F(FrmDecoderType, AHeadOfTheGridWorksOnNoRowsSelectedBefore) {
+  edit([&] {
+    tabs()->setCurrentIndex(kGridTab);
+    QCoreApplication::processEvents();
+    selectRows(2, 3);
+    choose("cbDcDecoder", QStringLiteral("Zwei"));
+    tabs()->setCurrentIndex(kGridTab);
+    QCoreApplication::processEvents();
+    clickHead(GridColumn::Write);
+    EXPECT_TRUE(bench.description.info(CvIndex(3)).cvWrite) << "without a selection it is all rows";
+    EXPECT_TRUE(bench.description.info(CvIndex(113)).cvWrite);
+  });
+}
+
+}  // namespace
+}  // namespace lokari
