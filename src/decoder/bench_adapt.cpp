@@ -260,7 +260,7 @@ void DecoderBench::adaptFixedFields() {
                      .arg(entry.cvName.left(kLongestName), entry.cvRange.left(kLongestRange)));
       controls.setText(field, QString::number(sets.value(cv)));
     } else {
-      controls.setText(field, QStringLiteral("0"));
+      showFieldText(field, QStringLiteral("0"));
       controls.setColour(field, TextColour::Normal);
       setBox(fixed.readBox(), false);
       setBox(fixed.writeBox(), false);

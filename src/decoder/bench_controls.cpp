@@ -167,4 +167,8 @@ bool BenchControls::setColour(const QString& name, TextColour colour) {
   return set(name, &Control::colour, colour);
 }
 
+bool BenchControls::setHolds(const QString& name, const std::optional<QString>& holds) {
+  return set(name, &Control::holds, holds);
+}
+
 }  // namespace lokari

@@ -6,6 +6,8 @@
 #include <QObject>
 #include <QStringList>
 
+#include <optional>
+
 namespace lokari {
 
 /// Normal is the system's text colour; Blue a verified, Red a failed CV.
@@ -21,6 +23,8 @@ struct Control {
   bool locked = false;   ///< shown, selectable, not editable
   bool checked = false;  ///< check boxes and options
   TextColour colour = TextColour::Normal;
+  /// Value fields: the value that holds beside a text that was not taken; empty for none.
+  std::optional<QString> holds;
 
   bool operator==(const Control&) const = default;
 };
@@ -65,6 +69,7 @@ class BenchControls : public QObject {
   bool setLocked(const QString& name, bool locked);
   bool setChecked(const QString& name, bool checked);
   bool setColour(const QString& name, TextColour colour);
+  bool setHolds(const QString& name, const std::optional<QString>& holds);
 
  signals:
   void changed(const QString& name);

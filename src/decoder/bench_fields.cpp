@@ -77,17 +77,23 @@ QString DecoderBench::fieldText(const QString& field) const {
 }
 
 void DecoderBench::setFieldText(const QString& field, const QString& text) {
-  if (showFieldText(field, text)) fieldChanged(field);
+  const bool changed = showFieldText(field, text);
+  if (field == addressField()) holdAddress();
+  if (changed) fieldChanged(field);
 }
 
 bool DecoderBench::showFieldText(const QString& field, const QString& text) {
   const int row = rowNamed(field);
-  if (row < 0) return controls.setText(field, text);
-  PageRow& entry = rows_[static_cast<size_t>(row)];
-  if (entry.text == text) return false;
-  entry.text = text;
-  emit rowChanged(row);
-  return true;
+  bool changed = false;
+  if (row < 0) {
+    changed = controls.setText(field, text);
+  } else if (PageRow& entry = rows_[static_cast<size_t>(row)]; entry.text != text) {
+    entry.text = text;
+    changed = true;
+    emit rowChanged(row);
+  }
+  showHolds(field);
+  return changed;
 }
 
 void DecoderBench::refillField(const QString& field, const QString& text) {
@@ -123,7 +129,7 @@ void DecoderBench::valueChanged(CvIndex cv) {
 // ---- Events -----------------------------------------------------------------------------------
 
 void DecoderBench::fieldEdited(const QString& name, const QString& text) {
-  setFieldText(name, text);
+  if (showFieldText(name, text)) fieldChanged(name);
 }
 
 void DecoderBench::fieldChanged(const QString& field) {
@@ -158,7 +164,11 @@ void DecoderBench::fieldChanged(const QString& field) {
 void DecoderBench::fieldLeft(const QString& name) {
   if (name == addressField()) {
     const auto address = addressNumber();
-    if (address && *address > description.MAXADDRESS) refuseAddress();
+    if (address && *address > description.MAXADDRESS) {
+      refuseAddress();
+    } else {
+      holdAddress();
+    }
     return;
   }
   if (name == consistField()) {
@@ -179,7 +189,7 @@ void DecoderBench::refuseAddress() {
 }
 
 void DecoderBench::rowEdited(int row, const QString& text) {
-  setFieldText(rows_[static_cast<size_t>(row)].fieldName(), text);
+  fieldEdited(rows_[static_cast<size_t>(row)].fieldName(), text);
 }
 
 void DecoderBench::rowLeft(int row) {
@@ -218,6 +228,7 @@ bool DecoderBench::CheckDcField(const QString& field, CvIndex cv, const QString&
   }
   sets.setValue(cv, kept | value);
   valueChanged(cv);
+  showHolds(field);
   return true;
 }
 

@@ -47,6 +47,7 @@ void DecoderBench::open(const CvRecord& record, const QString& address) {
   sets.openAt(record.recSetName);
   showSetNames();
   showCurrentSet();
+  addressHeld_.clear();
   setFieldText(QStringLiteral("dc_adr"), address);
   emit focusRequested(QStringLiteral("dc_adr"), true);
   fillSelectors(record.recManuf, record.recDecoder);
@@ -150,6 +151,7 @@ void DecoderBench::setNameLeft(const QString& text) {
 
 void DecoderBench::cmdOK(CvRecord& record) {
   finishChoice();
+  giveWay();
   sets.storeCurrent();
   for (int i = 1; i <= SetNumber::kCount; ++i) {
     const SetNumber set(i);
@@ -178,6 +180,7 @@ void DecoderBench::cmdCancel() {
 // ---- Showing ----------------------------------------------------------------------------------
 
 void DecoderBench::selectTab(int tab) {
+  giveWay();
   selectedTab_ = tab;
   emit tabSelected(tab);
 }
@@ -217,6 +220,7 @@ void DecoderBench::refreshFields(bool onlyGrid) {
 // ---- Jobs -------------------------------------------------------------------------------------
 
 void DecoderBench::runJob() {
+  giveWay();
   switch (parts_.link.commJob) {
     case CommJob::ReadProgTrack:
     case CommJob::ReadMain:

@@ -263,6 +263,14 @@ class DecoderBench : public QObject {
   /// Sets a text, and nothing follows. True when it changed.
   bool showFieldText(const QString& field, const QString& text);
   void setFieldColour(const QString& field, TextColour colour);
+  // Texts that were not taken: bench_holds.cpp.
+  QString heldText(const QString& field) const;
+  void holdAddress();
+  /// Shows beside a field the value that holds, unless its text is that value or empty.
+  void showHolds(const QString& field);
+  bool givesWay(const QString& field) const;
+  /// Every text that was not taken gives way to the value that holds.
+  void giveWay();
   void fieldChanged(const QString& field);
   void refuseAddress();
   bool userChange() const { return !commRunning && !windowOpening && !refreshing; }
@@ -333,6 +341,7 @@ class DecoderBench : public QObject {
   CvGrid grid_;
   int gridEditRow_ = 0;
   int selectedTab_ = 0;
+  QString addressHeld_;   // the address that holds while its text is none
   CvIndex userRowCv_{9};  // CV of the spare row of the drive page
   bool progressEnabled_ = false;
   bool choicePending_ = false;

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <optional>
 #include <vector>
 
 #include "decoder/bench_controls.h"
@@ -52,7 +53,8 @@ struct PageRow {
   QString labelTip;  ///< tool tip of the label
   QString text;
   TextColour colour = TextColour::Normal;
-  bool locked = false;  ///< the value field
+  std::optional<QString> holds = {};  ///< the value that holds beside a text that was not taken
+  bool locked = false;           ///< the value field
   bool read = false;
   bool readEnabled = true;
   bool write = false;

@@ -108,6 +108,137 @@ TEST_F(FrmDecoderFields, TextThatIsNoNumberStaysWithoutAMessageAndChangesNothing
   });
 }
 
+// ---- Texts that are not taken -----------------------------------------------------------------
+
+QColor groundOf(const QWidget* control) {
+  return control->palette().color(QPalette::Active, QPalette::Base);
+}
+const QColor kAmber(0xFF, 0xF3, 0xCD);
+
+TEST_F(FrmDecoderFields, ATextThatWasNotUnderstoodLooksNotTakenAndTheValueThatHoldsStandsBeside) {
+  setValue(3, 20);
+  edit([&] {
+    ValueEdit* time = field("txtDcComAccTime");
+    const QLabel* holds = label("holds_txtDcComAccTime");
+    const QColor plain = groundOf(time);
+    for (const char* text : {"0x10", "1 2", "abc"}) {
+      type(time, QString::fromLatin1(text));
+      leave(time);
+      EXPECT_EQ(time->text(), QString::fromLatin1(text));
+      EXPECT_EQ(groundOf(time), kAmber) << text;
+      EXPECT_TRUE(holds->isVisible());
+      EXPECT_EQ(holds->text(), QStringLiteral("gilt 20"));
+      EXPECT_EQ(time->accessibleDescription(), QStringLiteral("nicht übernommen, es gilt 20"));
+      EXPECT_EQ(value(3), 20);
+    }
+    type(time, QStringLiteral("21"));
+    EXPECT_EQ(groundOf(time), plain);
+    EXPECT_FALSE(holds->isVisible());
+    leave(time);
+    EXPECT_EQ(value(3), 21);
+  });
+}
+
+TEST_F(FrmDecoderFields, ANumberThatIsRoundedShowsWhatWasTaken) {
+  setValue(3, 20);
+  edit([&] {
+    ValueEdit* time = field("txtDcComAccTime");
+    type(time, QStringLiteral("12,5"));
+    EXPECT_EQ(label("holds_txtDcComAccTime")->text(), QStringLiteral("gilt 20")) << "not left yet";
+    leave(time);
+    EXPECT_EQ(time->text(), QStringLiteral("12,5"));
+    EXPECT_EQ(value(3), 12);
+    EXPECT_EQ(groundOf(time), kAmber);
+    EXPECT_EQ(label("holds_txtDcComAccTime")->text(), QStringLiteral("gilt 12"));
+    tabs()->setCurrentIndex(1);
+    EXPECT_EQ(time->text(), QStringLiteral("12"));
+  });
+}
+
+TEST_F(FrmDecoderFields, AnotherPageLetsATextGiveWayToTheValue) {
+  setValue(3, 20);
+  edit([&] {
+    ValueEdit* time = field("txtDcComAccTime");
+    type(time, QStringLiteral("0x10"));
+    tabs()->setCurrentIndex(1);
+    QCoreApplication::processEvents();
+    tabs()->setCurrentIndex(0);
+    EXPECT_EQ(time->text(), QStringLiteral("20"));
+    EXPECT_NE(groundOf(time), kAmber);
+    EXPECT_FALSE(label("holds_txtDcComAccTime")->isVisible());
+    EXPECT_EQ(value(3), 20);
+  });
+}
+
+TEST_F(FrmDecoderFields, AnotherPageTakesANumberThatWasTypedAndNotLeft) {
+  setValue(3, 20);
+  edit([&] {
+    type(field("txtDcComAccTime"), QStringLiteral("30,4"));
+    click(tabs()->tabBar());
+    tabs()->setCurrentIndex(1);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(value(3), 30);
+  });
+}
+
+TEST_F(FrmDecoderFields, AJobStartsWithTheValuesThatHold) {
+  setValue(3, 20);
+  edit([&] {
+    type(field("txtDcComAccTime"), QStringLiteral("1 2"));
+    type(field("dc_adr"), QStringLiteral("x"));
+    QString time;
+    QString address;
+    QObject::connect(&bench, &DecoderBench::jobRequested, &window, [&] {
+      time = field("txtDcComAccTime")->text();
+      address = field("dc_adr")->text();
+    });
+    click("cmdDcRead");
+    EXPECT_EQ(time, QStringLiteral("20"));
+    EXPECT_EQ(address, QStringLiteral("3"));
+  });
+}
+
+TEST_F(FrmDecoderFields, OkHandsOverTheAddressThatHolds) {
+  edit([&] {
+    type(field("dc_adr"), QStringLiteral("64.5"));
+    EXPECT_EQ(groundOf(field("dc_adr")), kAmber);
+    EXPECT_EQ(label("holds_dc_adr")->text(), QStringLiteral("gilt 64"));
+    type(field("dc_adr"), QStringLiteral("1e2"));
+    EXPECT_EQ(label("holds_dc_adr")->text(), QStringLiteral("gilt 100"));
+    type(field("dc_adr"), QStringLiteral("neu"));
+    EXPECT_EQ(label("holds_dc_adr")->text(), QStringLiteral("gilt 3"));
+    click("cmdOK");
+    EXPECT_FALSE(window.isVisible());
+  });
+  EXPECT_EQ(bench.controls.at(QStringLiteral("dc_adr")).text, QStringLiteral("3"));
+}
+
+TEST_F(FrmDecoderFields, ARowOfAPageShowsTheValueThatHoldsAsWell) {
+  describe("CV_52=Zeile,0-255,0,3\n");
+  setValue(52, 9);
+  edit([&] {
+    tabs()->setCurrentIndex(2);
+    type(field("txtFunc_1"), QStringLiteral("0x9"));
+    leave(field("txtFunc_1"));
+    EXPECT_EQ(groundOf(field("txtFunc_1")), kAmber);
+    EXPECT_EQ(label("holds_txtFunc_1")->text(), QStringLiteral("gilt 9"));
+    tabs()->setCurrentIndex(0);
+    EXPECT_EQ(field("txtFunc_1")->text(), QStringLiteral("9"));
+  });
+}
+
+TEST_F(FrmDecoderFields, AnEmptyFieldIsTakenAsItAlwaysWas) {
+  setValue(3, 20);
+  edit([&] {
+    ValueEdit* time = field("txtDcComAccTime");
+    type(time, QStringLiteral("7"));
+    QTest::keyClick(time, Qt::Key_Backspace);
+    EXPECT_NE(groundOf(time), kAmber);
+    leave(time);
+    EXPECT_EQ(value(3), 0);
+  });
+}
+
 TEST_F(FrmDecoderFields, AnOptionSetsItsBitAndItsTwin) {
   edit([&] {
     click("optDcComDirReverse");

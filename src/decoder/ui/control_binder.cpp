@@ -43,6 +43,33 @@ QPushButton* disabledButton(QWidget* parent, const QString& name, const QString&
   return button;
 }
 
+QLabel* holdsLabel(QWidget* parent, const QString& field) {
+  auto* label = named(new QLabel(parent), QStringLiteral("holds_") + field, {});
+  label->setTextFormat(Qt::PlainText);
+  label->setAutoFillBackground(true);
+  label->setContentsMargins(4, 0, 4, 0);
+  colourText(label, TextColour::Normal, Ground::NotTaken);
+  label->hide();
+  return label;
+}
+
+void showHolds(QLabel* label, const std::optional<QString>& holds) {
+  label->setVisible(holds.has_value());
+  if (holds)
+    label->setText(QStringLiteral("gilt ") + (holds->isEmpty() ? QStringLiteral("keine") : *holds));
+}
+
+void showValueState(ValueEdit* field, TextColour colour, bool locked,
+                    const std::optional<QString>& holds) {
+  field->setReadOnly(locked);
+  const Ground ground = locked ? Ground::ReadOnly : Ground::Plain;
+  colourText(field, colour, holds ? Ground::NotTaken : ground);
+  QString said;
+  if (locked) said = QStringLiteral("nur lesbar");
+  if (holds) said = QStringLiteral("nicht übernommen, es gilt %1").arg(*holds);
+  field->setAccessibleDescription(said);
+}
+
 void showState(QWidget* control, const Control& state) {
   control->setEnabled(state.enabled);
   if (control->isHidden() == state.visible) control->setVisible(state.visible);
@@ -82,9 +109,8 @@ ValueEdit* ControlBinder::field(QWidget* parent, const QString& name,
   auto* field = named(new ValueEdit(parent), name, accessibleName);
   bind(name, [field](const Control& control) {
     if (field->text() != control.text) field->setText(control.text);
-    field->setReadOnly(control.locked);
     showState(field, control);
-    colourText(field, control.colour);
+    showValueState(field, control.colour, control.locked, control.holds);
   });
   connect(field, &ValueEdit::textEdited, this,
           [this, name](const QString& text) { bench_.fieldEdited(name, text); });
@@ -92,6 +118,15 @@ ValueEdit* ControlBinder::field(QWidget* parent, const QString& name,
   onLeft(field, [this, name] { bench_.fieldLeft(name); });
   tips(field, [this, name] { return bench_.controls.at(name).tag; });
   return field;
+}
+
+QLabel* ControlBinder::holds(QWidget* parent, const QString& name) {
+  QLabel* label = holdsLabel(parent, name);
+  // The field shows the same control, so the two share its changes.
+  connect(&bench_.controls, &BenchControls::changed, label, [this, label, name](const QString& of) {
+    if (of == name) showHolds(label, bench_.controls.at(name).holds);
+  });
+  return label;
 }
 
 QCheckBox* ControlBinder::checkBox(QWidget* parent, const QString& name, const QString& text,

@@ -29,6 +29,8 @@ class ControlBinder final : public QObject {
   // Each makes the control `name` as a child of `parent`. `text` stays until the bench gives one.
   QLabel* label(QWidget* parent, const QString& name, const QString& text);
   ValueEdit* field(QWidget* parent, const QString& name, const QString& accessibleName);
+  /// `holds_<name>`: the value that holds beside a field whose text was not taken.
+  QLabel* holds(QWidget* parent, const QString& name);
   QCheckBox* checkBox(QWidget* parent, const QString& name, const QString& text,
                       const QString& accessibleName = {});
   QRadioButton* option(QWidget* parent, const QString& name, const QString& text,
@@ -75,6 +77,14 @@ class ControlBinder final : public QObject {
 
 /// A button that nothing can be done with yet: its dialog is not in the program.
 QPushButton* disabledButton(QWidget* parent, const QString& name, const QString& text);
+
+/// A label for the value that holds beside a field, hidden until showHolds().
+QLabel* holdsLabel(QWidget* parent, const QString& field);
+void showHolds(QLabel* label, const std::optional<QString>& holds);
+
+/// A value field's colours, and what is said about a text that was not taken.
+void showValueState(ValueEdit* field, TextColour colour, bool locked,
+                    const std::optional<QString>& holds);
 
 /// Enabled and visible as the bench says.
 void showState(QWidget* control, const Control& state);

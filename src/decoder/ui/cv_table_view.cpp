@@ -107,7 +107,7 @@ void CvTableView::makeEditor() {
   tabText_->setAccessibleName(QStringLiteral("Wert"));
   binder_.bind(name, [this](const Control& control) {
     if (tabText_->text() != control.text) tabText_->setText(control.text);
-    colourText(tabText_, control.colour);
+    showValueState(tabText_, control.colour, false, control.holds);
   });
   connect(tabText_, &ValueEdit::textEdited, this,
           [this, name](const QString& text) { bench_.fieldEdited(name, text); });

@@ -111,7 +111,10 @@ class PageMaker {
     QLabel* label = binder_.label(box_, text(line.label), text(line.caption));
     ValueEdit* field = binder_.field(box_, text(line.field), cv);
     field->setFixedWidth(field->fontMetrics().horizontalAdvance(QStringLiteral("0000000")) + 16);
-    grid_->addWidget(label, row_, kLabel);
+    auto* words = new QHBoxLayout;
+    words->addWidget(label, 1);
+    words->addWidget(binder_.holds(box_, text(line.field)));
+    grid_->addLayout(words, row_, kLabel);
     grid_->addWidget(field, row_, kField);
     boxes(text(line.read), text(line.write), cv);
     // Room for two lines, so that a long name does not push the page apart.

@@ -10,7 +10,6 @@
 #include <utility>
 
 #include "decoder/ui/control_binder.h"
-#include "decoder/ui/text_colour.h"
 #include "decoder/ui/value_edit.h"
 
 namespace lokari {
@@ -90,7 +89,7 @@ RowsPage::RowControls RowsPage::makeRow(int row) {
   }
   connect(bit, &QToolButton::clicked, this,
           [this, row] { binder_.act([this, row] { bench_.rowBitClicked(row); }); });
-  return {label, field, read, write, bit};
+  return {label, holdsLabel(content_, state.fieldName()), field, read, write, bit};
 }
 
 void RowsPage::makeButtons(QGridLayout* grid) {
@@ -155,7 +154,10 @@ void RowsPage::make(QWidget* before) {
     const int line = 1 + state.rowOnTab % kRowsPerColumn;
     const int column = state.rowOnTab < kRowsPerColumn ? 0 : static_cast<int>(kHalf);
     controls.field->setFixedWidth(fieldWidth);
-    grid->addWidget(controls.label, line, column + kLabel);
+    auto* words = new QHBoxLayout;
+    words->addWidget(controls.label, 1);
+    words->addWidget(controls.holds);
+    grid->addLayout(words, line, column + kLabel);
     grid->addWidget(controls.field, line, column + kField);
     grid->addWidget(controls.read, line, column + kRead, Qt::AlignCenter);
     grid->addWidget(controls.write, line, column + kWrite, Qt::AlignCenter);
@@ -179,9 +181,9 @@ void RowsPage::showRow(int row) {
   found->label->setText(state.label);
   found->label->setToolTip(state.labelTip);
   if (found->field->text() != state.text) found->field->setText(state.text);
-  found->field->setReadOnly(state.locked);
   found->field->setAccessibleName(state.label);
-  colourText(found->field, state.colour);
+  showValueState(found->field, state.colour, state.locked, state.holds);
+  showHolds(found->holds, state.holds);
   found->read->setChecked(state.read);
   found->read->setEnabled(state.readEnabled);
   found->read->setAccessibleName(state.labelTip + QStringLiteral(" lesen"));

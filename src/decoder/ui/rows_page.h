@@ -38,6 +38,7 @@ class RowsPage final : public QWidget {
  private:
   struct RowControls {
     QLabel* label;
+    QLabel* holds;
     ValueEdit* field;
     QCheckBox* read;
     QCheckBox* write;
