@@ -46,9 +46,12 @@ void readBaudrate(const Keys& keys, Settings& settings) {
   if (known != kBaudrates.end()) settings.baudrate = *known;
 }
 
+QString stationName(const Keys& keys) {
+  return keys.text(QStringLiteral("BaseUnit"), QStringLiteral("MX1"), 64);
+}
+
 void readStation(const Keys& keys, Settings& settings) {
-  const QString name = keys.text(QStringLiteral("BaseUnit"), QStringLiteral("MX1"), 64);
-  const StationKindRow* row = stationKindByName(name);
+  const StationKindRow* row = stationKindByName(stationName(keys));
   if (row == nullptr) return;
   settings.baseUnit = row->kind;
   if (row->impliesLenzV36) settings.lenzV36 = true;
@@ -92,6 +95,11 @@ Settings loadSettings(const IniFile& ini, const QString& appPath) {
       reportPath(keys, QStringLiteral("CSVReport"), QStringLiteral("repc_ger.rpt"), appPath);
   keys.flag(QStringLiteral("CANLog"), settings.canLog);
   return settings;
+}
+
+std::optional<QString> unknownStation(const IniFile& ini) {
+  const QString name = stationName(Keys(ini));
+  return stationKindByName(name) == nullptr ? std::optional(name) : std::nullopt;
 }
 
 }  // namespace lokari

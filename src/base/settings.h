@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <optional>
+
 #include "base/station_kind.h"
 
 namespace lokari {
@@ -45,5 +47,8 @@ inline constexpr char16_t kTitle[] = u"Lokari V4.11";
 /// named from. Nothing is reported: a missing file or key gives the default, a bad value leaves
 /// the initial one.
 Settings loadSettings(const IniFile& ini, const QString& appPath);
+
+/// The value of `BaseUnit` when it names no station kind; loadSettings() then keeps the initial one.
+std::optional<QString> unknownStation(const IniFile& ini);
 
 }  // namespace lokari

@@ -13,4 +13,10 @@ const StationKindRow* stationKindByName(QStringView name) {
   return nullptr;
 }
 
+QStringList stationNames() {
+  QStringList names;
+  for (const StationKindRow& row : kStationKinds) names << QString::fromUtf16(row.name);
+  return names;
+}
+
 }  // namespace lokari

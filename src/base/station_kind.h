@@ -2,6 +2,7 @@
 // protocol family or a window asks it for a property and never for a kind.
 #pragma once
 
+#include <QStringList>
 #include <QStringView>
 
 #include <array>
@@ -41,6 +42,8 @@ struct CabFeatures {
   bool linkStaysOpen;     ///< the session is opened ahead of the cab and stays open between uses
   bool dropsInputAtLoad;  ///< input that waits is dropped before the state is read
   bool programsOnMain;    ///< the cab offers CVs for programming on the main track
+  /// Reading a vehicle's state switches the track power on.
+  bool readingSwitchesOn = false;
 
   bool available() const { return funcCount >= 0; }
 };
@@ -75,7 +78,7 @@ inline constexpr std::array<StationKindRow, 13> kStationKinds{{
     {StationKind::LiUsb,   u"LIUSB",   ProtocolFamily::Lenz,       Transport::Serial, 57600, Handshaking::RequestToSend, false, true,  true,  false, kNoCvLimit, true,  true,  {7, false, 0, false, true, true}},
     {StationKind::TamsMc,  u"TAMSMC",  ProtocolFamily::Tams,       Transport::Serial, 2400,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false, {7, false, 0, false, true, true}},
     {StationKind::Mx1Bin,  u"MX1BIN",  ProtocolFamily::ZimoBinary, Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false, {12, true, 0, false, true, true}},
-    {StationKind::Mx1Ulf,  u"MX1ULF",  ProtocolFamily::ZimoBinary, Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, false, false, kNoCvLimit, false, false, {12, true, 0, false, true, true}},
+    {StationKind::Mx1Ulf,  u"MX1ULF",  ProtocolFamily::ZimoBinary, Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, false, false, kNoCvLimit, false, false, {12, true, 0, false, true, true, true}},
     {StationKind::LiDp,    u"LIDP",    ProtocolFamily::LiDp,       Transport::Serial, 57600, Handshaking::None,          false, false, false, false, kNoCvLimit, false, false, {-1, false, 0, false, false, false}},
     {StationKind::Mx10,    u"MX10",    ProtocolFamily::Mx10,       Transport::Can,    0,     Handshaking::None,          false, false, true,  true,  kNoCvLimit, false, false, {28, true, 2000, true, true, true}},
     {StationKind::Mx10Ip,  u"MX10IP",  ProtocolFamily::Mx10,       Transport::Can,    0,     Handshaking::None,          true,  false, true,  true,  kNoCvLimit, false, false, {28, true, 2000, true, true, true}},
@@ -88,5 +91,8 @@ const StationKindRow& stationKind(StationKind kind);
 
 /// The row whose name equals `name` without regard to case, or nullptr.
 const StationKindRow* stationKindByName(QStringView name);
+
+/// The names of all kinds.
+QStringList stationNames();
 
 }  // namespace lokari

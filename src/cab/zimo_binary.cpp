@@ -64,7 +64,7 @@ std::optional<FunctionMask> ZimoBinaryCab::readState() {
 /// The MX1ULF tells of vehicles once its track power is on. Reading again must not undo a stop
 /// that was pressed after the first reading.
 void ZimoBinaryCab::openStation(ZimoBinaryFraming& framing) {
-  if (link().settings().baseUnit != StationKind::Mx1Ulf) return;
+  if (!link().settings().station().cab.readingSwitchesOn) return;
   if (hasOpened_ && framing.zbinAhead == zbincab::trackPower(false)) return;
   hasOpened_ = true;
   framing.zbinSettle();

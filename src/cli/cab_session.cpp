@@ -1,57 +1,118 @@
 #include "cli/cab_session.h"
 
-#include "cli/arguments.h"
+#include <limits>
+#include <utility>
+
 #include "cli/command.h"
 #include "cli/console.h"
+#include "link/link_error.h"
+#include "link/station_protocol.h"
 
 namespace lokari {
 
 CabSession::CabSession(CliContext& context) : context_(context), line_(context.link) {
-  StationLink& link = context.link;
-  // Opening may wait for the station, too.
-  context.interrupt.action = [&link] { link.cancelRequested = true; };
-  const QString failure = link.initComm(true, false, false);
-  if (!failure.isEmpty()) {
-    context.console.message(failure);
-    context.console.message(link.openFailureReason());
-    link.FinishComm();
-    return;
-  }
-  open_ = true;
-  if (context.interrupt.raised) link.cancelRequested = true;
+  // Somebody who has given up before it began wants no station to be woken.
+  if (!context.interrupt.raised) open();
 }
 
 CabSession::~CabSession() {
-  context_.interrupt.action = nullptr;
+  close();
+}
+
+bool CabSession::open() {
+  const QString failure = context_.link.openForJob(false);
+  open_ = failure.isEmpty();
+  opened_ = opened_ || open_;
+  if (open_) return true;
+  context_.console.message(failure);
+  const QString& reason = context_.link.openFailureReason();
+  if (!reason.isEmpty()) context_.console.message(reason);
+  return false;
+}
+
+void CabSession::close() {
   if (open_) context_.link.FinishComm();
+  open_ = false;
+}
+
+bool CabSession::mayRead(int readings) {
+  if (!open_ || context_.link.cancelRequested) return false;
+  if (readings == 0 || context_.settings.station().transport != Transport::Can) return true;
+  // A CAN session that hears nothing is worth being opened anew.
+  close();
+  return open();
+}
+
+void CabSession::prepareReading() {
+  if (context_.settings.station().cab.dropsInputAtLoad) context_.link.protocol().dropInput();
+}
+
+void CabSession::tellNoState() {
+  failed_ = true;
+  if (context_.interrupt.raised) return;
+  context_.prompt.message(QStringLiteral("Keine Daten von Digitalzentrale erhalten"));
+}
+
+void CabSession::exchange(const std::function<void()>& run) {
+  line_.exchange(this, 0, [&run] {
+    try {
+      run();
+    } catch (const LinkError&) {
+      // The port tells what became of it.
+    }
+  });
+}
+
+bool CabSession::command(const std::function<void()>& send) {
+  if (!open_ || context_.interrupt.raised) return false;
+  const int beeps = context_.prompt.beeps();
+  exchange(send);
+  return confirmed(beeps);
+}
+
+bool CabSession::stop(const std::function<void()>& send) {
+  if (!open_) return false;
+  const int beeps = context_.prompt.beeps();
+  line_.urgent([&send] {
+    try {
+      send();
+    } catch (const LinkError&) {
+      // As above.
+    }
+  });
+  return confirmed(beeps);
+}
+
+bool CabSession::confirmed(int beepsBefore) {
+  QString fault = portFault();
+  if (fault.isEmpty()) {
+    if (context_.prompt.beeps() == beepsBefore) return true;
+    fault = QStringLiteral("Die Digitalzentrale hat einen Befehl nicht bestätigt!");
+  }
+  failed_ = true;
+  if (!std::exchange(toldUnsent_, true)) context_.console.message(fault);
+  return false;
+}
+
+/// Messages tell no failure themselves: a device that has vanished shows here.
+QString CabSession::portFault() {
+  try {
+    context_.link.protocol().arrived(std::numeric_limits<qint32>::max());
+    return {};
+  } catch (const LinkError& error) {
+    return error.message();
+  }
 }
 
 ExitStatus CabSession::status() const {
-  if (context_.prompt.hasBeeped()) {
-    context_.console.message(
-        QStringLiteral("Die Digitalzentrale hat einen Befehl nicht bestätigt!"));
-    return ExitStatus::Failed;
-  }
-  return context_.interrupt.raised ? ExitStatus::Failed : ExitStatus::Done;
+  if (!opened_ && !context_.interrupt.raised) return ExitStatus::WrongCall;
+  return failed_ || context_.interrupt.raised ? ExitStatus::Failed : ExitStatus::Done;
 }
 
 void checkHasCabs(const CliContext& context, const QString& job) {
   const StationKindRow& kind = context.settings.station();
   if (kind.cab.available()) return;
   throw WrongCall(QStringLiteral("%1 kann nicht %2!").arg(QString::fromUtf16(kind.name), job));
-}
-
-SwitchArgument switchArgument(const QString& text, int first, int last, const QString& what) {
-  const QStringList halves = text.split(QLatin1Char('='));
-  const bool on = halves.size() == 2 && halves[1] == QLatin1String("on");
-  if (!on && (halves.size() != 2 || halves[1] != QLatin1String("off"))) {
-    throw WrongCall(QStringLiteral("\"%1\" ist weder N=on noch N=off!").arg(text));
-  }
-  return {numberArgument(halves[0], first, last, what), on};
-}
-
-QString onOff(bool on) {
-  return on ? QStringLiteral("ein") : QStringLiteral("aus");
 }
 
 }  // namespace lokari

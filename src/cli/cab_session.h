@@ -1,5 +1,7 @@
-// The station's session of a command that drives or switches.
+// The station's session of a command that drives or switches, and the order of its messages.
 #pragma once
+
+#include <functional>
 
 #include "cab/cab_line.h"
 #include "cli/cli.h"
@@ -8,37 +10,60 @@ namespace lokari {
 
 class CabSession {
  public:
-  /// Opens the session. Ctrl-C becomes `cancelRequested`.
   explicit CabSession(CliContext& context);
   ~CabSession();
   CabSession(const CabSession&) = delete;
   CabSession& operator=(const CabSession&) = delete;
 
-  /// False when the station could not be reached; the reason has been told.
+  /// False when the station could not be reached, the reason has been told, or when the user has
+  /// given up before. status() is the command's then.
   bool isOpen() const { return open_; }
   CabLine& line() { return line_; }
-  /// The exit status behind the commands, which tell no failure themselves; the user is told here.
+  /// Reads a state, with one retry as a cab has it, and tells a failure. `read` gives an optional.
+  template <class Read>
+  auto read(const Read& read) -> decltype(read());
+  /// Runs a message and what answers it; false when it was not sent or not confirmed, which is told
+  /// once. Nothing runs behind a Ctrl-C.
+  bool command(const std::function<void()>& send);
+  /// The same for a stop, which goes out behind a Ctrl-C too.
+  bool stop(const std::function<void()>& send);
+
   ExitStatus status() const;
-  /// Somebody else gives the session back.
-  void handOver() { open_ = false; }
 
  private:
+  static constexpr int kReadings = 2;
+
+  bool open();
+  void close();
+  bool mayRead(int readings);
+  void prepareReading();
+  void tellNoState();
+  void exchange(const std::function<void()>& run);
+  bool confirmed(int beepsBefore);
+  QString portFault();
+
   CliContext& context_;
   CabLine line_;
   bool open_ = false;
+  bool opened_ = false;  // once at least
+  bool failed_ = false;
+  bool toldUnsent_ = false;
 };
 
 /// Refuses, as a wrong call, a station kind without cabs; `job` is what it cannot do.
 void checkHasCabs(const CliContext& context, const QString& job);
 
-/// "N=on" or "N=off", N from `first` to `last`.
-struct SwitchArgument {
-  int number = 0;
-  bool on = false;
-};
-SwitchArgument switchArgument(const QString& text, int first, int last, const QString& what);
-
-/// "ein" or "aus".
-QString onOff(bool on);
+template <class Read>
+auto CabSession::read(const Read& read) -> decltype(read()) {
+  decltype(read()) state;
+  for (int readings = 0; readings < kReadings && !state && mayRead(readings); ++readings) {
+    exchange([&] {
+      prepareReading();
+      state = read();
+    });
+  }
+  if (!state) tellNoState();
+  return state;
+}
 
 }  // namespace lokari

@@ -4,7 +4,6 @@
 
 #include "base/paths.h"
 #include "base/text_file.h"
-#include "cli/arguments.h"
 #include "cli/command.h"
 #include "cli/console.h"
 #include "db/database.h"
@@ -59,16 +58,14 @@ QList<Fault> descriptionFaults(const QString& basePath, const QString& file) {
 
 }  // namespace
 
-ExitStatus check(const QStringList& arguments, CliContext& context) {
-  if (!Arguments(arguments).takeRest().isEmpty()) {
-    throw WrongCall(QStringLiteral("check hat keine Argumente!"));
-  }
+ExitStatus check(const Call&, CliContext& context) {
   QList<Fault> faults = databaseFaults(context.settings.dbPath);
   const QStringList files = descriptionFiles(context.paths.basePath);
   for (const QString& file : files) faults += descriptionFaults(context.paths.basePath, file);
   for (const Fault& fault : std::as_const(faults)) {
-    context.console.result(
-        QStringLiteral("%1\t%2\t%3").arg(fault.file).arg(fault.line).arg(fault.text));
+    context.results.line({{QStringLiteral("file"), fault.file},
+                          {QStringLiteral("line"), fault.line},
+                          {QStringLiteral("fault"), fault.text}});
   }
   context.console.message(
       QStringLiteral("Geprüft: die Datenbank und %1 Beschreibungsdateien, %2 Fehler.")

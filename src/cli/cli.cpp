@@ -1,45 +1,27 @@
 #include "cli/cli.h"
 
+#include <QFileInfo>
+
 #include "app/installation.h"
 #include "base/ini_file.h"
-#include "cli/arguments.h"
+#include "base/paths.h"
 #include "cli/command.h"
 #include "cli/console.h"
 #include "cli/console_prompt.h"
 #include "cli/console_view.h"
+#include "cli/help.h"
 #include "link/link_error.h"
 
 namespace lokari {
 namespace {
 
-QStringList helpLines() {
-  QStringList lines{
-      QStringLiteral("Aufruf: lokari-cli [--settings STAMM] BEFEHL [Argumente] [--yes]"),
-      QString(),
-      QStringLiteral("Befehle:"),
-  };
-  for (const Command& command : commandTable()) {
-    lines << QStringLiteral("  %1 %2").arg(QString::fromUtf16(command.words),
-                                           QString::fromUtf16(command.arguments));
-    lines << QStringLiteral("      %1").arg(QString::fromUtf16(command.purpose));
-  }
-  lines << QString()
-        << QStringLiteral("  --settings STAMM  andere Einstellungen als LOKARI: STAMM.INI")
-        << QStringLiteral("  --yes             beantwortet alle Rückfragen mit OK oder Ja")
-        << QStringLiteral("  --help            diese Hilfe") << QString()
-        << QStringLiteral("Ergebnisse stehen in der Standardausgabe, durch Tabulatoren getrennt.")
-        << QStringLiteral("Rückgabe: 0 alles erledigt, 1 etwas ist misslungen, 2 falscher Aufruf")
-        << QStringLiteral("oder keine Verbindung. Strg-C ist die Schaltfläche Abbruch.");
-  return lines;
-}
-
-struct Call {
+struct Found {
   const Command* command = nullptr;
   QStringList arguments;
 };
 
 /// The command whose words the arguments begin with.
-Call findCommand(const QStringList& arguments) {
+Found findCommand(const QStringList& arguments) {
   for (const Command& command : commandTable()) {
     const QStringList words = QString::fromUtf16(command.words).split(QLatin1Char(' '));
     if (arguments.mid(0, words.size()) == words) return {&command, arguments.mid(words.size())};
@@ -56,33 +38,86 @@ QString takeStem(QStringList& arguments) {
   return stem;
 }
 
+/// Settings that were asked for but are not there must not send anything to another station.
+void checkSettings(const Command& command, const QString& stem, const AppPaths& paths,
+                   Console& console) {
+  if (!stem.isEmpty() && !QFileInfo(findFile(paths.iniFile)).isFile()) {
+    const QString text =
+        QStringLiteral("Die Einstellungsdatei %1 gibt es nicht!").arg(paths.iniFile);
+    if (command.usesStation) throw WrongCall(text);
+    console.message(text + QStringLiteral(" Es gelten die Vorgaben."));
+  }
+  if (!command.usesStation) return;
+  const auto unknown = unknownStation(IniFile(paths.iniFile));
+  if (!unknown) return;
+  throw WrongCall(
+      QStringLiteral("%1: Die Zentrale \"%2\" gibt es nicht! Möglich sind %3.")
+          .arg(fileNameOf(paths.iniFile), *unknown, stationNames().join(QStringLiteral(", "))));
+}
+
+/// Makes Ctrl-C the button Abbruch of whatever the link does meanwhile.
+class CancelByInterrupt {
+ public:
+  CancelByInterrupt(Interrupt& interrupt, StationLink& link) : interrupt_(interrupt) {
+    interrupt_.action = [&link] {
+      link.cancelRequested = true;
+      link.cancelStays = true;
+    };
+    if (interrupt_.raised) interrupt_.action();
+  }
+  ~CancelByInterrupt() { interrupt_.action = nullptr; }
+  CancelByInterrupt(const CancelByInterrupt&) = delete;
+  CancelByInterrupt& operator=(const CancelByInterrupt&) = delete;
+
+ private:
+  Interrupt& interrupt_;
+};
+
 ExitStatus runCommand(QStringList arguments, const CliWorld& world) {
   const bool yes = arguments.removeAll(QStringLiteral("--yes")) > 0;
   const QString stem = takeStem(arguments);
-  const Call call = findCommand(arguments);
-  if (call.command == nullptr) {
+  const Found found = findCommand(arguments);
+  if (found.command == nullptr) {
     throw WrongCall(arguments.isEmpty() ? QStringLiteral("Es fehlt der Befehl!")
                                         : QStringLiteral("Den Befehl \"%1\" gibt es nicht!")
                                               .arg(arguments.join(QLatin1Char(' '))));
   }
+  const Command& command = *found.command;
+  const Call call(QString::fromUtf16(command.words), command.arguments, found.arguments);
   AppPaths paths = appPathsFor(world.appPath, stem);
   if (!world.programs.isEmpty()) paths.installed = installedData(world.programs);
+  checkSettings(command, stem, paths, world.console);
   Settings settings = loadSettings(IniFile(paths.iniFile), paths.appPath);
   ConsolePrompt prompt(world.console, yes);
   ConsoleView view(world.console);
   StationLink link(settings, world.clock, prompt, world.transports);
   link.setView(&view);
-  CliContext context{paths,         settings, world.clock,     prompt,
-                     world.console, link,     world.interrupt, world.programs};
-  return call.command->run(call.arguments, context);
+  const CancelByInterrupt cancel(world.interrupt, link);
+  CliContext context{paths,  settings,        world.clock,
+                     prompt, world.console,   Results(world.console, call.has(u"--json")),
+                     link,   world.interrupt, world.programs};
+  return command.run(call, context);
+}
+
+bool asksForHelp(const QStringList& arguments) {
+  return arguments.contains(QLatin1String("--help")) || arguments.contains(QLatin1String("-h")) ||
+         arguments.value(0) == QLatin1String("help");
+}
+
+ExitStatus tellHelp(QStringList arguments, Console& console) {
+  for (const char* word : {"--help", "-h", "help"}) arguments.removeAll(QLatin1String(word));
+  const Found found = findCommand(arguments);
+  const QStringList lines = found.command == nullptr ? helpLines() : helpLines(*found.command);
+  for (const QString& line : lines) console.result(line);
+  return ExitStatus::Done;
 }
 
 }  // namespace
 
 ExitStatus runCli(const QStringList& arguments, const CliWorld& world) {
-  if (arguments.contains(QLatin1String("--help")) || arguments == QStringList{"help"}) {
-    const QStringList lines = helpLines();
-    for (const QString& line : lines) world.console.result(line);
+  if (asksForHelp(arguments)) return tellHelp(arguments, world.console);
+  if (arguments == QStringList{QStringLiteral("--version")}) {
+    world.console.result(QString::fromUtf16(kTitle));
     return ExitStatus::Done;
   }
   try {

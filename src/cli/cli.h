@@ -1,6 +1,9 @@
 // lokari-cli without its process: the frame around the commands.
 //
 //   lokari-cli [--settings STEM] COMMAND [arguments] [--yes]
+//
+// Ctrl-C raises the Interrupt, which cancels what the link does. Nothing that a command opens takes
+// that back.
 #pragma once
 
 #include <QStringList>
@@ -10,6 +13,7 @@
 #include "base/app_paths.h"
 #include "base/settings.h"
 #include "cli/console_prompt.h"
+#include "cli/results.h"
 #include "link/station_link.h"
 
 namespace lokari {
@@ -50,6 +54,7 @@ struct CliContext {
   Clock& clock;
   ConsolePrompt& prompt;
   Console& console;
+  Results results;
   StationLink& link;
   Interrupt& interrupt;
   QString programs{};  ///< as in CliWorld

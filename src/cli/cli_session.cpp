@@ -6,26 +6,32 @@ namespace lokari {
 
 CliSession::CliSession(CliContext& context, CommJob job, bool progOn)
     : context_(context), progOn_(progOn) {
+  // Somebody who has given up before it began wants no station to be woken.
+  if (context.interrupt.raised) return;
   StationLink& link = context.link;
   link.commJob = job;
-  // Opening may wait for the station, too.
-  context.interrupt.action = [&link] { link.cancelRequested = true; };
-  const QString failure = link.initComm(true, true, progOn);
-  if (!failure.isEmpty()) {
-    context.interrupt.action = nullptr;
-    context.console.message(failure);
-    context.console.message(link.openFailureReason());
-    link.FinishComm();
-    return;
-  }
-  open_ = true;
-  if (context.interrupt.raised) link.cancelRequested = true;
+  const QString failure = link.openForJob(progOn);
+  open_ = failure.isEmpty();
+  if (open_) return;
+  context.console.message(failure);
+  if (!link.openFailureReason().isEmpty()) context.console.message(link.openFailureReason());
 }
 
 CliSession::~CliSession() {
-  context_.interrupt.action = nullptr;
-  if (open_) context_.link.endcomm(true, progOn_);
+  close();
   context_.link.commJob = CommJob::None;
+}
+
+ExitStatus CliSession::failure() const {
+  return context_.interrupt.raised ? ExitStatus::Failed : ExitStatus::WrongCall;
+}
+
+QString CliSession::close() {
+  if (!open_) return {};
+  open_ = false;
+  const qsizetype before = context_.prompt.told().size();
+  context_.link.endcomm(true, progOn_);
+  return context_.prompt.told().mid(before).join(u' ');
 }
 
 }  // namespace lokari

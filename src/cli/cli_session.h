@@ -7,16 +7,20 @@ namespace lokari {
 
 class CliSession {
  public:
-  /// Opens the session for a job. Ctrl-C becomes `cancelRequested`, the link shows itself on the
-  /// console.
+  /// Opens the session for a job; the link shows itself on the console.
   CliSession(CliContext& context, CommJob job, bool progOn);
-  /// Says goodbye, also after a cancel or a failure.
+  /// close()
   ~CliSession();
   CliSession(const CliSession&) = delete;
   CliSession& operator=(const CliSession&) = delete;
 
-  /// False when the station could not be reached; the reason has been told.
+  /// False when the station could not be reached, the reason has been told, or when the user has
+  /// given up before. failure() is the command's status then.
   bool isOpen() const { return open_; }
+  ExitStatus failure() const;
+  /// Says goodbye, also after a cancel or a failure. Gives what the station had to say meanwhile,
+  /// which the user has been told.
+  QString close();
 
  private:
   CliContext& context_;

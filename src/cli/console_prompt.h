@@ -19,13 +19,16 @@ class ConsolePrompt final : public Prompt {
   QString openFile(const FileQuestion& question) override;
   QString saveFile(const FileQuestion& question) override;
   /// Nothing sounds, but a job that gives no other sign of a refusal can ask for it.
-  void beep() override { beeped_ = true; }
-  bool hasBeeped() const { return beeped_; }
+  void beep() override { ++beeps_; }
+  int beeps() const { return beeps_; }
+  /// The texts of the boxes without a question.
+  const QStringList& told() const { return told_; }
 
  private:
   Console& console_;
   bool yes_;
-  bool beeped_ = false;
+  int beeps_ = 0;
+  QStringList told_;
 };
 
 }  // namespace lokari

@@ -1,9 +1,6 @@
 #include "cli/cv_commands.h"
 
-#include <QHash>
-
 #include "base/numbers.h"
-#include "cli/arguments.h"
 #include "cli/cli_session.h"
 #include "cli/command.h"
 #include "cli/console.h"
@@ -12,8 +9,6 @@
 namespace lokari {
 namespace {
 
-constexpr int kLastCv = 1024;
-constexpr int kLastAddress = 10239;
 constexpr int kLastShortAddress = 127;
 constexpr int kLastCvWithoutV36 = 255;
 
@@ -23,19 +18,15 @@ struct CvOptions {
   int mode = 0;     ///< `progMode`
 };
 
-CvOptions takeOptions(Arguments& arguments) {
-  static const QHash<QString, int> kModes{
-      {QStringLiteral("direct"), 0}, {QStringLiteral("paged"), 1}, {QStringLiteral("register"), 2}};
-  CvOptions options;
-  options.main = arguments.takeFlag(QStringLiteral("--main"));
-  options.address = arguments.takeNumber(QStringLiteral("--address"), 1, kLastAddress).value_or(0);
-  if (const auto mode = arguments.takeValue(QStringLiteral("--mode"))) {
-    if (!kModes.contains(*mode)) {
-      throw WrongCall(
-          QStringLiteral("--mode: \"%1\" ist weder direct noch paged noch register!").arg(*mode));
-    }
-    options.mode = kModes[*mode];
-  }
+int modeOf(const QString& word) {
+  if (word == QLatin1String("paged")) return 1;
+  return word == QLatin1String("register") ? 2 : 0;
+}
+
+CvOptions takeOptions(const Call& call) {
+  const CvOptions options{.main = call.has(u"--main"),
+                          .address = call.number(u"--address").value_or(0),
+                          .mode = modeOf(call.text(u"--mode").value_or(QString()))};
   if (options.main && options.address == 0) {
     throw WrongCall(QStringLiteral("Auf dem Hauptgleis muss --address stehen!"));
   }
@@ -64,50 +55,72 @@ void checkWritable(int cv, const CliContext& context) {
                QStringLiteral("CV %1 schreiben").arg(cv), context);
 }
 
-int cvArgument(const QString& text) {
-  return numberArgument(text, 1, kLastCv, QStringLiteral("CV-Nummer"));
-}
-
-QString line(int cv, int result, const QString& text = {}) {
-  const QString head = QStringLiteral("%1\t%2").arg(cv).arg(result);
-  return result < 0 || !text.isEmpty() ? head + QLatin1Char('\t') + text : head;
-}
-
 /// One CV to read or to write.
 struct CvJob {
   int cv = 0;
   int value = 0;
 };
 
-/// Runs `one` for each job until one of them throws or the user cancels. Gives Done when every job
-/// has succeeded.
-template <class RunOne>
-ExitStatus runAll(const QList<CvJob>& jobs, CliContext& context, RunOne one) {
+/// What became of it.
+struct CvOutcome {
+  int cv = 0;
+  int result = 0;  ///< a value or a negative code
+  QString text;    ///< of a failure
+
+  bool failed() const { return !text.isEmpty(); }
+};
+
+QString failureText(int code) {
+  const QString text = cvResultText(code);
+  return text.isEmpty() ? QStringLiteral("Abgebrochen") : text;
+}
+
+void print(const CvOutcome& outcome, CliContext& context) {
+  QList<ResultField> fields{
+      {QStringLiteral("cv"), outcome.cv},
+      {outcome.result < 0 ? QStringLiteral("code") : QStringLiteral("value"), outcome.result}};
+  if (outcome.failed()) fields.append({QStringLiteral("text"), outcome.text});
+  context.results.line(fields);
+}
+
+void tellLeftOut(const QList<CvJob>& jobs, qsizetype from, CliContext& context) {
+  QStringList numbers;
+  for (const CvJob& job : jobs.mid(from)) numbers << QString::number(job.cv);
+  if (numbers.isEmpty()) return;
+  context.console.message(
+      QStringLiteral("Nicht mehr bearbeitet: CV %1").arg(numbers.join(QStringLiteral(", "))));
+}
+
+/// Runs `one` for each job until one of them throws, the user cancels, or one fails and the
+/// settings do not go on then. `take` gets the outcomes. Gives Done when every job has succeeded.
+template <class RunOne, class Take>
+ExitStatus runAll(const QList<CvJob>& jobs, CliContext& context, RunOne one, Take take) {
   ExitStatus status = ExitStatus::Done;
-  for (const CvJob& job : jobs) {
+  for (qsizetype i = 0; i < jobs.size(); ++i) {
     if (context.link.cancelRequested) return ExitStatus::Failed;
-    if (!one(job)) status = ExitStatus::Failed;
+    const CvOutcome outcome = one(jobs[i]);
+    take(outcome);
+    if (!outcome.failed()) continue;
+    status = ExitStatus::Failed;
+    if (context.settings.continueOnError || context.link.cancelRequested) continue;
+    tellLeftOut(jobs, i + 1, context);
+    break;
   }
   return status;
 }
 
-bool readOne(const CvJob& job, const CvOptions& options, CliContext& context) {
+CvOutcome readOne(const CvJob& job, const CvOptions& options, CliContext& context) {
   const int result = context.link.ReadCV(job.cv, options.address);
-  context.console.result(line(job.cv, result, result < 0 ? cvResultText(result) : QString()));
-  return result >= 0;
+  return {job.cv, result, result < 0 ? failureText(result) : QString()};
 }
 
-bool writeOne(const CvJob& job, const CvOptions& options, CliContext& context) {
+CvOutcome writeOne(const CvJob& job, const CvOptions& options, CliContext& context) {
   const int result = context.link.WriteCV(job.cv, job.value, options.address, options.mode);
-  QString text;
-  if (result < 0) {
-    text = cvResultText(result);
-  } else if (result != job.value) {
-    text = QStringLiteral("Wert %1 nicht programmiert (gelesen:%2)!")
-               .arg(printed(job.value), printed(result));
-  }
-  context.console.result(line(job.cv, result, text));
-  return result == job.value;
+  if (result < 0) return {job.cv, result, failureText(result)};
+  if (result == job.value) return {job.cv, result, {}};
+  return {job.cv, result,
+          QStringLiteral("Wert %1 nicht programmiert (gelesen:%2)!")
+              .arg(printed(job.value), printed(result))};
 }
 
 /// The station's own number of a vehicle on the main track. False when it has none now.
@@ -123,47 +136,80 @@ bool chooseVehicle(const CvOptions& options, CliContext& context) {
   return false;
 }
 
+/// Writes whose refusal may come as late as the session's farewell.
+class LateOutcomes {
+ public:
+  LateOutcomes(CliSession& session, CliContext& context) : session_(session), context_(context) {}
+  /// Prints what is known, also when the line has gone.
+  ~LateOutcomes() { tell(); }
+  LateOutcomes(const LateOutcomes&) = delete;
+  LateOutcomes& operator=(const LateOutcomes&) = delete;
+
+  void take(const CvOutcome& outcome) { outcomes_.append(outcome); }
+
+  /// True when the station had no objection.
+  bool tell() {
+    const QString refusal = session_.close();
+    for (CvOutcome& each : outcomes_) {
+      // The refusal does not say which one it is for.
+      if (!refusal.isEmpty() && !each.failed()) each = {each.cv, cv_result::kWrongReply, refusal};
+      print(each, context_);
+    }
+    outcomes_.clear();
+    return refusal.isEmpty();
+  }
+
+ private:
+  CliSession& session_;
+  CliContext& context_;
+  QList<CvOutcome> outcomes_;
+};
+
+ExitStatus writeOnMain(const QList<CvJob>& jobs, const CvOptions& options, CliSession& session,
+                       CliContext& context) {
+  if (!chooseVehicle(options, context)) return ExitStatus::Failed;
+  LateOutcomes late(session, context);
+  const ExitStatus status = runAll(
+      jobs, context, [&](const CvJob& each) { return writeOne(each, options, context); },
+      [&late](const CvOutcome& outcome) { late.take(outcome); });
+  return late.tell() ? status : ExitStatus::Failed;
+}
+
 }  // namespace
 
-ExitStatus cvRead(const QStringList& arguments, CliContext& context) {
-  Arguments parser(arguments);
-  const CvOptions options = takeOptions(parser);
+ExitStatus cvRead(const Call& call, CliContext& context) {
+  const CvOptions options = takeOptions(call);
   QList<CvJob> jobs;
-  const QStringList rest = parser.takeRest();
-  for (const QString& each : rest) jobs.append({cvArgument(each), 0});
-  if (jobs.isEmpty()) throw WrongCall(QStringLiteral("Es fehlt die Nummer der CV!"));
+  for (const int cv : call.numbers(u"CV")) jobs.append({cv, 0});
   checkOffered(!options.main || context.settings.station().readsOnMain,
                QStringLiteral("auf dem Hauptgleis lesen"), context);
   for (const CvJob& job : std::as_const(jobs)) checkReadable(job.cv, context);
 
   const CommJob job = options.main ? CommJob::ReadMain : CommJob::ReadProgTrack;
   const CliSession session(context, job, !options.main);
-  if (!session.isOpen()) return ExitStatus::WrongCall;
+  if (!session.isOpen()) return session.failure();
   context.link.progMode = options.mode;
-  return runAll(jobs, context, [&](const CvJob& each) { return readOne(each, options, context); });
+  return runAll(
+      jobs, context, [&](const CvJob& each) { return readOne(each, options, context); },
+      [&](const CvOutcome& outcome) { print(outcome, context); });
 }
 
-ExitStatus cvWrite(const QStringList& arguments, CliContext& context) {
-  Arguments parser(arguments);
-  const CvOptions options = takeOptions(parser);
+ExitStatus cvWrite(const Call& call, CliContext& context) {
+  const CvOptions options = takeOptions(call);
   QList<CvJob> jobs;
-  const QStringList rest = parser.takeRest();
-  for (const QString& each : rest) {
-    const QStringList halves = each.split(QLatin1Char('='));
-    if (halves.size() != 2) throw WrongCall(QStringLiteral("\"%1\" ist nicht CV=Wert!").arg(each));
-    jobs.append({cvArgument(halves[0]), numberArgument(halves[1], 0, 255, QStringLiteral("Wert"))});
-  }
-  if (jobs.isEmpty()) throw WrongCall(QStringLiteral("Es fehlt CV=Wert!"));
+  for (const Setting& each : call.settings(u"CV=WERT")) jobs.append({each.cv, each.value});
   checkOffered(!options.main || context.settings.station().programsOnMain,
                QStringLiteral("auf dem Hauptgleis schreiben"), context);
   for (const CvJob& job : std::as_const(jobs)) checkWritable(job.cv, context);
 
   const CommJob job = options.main ? CommJob::WriteMain : CommJob::WriteProgTrack;
-  const CliSession session(context, job, !options.main);
-  if (!session.isOpen()) return ExitStatus::WrongCall;
+  CliSession session(context, job, !options.main);
+  if (!session.isOpen()) return session.failure();
   context.link.progMode = options.mode;
-  if (options.main && !chooseVehicle(options, context)) return ExitStatus::Failed;
-  return runAll(jobs, context, [&](const CvJob& each) { return writeOne(each, options, context); });
+  if (options.main) return writeOnMain(jobs, options, session, context);
+  return runAll(
+      jobs, context, [&](const CvJob& each) { return writeOne(each, options, context); },
+      [&](const CvOutcome& outcome) { print(outcome, context); });
 }
 
 }  // namespace lokari

@@ -1,95 +1,144 @@
 #include "cli/drive_command.h"
 
-#include <optional>
-#include <vector>
-
-#include "cab/cab.h"
 #include "cab/cab_table.h"
-#include "cli/arguments.h"
 #include "cli/cab_session.h"
 #include "cli/command.h"
-#include "cli/console.h"
-#include "db/form_names.h"
 
 namespace lokari {
 namespace {
 
-struct DriveCall {
+struct Wish {
   int address = 0;
   std::optional<int> speed;
-  bool back = false;
+  std::optional<bool> backward;
+  std::vector<Switching> functions;
   bool stop = false;
-  std::vector<SwitchArgument> functions;
+  bool go = false;
 };
 
-DriveCall takeCall(const QStringList& arguments, const StationKindRow& kind) {
-  Arguments parser(arguments);
-  DriveCall call{.speed = parser.takeNumber(QStringLiteral("--speed"), 0, CabState::kHighestSpeed),
-                 .back = parser.takeFlag(QStringLiteral("--back")),
-                 .stop = parser.takeFlag(QStringLiteral("--stop")),
-                 .functions = {}};
-  for (const QString& text : parser.takeValues(QStringLiteral("--function"))) {
-    call.functions.push_back(
-        switchArgument(text, 0, kind.cab.funcCount, QStringLiteral("--function")));
+Wish takeWish(const Call& call, const StationKindRow& kind) {
+  Wish wish{.address = call.number(u"ADRESSE").value_or(0),
+            .speed = call.number(u"--speed"),
+            .backward = {},
+            .functions = call.switchings(u"--function"),
+            .stop = call.has(u"--stop"),
+            .go = call.has(u"--go")};
+  if (call.has(u"--forward")) wish.backward = false;
+  if (call.has(u"--back")) wish.backward = true;
+  for (const Switching& each : wish.functions) {
+    numberArgument(QString::number(each.number), 0, kind.cab.funcCount,
+                   QStringLiteral("--function"));
   }
-  const QStringList rest = parser.takeRest();
-  if (rest.size() != 1) throw WrongCall(QStringLiteral("Es fehlt die Adresse!"));
-  call.address = numberArgument(rest[0], form::kLowestAddress, form::kHighestAddress,
-                                QStringLiteral("Adresse"));
-  return call;
+  return wish;
 }
 
-/// What is asked for and not so already. The stop goes first: it is for the whole track.
-void act(Cab& cab, const DriveCall& call) {
-  if (call.stop) cab.imgStop();
-  for (const SwitchArgument& each : call.functions) {
-    if (cab.state().funcOn[static_cast<size_t>(each.number)] != each.on) cab.cmdFunc(each.number);
+/// One vehicle on the one session: what a cab is without its window.
+class Throttle {
+ public:
+  Throttle(CabSession& session, const StationKindRow& kind, int address)
+      : session_(session), kind_(kind) {
+    state_.address = address;
+    state_.funcCount = kind.cab.funcCount;
+    protocol_ =
+        makeCabProtocol(kind.family, session.line(), state_,
+                        {.stateArrived = [this](FunctionMask mask) { showFunctions(mask); }});
   }
-  // A speed without --back is one forward.
-  if ((call.back || call.speed) && cab.state().backward != call.back) {
-    call.back ? cab.imgDirBackward() : cab.imgDirForward();
-  }
-  if (call.speed) cab.vsbSpeed(*call.speed);
-}
 
-void print(const Cab& cab, Console& console) {
-  const auto line = [&console](const QString& what, const QString& value) {
-    console.result(what + QLatin1Char('\t') + value);
-  };
-  const CabState& state = cab.state();
-  line(QStringLiteral("Geschwindigkeit"), QString::number(state.speed));
-  line(QStringLiteral("Richtung"),
-       state.backward ? QStringLiteral("rückwärts") : QStringLiteral("vorwärts"));
-  if (cab.manualVisible()) line(QStringLiteral("Handbetrieb"), onOff(state.manual));
-  for (int n = 0; cab.hasFunction(n); ++n) {
-    line(QStringLiteral("F%1").arg(n), onOff(state.funcOn[static_cast<size_t>(n)]));
+  /// For the whole track.
+  bool setStopped(bool stopped) {
+    state_.stopped = stopped;
+    return session_.stop([this] { protocol_->sendStopped(); });
   }
-  if (state.stopped) line(QStringLiteral("Halt"), onOff(true));
+
+  bool read() {
+    const auto mask = session_.read([this] { return protocol_->readState(); });
+    if (mask) showFunctions(*mask);
+    return mask.has_value();
+  }
+
+  /// What is asked for and not so already.
+  void act(const Wish& wish) {
+    for (const Switching& each : wish.functions) {
+      bool& on = state_.funcOn[static_cast<size_t>(each.number)];
+      if (on != each.on) send(on, each.on, [this, &each] { protocol_->sendFunction(each.number); });
+    }
+    if (wish.backward && *wish.backward != state_.backward) {
+      send(state_.backward, *wish.backward, [this] { protocol_->sendDirection(); });
+    }
+    if (wish.speed) send(state_.speed, *wish.speed, [this] { protocol_->sendSpeed(); });
+  }
+
+  QList<ResultField> fields() const {
+    QList<ResultField> all{
+        {QStringLiteral("address"), state_.address},
+        {QStringLiteral("speed"), state_.speed, {}, QStringLiteral("Geschwindigkeit")},
+        {QStringLiteral("backward"), state_.backward,
+         state_.backward ? QStringLiteral("rückwärts") : QStringLiteral("vorwärts"),
+         QStringLiteral("Richtung")}};
+    if (kind_.cab.manual) {
+      all.append({QStringLiteral("manual"), state_.manual, {}, QStringLiteral("Handbetrieb")});
+    }
+    for (int n = 0; n <= state_.funcCount; ++n) {
+      const QString name = QStringLiteral("F%1").arg(n);
+      all.append({name, state_.funcOn[static_cast<size_t>(n)], {}, name});
+    }
+    return all;
+  }
+
+ private:
+  void showFunctions(FunctionMask mask) {
+    for (int n = 0; n <= CabState::kHighestFunction; ++n) {
+      state_.funcOn[static_cast<size_t>(n)] = (mask >> n & 1U) != 0;
+    }
+  }
+
+  /// What did not get through is not shown.
+  template <class T, class Send>
+  void send(T& field, T value, const Send& send) {
+    const T before = field;
+    const bool sent = session_.command([&] {
+      field = value;
+      send();
+    });
+    if (!sent) field = before;
+  }
+
+  CabSession& session_;
+  const StationKindRow& kind_;
+  CabState state_;
+  std::unique_ptr<CabProtocol> protocol_;
+};
+
+ResultField stopped(bool on) {
+  return {QStringLiteral("stopped"), on, {}, QStringLiteral("Halt")};
 }
 
 }  // namespace
 
-ExitStatus drive(const QStringList& arguments, CliContext& context) {
+ExitStatus drive(const Call& call, CliContext& context) {
   checkHasCabs(context, QStringLiteral("fahren"));
-  const DriveCall call = takeCall(arguments, context.settings.station());
+  const StationKindRow& kind = context.settings.station();
+  const Wish wish = takeWish(call, kind);
   CabSession session(context);
-  if (!session.isOpen()) return ExitStatus::WrongCall;
+  if (!session.isOpen()) return session.status();
 
-  VehicleRecords records(nullptr, context.prompt);
-  const auto cab = std::make_shared<Cab>(
-      CabParts{session.line(), context.prompt, records, context.paths.basePath, makeCabProtocol},
-      call.address, true);
-  // Where the link stays open the cab has taken the session over.
-  if (cab->kind().cab.linkStaysOpen) session.handOver();
-  bool loadFlag = false;
-  session.line().exchange(cab.get(), 0, [&] { cab->load(loadFlag); });
-  const bool told = cab->hasState() && !context.interrupt.raised;
-  if (told) {
-    act(*cab, call);
-    print(*cab, context.console);
+  Throttle throttle(session, kind, wish.address);
+  QList<ResultField> results;
+  // The stop is on its way before anything is waited for.
+  bool halted = wish.stop && throttle.setStopped(true);
+  const bool told = throttle.read();
+  if (wish.stop && kind.cab.readingSwitchesOn) halted = throttle.setStopped(true);
+  if (told && !context.interrupt.raised) {
+    throttle.act(wish);
+    results = throttle.fields();
+    // Last, so that the vehicle starts as it was told to.
+    if (wish.go && !context.interrupt.raised && throttle.setStopped(false)) {
+      results.append(stopped(false));
+    }
   }
-  cab->unload();
-  return told ? session.status() : ExitStatus::Failed;
+  if (halted) results.append(stopped(true));
+  if (!results.isEmpty()) context.results.record(results);
+  return session.status();
 }
 
 }  // namespace lokari

@@ -1,13 +1,14 @@
 // lokari-cli drive.
 #pragma once
 
-#include <QStringList>
-
 #include "cli/cli.h"
 
 namespace lokari {
 
-/// ADDRESS [--speed N] [--back] [--function N=on|off]... [--stop]
-ExitStatus drive(const QStringList& arguments, CliContext& context);
+class Call;
+
+/// Drives one vehicle and prints its state afterwards. A stop goes out before anything is read, and
+/// whatever the reading gives.
+ExitStatus drive(const Call& call, CliContext& context);
 
 }  // namespace lokari

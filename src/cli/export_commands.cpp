@@ -1,7 +1,6 @@
 #include "cli/export_commands.h"
 
 #include "base/paths.h"
-#include "cli/arguments.h"
 #include "cli/command.h"
 #include "cli/console.h"
 #include "cli/console_progress.h"
@@ -12,21 +11,8 @@
 #include "reports/rzk_export.h"
 
 namespace lokari {
-namespace {
-
-/// The one file that a call names.
-QString targetFile(const QStringList& arguments, const QString& command) {
-  const QStringList files = Arguments(arguments).takeRest();
-  if (files.size() != 1) {
-    throw WrongCall(QStringLiteral("%1 braucht einen Dateinamen!").arg(command));
-  }
-  return files.front();
-}
-
-}  // namespace
-
-ExitStatus exportCsvFile(const QStringList& arguments, CliContext& context) {
-  const QString file = targetFile(arguments, QStringLiteral("export csv"));
+ExitStatus exportCsvFile(const Call& call, CliContext& context) {
+  const QString file = call.text(u"DATEI").value_or(QString());
   try {
     const Database database(placeFor(context.settings.dbPath));
     bool done = false;
@@ -46,8 +32,8 @@ ExitStatus exportCsvFile(const QStringList& arguments, CliContext& context) {
   return ExitStatus::Failed;
 }
 
-ExitStatus exportRzk(const QStringList& arguments, CliContext& context) {
-  const QString file = targetFile(arguments, QStringLiteral("export rzk"));
+ExitStatus exportRzk(const Call& call, CliContext& context) {
+  const QString file = call.text(u"DATEI").value_or(QString());
   try {
     Database database(placeFor(context.settings.dbPath));
     const auto text = RzkExport({context.prompt, {}}, database, {}).exportTo(file);

@@ -5,10 +5,12 @@
 
 namespace lokari {
 
+class Call;
+
 /// `export csv FILE`: the vehicles by the template of the settings.
-ExitStatus exportCsvFile(const QStringList& arguments, CliContext& context);
+ExitStatus exportCsvFile(const Call& call, CliContext& context);
 
 /// `export rzk FILE`
-ExitStatus exportRzk(const QStringList& arguments, CliContext& context);
+ExitStatus exportRzk(const Call& call, CliContext& context);
 
 }  // namespace lokari

@@ -3,7 +3,6 @@
 #include <QFile>
 
 #include "base/paths.h"
-#include "cli/arguments.h"
 #include "cli/command.h"
 #include "cli/console.h"
 #include "cli/console_progress.h"
@@ -63,20 +62,17 @@ bool import(const QString& file, CliContext& context) {
 
 }  // namespace
 
-ExitStatus importAccess(const QStringList& arguments, CliContext& context) {
-  const QStringList files = Arguments(arguments).takeRest();
-  if (files.size() != 1) {
-    throw WrongCall(QStringLiteral("import access braucht einen Dateinamen!"));
-  }
-  const QString file = placeFor(files.front());
+ExitStatus importAccess(const Call& call, CliContext& context) {
+  const QString name = call.text(u"DATEI").value_or(QString());
+  const QString file = placeFor(name);
   if (!QFile(file).open(QIODevice::ReadOnly)) {
     context.console.message(QStringLiteral("Datenbankdatei %1 nicht gefunden\n"
                                            "oder Zugriff nicht möglich!")
-                                .arg(files.front()));
+                                .arg(name));
     return ExitStatus::Failed;
   }
   if (!isAccessFile(file)) {
-    context.console.message(QStringLiteral("%1 ist keine Access-Datenbank!").arg(files.front()));
+    context.console.message(QStringLiteral("%1 ist keine Access-Datenbank!").arg(name));
     return ExitStatus::Failed;
   }
   try {

@@ -1,13 +1,14 @@
 // lokari-cli switch.
 #pragma once
 
-#include <QStringList>
-
 #include "cli/cli.h"
 
 namespace lokari {
 
-/// ADDRESS N=on|off...
-ExitStatus switchOutputs(const QStringList& arguments, CliContext& context);
+class Call;
+
+/// Sends what was asked for, also where the station says that it is so already or says nothing, and
+/// prints the outputs afterwards.
+ExitStatus switchOutputs(const Call& call, CliContext& context);
 
 }  // namespace lokari

@@ -1,6 +1,5 @@
 #include "cli/test_command.h"
 
-#include "cli/arguments.h"
 #include "cli/command.h"
 #include "cli/console.h"
 #include "station/comm_test.h"
@@ -18,9 +17,7 @@ CommTestResult runTest(CliContext& context) {
   CommView* const view = link.view();
   link.setView(nullptr);
   link.commJob = CommJob::TestComm;
-  context.interrupt.action = [&link] { link.cancelRequested = true; };
   const CommTestResult result = TestComm(link, context.settings);
-  context.interrupt.action = nullptr;
   link.commJob = CommJob::None;
   link.setView(view);
   return result;
@@ -28,17 +25,18 @@ CommTestResult runTest(CliContext& context) {
 
 }  // namespace
 
-ExitStatus testStation(const QStringList& arguments, CliContext& context) {
-  if (!Arguments(arguments).takeRest().isEmpty()) {
-    throw WrongCall(QStringLiteral("test hat keine Argumente!"));
-  }
+ExitStatus testStation(const Call&, CliContext& context) {
   const StationKind configured = context.settings.baseUnit;
   const CommTestResult result = runTest(context);
   using Outcome = CommTestResult::Outcome;
   const bool answered =
       result.outcome == Outcome::Answered || result.outcome == Outcome::NotUnderstood;
   for (const QString& line : result.lines) {
-    answered ? context.console.result(line) : context.console.message(line);
+    if (answered) {
+      context.results.line({{QStringLiteral("text"), line}});
+    } else {
+      context.console.message(line);
+    }
   }
   if (result.connected && result.connected->kind != configured) {
     context.console.message(QStringLiteral("Angeschlossen ist %1, eingestellt ist %2!")

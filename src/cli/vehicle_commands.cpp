@@ -6,7 +6,6 @@
 #include "app/dec_types.h"
 #include "base/numbers.h"
 #include "base/paths.h"
-#include "cli/arguments.h"
 #include "cli/command.h"
 #include "cli/console.h"
 #include "db/catalogue.h"
@@ -18,7 +17,6 @@
 namespace lokari {
 namespace {
 
-constexpr int kHighestAddress = 10239;
 constexpr int kHighestCv = 1024;
 constexpr int kTypeFunctionUnit = 2;
 
@@ -30,17 +28,12 @@ struct VehicleCall {
   std::optional<QString> list;
 };
 
-VehicleCall takeCall(const QStringList& arguments, bool write) {
-  Arguments parser(arguments);
-  VehicleCall call{.write = write,
-                   .main = parser.takeFlag(QStringLiteral("--main")),
-                   .collection = {},
-                   .list = parser.takeValue(QStringLiteral("--cv"))};
-  const QStringList rest = parser.takeRest();
-  if (rest.size() != 2) throw WrongCall(QStringLiteral("Es fehlen Sammlung und Adresse!"));
-  call.collection = rest[0];
-  call.address = numberArgument(rest[1], 1, kHighestAddress, QStringLiteral("Adresse"));
-  return call;
+VehicleCall takeCall(const Call& call, bool write) {
+  return {.write = write,
+          .main = call.has(u"--main"),
+          .collection = call.text(u"SAMMLUNG").value_or(QString()),
+          .address = call.number(u"ADRESSE").value_or(0),
+          .list = call.text(u"--cv")};
 }
 
 QString condition(const VehicleCall& call) {
@@ -215,10 +208,8 @@ CommJob jobOf(const VehicleCall& call) {
 void runJob(DecoderBench& bench, CommJob job, CliContext& context) {
   StationLink& link = context.link;
   link.commJob = job;
-  context.interrupt.action = [&link] { link.cancelRequested = true; };
   bench.runJob();
   if (!link.openFailureReason().isEmpty()) context.console.message(link.openFailureReason());
-  context.interrupt.action = nullptr;
   link.commJob = CommJob::None;
 }
 
@@ -232,8 +223,9 @@ bool printCvs(const DecoderBench& bench, const std::vector<CvIndex>& cvs, CliCon
                                   : QString::number(bench.sets.value(cv));
     const QString shown =
         mark == CvMark::None ? QStringLiteral("0") : QString(QLatin1Char(static_cast<char>(mark)));
-    context.console.result(
-        QStringLiteral("%1\t%2\t%3").arg(bench.description.numberText(cv), value, shown));
+    context.results.line({{QStringLiteral("cv"), bench.description.numberText(cv)},
+                          {QStringLiteral("value"), value.toInt(), value},
+                          {QStringLiteral("mark"), shown.toInt(), shown}});
     // A long address has marks of its own.
     if (address) {
       good = good && bench.controls.at(QStringLiteral("dc_adr")).colour == TextColour::Blue;
@@ -294,12 +286,12 @@ ExitStatus runOnDatabase(const VehicleCall& call, CliContext& context) {
 
 }  // namespace
 
-ExitStatus vehicleRead(const QStringList& arguments, CliContext& context) {
-  return runOnDatabase(takeCall(arguments, false), context);
+ExitStatus vehicleRead(const Call& call, CliContext& context) {
+  return runOnDatabase(takeCall(call, false), context);
 }
 
-ExitStatus vehicleWrite(const QStringList& arguments, CliContext& context) {
-  return runOnDatabase(takeCall(arguments, true), context);
+ExitStatus vehicleWrite(const Call& call, CliContext& context) {
+  return runOnDatabase(takeCall(call, true), context);
 }
 
 }  // namespace lokari

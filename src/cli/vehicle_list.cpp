@@ -5,7 +5,6 @@
 #include <array>
 
 #include "base/paths.h"
-#include "cli/arguments.h"
 #include "cli/command.h"
 #include "cli/console.h"
 #include "db/column_values.h"
@@ -44,13 +43,10 @@ QString csvLine(const QStringList& fields) {
   return quoted.join(u',');
 }
 
-// One line a vehicle and one tab between two columns, whatever the texts hold.
-QString tabLine(const QStringList& fields) {
-  QStringList plain;
-  for (QString field : fields) {
-    plain.append(field.replace(u'\t', u' ').replace(u'\r', u' ').replace(u'\n', u' '));
-  }
-  return plain.join(u'\t');
+QList<ResultField> fieldsOf(const QStringList& texts) {
+  QList<ResultField> fields;
+  for (const QString& name : columnNames()) fields.append({name, texts.at(fields.size())});
+  return fields;
 }
 
 QList<QStringList> readVehicles(const Database& database, const QString& query) {
@@ -74,20 +70,15 @@ bool isFaultOfCondition(const StorageError& error) {
 
 }  // namespace
 
-ExitStatus vehicles(const QStringList& arguments, CliContext& context) {
-  Arguments parser(arguments);
-  const std::optional<QString> condition = parser.takeValue(QStringLiteral("--where"));
-  const bool csv = parser.takeFlag(QStringLiteral("--csv"));
-  const QStringList rest = parser.takeRest();
-  if (!rest.isEmpty()) {
-    throw WrongCall(QStringLiteral("\"%1\" gehört nicht zum Befehl!").arg(rest.join(u' ')));
-  }
+ExitStatus vehicles(const Call& call, CliContext& context) {
+  const std::optional<QString> condition = call.text(u"--where");
+  const bool csv = call.has(u"--csv");
   try {
     const Database database(placeFor(context.settings.dbPath));
     const QList<QStringList> lines = readVehicles(database, query(condition));
     if (csv) context.console.result(csvLine(columnNames()));
     for (const QStringList& line : lines) {
-      context.console.result(csv ? csvLine(line) : tabLine(line));
+      csv ? context.console.result(csvLine(line)) : context.results.line(fieldsOf(line));
     }
   } catch (const StorageError& error) {
     if (condition && isFaultOfCondition(error)) throw WrongCall(error.text());

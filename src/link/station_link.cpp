@@ -63,7 +63,7 @@ StationProtocol& StationLink::protocol() {
 
 QString StationLink::initComm(bool, bool, bool progOn) {
   ++commUseCount;
-  cancelRequested = false;
+  cancelRequested = cancelRequested && cancelStays;
   progTrack = progOn;
   impl_->openFailureReason.clear();
   StationProtocol& station = protocol();

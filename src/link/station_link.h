@@ -91,6 +91,7 @@ class StationLink {
 
   int commUseCount = 0;          ///< sessions open
   bool cancelRequested = false;  ///< ends every wait
+  bool cancelStays = false;      ///< the program is ending: opening a session clears no cancel
   CommJob commJob = CommJob::None;
   bool progTrack = false;     ///< programming track, from initComm()
   bool lastCvFailed = false;  ///< a batch went on past a failed CV

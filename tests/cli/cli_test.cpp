@@ -63,5 +63,50 @@ TEST_F(CliTest, WithoutASessionNothingIsDone) {
   EXPECT_TRUE(untouched());
 }
 
+TEST_F(CliTest, TheHelpOfACommandNamesItsArgumentsAndTheirRange) {
+  for (const char* call : {"drive -h", "drive --help", "help drive", "-h drive"}) {
+    EXPECT_EQ(run(call), 0) << call;
+    EXPECT_EQ(console.results.first(),
+              "Aufruf: lokari-cli drive ADRESSE [--speed N] [--forward|--back] [--function "
+              "N=on|off]… [--stop|--go] [--json]")
+        << call;
+    EXPECT_EQ(console.results.filter("0 bis 127").size(), 1) << call;
+  }
+}
+
+TEST_F(CliTest, TheVersionIsThatOfTheProgram) {
+  EXPECT_EQ(run("--version"), 0);
+  EXPECT_EQ(console.results, QStringList{QString::fromUtf16(kTitle)});
+}
+
+TEST_F(CliTest, ANamedSettingsFileThatIsMissingReachesNoStation) {
+  for (const char* call : {"--settings CLUP cv read 1", "--settings CLUP drive 3 --stop",
+                           "--settings CLUP test", "--settings CLUP switch 5 1=on",
+                           "--settings CLUP vehicle read Anlage 3"}) {
+    EXPECT_EQ(run(call), 2) << call;
+    EXPECT_TRUE(console.messages.first().endsWith("CLUP.INI gibt es nicht!")) << call;
+  }
+  EXPECT_TRUE(untouched());
+}
+
+TEST_F(CliTest, WithoutAStationAMissingSettingsFileIsToldAndTheDefaultsHold) {
+  run("--settings CLUP check");
+  EXPECT_TRUE(console.messages.first().endsWith("CLUP.INI gibt es nicht! Es gelten die Vorgaben."));
+  EXPECT_FALSE(console.messages.last().startsWith("Hilfe"));
+}
+
+TEST_F(CliTest, AnUnknownStationReachesNone) {
+  writeIni("LOKARI", "BaseUnit=Z21\r\nComPort=3\r\n");
+  for (const char* call : {"cv read 1", "drive 3", "test"}) {
+    EXPECT_EQ(run(call), 2) << call;
+    EXPECT_TRUE(console.messages.first().startsWith(
+        "LOKARI.INI: Die Zentrale \"Z21\" gibt es nicht! Möglich sind MX1, "))
+        << call;
+    EXPECT_TRUE(console.messages.first().contains("Z21IP")) << call;
+  }
+  EXPECT_TRUE(untouched());
+  EXPECT_NE(run("check"), 2) << "no station is needed";
+}
+
 }  // namespace
 }  // namespace lokari

@@ -101,7 +101,7 @@ TEST_F(CvCommandsTest, CtrlCEndsTheWaitAndTheStationGetsItsFarewell) {
   faults.add({.kind = sim::FaultKind::Silence, .count = sim::Fault::kAlways});
   clock.schedule(1500, [&] { interrupt.raise(); });
   EXPECT_EQ(run("cv read 1 2"), 1);
-  EXPECT_EQ(console.results, QStringList{"1\t-1002\t"});
+  EXPECT_EQ(console.results, QStringList{"1\t-1002\tAbgebrochen"});
   EXPECT_EQ(line_.sent(), "xPTRB 1\r");
   EXPECT_FALSE(line_.isOpen());
   EXPECT_EQ(clock.now(), 2500);
@@ -126,6 +126,52 @@ TEST_F(CvCommandsTest, AStationThatIsPulledOutEndsTheCommandWithAMessage) {
   EXPECT_EQ(run("cv read 1 8 29"), 1);
   EXPECT_EQ(console.results, QStringList{"1\t3"});
   EXPECT_EQ(console.messages, QStringList{"Die Schnittstelle ist nicht mehr da!"});
+}
+
+TEST_F(CvCommandsTest, ASpanReadsAllItsCvs) {
+  EXPECT_EQ(run("cv read 1-3 8"), 0);
+  EXPECT_EQ(console.results.size(), 4);
+  EXPECT_EQ(console.results.first(), "1\t3");
+  EXPECT_EQ(console.results.last(), "8\t97");
+  EXPECT_EQ(run("cv read 3-1"), 2);
+}
+
+TEST_F(CvCommandsTest, ResultsAsJsonAreOneObjectALine) {
+  EXPECT_EQ(run("cv read 1 700 --json"), 1);
+  EXPECT_EQ(console.results,
+            (QStringList{"{\"cv\":1,\"value\":3}",
+                         "{\"code\":-1021,\"cv\":700,\"text\":\"Kein ACK vom Decoder\"}"}));
+}
+
+TEST_F(CvCommandsTest, AFailureEndsTheWritingUnlessTheSettingsGoOn) {
+  layout.onProgrammingTrack()->readOnly.insert(5);
+  EXPECT_EQ(run("cv write 5=200 6=77"), 1);
+  EXPECT_EQ(console.results.size(), 2) << "ContinueOnError is 1 unless it is set";
+  EXPECT_EQ(console.results.last(), "6\t77");
+
+  writeIni("LOKARI", "BaseUnit=TAMSMC\r\nComPort=3\r\nTimeout=2\r\nDelay=0\r\nContinueOnError=0\r\n");
+  EXPECT_EQ(run("cv write 5=200 6=78 7=1"), 1);
+  EXPECT_EQ(console.results.size(), 1);
+  EXPECT_EQ(console.results.first().count('\t'), 2) << "a failing CV has its text";
+  EXPECT_EQ(console.messages.last(), "Nicht mehr bearbeitet: CV 6, 7");
+  EXPECT_EQ(layout.onProgrammingTrack()->stored(6), 77);
+}
+
+class CvOnMx1Test : public CliFixture {
+ protected:
+  CvOnMx1Test() : CliFixture(u"MX1") {}
+};
+
+TEST_F(CvOnMx1Test, AMainTrackWriteThatTheStationRefusesAtTheEndIsAFailure) {
+  faults.add({.kind = sim::FaultKind::Refused});
+  EXPECT_EQ(run("cv write --main --address 3 5=99"), 1);
+  EXPECT_EQ(console.results,
+            QStringList{"5\t-1003\tAdresse gesperrt - Programmierung nicht möglich!"});
+}
+
+TEST_F(CvOnMx1Test, AMainTrackWriteWithoutARefusalIsDone) {
+  EXPECT_EQ(run("cv write --main --address 3 5=99"), 0);
+  EXPECT_EQ(console.results, QStringList{"5\t99"});
 }
 
 }  // namespace

@@ -25,13 +25,35 @@ TEST_F(DriveCommandTest, DrivesAndSwitchesAndPrintsTheStateAfterwards) {
   EXPECT_EQ(vehicle.functions, 0b100001U);
 }
 
-TEST_F(DriveCommandTest, ASpeedWithoutBackIsOneForward) {
+TEST_F(DriveCommandTest, ASpeedLeavesTheDirectionAlone) {
   EXPECT_EQ(run("drive 3 --back"), 0);
   EXPECT_TRUE(layout.drive(3).backward);
   EXPECT_EQ(run("drive 3 --function 1=on"), 0);
   EXPECT_TRUE(layout.drive(3).backward);
   EXPECT_EQ(run("drive 3 --speed 10"), 0);
+  EXPECT_TRUE(layout.drive(3).backward);
+  EXPECT_EQ(run("drive 3 --speed 10 --forward"), 0);
   EXPECT_FALSE(layout.drive(3).backward);
+  EXPECT_EQ(console.results[1], "Richtung\tvorwärts");
+}
+
+TEST_F(DriveCommandTest, GoReleasesTheTrackLast) {
+  layout.setStopped(true);
+  layout.setTrackPower(false);
+  EXPECT_EQ(run("drive 3 --speed 20 --go"), 0);
+  EXPECT_EQ(console.results.last(), "Halt\taus");
+  EXPECT_TRUE(layout.trackPower());
+  EXPECT_EQ(line_.writes.last().data.toHex(), "a7");
+  EXPECT_EQ(run("drive 3"), 0);
+  EXPECT_FALSE(console.results.last().startsWith("Halt")) << "nothing was asked about it";
+}
+
+TEST_F(DriveCommandTest, TheStateAsJsonIsOneObject) {
+  EXPECT_EQ(run("drive 3 --speed 40 --json"), 0);
+  EXPECT_EQ(console.results,
+            QStringList{"{\"F0\":false,\"F1\":false,\"F2\":false,\"F3\":false,\"F4\":false,"
+                        "\"F5\":false,\"F6\":false,\"F7\":false,\"address\":3,"
+                        "\"backward\":false,\"speed\":40}"});
 }
 
 TEST_F(DriveCommandTest, AFunctionThatIsSoAlreadyStaysSo) {
@@ -46,9 +68,47 @@ TEST_F(DriveCommandTest, TheStopIsForTheWholeTrackAndStays) {
   EXPECT_TRUE(layout.stopped() || !layout.trackPower());
 }
 
+TEST_F(DriveCommandTest, TheStopIsOnTheWireBeforeAnythingIsRead) {
+  EXPECT_EQ(run("drive 3 --stop"), 0);
+  ASSERT_GE(line_.writes.size(), 3);
+  EXPECT_EQ(line_.writes[0].data.toHex(), "a5");
+  EXPECT_EQ(line_.writes[1].data.toHex().left(2), "84");
+}
+
+TEST_F(DriveCommandTest, AStopIsTakenByAStationThatGivesNoState) {
+  // The stop is acknowledged, both readings stay without an answer.
+  faults.add({.kind = sim::FaultKind::Silence, .count = 2, .skip = 1});
+  EXPECT_EQ(run("drive 3 --stop --speed 9"), 1);
+  EXPECT_EQ(console.results, QStringList{"Halt\tein"});
+  EXPECT_EQ(console.messages, QStringList{"Keine Daten von Digitalzentrale erhalten"});
+  EXPECT_EQ(layout.drive(3).speed, 0);
+  EXPECT_FALSE(layout.trackPower());
+}
+
+TEST_F(DriveCommandTest, AStopThatNobodyAcknowledgesIsNotShownAsDone) {
+  faults.add({.kind = sim::FaultKind::Silence, .count = sim::Fault::kAlways});
+  EXPECT_EQ(run("drive 3 --stop"), 1);
+  EXPECT_TRUE(console.results.isEmpty());
+  EXPECT_EQ(console.messages.first(), "Die Digitalzentrale hat einen Befehl nicht bestätigt!");
+}
+
+TEST_F(DriveCommandTest, AStopOnAPortThatHasGoneIsAFailure) {
+  clock.schedule(1000, [&] { line_.vanish(); });
+  EXPECT_EQ(run("drive 3 --stop"), 1);
+  EXPECT_TRUE(console.results.isEmpty());
+  EXPECT_EQ(console.messages.first(), "Die Schnittstelle ist nicht mehr da!");
+}
+
+TEST_F(DriveCommandTest, ACommandOnAPortThatHasGoneIsNeitherDoneNorShown) {
+  faults.add({.kind = sim::FaultKind::Unplugged, .skip = 2});
+  EXPECT_EQ(run("drive 3 --speed 40"), 1);
+  EXPECT_EQ(console.results.first(), "Geschwindigkeit\t0");
+  EXPECT_EQ(console.messages, QStringList{"Die Schnittstelle ist nicht mehr da!"});
+}
+
 TEST_F(DriveCommandTest, AWrongCallSendsNothing) {
   for (const char* call :
-       {"drive", "drive 0", "drive 10240", "drive x", "drive 3 4", "drive 3 --speed 128",
+       {"drive 3 --back --forward", "drive 3 --stop --go", "drive", "drive 0", "drive 10240", "drive x", "drive 3 4", "drive 3 --speed 128",
         "drive 3 --speed -1", "drive 3 --speed", "drive 3 --speed 1 --speed 2",
         "drive 3 --function 8=on", "drive 3 --function 1", "drive 3 --function 1=ein",
         "drive 3 --function -1=on", "drive 3 --function", "drive 3 --laut"}) {
@@ -119,6 +179,36 @@ TEST_F(DriveCommandTest, SwitchesOutputsCountedFromOneAndPrintsAllFour) {
   EXPECT_FALSE(layout.output(20));
 }
 
+TEST_F(DriveCommandTest, AnOutputThatIsSoAlreadyIsSentAllTheSame) {
+  EXPECT_EQ(run("switch 5 1=on"), 0);
+  const qsizetype before = line_.writes.size();
+  EXPECT_EQ(run("switch 5 1=on"), 0);
+  ASSERT_EQ(line_.writes.size() - before, 2);
+  EXPECT_EQ(line_.writes[before].data.toHex(), "9503");
+  EXPECT_EQ(line_.writes.last().data.toHex(), "9011c0");
+}
+
+TEST_F(DriveCommandTest, AnOutputIsSwitchedAlsoWhereTheStationGivesNoState) {
+  faults.add({.kind = sim::FaultKind::Silence, .count = 2});
+  EXPECT_EQ(run("switch 5 2=on"), 1);
+  EXPECT_TRUE(layout.output(18));
+  EXPECT_TRUE(console.results.isEmpty());
+  EXPECT_EQ(console.messages, QStringList{"Keine Daten von Digitalzentrale erhalten"});
+}
+
+TEST_F(DriveCommandTest, AnOutputThatTheStationDoesNotConfirmIsNotShownAsSwitched) {
+  faults.add({.kind = sim::FaultKind::Silence, .skip = 1});
+  faults.add({.kind = sim::FaultKind::Unplugged, .skip = 2});
+  EXPECT_EQ(run("switch 5 1=on 2=on"), 1);
+  EXPECT_EQ(console.results.value(1), "2\taus");
+}
+
+TEST_F(DriveCommandTest, TheOutputsAsJsonAreOneObject) {
+  EXPECT_EQ(run("switch 5 1=on --json"), 0);
+  EXPECT_EQ(console.results,
+            QStringList{"{\"1\":true,\"2\":false,\"3\":false,\"4\":false,\"address\":5}"});
+}
+
 TEST_F(DriveCommandTest, AWrongSwitchCallSendsNothing) {
   for (const char* call : {"switch", "switch 5", "switch 0 1=on", "switch 10240 1=on",
                            "switch 5 0=on", "switch 5 5=on", "switch 5 1", "switch 5 1=1",
@@ -126,6 +216,78 @@ TEST_F(DriveCommandTest, AWrongSwitchCallSendsNothing) {
     EXPECT_EQ(run(call), 2) << call;
     EXPECT_TRUE(console.results.isEmpty()) << call;
   }
+  EXPECT_TRUE(untouched());
+}
+
+// ---- The Zimo binary stations --------------------------------------------------------------------
+
+class DriveOnMx1Ulf : public CliFixture {
+ protected:
+  DriveOnMx1Ulf() : CliFixture(u"MX1ULF") {
+    writeIni("LOKARI", "BaseUnit=MX1ULF\r\nComPort=3\r\nTimeout=999\r\nDelay=0\r\n");
+  }
+
+  /// The payloads of the frames sent, without escapes, from the command byte on.
+  QList<QByteArray> sent() const {
+    QList<QByteArray> payloads;
+    for (const auto& write : line_.writes) payloads << write.data.mid(4).chopped(2).toHex();
+    return payloads;
+  }
+};
+
+TEST_F(DriveOnMx1Ulf, TheStopGoesOutAgainBehindTheReadingThatSwitchesOn) {
+  EXPECT_EQ(run("drive 3 --stop"), 0);
+  EXPECT_EQ(console.results.last(), "Halt\tein");
+  EXPECT_FALSE(layout.trackPower());
+  const QList<QByteArray> all = sent();
+  const auto off = all.indexOf("0200");
+  const auto on = all.indexOf("0202");
+  ASSERT_GE(off, 0);
+  EXPECT_GT(on, off);
+  EXPECT_GT(all.lastIndexOf("0200"), on);
+}
+
+TEST_F(DriveOnMx1Ulf, TheStopGoesOutAgainBehindAReadingThatCtrlCHasEnded) {
+  // The greetings, the stop and the power are answered, the question is not.
+  faults.add({.kind = sim::FaultKind::Silence, .count = sim::Fault::kAlways, .skip = 4});
+  clock.schedule(5000, [&] { interrupt.raise(); });
+  EXPECT_EQ(run("drive 3 --stop"), 1);
+  const QList<QByteArray> all = sent();
+  EXPECT_GE(all.indexOf("080003"), 0);
+  EXPECT_EQ(all.last(), "0200");
+  EXPECT_LT(clock.now(), 9000);
+}
+
+TEST_F(DriveOnMx1Ulf, OneSessionIsOpened) {
+  EXPECT_EQ(run("drive 3"), 0);
+  EXPECT_EQ(line_.opens, 1);
+  EXPECT_EQ(line_.closes, 1);
+}
+
+class DriveOnSilentMx1Bin : public CliFixture, public ::testing::WithParamInterface<const char*> {
+ protected:
+  DriveOnSilentMx1Bin() : CliFixture(u"MX1BIN") {
+    writeIni("LOKARI", "BaseUnit=MX1BIN\r\nComPort=3\r\nTimeout=999\r\nDelay=0\r\n");
+    faults.add({.kind = sim::FaultKind::Silence, .count = sim::Fault::kAlways});
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(Commands, DriveOnSilentMx1Bin,
+                         ::testing::Values("drive 3 --speed 5", "switch 5 1=on", "cv read 8",
+                                           "vehicle read Anlage 3", "test"));
+
+TEST_P(DriveOnSilentMx1Bin, CtrlCInTheGreetingEndsTheCommandAtOnce) {
+  clock.schedule(500, [&] { interrupt.raise(); });
+  EXPECT_NE(run(GetParam()), 0);
+  // The second of the opening and those of a farewell stay.
+  EXPECT_LE(clock.now(), 4000);
+  EXPECT_FALSE(line_.isOpen());
+}
+
+TEST_F(DriveCommandTest, CtrlCBeforeTheSessionWakesNoStation) {
+  interrupt.raise();
+  EXPECT_EQ(run("drive 3 --speed 5"), 1);
+  EXPECT_EQ(run("switch 5 1=on"), 1);
   EXPECT_TRUE(untouched());
 }
 

@@ -73,7 +73,7 @@ TEST_F(CliOnSimulator, CtrlCEndsAWaitOrderly) {
   program.interrupt();
   const test::ProgramRun read = program.finish();
   EXPECT_EQ(read.status, 1);
-  EXPECT_EQ(read.output, "8\t-1002\t\n");
+  EXPECT_EQ(read.output, "8\t-1002\tAbgebrochen\n");
 }
 
 TEST_F(CliOnSimulator, CtrlCEndsAGreetingThatNobodyAnswers) {
