@@ -11,20 +11,6 @@ QString wordsOf(const Command& command) {
   return QString::fromUtf16(command.words);
 }
 
-/// "--speed N", "ADRESSE"
-QString headOf(const ArgumentRow& row) {
-  const QString name = QString::fromUtf16(row.name);
-  const QString value = QString::fromUtf16(row.value);
-  return value.isEmpty() ? name : name + u' ' + value;
-}
-
-/// "0 bis 127: Fahrstufe"
-QString meaningOf(const ArgumentRow& row) {
-  const QString help = QString::fromUtf16(row.help);
-  if (!row.isNumber()) return help;
-  return QStringLiteral("%1 bis %2: %3").arg(row.first).arg(row.last).arg(help);
-}
-
 QStringList argumentLines(ArgumentRows rows) {
   qsizetype width = 0;
   for (const ArgumentRow& row : rows) width = std::max(width, headOf(row).size());
@@ -44,6 +30,18 @@ QStringList otherCommands(const Command& command) {
 }
 
 }  // namespace
+
+QString headOf(const ArgumentRow& row) {
+  const QString name = QString::fromUtf16(row.name);
+  const QString value = QString::fromUtf16(row.value);
+  return value.isEmpty() ? name : name + u' ' + value;
+}
+
+QString meaningOf(const ArgumentRow& row) {
+  const QString help = QString::fromUtf16(row.help);
+  if (!row.isNumber()) return help;
+  return QStringLiteral("%1 bis %2: %3").arg(row.first).arg(row.last).arg(help);
+}
 
 QString syntaxOf(const Command& command) {
   QString line = wordsOf(command);

@@ -5,10 +5,15 @@
 
 namespace lokari {
 
+struct ArgumentRow;
 struct Command;
 
 /// "drive ADRESSE [--speed N] [--stop|--go]"
 QString syntaxOf(const Command& command);
+/// "--speed N", "ADRESSE"
+QString headOf(const ArgumentRow& row);
+/// "0 bis 127: Stellung des Reglers"
+QString meaningOf(const ArgumentRow& row);
 
 /// All commands.
 QStringList helpLines();

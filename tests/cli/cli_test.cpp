@@ -1,5 +1,8 @@
 // The frame around the commands.
+#include "cli/command.h"
+#include "cli/help.h"
 #include "cli_fixture.h"
+#include "support/places.h"
 
 namespace lokari {
 namespace {
@@ -74,15 +77,39 @@ TEST_F(CliTest, TheHelpOfACommandNamesItsArgumentsAndTheirRange) {
   }
 }
 
+TEST_F(CliTest, TheManualsPageHasEveryCommandAndArgumentAsTheyAre) {
+  QFile file(places::source() + "/docs/handbuch/befehlszeile.html");
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QString page = QString::fromUtf8(file.readAll()).simplified();
+  const auto plain = [](const QString& text) {
+    return QString(text).replace('&', "&amp;").replace('<', "&lt;").replace('>', "&gt;");
+  };
+  qsizetype at = 0;
+  for (const Command& command : commandTable()) {
+    const QString syntax = "<pre>lokari-cli " + plain(syntaxOf(command)) + "</pre>";
+    at = page.indexOf(syntax, at);
+    ASSERT_GE(at, 0) << qPrintable(syntax);
+    const QString section = page.mid(at, page.indexOf("<h2>", at) - at);
+    for (const ArgumentRow& row : command.arguments) {
+      const QString line = "<tr><td><code>" + plain(headOf(row)) + "</code></td><td>" +
+                           plain(meaningOf(row)) + "</td></tr>";
+      EXPECT_TRUE(section.contains(line)) << qPrintable(syntax + ": " + line);
+    }
+    EXPECT_EQ(section.count("<tr>"), static_cast<qsizetype>(command.arguments.size()))
+        << qPrintable(syntax) << ": the page has an argument that there is not";
+  }
+  EXPECT_EQ(page.count("<h2>"), static_cast<qsizetype>(commandTable().size()));
+}
+
 TEST_F(CliTest, TheVersionIsThatOfTheProgram) {
   EXPECT_EQ(run("--version"), 0);
   EXPECT_EQ(console.results, QStringList{QString::fromUtf16(kTitle)});
 }
 
 TEST_F(CliTest, ANamedSettingsFileThatIsMissingReachesNoStation) {
-  for (const char* call : {"--settings CLUP cv read 1", "--settings CLUP drive 3 --stop",
-                           "--settings CLUP test", "--settings CLUP switch 5 1=on",
-                           "--settings CLUP vehicle read Anlage 3"}) {
+  for (const char* call :
+       {"--settings CLUP cv read 1", "--settings CLUP drive 3 --stop", "--settings CLUP test",
+        "--settings CLUP switch 5 1=on", "--settings CLUP vehicle read Anlage 3"}) {
     EXPECT_EQ(run(call), 2) << call;
     EXPECT_TRUE(console.messages.first().endsWith("CLUP.INI gibt es nicht!")) << call;
   }

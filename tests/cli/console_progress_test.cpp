@@ -13,8 +13,8 @@ class ConsoleProgressTest : public CliFixture {
   Settings settings_;
   ConsolePrompt prompt_{console, false};
   StationLink link_{settings_, clock, prompt_, {line_, socket, can}};
-  CliContext context_{paths_, settings_, clock, prompt_,
-                      console, Results(console, false), link_, interrupt};
+  CliContext context_{paths_, settings_, clock, prompt_, console, Results(console, false),
+                      link_,  interrupt};
 };
 
 TEST_F(ConsoleProgressTest, TellsEachTenthOfTheWayAndThenTheResult) {

@@ -149,7 +149,8 @@ TEST_F(CvCommandsTest, AFailureEndsTheWritingUnlessTheSettingsGoOn) {
   EXPECT_EQ(console.results.size(), 2) << "ContinueOnError is 1 unless it is set";
   EXPECT_EQ(console.results.last(), "6\t77");
 
-  writeIni("LOKARI", "BaseUnit=TAMSMC\r\nComPort=3\r\nTimeout=2\r\nDelay=0\r\nContinueOnError=0\r\n");
+  writeIni("LOKARI",
+           "BaseUnit=TAMSMC\r\nComPort=3\r\nTimeout=2\r\nDelay=0\r\nContinueOnError=0\r\n");
   EXPECT_EQ(run("cv write 5=200 6=78 7=1"), 1);
   EXPECT_EQ(console.results.size(), 1);
   EXPECT_EQ(console.results.first().count('\t'), 2) << "a failing CV has its text";
@@ -163,7 +164,7 @@ class CvOnMx1Test : public CliFixture {
 };
 
 TEST_F(CvOnMx1Test, AMainTrackWriteThatTheStationRefusesAtTheEndIsAFailure) {
-  faults.add({.kind = sim::FaultKind::Refused});
+  faults.add({.kind = sim::FaultKind::Busy});
   EXPECT_EQ(run("cv write --main --address 3 5=99"), 1);
   EXPECT_EQ(console.results,
             QStringList{"5\t-1003\tAdresse gesperrt - Programmierung nicht möglich!"});

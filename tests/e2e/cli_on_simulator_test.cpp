@@ -90,6 +90,60 @@ TEST_F(CliOnSimulator, CtrlCEndsAGreetingThatNobodyAnswers) {
   EXPECT_TRUE(station.nextLine().startsWith("> 01 01 10 21 10 30 11 04 10 21 B8 17"));
 }
 
+TEST_F(CliOnSimulator, CtrlCEndsDrivingAndSwitchingOnASilentStationAtOnce) {
+  write("LOKARI.INI", "[LOKARI]\r\nBaseUnit=MX1BIN\r\nComPort=4\r\nTimeout=999\r\nDelay=0\r\n");
+  for (const QStringList& call :
+       {QStringList{"drive", "3", "--speed", "5"}, QStringList{"switch", "5", "1=on"}}) {
+    // The greetings are answered, the question is not.
+    test::SimulatorProcess station(
+        {"--station", "MX1BIN", "--link", port(), "--log", "--fault", "silence:immer@2"});
+    test::RunningProgram program(QStringLiteral("lokari-cli"), call, folder.path());
+    const QByteArray question = call[0] == "drive" ? "08 00 03" : "09 00 05";
+    while (!station.nextLine().contains(question)) {
+    }
+    program.interrupt();
+    // A second reading alone would last half a minute more, five of them longer than any program
+    // may run here.
+    const test::ProgramRun run = program.finish();
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.output, "");
+    station.stop();
+    EXPECT_EQ(station.rest(), "") << "nothing more is sent";
+  }
+}
+
+TEST_F(CliOnSimulator, AStopIsTheFirstMessageAndTheLastOneWhereReadingSwitchesOn) {
+  write("LOKARI.INI", "[LOKARI]\r\nBaseUnit=MX1ULF\r\nComPort=4\r\nTimeout=3\r\nDelay=0\r\n");
+  test::SimulatorProcess station({"--station", "MX1ULF", "--link", port(), "--log"});
+  const test::ProgramRun run = cli({"drive", "3", "--stop"});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_TRUE(run.output.endsWith("Halt\tein\n"));
+  station.stop();
+  QList<QByteArray> payloads;
+  const auto lines = station.rest().split('\n');
+  for (const QByteArray& line : lines) {
+    if (line.startsWith("> ")) payloads << line.mid(17).chopped(6);
+  }
+  EXPECT_EQ(payloads.mid(2), (QList<QByteArray>{"02 00", "02 02", "08 00 03", "02 00"}));
+}
+
+TEST_F(CliOnSimulator, AMainTrackWriteThatTheStationRefusesIsAFailure) {
+  write("LOKARI.INI", "[LOKARI]\r\nBaseUnit=MX1\r\nComPort=4\r\nTimeout=1\r\nDelay=0\r\n");
+  const test::SimulatorProcess station({"--station", "MX1", "--link", port(), "--fault", "busy"});
+  const test::ProgramRun run = cli({"cv", "write", "--main", "--address", "3", "5=99"});
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.output, "5\t-1003\tAdresse gesperrt - Programmierung nicht möglich!\n");
+}
+
+TEST_F(CliOnSimulator, SettingsThatAreNotThereReachNoStation) {
+  test::SimulatorProcess station(simulator({"--log"}));
+  EXPECT_EQ(cli({"--settings", "CLUP", "cv", "read", "8"}).status, 2);
+  write("LOKARI.INI", "[LOKARI]\r\nBaseUnit=TAMS\r\nComPort=4\r\n");
+  EXPECT_EQ(cli({"cv", "read", "8"}).status, 2);
+  station.stop();
+  EXPECT_EQ(station.rest(), "");
+}
+
 TEST_F(CliOnSimulator, ResultsThatCannotBeWrittenEndTheJobBeforeItsNextCv) {
   const test::SimulatorProcess station(simulator());
   test::RunningProgram program(QStringLiteral("lokari-cli"), {"cv", "write", "5=1", "6=2"},
