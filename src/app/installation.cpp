@@ -2,8 +2,8 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QStandardPaths>
 
+#include "app/command_line.h"
 #include "base/paths.h"
 
 namespace lokari {
@@ -14,9 +14,7 @@ QString installedData(const QString& programs) {
 
 Installation findInstallation(const QString& commandLine) {
   const QString programs = QCoreApplication::applicationDirPath();
-  const QString appPath =
-      chooseAppPath(qEnvironmentVariable("LOKARI_APP"), programs,
-                    QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+  const QString appPath = dataFolder();
   const QString installed = installedData(programs);
   const QString fault = prepareAppPath(appPath, installed);
   AppPaths paths = appPathsFor(appPath, commandLine);

@@ -7,6 +7,7 @@
 #include "cli/command.h"
 #include "cli/console.h"
 #include "db/database.h"
+#include "db/database_check.h"
 #include "db/reference_lists.h"
 #include "decoder/dec_checker.h"
 
@@ -23,8 +24,12 @@ QList<Fault> databaseFaults(const QString& path) {
   QList<Fault> faults;
   try {
     const Database database(placeFor(path));
-    for (const QString& text : database.integrityFaults()) faults.append({path, 0, text});
-    checkSources(database);
+    QStringList texts = database.integrityFaults();
+    // What the engine cannot read has no tables to look at.
+    if (texts.isEmpty()) texts = schemaFaults(database);
+    if (texts.isEmpty()) checkSources(database);
+    texts += valueFaults(database);
+    for (const QString& text : std::as_const(texts)) faults.append({path, 0, text});
   } catch (const StorageError& error) {
     faults.append({path, 0, error.text()});
   }

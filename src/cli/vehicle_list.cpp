@@ -45,7 +45,13 @@ QString csvLine(const QStringList& fields) {
 
 QList<ResultField> fieldsOf(const QStringList& texts) {
   QList<ResultField> fields;
-  for (const QString& name : columnNames()) fields.append({name, texts.at(fields.size())});
+  for (const QString& name : columnNames()) {
+    const QString& text = texts.at(fields.size());
+    bool isNumber = false;
+    const int number = text.toInt(&isNumber);
+    const bool asNumber = isNumber && name == QLatin1String("DC_ADR");
+    fields.append({name, asNumber ? QJsonValue(number) : QJsonValue(text), text});
+  }
   return fields;
 }
 
@@ -63,9 +69,21 @@ QList<QStringList> readVehicles(const Database& database, const QString& query) 
   return lines;
 }
 
-bool isFaultOfCondition(const StorageError& error) {
+bool isFaultOfQuery(const StorageError& error) {
   return error.code() == storage_error::kSyntax || error.code() == storage_error::kUnknownName ||
          error.code() == storage_error::kTypeMismatch;
+}
+
+QList<QStringList> readChosen(const Database& database, const QString& condition) {
+  // A database that lacks a column is no fault of the condition.
+  database.query(query(QStringLiteral("DC_RECNO = 0")), [](const QSqlQuery&) {});
+  try {
+    return readVehicles(database, query(condition));
+  } catch (const StorageError& error) {
+    if (!isFaultOfQuery(error)) throw;
+    throw WrongCall(
+        QStringLiteral("Die Bedingung \"%1\" ist fehlerhaft: %2").arg(condition, error.text()));
+  }
 }
 
 }  // namespace
@@ -75,13 +93,13 @@ ExitStatus vehicles(const Call& call, CliContext& context) {
   const bool csv = call.has(u"--csv");
   try {
     const Database database(placeFor(context.settings.dbPath));
-    const QList<QStringList> lines = readVehicles(database, query(condition));
+    const QList<QStringList> lines =
+        condition ? readChosen(database, *condition) : readVehicles(database, query({}));
     if (csv) context.console.result(csvLine(columnNames()));
     for (const QStringList& line : lines) {
       csv ? context.console.result(csvLine(line)) : context.results.line(fieldsOf(line));
     }
   } catch (const StorageError& error) {
-    if (condition && isFaultOfCondition(error)) throw WrongCall(error.text());
     context.console.message(QStringLiteral("Datenbankdatei ") + context.settings.dbPath +
                             QStringLiteral(": ") + error.text());
     return ExitStatus::Failed;

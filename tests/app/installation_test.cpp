@@ -6,6 +6,9 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include "app/command_line.h"
+#include "base/settings.h"
+
 namespace lokari {
 namespace {
 
@@ -49,6 +52,20 @@ TEST_F(InstallationTest, AFolderThatCannotBeMadeIsAFault) {
   write(folder_.filePath(QStringLiteral("user")), "a file in the way");
   EXPECT_EQ(prepareAppPath(appPath_, share_),
             QStringLiteral("Ordner %1 kann nicht angelegt werden!").arg(appPath_));
+}
+
+TEST(CommandLine, AsksForHelpUnlessSettingsOfThatNameExist) {
+  const QTemporaryDir folder;
+  EXPECT_TRUE(answerTo("--help", folder.path()).startsWith("Aufruf: lokari [STAMM]"));
+  EXPECT_TRUE(answerTo("-h", folder.path()).startsWith("Aufruf: lokari [STAMM]"));
+  EXPECT_EQ(answerTo("--version", folder.path()), QString::fromUtf16(kTitle));
+  for (const char* stem : {"", "Club", "--hilfe", "--help me"}) {
+    EXPECT_EQ(answerTo(stem, folder.path()), "") << stem;
+  }
+  QFile file(folder.filePath("--HELP.ini"));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  EXPECT_EQ(answerTo("--help", folder.path()), "");
+  EXPECT_NE(answerTo("-h", folder.path()), "");
 }
 
 }  // namespace

@@ -60,8 +60,25 @@ TEST_F(DatabaseCommands, AConditionThatIsNotUnderstoodIsAWrongCall) {
     EXPECT_EQ(runWords({"vehicles", "--where", condition}), 2) << condition;
     EXPECT_TRUE(console.results.isEmpty());
     EXPECT_EQ(console.messages.size(), 2);
+    EXPECT_TRUE(console.messages.first().startsWith(
+        QStringLiteral("Die Bedingung \"%1\" ist fehlerhaft: ").arg(condition)));
   }
   EXPECT_EQ(run("vehicles alle"), 2);
+}
+
+TEST_F(DatabaseCommands, AMissingColumnIsNoFaultOfTheCondition) {
+  Database(path()).write("ALTER TABLE LOCO_DAT DROP COLUMN FZ_LNAME", {});
+  EXPECT_EQ(runWords({"vehicles", "--where", "DC_ADR=3"}), 1);
+  EXPECT_TRUE(console.messages.first().startsWith("Datenbankdatei "));
+}
+
+TEST_F(DatabaseCommands, VehiclesAsJsonAreOneObjectALine) {
+  EXPECT_EQ(runWords({"vehicles", "--json", "--where", "DC_ADR=3"}), 0);
+  EXPECT_EQ(
+      console.results,
+      QStringList{"{\"DC_ADR\":3,\"DC_COLL\":\"Anlage\",\"DC_DECODER\":\"ZX100\",\"FZ_FTYPE\":"
+                  "\"Diesellok\",\"FZ_LNAME\":\"Lok, \\\"rot\\\"\",\"ST_SNAME\":\"V 200\"}"});
+  EXPECT_EQ(runWords({"vehicles", "--json", "--csv"}), 2);
 }
 
 TEST_F(DatabaseCommands, AMissingDatabaseFails) {
@@ -76,6 +93,66 @@ TEST_F(DatabaseCommands, CheckFindsNothingInASoundInstallation) {
   EXPECT_TRUE(console.results.isEmpty());
   EXPECT_EQ(console.messages,
             QStringList{"Geprüft: die Datenbank und 0 Beschreibungsdateien, 0 Fehler."});
+}
+
+TEST_F(DatabaseCommands, CheckFindsMissingTablesColumnsAndIndexes) {
+  Database database(path());
+  database.write("DROP INDEX LOCO_DAT_COLL_ADR", {});
+  database.write("CREATE UNIQUE INDEX LOCO_DAT_COLL_ADR ON LOCO_DAT (DC_COLL, DC_ADR)", {});
+  database.write("DROP INDEX LOCO_DAT_ADR", {});
+  database.write("ALTER TABLE LOCO_DAT DROP COLUMN MD_USER_3", {});
+  database.write("DROP TABLE ERAS", {});
+  EXPECT_EQ(run("check"), 1);
+  EXPECT_EQ(console.results,
+            (QStringList{path() + "\t0\tTabelle LOCO_DAT: Die Spalte MD_USER_3 fehlt.",
+                         path() + "\t0\tTabelle LOCO_DAT: Es fehlt: Index über DC_ADR.",
+                         path() + "\t0\tTabelle LOCO_DAT: Es fehlt: eindeutiger Index über DC_COLL "
+                                  "NOCASE, DC_ADR.",
+                         path() + "\t0\tDie Tabelle ERAS fehlt."}));
+}
+
+TEST_F(DatabaseCommands, CheckFindsWrongTypes) {
+  Database database(path());
+  database.write("ALTER TABLE LOCO_DAT DROP COLUMN MD_INFO", {});
+  database.write("ALTER TABLE LOCO_DAT ADD COLUMN MD_INFO VARCHAR(40)", {});
+  database.write("ALTER TABLE LOCO_DAT DROP COLUMN FZ_MAXSPEED", {});
+  database.write("ALTER TABLE LOCO_DAT ADD COLUMN FZ_MAXSPEED VARCHAR(255)", {});
+  database.write("ALTER TABLE LOCO_DAT DROP COLUMN ST_SNAME", {});
+  database.write("ALTER TABLE LOCO_DAT ADD COLUMN ST_SNAME VARCHAR(60)", {});
+  database.write("ALTER TABLE LOCO_DAT ADD COLUMN EIGENE INTEGER", {});
+  EXPECT_EQ(run("check"), 1);
+  EXPECT_EQ(
+      console.results,
+      (QStringList{path() + "\t0\tTabelle LOCO_DAT: Die Spalte FZ_MAXSPEED ist VARCHAR(255) statt "
+                            "SMALLINT.",
+                   path() + "\t0\tTabelle LOCO_DAT: Die Spalte MD_INFO ist VARCHAR(40) statt "
+                            "VARCHAR(255)."}))
+      << "more and wider columns are no fault";
+}
+
+TEST_F(DatabaseCommands, CheckFindsValuesOutOfRange) {
+  Database database(path());
+  database.write("UPDATE LOCO_DAT SET DC_ADR = 10240, ST_SNAME = 'zu lang!' WHERE DC_ADR = 7", {});
+  database.write("UPDATE LOCO_DAT SET DC_CV = 'Text', FZ_MAXSPEED = 'schnell' WHERE DC_ADR = 3",
+                 {});
+  EXPECT_EQ(run("check --json"), 1);
+  ASSERT_EQ(console.results.size(), 4);
+  EXPECT_TRUE(console.results[0].contains(
+      "Zeile 1: DC_ADR ist \\\"10240\\\", erlaubt ist eine Zahl von 1 bis 10239."));
+  EXPECT_TRUE(console.results[1].contains("ein Text von höchstens 6 Zeichen"));
+  EXPECT_TRUE(console.results[2].contains("FZ_MAXSPEED ist \\\"schnell\\\""));
+  EXPECT_TRUE(console.results[3].contains("eine Folge von Bytes"));
+}
+
+TEST_F(DatabaseCommands, ManyWrongValuesOfAColumnAreCounted) {
+  Database database(path());
+  for (int i = 0; i < 15; ++i) {
+    database.write("INSERT INTO LOCO_DAT (DC_ADR, DC_COLL, ST_SNAME) VALUES (?, 'x', 'y')",
+                   {20000 + i});
+  }
+  EXPECT_EQ(run("check"), 1);
+  EXPECT_EQ(console.results.size(), 11);
+  EXPECT_TRUE(console.results.last().endsWith("DC_ADR ist in 5 weiteren Zeilen falsch."));
 }
 
 TEST_F(DatabaseCommands, CheckTellsTheFaultsOfADamagedDatabase) {

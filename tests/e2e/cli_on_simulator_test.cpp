@@ -144,6 +144,18 @@ TEST_F(CliOnSimulator, SettingsThatAreNotThereReachNoStation) {
   EXPECT_EQ(station.rest(), "");
 }
 
+TEST_F(CliOnSimulator, TheProgramWithWindowsHelpsWithoutAScreenUnlessSuchSettingsExist) {
+  for (const char* question : {"--help", "-h"}) {
+    const test::ProgramRun run =
+        test::runProgram(QStringLiteral("lokari"), {QString::fromLatin1(question)}, folder.path());
+    EXPECT_EQ(run.status, 0);
+    EXPECT_TRUE(run.output.startsWith("Aufruf: lokari [STAMM]\n")) << run.errors.constData();
+  }
+  EXPECT_EQ(test::runProgram(QStringLiteral("lokari"), {"--version"}, folder.path()).output,
+            "Lokari V4.11\n");
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), (QStringList{"LOKARI.INI", "PORTS.INI"}));
+}
+
 TEST_F(CliOnSimulator, ResultsThatCannotBeWrittenEndTheJobBeforeItsNextCv) {
   const test::SimulatorProcess station(simulator());
   test::RunningProgram program(QStringLiteral("lokari-cli"), {"cv", "write", "5=1", "6=2"},
