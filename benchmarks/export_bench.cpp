@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include "base/file_place.h"
 #include "benchmarks/no_progress.h"
 #include "benchmarks/vehicle_file.h"
 #include "db/database.h"
@@ -33,7 +34,7 @@ void exportRzk(benchmark::State& state) {
     static_cast<void>(each);
     prompt.answers = {Answer::Yes};
     timer.start();
-    const bool done = RzkExport({prompt, {}}, database, {}).exportTo(file).has_value();
+    const bool done = RzkExport({prompt, {}, {}}, database, {}).exportTo(file).has_value();
     spent += timer.nsecsElapsed();
     ++runs;
     const qint64 records = QFile(file).size() / kRzkRecordSize - 1;
@@ -61,7 +62,7 @@ void exportTable(benchmark::State& state) {
     const bool done = exportCsv({.database = database,
                                  .templateFile = places::data() + QStringLiteral("/repc_ger.rpt"),
                                  .formula = {}},
-                                file, progress);
+                                FilePlace::ofProgram(file, kCsvFile, {}), progress);
     spent += timer.nsecsElapsed();
     ++runs;
     QFile written(file);

@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
+#include "base/file_place.h"
 #include "benchmarks/no_progress.h"
 #include "benchmarks/vehicle_file.h"
 #include "db/database.h"
@@ -31,9 +32,10 @@ void printList(benchmark::State& state) {
     ListDocument list({.database = database,
                        .templateFile = places::data() + QStringLiteral("/repl_ger.rpt"),
                        .formula = {}});
-    const auto job = pdfFileJob(file, list.title(), printLayout(QPageSize(QPageSize::A4)));
+    const auto job = pdfFileJob(FilePlace::ofProgram(file, kPdfFile, {}), list.title(),
+                                printLayout(QPageSize(QPageSize::A4)));
     const bool done = list.paint(job->paper(), progress);
-    job->finish();
+    job->finish(progress);
     spent += timer.nsecsElapsed();
     ++runs;
     if (!done || QFileInfo(file).size() == 0 || !QFile::remove(file)) {

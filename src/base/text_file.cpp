@@ -1,8 +1,10 @@
 #include "base/text_file.h"
 
 #include <QFile>
-#include <QSaveFile>
+#include <QFileInfo>
 #include <QStringConverter>
+
+#include "base/whole_file.h"
 
 namespace lokari {
 namespace {
@@ -59,16 +61,30 @@ QStringList splitLines(const QString& text) {
 }
 
 std::optional<QString> readTextFile(const QString& path) {
+  const auto data = readPlainFile(path);
+  if (!data) return std::nullopt;
+  return decodeText(*data);
+}
+
+std::optional<QByteArray> readPlainFile(const QString& path) {
+  // A pipe would be waited for, a device may never end.
+  if (!QFileInfo(path).isFile()) return std::nullopt;
   QFile file(path);
   if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
-  return decodeText(file.readAll());
+  QByteArray data = file.readAll();
+  if (file.error() != QFileDevice::NoError) return std::nullopt;
+  return data;
+}
+
+QString replaceFile(const QString& path, const QByteArray& data) {
+  WholeFile file(path);
+  if (file.begin()) file.write(data);
+  file.commit();
+  return file.fault();
 }
 
 bool writeFileAtomically(const QString& path, const QByteArray& data) {
-  QSaveFile file(path);
-  if (!file.open(QIODevice::WriteOnly)) return false;
-  // What is still in memory must not fail within commit(), which would not notice.
-  return file.write(data) == data.size() && file.flush() && file.commit();
+  return replaceFile(path, data).isEmpty();
 }
 
 }  // namespace lokari

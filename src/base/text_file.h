@@ -25,8 +25,15 @@ QByteArray encodeMarkedUtf8(const QString& text);
 /// Lines without their ends; LF, CR LF and a lone CR end a line. A final line end adds no line.
 QStringList splitLines(const QString& text);
 
-/// The whole decoded file, or nothing when it cannot be read.
+/// The whole file, or nothing when it cannot be read. Pipes and devices are not read.
+std::optional<QByteArray> readPlainFile(const QString& path);
+
+/// The whole decoded file, or nothing when it cannot be read. Pipes and devices are not read.
 std::optional<QString> readTextFile(const QString& path);
+
+/// Replaces the file as writeFileAtomically() does, and says in German what kept it from doing so;
+/// empty on success.
+QString replaceFile(const QString& path, const QByteArray& data);
 
 /// Replaces the file only after the new one is complete on disk. False when that failed; the old
 /// file then stands as it was.

@@ -1,5 +1,6 @@
 #include "cli/export_commands.h"
 
+#include "base/file_place.h"
 #include "base/paths.h"
 #include "cli/command.h"
 #include "cli/console.h"
@@ -11,8 +12,21 @@
 #include "reports/rzk_export.h"
 
 namespace lokari {
-ExitStatus exportCsvFile(const Call& call, CliContext& context) {
+namespace {
+
+/// The one file that a call names.
+QString targetFile(const Call& call) {
   const QString file = call.text(u"DATEI").value_or(QString());
+  if (file.isEmpty()) throw WrongCall(QStringLiteral("Der Export braucht einen Dateinamen!"));
+  return file;
+}
+
+}  // namespace
+
+ExitStatus exportCsvFile(const Call& call, CliContext& context) {
+  const auto place = FilePlace::chosen(targetFile(call), kCsvFile,
+                                       ownFiles(context.paths, context.settings), context.prompt);
+  if (!place) return ExitStatus::Failed;
   try {
     const Database database(placeFor(context.settings.dbPath));
     bool done = false;
@@ -21,7 +35,7 @@ ExitStatus exportCsvFile(const Call& call, CliContext& context) {
           {.database = database,
            .templateFile = templatePlace(context.settings.csvReport, context.paths.installed),
            .formula = {}},
-          placeFor(file), progress);
+          *place, progress);
     });
     return done ? ExitStatus::Done : ExitStatus::Failed;
   } catch (const StorageError& error) {
@@ -33,10 +47,14 @@ ExitStatus exportCsvFile(const Call& call, CliContext& context) {
 }
 
 ExitStatus exportRzk(const Call& call, CliContext& context) {
-  const QString file = call.text(u"DATEI").value_or(QString());
+  const QString file = targetFile(call);
   try {
     Database database(placeFor(context.settings.dbPath));
-    const auto text = RzkExport({context.prompt, {}}, database, {}).exportTo(file);
+    const auto text = RzkExport({.prompt = context.prompt,
+                                 .busy = {},
+                                 .own = ownFiles(context.paths, context.settings)},
+                                database, {})
+                          .exportTo(file);
     if (!text) return ExitStatus::Failed;
     context.console.result(QString(*text).replace(u'\r', u' '));
   } catch (const StorageError& error) {

@@ -1,4 +1,5 @@
 // The buttons of the speed table: smoothing, the list, and `.spd` files.
+#include "base/file_place.h"
 #include "base/paths.h"
 #include "base/prompt.h"
 #include "base/text_file.h"
@@ -84,16 +85,17 @@ void DecoderBench::saveTable() {
   const QString name = parts_.prompt.saveFile(
       {QStringLiteral("Geschwindigkeitstabelle speichern"), filter(), folder, freeSpdName(folder)});
   if (name.isEmpty()) return;
-  const QString path = placeFor(withSpdExtension(name));
-  if (!findFile(path).isEmpty() &&
-      parts_.prompt.ask(QStringLiteral("Datei %1 gibt es schon. Überschreiben?").arg(path),
-                        Buttons::YesNo) != Answer::Yes) {
-    return;
-  }
+  const Settings& settings = parts_.settings;
+  const auto place =
+      FilePlace::chosen(withSpdExtension(name), kSpeedTableFile,
+                        {settings.dbPath, settings.listReport, settings.csvReport}, parts_.prompt);
+  if (!place) return;
   std::vector<int> values;
   for (int i = cv::kFirstTable; i <= cv::kLastTable; ++i) values.push_back(sets.value(CvIndex(i)));
-  if (!writeFileAtomically(path, spdLine(values))) {
-    parts_.prompt.message(QStringLiteral("Fehler beim Schreiben von %1").arg(path));
+  const QString fault = replaceFile(place->path(), spdLine(values));
+  if (!fault.isEmpty()) {
+    parts_.prompt.message(QStringLiteral("Fehler beim Schreiben von %1").arg(place->path()),
+                          Icon::Warning, fault);
   }
 }
 

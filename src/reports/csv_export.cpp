@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include "base/file_place.h"
 #include "base/paths.h"
 #include "base/progress.h"
 #include "base/text_file.h"
@@ -20,26 +21,12 @@ constexpr double kWhole = 100;
 struct Cancelled {};
 
 void write(const QString& file, const QByteArray& text) {
-  // A first export may come before the folder.
-  QDir().mkpath(QFileInfo(file).path());
-  if (!writeFileAtomically(file, encodeMarkedUtf8({}) + text)) {
-    throw ReportError(QStringLiteral("Fehler beim Schreiben von\r%1\rEine ältere Datei dieses "
-                                     "Namens ist unverändert.")
-                          .arg(QDir::toNativeSeparators(file)));
-  }
-}
-
-/// A list must not take the place of what it was made from.
-void requireForeign(const ReportSource& source, const QString& file) {
-  const QString place = QFileInfo(file).canonicalFilePath();
-  if (place.isEmpty()) return;
-  for (const QString& own : {source.database.path(), findFile(source.templateFile)}) {
-    if (QFileInfo(own).canonicalFilePath() == place) {
-      throw ReportError(QStringLiteral("In die Datei\r%1\rkann nicht exportiert werden: Der Export "
-                                       "liest selbst aus ihr.")
-                            .arg(QDir::toNativeSeparators(file)));
-    }
-  }
+  const QString fault = replaceFile(file, encodeMarkedUtf8({}) + text);
+  if (fault.isEmpty()) return;
+  throw ReportError(
+      QStringLiteral("Fehler beim Schreiben von\r%1\rEine ältere Datei dieses Namens ist "
+                     "unverändert.\r(%2)")
+          .arg(QDir::toNativeSeparators(file), fault));
 }
 
 bool cancelled(Progress& progress) {
@@ -53,8 +40,19 @@ QString csvPlace(const QString& appPath) {
   return placeFor(appPath + QStringLiteral("/DB/LOKARIV3.CSV"));
 }
 
-bool exportCsv(const ReportSource& source, const QString& file, Progress& progress) {
-  requireForeign(source, file);
+FilePlace csvFilePlace(const QString& appPath, const QStringList& own) {
+  const QString file = csvPlace(appPath);
+  // A first export may come before the folder.
+  QDir().mkpath(QFileInfo(file).path());
+  try {
+    return FilePlace::ofProgram(file, kCsvFile, own);
+  } catch (const PlaceRefused& refused) {
+    throw ReportError(refused.text());
+  }
+}
+
+bool exportCsv(const ReportSource& source, const FilePlace& place, Progress& progress) {
+  const QString& file = place.path();
   const ReportTemplate layout(source.templateFile, reportFields(vehicleColumns(source.database)));
   progress.setStatus(QStringLiteral("Die Fahrzeuge werden gelesen …"));
   const std::optional<ReportRows> rows =

@@ -2,20 +2,25 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include "reports/report_source.h"
 
 namespace lokari {
 
+class FilePlace;
 class Progress;
 
 /// Where the windows put the file, whichever database is open.
 QString csvPlace(const QString& appPath);
 
-/// Writes UTF-8 with a byte-order mark to `file`; the last words of `progress` say where it lies.
+/// The same as a place to write to; the folder is made when it is missing. `own` are the files that
+/// the program lives on. Throws ReportError for a place that must not be written to.
+FilePlace csvFilePlace(const QString& appPath, const QStringList& own);
+
+/// Writes UTF-8 with a byte-order mark to `place`; the last words of `progress` say where it lies.
 /// False when the user cancelled. A file that is there is replaced when the new one is complete on
-/// disk, and stays as it was otherwise. Throws StorageError, and
-/// ReportError also for a file that is the database or the template itself.
-bool exportCsv(const ReportSource& source, const QString& file, Progress& progress);
+/// disk, and stays as it was otherwise. Throws StorageError, and ReportError.
+bool exportCsv(const ReportSource& source, const FilePlace& place, Progress& progress);
 
 }  // namespace lokari

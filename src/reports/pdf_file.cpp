@@ -2,10 +2,12 @@
 
 #include <QDir>
 #include <QPdfWriter>
-#include <QSaveFile>
 
 #include <optional>
 
+#include "base/file_place.h"
+#include "base/whole_file.h"
+#include "reports/pdf_proof.h"
 #include "reports/report_error.h"
 
 namespace lokari {
@@ -15,8 +17,9 @@ constexpr int kDotsPerInch = 1200;
 
 class PdfFileJob final : public PrintJob {
  public:
-  PdfFileJob(const QString& path, const QString& title, const QPageLayout& layout) : file_(path) {
-    if (!file_.open(QIODevice::WriteOnly)) fail(QStringLiteral("Kann Datei nicht anlegen:"));
+  PdfFileJob(const FilePlace& place, const QString& title, const QPageLayout& layout)
+      : name_(QDir::toNativeSeparators(place.path())), file_(place.path()) {
+    if (!file_.begin()) fail(QStringLiteral("Kann Datei nicht anlegen:"));
     writer_.emplace(&file_);
     writer_->setResolution(kDotsPerInch);
     writer_->setTitle(title);
@@ -26,30 +29,31 @@ class PdfFileJob final : public PrintJob {
 
   QPagedPaintDevice& paper() override { return *writer_; }
 
-  QString finish() override {
+  std::optional<QString> finish(Progress&) override {
     writer_.reset();
-    // What is still in memory must not fail within commit(), which would not notice.
-    if (!file_.flush() || !file_.commit()) fail(QStringLiteral("Fehler beim Schreiben von"));
-    return QStringLiteral("PDF-Datei geschrieben:\r%1")
-        .arg(QDir::toNativeSeparators(file_.fileName()));
+    // The writer passes over what its device does not take, and would leave a torn file.
+    if (file_.bringToDisk() && !isWholePdf(file_)) {
+      file_.fail(QStringLiteral("die Datei ist nicht vollständig"));
+    }
+    if (!file_.commit()) fail(QStringLiteral("Fehler beim Schreiben von"));
+    return QStringLiteral("PDF-Datei geschrieben:\r%1").arg(name_);
   }
 
  private:
   [[noreturn]] void fail(const QString& what) const {
-    throw ReportError(
-        QStringLiteral("%1\r%2\r(%3)")
-            .arg(what, QDir::toNativeSeparators(file_.fileName()), file_.errorString()));
+    throw ReportError(QStringLiteral("%1\r%2\r(%3)").arg(what, name_, file_.fault()));
   }
 
-  QSaveFile file_;  // drops what it holds when it goes without commit()
+  QString name_;
+  WholeFile file_;
   std::optional<QPdfWriter> writer_;
 };
 
 }  // namespace
 
-std::unique_ptr<PrintJob> pdfFileJob(const QString& path, const QString& title,
+std::unique_ptr<PrintJob> pdfFileJob(const FilePlace& place, const QString& title,
                                      const QPageLayout& layout) {
-  return std::make_unique<PdfFileJob>(path, title, layout);
+  return std::make_unique<PdfFileJob>(place, title, layout);
 }
 
 }  // namespace lokari

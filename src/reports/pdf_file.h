@@ -10,9 +10,11 @@
 
 namespace lokari {
 
-/// A job that writes the file `path`. The old file stands until the new one is whole on disk.
-/// Throws ReportError when the file cannot be made.
-std::unique_ptr<PrintJob> pdfFileJob(const QString& path, const QString& title,
+class FilePlace;
+
+/// A job that writes a file. The old one stands until the new one is whole on disk and was proved
+/// so. Throws ReportError when the file cannot be made.
+std::unique_ptr<PrintJob> pdfFileJob(const FilePlace& place, const QString& title,
                                      const QPageLayout& layout);
 
 }  // namespace lokari

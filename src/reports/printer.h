@@ -4,11 +4,15 @@
 #include <QPageLayout>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
+#include <optional>
 
 class QPagedPaintDevice;
 
 namespace lokari {
+
+class Progress;
 
 /// One document on its way to paper. A job that goes without finish() prints nothing and leaves no
 /// file behind.
@@ -19,15 +23,24 @@ class PrintJob {
   /// What the document paints itself on; it is valid as long as the job.
   virtual QPagedPaintDevice& paper() = 0;
   /// Ends the document, which nobody paints on any more, and hands it over or puts it on disk.
-  /// Gives the closing text. Throws ReportError.
-  virtual QString finish() = 0;
+  /// Events go on running meanwhile. Gives the closing text; nothing when the user cancelled.
+  /// Throws ReportError.
+  virtual std::optional<QString> finish(Progress& progress) = 0;
 };
 
 class Printer {
  public:
   virtual ~Printer() = default;
 
-  /// The system's printers, and the PDF file as the last one.
+  /// Asks the system for its printers, and comes back at once: a system of printers may be silent
+  /// for minutes. `known` is called, from the event loop, when names() has become longer, or when
+  /// it is known that it will not.
+  virtual void inquire(std::function<void()> known) = 0;
+  /// What there is to say about names(), in German: that they are being asked for, that the system
+  /// does not answer. Empty for nothing.
+  virtual QString remark() const = 0;
+
+  /// The system's printers as far as they are known, and the PDF file as the last one.
   virtual QStringList names() const = 0;
   /// The printer that the next job goes to; the system's default one to begin with.
   virtual QString current() const = 0;

@@ -2,15 +2,15 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSqlQuery>
 
-#include <cerrno>
-#include <cstdio>
 #include <stdexcept>
-#include <unistd.h>
 
+#include "base/file_place.h"
 #include "base/paths.h"
 #include "base/prompt.h"
+#include "base/whole_file.h"
 #include "db/database.h"
 #include "db/jet_sql.h"
 #include "reports/rzk_merge.h"
@@ -36,10 +36,6 @@ class FileError : public std::runtime_error {
   fail(what, file.fileName(), file.errorString());
 }
 
-void writeRecord(QFile& file, const QByteArray& record) {
-  if (file.write(record) != record.size()) fail(QStringLiteral("Fehler beim Schreiben von"), file);
-}
-
 /// A record, or nothing at the end of the file.
 std::optional<QByteArray> readRecord(QFile& file) {
   QByteArray record = file.read(kRzkRecordSize);
@@ -48,11 +44,28 @@ std::optional<QByteArray> readRecord(QFile& file) {
   return record;
 }
 
-void bringToDisk(QFile& file) {
-  const QString what = QStringLiteral("Fehler beim Schreiben von");
-  if (!file.flush()) fail(what, file);
-  if (::fsync(file.handle()) != 0) fail(what, file.fileName(), qt_error_string(errno));
-  file.close();
+/// Whoever broke the file off may have lost more than its last record.
+void requireWhole(const QFile& file) {
+  const qint64 torn = file.size() % kRzkRecordSize;
+  if (torn == 0) return;
+  fail(QStringLiteral("Die Fahrzeugdatei ist beschädigt:"), file.fileName(),
+       QStringLiteral("vom letzten Fahrzeug sind nur %1 von %2 Bytes da")
+           .arg(torn)
+           .arg(kRzkRecordSize));
+}
+
+void requirePlace(const QString& file, const QStringList& own, const QString& what) {
+  try {
+    FilePlace::ofProgram(file, kVehicleFile, own);
+  } catch (const PlaceRefused& refused) {
+    fail(what, file, refused.reason());
+  }
+}
+
+/// A link to a vehicle file is that file: it and not the link is read and replaced.
+QString behindLinks(const QString& file) {
+  const QString canonical = QFileInfo(file).canonicalFilePath();
+  return canonical.isEmpty() ? file : canonical;
 }
 
 RzkVehicle vehicleOf(const QSqlQuery& row) {
@@ -108,13 +121,14 @@ void RzkExport::mnuExpRZK(const QString& folder) {
 }
 
 std::optional<QString> RzkExport::exportTo(const QString& name) {
+  if (name.isEmpty()) return {};
   const QString whole = withExtension(name);
   const Target target = targetOf(whole);
   if (target == Target::Cancelled || target == Target::OtherFile) return {};
   return run(whole, target == Target::New);
 }
 
-RzkExport::Target RzkExport::targetOf(const QString& name) {
+RzkExport::Target RzkExport::targetOf(const QString& name) const {
   if (rzkTemporary(name).compare(name, Qt::CaseInsensitive) == 0) {
     // The temporary file would be the vehicle file itself.
     parts_.prompt.message(
@@ -133,7 +147,7 @@ RzkExport::Target RzkExport::targetOf(const QString& name) {
 }
 
 std::optional<QString> RzkExport::run(const QString& name, bool isNew) {
-  const QString file = placeFor(name);
+  const QString file = behindLinks(placeFor(name));
   int count = 0;
   QString failure;
   {
@@ -165,27 +179,30 @@ int RzkExport::merge(const QString& fileName, const QString& temporary, bool isN
       QStringLiteral("ORDER BY DC_ADR");
   // A filter that is none is told before any file is touched.
   translateSelect(database_.schema(), vehicles);
+  // An old file tells by its head that it is another program's.
+  requirePlace(fileName, isNew ? parts_.own : QStringList(),
+               QStringLiteral("Kann Datei nicht öffnen:"));
+  requirePlace(temporary, parts_.own, QStringLiteral("Kann Datei nicht anlegen:"));
   QFile::remove(temporary);
-  QFile target(temporary);
-  if (!target.open(QIODevice::WriteOnly)) fail(QStringLiteral("Kann Datei nicht anlegen:"), target);
+  WholeFile target(fileName, temporary);
+  if (!target.begin()) fail(QStringLiteral("Kann Datei nicht anlegen:"), temporary, target.fault());
   QFile old(fileName);
   RzkMerge::NextRecord nextOld;
   if (!isNew) {
     if (!old.open(QIODevice::ReadOnly)) fail(QStringLiteral("Kann Datei nicht öffnen:"), old);
     if (const auto head = readRecord(old); !head || !isRzkHead(*head)) return kIncompatible;
+    requireWhole(old);
     nextOld = [&old] { return readRecord(old); };
   }
-  RzkMerge merge(nextOld, [&target](const QByteArray& record) { writeRecord(target, record); });
+  RzkMerge merge(nextOld, [&target](const QByteArray& record) { target.write(record); });
   database_.query(vehicles, [&merge](const QSqlQuery& row) {
     // A record without an address is no vehicle that could be controlled.
     if (!row.isNull(0)) merge.add(vehicleOf(row));
   });
   const int count = merge.finish();
-  bringToDisk(target);
   old.close();
-  if (std::rename(QFile::encodeName(temporary).constData(),
-                  QFile::encodeName(fileName).constData()) != 0) {
-    fail(QStringLiteral("Kann Datei nicht ersetzen:"), fileName, qt_error_string(errno));
+  if (!target.commit()) {
+    fail(QStringLiteral("Fehler beim Schreiben von"), fileName, target.fault());
   }
   return count;
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <optional>
@@ -16,6 +17,7 @@ struct RzkExportParts {
   Prompt& prompt;
   /// The busy pointer comes or goes; may be empty.
   std::function<void(bool)> busy;
+  QStringList own;  ///< files that the program lives on
 };
 
 class RzkExport {
@@ -37,8 +39,8 @@ class RzkExport {
   /// Whether the file is there or is to be made; nothing for another choice of file.
   enum class Target { Existing, New, Cancelled, OtherFile };
 
-  Target targetOf(const QString& name);
-  std::optional<QString> run(const QString& name, bool isNew);
+  Target targetOf(const QString& name) const;
+  std::optional<QString> run(const QString& file, bool isNew);
   int merge(const QString& file, const QString& temporary, bool isNew);
 
   RzkExportParts parts_;

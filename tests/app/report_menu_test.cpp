@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTest>
 #include <QTimer>
 
 #include "app/ui/main_win.h"
@@ -48,6 +49,32 @@ TEST_F(ReportMenuTest, TheVehicleFileTakesTheFilteredVehicles) {
   EXPECT_EQ(outside_.prompt.shown.last(),
             QStringLiteral("Export beendet,\r1 Fahrzeuge übernommen."));
   EXPECT_EQ(QFileInfo(folder_.path() + QStringLiteral("/RZK_LOCO.DAT")).size(), 2 * 52);
+}
+
+TEST_F(ReportMenuTest, TheVehicleFileTakesWhatWasJustTyped) {
+  auto* name = window_.findChild<QLineEdit*>(QStringLiteral("st_sname"));
+  ASSERT_NE(name, nullptr);
+  name->setFocus();
+  QTest::keyClicks(name, QStringLiteral("x"));
+  const QString typed = name->text();
+  outside_.prompt.fileNames = {folder_.path() + QStringLiteral("/RZK_LOCO.DAT")};
+  outside_.prompt.answers = {Answer::Yes};
+  entry("mnuExpRZK")->trigger();
+  QFile file(folder_.path() + QStringLiteral("/RZK_LOCO.DAT"));
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_TRUE(file.readAll().contains(typed.toLatin1())) << typed.toStdString();
+}
+
+TEST_F(ReportMenuTest, WhatCannotBeStoredStopsTheVehicleFileWithItsMessage) {
+  auto* address = window_.findChild<QLineEdit*>(QStringLiteral("dc_adr"));
+  address->setFocus();
+  address->selectAll();
+  QTest::keyClicks(address, QStringLiteral("99999"));
+  outside_.prompt.fileNames = {folder_.path() + QStringLiteral("/RZK_LOCO.DAT")};
+  outside_.prompt.answers = {Answer::Yes};
+  entry("mnuExpRZK")->trigger();
+  EXPECT_FALSE(outside_.prompt.shown.isEmpty());
+  EXPECT_TRUE(outside_.prompt.fileQuestions.isEmpty());
 }
 
 /// Opens `dlgPrint` by its menu entry and lets `act` use it.
@@ -141,6 +168,37 @@ TEST_F(PrintMenuTest, CsvFileLiesBesideTheDefaultDatabase) {
   EXPECT_EQ(outside_.prompt.shown, QStringList());
   const QByteArray csv = contents(folder_.file(QStringLiteral("DB/LOKARIV3.CSV")));
   EXPECT_TRUE(csv.contains("C3") && csv.contains("H5")) << csv.toStdString();
+}
+
+TEST_F(PrintMenuTest, WhatWasJustTypedIsPrinted) {
+  folder_.copyData(QStringLiteral("repc_ger.rpt"));
+  auto* name = window_.findChild<QLineEdit*>(QStringLiteral("st_sname"));
+  name->setFocus();
+  QTest::keyClicks(name, QStringLiteral("neu"));
+  const QString typed = name->text();
+  inDialog([&](DlgPrint& dialog) { go(dialog, "optPrintExcel"); });
+  const QByteArray csv = contents(folder_.file(QStringLiteral("DB/LOKARIV3.CSV")));
+  EXPECT_TRUE(csv.contains(typed.toUtf8())) << csv.toStdString();
+}
+
+TEST_F(PrintMenuTest, ATableFileThatLeadsToTheSettingsIsRefused) {
+  folder_.copyData(QStringLiteral("repc_ger.rpt"));
+  const QString settings = workbench_.paths().iniFile;
+  if (!QFileInfo::exists(settings)) {
+    QFile file(settings);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("[LOKARI]\r\n");
+  }
+  const QByteArray before = contents(settings);
+  ASSERT_TRUE(QFile::link(settings, folder_.file(QStringLiteral("DB/LOKARIV3.CSV"))));
+  inDialog([&](DlgPrint& dialog) {
+    dialog.findChild<QRadioButton*>(QStringLiteral("optPrintExcel"))->click();
+    dialog.findChild<QPushButton*>(QStringLiteral("butOK"))->click();
+    EXPECT_TRUE(dialog.isVisible());
+  });
+  EXPECT_EQ(contents(settings), before);
+  ASSERT_EQ(outside_.prompt.shown.size(), 1);
+  EXPECT_TRUE(outside_.prompt.shown[0].contains(QStringLiteral("arbeitet selbst mit ihr")));
 }
 
 TEST_F(PrintMenuTest, MissingTemplateIsToldAndTheDialogStays) {

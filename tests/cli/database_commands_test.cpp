@@ -207,6 +207,34 @@ TEST_F(DatabaseCommands, VehiclesGoIntoATableFile) {
   EXPECT_EQ(runWords({"export", "csv", file, file}), 2);
 }
 
+TEST_F(DatabaseCommands, ExportsReplaceOnlyATableFileAndOnlyWithYes) {
+  write("repc_ger.rpt", "N\n{{#fahrzeuge}}\n{{ST_SNAME}}\n{{/fahrzeuge}}\n");
+  write("liste.csv", "alt");
+  write("foto.jpg", "JFIF");
+  const auto contents = [this](const char* name) {
+    QFile file(folder.filePath(QString::fromUtf8(name)));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  };
+  EXPECT_EQ(runWords({"export", "csv", folder.filePath("liste.csv")}), 1);
+  EXPECT_EQ(contents("liste.csv"), "alt");
+  EXPECT_EQ(runWords({"export", "csv", folder.filePath("liste.csv"), "--yes"}), 0);
+  EXPECT_NE(contents("liste.csv"), "alt");
+  for (const char* name : {"foto.jpg", "LOKARI.INI", "repc_ger.rpt", "DB/LOKARIV3.MDB"}) {
+    const QByteArray before = contents(name);
+    EXPECT_EQ(runWords({"export", "csv", folder.filePath(QString::fromUtf8(name)), "--yes"}), 1);
+    EXPECT_TRUE(console.messages.last().startsWith("In die Datei ")) << name;
+    EXPECT_TRUE(contents(name) == before) << name;
+  }
+}
+
+TEST_F(DatabaseCommands, ExportsMakeNoFolderAndNoFileWithoutAName) {
+  write("repc_ger.rpt", "N\n{{#fahrzeuge}}\n{{ST_SNAME}}\n{{/fahrzeuge}}\n");
+  EXPECT_EQ(runWords({"export", "csv", folder.filePath("neu/liste.csv"), "--yes"}), 1);
+  EXPECT_FALSE(QFileInfo::exists(folder.filePath("neu")));
+  EXPECT_EQ(runWords({"export", "csv", "", "--yes"}), 2);
+  EXPECT_EQ(runWords({"export", "rzk", "", "--yes"}), 2);
+}
+
 TEST_F(DatabaseCommands, ADataFolderWithoutTemplatesTakesThoseOfTheInstallation) {
   write("share/lokari/repc_ger.rpt", "N\n{{#fahrzeuge}}\n{{ST_SNAME}}\n{{/fahrzeuge}}\n");
   programs = folder.filePath("bin");
@@ -214,9 +242,10 @@ TEST_F(DatabaseCommands, ADataFolderWithoutTemplatesTakesThoseOfTheInstallation)
   EXPECT_EQ(runWords({"export", "csv", file}), 0);
   EXPECT_EQ(console.results.value(1), "3 Fahrzeuge in");
   write("repc_ger.rpt", "{{#fahrzeuge}}{{NIX}}{{/fahrzeuge}}");
-  EXPECT_EQ(runWords({"export", "csv", file}), 1) << "a template of the user's own comes first";
+  EXPECT_EQ(runWords({"export", "csv", file, "--yes"}), 1)
+      << "a template of the user's own comes first";
   writeIni("LOKARI", "CSVReport=nirgends.rpt\r\n");
-  EXPECT_EQ(runWords({"export", "csv", file}), 1);
+  EXPECT_EQ(runWords({"export", "csv", file, "--yes"}), 1);
   EXPECT_EQ(console.messages.last(), "Die Vorlage " + folder.filePath("nirgends.rpt") +
                                          " fehlt oder lässt sich nicht lesen.");
 }

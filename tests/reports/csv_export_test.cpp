@@ -2,10 +2,14 @@
 
 #include <QDir>
 
+#include <unistd.h>
+
+#include "base/file_place.h"
 #include "base/paths.h"
 #include "pdf_pages.h"
 #include "reports/print_selection.h"
 #include "reports/report_error.h"
+#include "support/no_larger_files.h"
 #include "support/test_database.h"
 
 namespace lokari {
@@ -47,11 +51,23 @@ class CsvExportTest : public ::testing::Test {
   }
 
   bool run(const QString& formula = {}) {
-    return exportCsv({database.open(), templateFile(), formula}, file(), progress);
+    return exportCsv({database.open(), templateFile(), formula},
+                     csvFilePlace(database.folder(), own), progress);
+  }
+
+  /// What keeps the export from being done; empty when nothing does.
+  QString refusal() {
+    try {
+      run();
+    } catch (const ReportError& error) {
+      return error.text();
+    }
+    return {};
   }
 
   test::TestDatabase database;
   test::ProgressRecord progress;
+  QStringList own;
 };
 
 TEST_F(CsvExportTest, ALineForEachVehicleInTheOrderOfCollectionAndAddress) {
@@ -130,25 +146,44 @@ TEST_F(CsvExportTest, AFailureLeavesTheOldFile) {
   EXPECT_EQ(contents(), "alt");
 }
 
-TEST_F(CsvExportTest, AnUnwritablePlaceIsToldAndNothingIsLost) {
+TEST_F(CsvExportTest, APlaceThatIsNoPlainFileIsToldAndNothingIsLost) {
   ASSERT_TRUE(QDir().mkpath(file() + QStringLiteral("/belegt")));
-  try {
-    run();
-    FAIL();
-  } catch (const ReportError& error) {
-    EXPECT_EQ(error.text(),
-              QStringLiteral("Fehler beim Schreiben von\r") + file() +
-                  QStringLiteral("\rEine ältere Datei dieses Namens ist unverändert."));
-  }
+  EXPECT_EQ(refusal(), QStringLiteral("In die Datei\r") + file() +
+                           QStringLiteral("\rwird nicht geschrieben: Sie ist keine gewöhnliche "
+                                          "Datei, sondern ein Ordner."));
   EXPECT_TRUE(QFileInfo(file() + QStringLiteral("/belegt")).isDir());
 }
 
+TEST_F(CsvExportTest, AFullDiskIsToldWithItsReasonAndLeavesTheOldFile) {
+  put(file(), "alt");
+  database.open();
+  QString told;
+  {
+    const test::NoLargerFiles full(10);
+    told = refusal();
+  }
+  EXPECT_EQ(told, QStringLiteral("Fehler beim Schreiben von\r") + file() +
+                      QStringLiteral("\rEine ältere Datei dieses Namens ist unverändert.\r"
+                                     "(die Datei wird größer als hier erlaubt)"));
+  EXPECT_EQ(contents(), "alt");
+}
+
 TEST_F(CsvExportTest, NeitherTheDatabaseNorTheTemplateIsOverwritten) {
-  const Database& open = database.open();
-  for (const QString& own : {open.path(), templateFile()}) {
-    const std::string before = contentsOf(own);
-    EXPECT_THROW(exportCsv({open, templateFile(), {}}, own, progress), ReportError);
-    EXPECT_TRUE(contentsOf(own) == before) << own.toStdString();
+  useTemplate("{{#fahrzeuge}}\n{{DC_ADR}}\n{{/fahrzeuge}}\n");
+  database.open();
+  own = {templateFile()};
+  for (const QString& each : {database.path(), templateFile()}) {
+    // However it is called: by a link, symbolic or not, its name is that of a table file.
+    for (const bool isHard : {false, true}) {
+      ASSERT_TRUE(QDir().mkpath(QFileInfo(file()).path()));
+      const QByteArray to = QFile::encodeName(file());
+      const QByteArray from = QFile::encodeName(each);
+      ASSERT_EQ(isHard ? ::link(from, to) : ::symlink(from, to), 0);
+      const std::string before = contentsOf(each);
+      EXPECT_FALSE(refusal().isEmpty());
+      EXPECT_TRUE(contentsOf(each) == before) << each.toStdString();
+      ASSERT_TRUE(QFile::remove(file()));
+    }
   }
 }
 

@@ -9,6 +9,7 @@
 #include <QSet>
 #include <QTemporaryDir>
 
+#include "base/file_place.h"
 #include "base/progress.h"
 #include "reports/pdf_file.h"
 #include "reports/print_document.h"
@@ -32,11 +33,13 @@ class PdfPages {
  public:
   QString path() const { return folder_.filePath(QStringLiteral("Seiten.pdf")); }
 
+  FilePlace place() const { return FilePlace::ofProgram(path(), kPdfFile, {}); }
+
   /// What paint() gave.
   bool print(PrintDocument& document, QPageSize::PageSizeId size = QPageSize::A4) {
-    const auto job = pdfFileJob(path(), document.title(), printLayout(QPageSize(size)));
+    const auto job = pdfFileJob(place(), document.title(), printLayout(QPageSize(size)));
     if (!document.paint(job->paper(), progress)) return false;
-    job->finish();
+    job->finish(progress);
     return true;
   }
 

@@ -3,9 +3,13 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include "base/prompt.h"
 #include "reports/rzk_record.h"
 #include "rzk_reader.h"
+#include "support/no_larger_files.h"
 #include "support/scripted_prompt.h"
 #include "support/test_database.h"
 
@@ -41,7 +45,7 @@ class RzkExportTest : public ::testing::Test {
   }
 
   bool exportTo(const char* name, const QString& filter = {}) {
-    const auto text = RzkExport({prompt, {}}, database.open(), filter).exportTo(path(name));
+    const auto text = RzkExport({prompt, {}, own}, database.open(), filter).exportTo(path(name));
     closing = text.value_or(QString());
     return text.has_value();
   }
@@ -62,6 +66,7 @@ class RzkExportTest : public ::testing::Test {
 
   test::TestDatabase database;
   test::ScriptedPrompt prompt;
+  QStringList own;  ///< files that the program lives on
   QString closing;
 };
 
@@ -129,14 +134,76 @@ TEST_F(RzkExportTest, AnIncompatibleFileIsNotTouched) {
   }
 }
 
-TEST_F(RzkExportTest, ALastRecordThatIsCutShortIsTheEnd) {
+TEST_F(RzkExportTest, ALastRecordThatIsCutShortIsToldAndTheFileStays) {
   const QByteArray whole = rzkRecord({.shortName = "alt", .longName = {}, .address = 2000});
-  put(path("a.dat"), rzkHead() + whole + whole.left(30));
+  const QByteArray torn = rzkHead() + whole + whole.left(30);
+  put(path("a.dat"), torn);
+  EXPECT_FALSE(exportTo("a.dat"));
+  EXPECT_EQ(contents(path("a.dat")), torn);
+  EXPECT_EQ(prompt.shown.last(), QStringLiteral("Die Fahrzeugdatei ist beschädigt:\r%1\r"
+                                                "(vom letzten Fahrzeug sind nur 30 von 52 Bytes "
+                                                "da)\rDie Fahrzeugdatei ist unverändert.")
+                                     .arg(path("a.dat")));
+}
+
+TEST_F(RzkExportTest, ALinkStaysOneAndItsFileTakesTheVehicles) {
+  ASSERT_TRUE(QDir(database.folder()).mkpath("anderswo"));
+  put(path("anderswo/wahr.dat"), rzkHead());
+  ASSERT_TRUE(QFile::link("anderswo/wahr.dat", path("RZK_LOCO.DAT")));
+  EXPECT_TRUE(exportTo("RZK_LOCO.DAT"));
+  EXPECT_TRUE(QFileInfo(path("RZK_LOCO.DAT")).isSymLink());
+  EXPECT_EQ(read("anderswo/wahr.dat").vehicles.size(), 3U);
+  EXPECT_EQ(QDir(path("anderswo")).entryList(QDir::Files), QStringList("wahr.dat"));
+}
+
+TEST_F(RzkExportTest, TheFileKeepsItsModeAndGroup) {
+  put(path("a.dat"), rzkHead());
+  const QByteArray file = QFile::encodeName(path("a.dat"));
+  // Only root may give a file to any group; for others it keeps its own.
+  static_cast<void>(::chown(file, static_cast<uid_t>(-1), 12345));
+  ASSERT_EQ(::chmod(file, 0664), 0);
+  struct stat before {};
+  ASSERT_EQ(::stat(file, &before), 0);
   EXPECT_TRUE(exportTo("a.dat"));
-  const test::RzkFile file = read("a.dat");
-  EXPECT_TRUE(file.good);
-  ASSERT_EQ(file.vehicles.size(), 4U);
-  EXPECT_EQ(file.vehicles[3].address, 2000);
+  struct stat after {};
+  ASSERT_EQ(::stat(file, &after), 0);
+  EXPECT_EQ(after.st_mode, before.st_mode);
+  EXPECT_EQ(after.st_gid, before.st_gid);
+}
+
+TEST_F(RzkExportTest, APipeIsNeverWaitedFor) {
+  ASSERT_EQ(::mkfifo(QFile::encodeName(path("a.dat")), 0600), 0);
+  EXPECT_FALSE(exportTo("a.dat"));
+  EXPECT_EQ(prompt.shown.last(),
+            QStringLiteral("Kann Datei nicht öffnen:\r%1\r(Sie ist keine gewöhnliche Datei, "
+                           "sondern eine Pipe.)\rDie Fahrzeugdatei ist unverändert.")
+                .arg(path("a.dat")));
+}
+
+TEST_F(RzkExportTest, ATemporaryNameThatIsTheOpenDatabasesIsRefused) {
+  put(path("TEST.dat"), rzkHead());
+  ASSERT_TRUE(QFile::link(database.path(), path("TEST.TMP")));
+  own = {database.path()};
+  EXPECT_FALSE(exportTo("TEST.dat"));
+  EXPECT_TRUE(prompt.shown.last().contains("Das Programm arbeitet selbst mit ihr."));
+  EXPECT_TRUE(QFileInfo(path("TEST.TMP")).isSymLink());
+}
+
+TEST_F(RzkExportTest, AFullDiskIsToldAndTheFileStays) {
+  put(path("a.dat"), rzkHead());
+  database.open();
+  for (const qint64 room : {0, 52, 150}) {
+    const test::NoLargerFiles full(room);
+    EXPECT_FALSE(exportTo("a.dat")) << room;
+    EXPECT_EQ(contents(path("a.dat")), rzkHead());
+    EXPECT_TRUE(prompt.shown.last().contains("die Datei wird größer als hier erlaubt"));
+  }
+}
+
+TEST_F(RzkExportTest, AnEmptyNameMakesNoFile) {
+  prompt.answers = {Answer::Yes};
+  EXPECT_FALSE(RzkExport({prompt, {}, {}}, database.open(), {}).exportTo({}));
+  EXPECT_EQ(prompt.shown, QStringList());
 }
 
 TEST_F(RzkExportTest, AnOldTemporaryFileIsInNobodysWay) {
@@ -196,7 +263,7 @@ TEST_F(RzkExportTest, TheMenuAsksForTheFileAndAgainAfterNo) {
   prompt.fileNames = {path("erste"), path("zweite.dat")};
   prompt.answers = {Answer::No, Answer::Yes};
   QList<bool> busy;
-  RzkExport({prompt, [&](bool on) { busy.append(on); }}, database.open(), {})
+  RzkExport({prompt, [&](bool on) { busy.append(on); }, {}}, database.open(), {})
       .mnuExpRZK(database.folder());
   EXPECT_FALSE(QFileInfo::exists(path("erste.DAT")));
   EXPECT_EQ(read("zweite.dat").vehicles.size(), 3U);
@@ -206,11 +273,11 @@ TEST_F(RzkExportTest, TheMenuAsksForTheFileAndAgainAfterNo) {
 
 TEST_F(RzkExportTest, TheMenuEndsWhenTheUserCancels) {
   prompt.fileNames = {QString()};
-  RzkExport({prompt, {}}, database.open(), {}).mnuExpRZK(database.folder());
+  RzkExport({prompt, {}, {}}, database.open(), {}).mnuExpRZK(database.folder());
   EXPECT_TRUE(prompt.shown.isEmpty());
   prompt.fileNames = {path("neu.dat")};
   prompt.answers = {Answer::Cancel};
-  RzkExport({prompt, {}}, database.open(), {}).mnuExpRZK(database.folder());
+  RzkExport({prompt, {}, {}}, database.open(), {}).mnuExpRZK(database.folder());
   EXPECT_FALSE(QFileInfo::exists(path("neu.dat")));
   EXPECT_EQ(prompt.shown.size(), 1);
 }

@@ -1,10 +1,10 @@
 // `dlgPreview`: pages on the screen.
 #include "reports/ui/dlg_preview.h"
 
-#include <QPrintPreviewWidget>
 #include <QProgressDialog>
 
 #include "print_fixture.h"
+#include "reports/ui/page_view.h"
 
 namespace lokari {
 namespace {
@@ -79,7 +79,7 @@ TEST_F(DlgPreviewTest, CancelledWorkShowsThePagesSoFar) {
 
 TEST_F(DlgPreviewTest, Zooms) {
   open(1);
-  const auto* pages = preview->findChild<QPrintPreviewWidget*>(QStringLiteral("picPages"));
+  const auto* pages = preview->findChild<PageView*>(QStringLiteral("picPages"));
   const double whole = pages->zoomFactor();
   button("cmdPageWidth")->click();
   EXPECT_GT(pages->zoomFactor(), whole);
@@ -89,6 +89,24 @@ TEST_F(DlgPreviewTest, Zooms) {
   EXPECT_GT(pages->zoomFactor(), whole);
   button("cmdSmaller")->click();
   EXPECT_NEAR(pages->zoomFactor(), whole, whole / 100);
+}
+
+TEST_F(DlgPreviewTest, ShowsWhatIsPaintedOnThePage) {
+  open(2);
+  const auto darkest = [this] {
+    const QImage shown = preview->findChild<PageView*>()->grab().toImage().convertToFormat(
+        QImage::Format_Grayscale8);
+    int dark = 255;
+    for (int y = 0; y < shown.height() / 4; ++y) {
+      for (int x = shown.width() / 3; x < shown.width() * 2 / 3; ++x) {
+        dark = std::min(dark, qGray(shown.pixel(x, y)));
+      }
+    }
+    return dark;
+  };
+  EXPECT_LT(darkest(), 160) << "the line of text";
+  button("cmdNext")->click();
+  EXPECT_LT(darkest(), 160) << "the second page has one, too";
 }
 
 TEST_F(DlgPreviewTest, EveryControlIsNamedAndReached) {

@@ -30,6 +30,8 @@ class PdfPrinter final : public Printer {
  public:
   explicit PdfPrinter(const PdfPages& pages) : pages_(pages) {}
 
+  void inquire(std::function<void()> known) override { known(); }
+  QString remark() const override { return {}; }
   QStringList names() const override {
     return {QStringLiteral("Laser"), QStringLiteral("Tinte"), pdfPrinterName()};
   }
@@ -39,7 +41,7 @@ class PdfPrinter final : public Printer {
   std::unique_ptr<PrintJob> begin(const QString& title) override {
     if (!refusal.isEmpty()) throw ReportError(refusal);
     titles << title;
-    return takenBack ? nullptr : pdfFileJob(pages_.path(), title, layout());
+    return takenBack ? nullptr : pdfFileJob(pages_.place(), title, layout());
   }
 
   QString chosen = QStringLiteral("Tinte");

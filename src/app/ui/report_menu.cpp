@@ -4,6 +4,7 @@
 
 #include "app/ui/main_menu.h"
 #include "app/workbench.h"
+#include "base/file_place.h"
 #include "base/paths.h"
 #include "base/ui/window_scale.h"
 #include "db/database_session.h"
@@ -23,9 +24,15 @@ void print(Workbench& workbench, const WindowScale& scale, QWidget* window) {
   if (!session.hasDatabase()) return;
   const AppPaths& paths = workbench.paths();
   const Settings& settings = workbench.settings();
-  const RecordForm& form = session.form();
-  SystemPrinter printer(workbench.prompt(),
-                        QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+  RecordForm& form = session.form();
+  // What was just typed belongs to what is printed.
+  if (!form.storeEdit()) return;
+  const QStringList own = ownFiles(paths, settings) << session.dbPath();
+  SystemPrinter printer(
+      {.prompt = workbench.prompt(),
+       .clock = workbench.clock(),
+       .folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
+       .own = own});
   const auto source = [&](const QString& templateFile, const QString& formula) {
     return ReportSource{.database = session.database(),
                         .templateFile = templatePlace(templateFile, paths.installed),
@@ -48,7 +55,7 @@ void print(Workbench& workbench, const WindowScale& scale, QWidget* window) {
            },
        .csv =
            [&](const QString& formula, Progress& progress) {
-             return exportCsv(source(settings.csvReport, formula), csvPlace(paths.appPath),
+             return exportCsv(source(settings.csvReport, formula), csvFilePlace(paths.appPath, own),
                               progress);
            }},
       scale, window);
@@ -61,7 +68,11 @@ void offerReports(Workbench& workbench, MainMenu& menu, const WindowScale& scale
   menu.enable(QStringLiteral("mnuExpRZK"), [&workbench, busy = std::move(busy)] {
     DatabaseSession& session = workbench.session();
     if (!session.hasDatabase()) return;
-    RzkExport({workbench.prompt(), busy}, session.database(), session.form().sqlFilter)
+    if (!session.form().storeEdit()) return;
+    RzkExport({.prompt = workbench.prompt(),
+               .busy = busy,
+               .own = ownFiles(workbench.paths(), workbench.settings()) << session.dbPath()},
+              session.database(), session.form().sqlFilter)
         .mnuExpRZK(folderOf(session.dbPath()));
   });
   menu.enable(QStringLiteral("mnuDbPrint"),

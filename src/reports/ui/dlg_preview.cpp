@@ -2,7 +2,6 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPrintPreviewWidget>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QShortcut>
@@ -11,6 +10,8 @@
 #include "base/progress.h"
 #include "base/ui/window_scale.h"
 #include "reports/print_document.h"
+#include "reports/ui/page_pictures.h"
+#include "reports/ui/page_view.h"
 
 namespace lokari {
 namespace {
@@ -45,27 +46,25 @@ class PreviewProgress final : public Progress {
 
 DlgPreview::DlgPreview(PrintDocument& document, const QPageLayout& layout, const WindowScale& scale,
                        QWidget* parent)
-    : QDialog(parent), document_(document), printer_(QPrinter::HighResolution) {
+    : QDialog(parent), document_(document), paper_(std::make_unique<PagePictures>(layout)) {
   setObjectName(QStringLiteral("dlgPreview"));
   setWindowTitle(QStringLiteral("Vorschau: %1").arg(document.title()));
   setModal(true);
   setWindowFlag(Qt::WindowMaximizeButtonHint);
-  printer_.setOutputFormat(QPrinter::PdfFormat);
-  printer_.setPageLayout(layout);
   auto* contents = new QWidget(this);
   auto* rows = new QVBoxLayout(contents);
   rows->setContentsMargins(12, 12, 12, 12);
   rows->setSpacing(10);
-  pages_ = new QPrintPreviewWidget(&printer_, contents);
+  pages_ = new PageView(contents);
   pages_->setObjectName(QStringLiteral("picPages"));
   pages_->setAccessibleName(QStringLiteral("Seiten"));
   addTools(rows);
   rows->addWidget(pages_, 1);
   scale.arrange(this, contents);
   resize(kDesignSize);
-  connect(pages_, &QPrintPreviewWidget::paintRequested, this, &DlgPreview::paintPages);
-  connect(pages_, &QPrintPreviewWidget::previewChanged, this, &DlgPreview::showPage);
 }
+
+DlgPreview::~DlgPreview() = default;
 
 QPushButton* DlgPreview::addButton(QBoxLayout* row, const char16_t* name, const QString& text,
                                    const QString& tip) {
@@ -114,43 +113,37 @@ void DlgPreview::addTools(QBoxLayout* rows) {
           [this] { turn(1); });
   connect(smaller, &QPushButton::clicked, pages_, [this] { pages_->zoomOut(); });
   connect(larger, &QPushButton::clicked, pages_, [this] { pages_->zoomIn(); });
-  connect(page, &QPushButton::clicked, pages_, &QPrintPreviewWidget::fitInView);
-  connect(width, &QPushButton::clicked, pages_, &QPrintPreviewWidget::fitToWidth);
+  connect(page, &QPushButton::clicked, pages_, &PageView::fitInView);
+  connect(width, &QPushButton::clicked, pages_, &PageView::fitToWidth);
   connect(print, &QPushButton::clicked, this, &DlgPreview::accept);
   connect(close, &QPushButton::clicked, this, &DlgPreview::reject);
 }
 
 void DlgPreview::load() {
-  failure_ = nullptr;
-  pages_->updatePreview();
-  if (failure_) std::rethrow_exception(failure_);
+  paper_->clear();
+  {
+    PreviewProgress progress(this);
+    whole_ = document_.paint(*paper_, progress);
+  }
+  paper_->finish();
+  page_ = 1;
   showPage();
 }
 
-// The painting is asked for by a signal, which no exception may pass.
-void DlgPreview::paintPages(QPrinter* paper) {
-  try {
-    PreviewProgress progress(this);
-    whole_ = document_.paint(*paper, progress);
-  } catch (...) {
-    failure_ = std::current_exception();
-  }
-}
-
 void DlgPreview::turn(int pages) {
-  pages_->setCurrentPage(qBound(1, pages_->currentPage() + pages, pages_->pageCount()));
+  page_ = qBound(1, page_ + pages, static_cast<int>(paper_->count()));
   showPage();
 }
 
 void DlgPreview::showPage() {
-  const int page = pages_->currentPage();
-  const int count = pages_->pageCount();
+  const auto count = static_cast<int>(paper_->count());
+  pages_->setPage(paper_->page(page_ - 1), paper_->pageSize());
   labPage_->setText(QStringLiteral("Seite %1 von %2%3")
-                        .arg(page)
+                        .arg(page_)
                         .arg(count)
                         .arg(whole_ ? QString() : QStringLiteral(" (abgebrochen)")));
-  cmdPrevious_->setEnabled(page > 1);
-  cmdNext_->setEnabled(page < count);
+  cmdPrevious_->setEnabled(page_ > 1);
+  cmdNext_->setEnabled(page_ < count);
 }
 
 }  // namespace lokari

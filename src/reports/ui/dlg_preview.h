@@ -3,17 +3,17 @@
 
 #include <QDialog>
 #include <QPageLayout>
-#include <QPrinter>
 
-#include <exception>
+#include <memory>
 
 class QBoxLayout;
 class QLabel;
-class QPrintPreviewWidget;
 class QPushButton;
 
 namespace lokari {
 
+class PagePictures;
+class PageView;
 class PrintDocument;
 class WindowScale;
 
@@ -24,6 +24,7 @@ class DlgPreview final : public QDialog {
   /// `document` must outlive the window. It is accepted when the document is to be printed.
   DlgPreview(PrintDocument& document, const QPageLayout& layout, const WindowScale& scale,
              QWidget* parent);
+  ~DlgPreview() override;
 
   /// Paints the pages; long work can be cancelled, the pages so far are shown then. Throws what
   /// the document throws.
@@ -33,18 +34,17 @@ class DlgPreview final : public QDialog {
   QPushButton* addButton(QBoxLayout* row, const char16_t* name, const QString& text,
                          const QString& tip);
   void addTools(QBoxLayout* rows);
-  void paintPages(QPrinter* paper);
   void turn(int pages);
   void showPage();
 
   PrintDocument& document_;
-  QPrinter printer_;
-  QPrintPreviewWidget* pages_;
+  std::unique_ptr<PagePictures> paper_;
+  PageView* pages_;
+  int page_ = 1;
   QPushButton* cmdPrevious_ = nullptr;
   QPushButton* cmdNext_ = nullptr;
   QLabel* labPage_ = nullptr;
   bool whole_ = true;  // all pages were painted
-  std::exception_ptr failure_;
 };
 
 }  // namespace lokari

@@ -1,7 +1,9 @@
 #include "reports/ui/dlg_print.h"
 
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpression>
@@ -27,13 +29,22 @@ constexpr char16_t kHighestAddress[] = u"10239";
 void DlgPrint::preset() {
   optPrintAll_->setChecked(true);
   optPrintList_->setChecked(true);
-  cb_PrinterSel_->addItems(parts_.printer.names());
-  cb_PrinterSel_->setCurrentText(parts_.printer.current());
+  parts_.printer.inquire([self = QPointer<DlgPrint>(this)] {
+    if (self != nullptr) self->showPrinters();
+  });
+  showPrinters();
   txtAdrFrom_->setText(parts_.address);
   txtAdrTo_->setText(QString::fromUtf16(kHighestAddress));
   cb_printColl_->addItems(readCollections(parts_.database));
   cb_printColl_->setEditText(parts_.collection);
   enable();
+}
+
+void DlgPrint::showPrinters() {
+  cb_PrinterSel_->clear();
+  cb_PrinterSel_->addItems(parts_.printer.names());
+  cb_PrinterSel_->setCurrentText(parts_.printer.current());
+  labRemark_->setText(parts_.printer.remark());
 }
 
 void DlgPrint::enable() {
@@ -120,8 +131,10 @@ bool DlgPrint::print(const ReportSelection& selection) {
   bool done = false;
   try {
     parts_.progress(this)([&](Progress& progress) {
-      done = pages->paint(job->paper(), progress);
-      progress.setStatus(done ? job->finish() : QStringLiteral("Druck abgebrochen."));
+      std::optional<QString> closing;
+      if (pages->paint(job->paper(), progress)) closing = job->finish(progress);
+      done = closing.has_value();
+      progress.setStatus(closing.value_or(QStringLiteral("Druck abgebrochen.")));
     });
   } catch (...) {
     txtAdrFrom_->setText(from);

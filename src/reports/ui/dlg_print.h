@@ -14,6 +14,7 @@
 
 class QBoxLayout;
 class QComboBox;
+class QLabel;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
@@ -62,6 +63,7 @@ class DlgPrint final : public QDialog {
   void addOutput(QBoxLayout* rows);
   void addButtons(QBoxLayout* rows);
   void preset();
+  void showPrinters();
   void enable();
 
   bool isAddress(QLineEdit* field);
@@ -88,6 +90,7 @@ class DlgPrint final : public QDialog {
   QRadioButton* optPrintSheet_ = nullptr;
   QRadioButton* optPrintExcel_ = nullptr;
   QComboBox* cb_PrinterSel_ = nullptr;
+  QLabel* labRemark_ = nullptr;
   QPushButton* butPreview_ = nullptr;
 };
 

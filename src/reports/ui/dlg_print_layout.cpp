@@ -110,8 +110,11 @@ void DlgPrint::addOutput(QBoxLayout* rows) {
   grid->addWidget(optPrintList_, 0, 0, 1, 2);
   grid->addWidget(optPrintSheet_, 1, 0, 1, 2);
   grid->addWidget(optPrintExcel_, 2, 0, 1, 2);
+  // The line keeps its place while it has nothing to say, so that nothing moves.
+  labRemark_ = named(new QLabel(box), u"labRemark", QStringLiteral("Hinweis zu den Druckern"));
   grid->addWidget(labPrinter, 3, 0);
   grid->addWidget(cb_PrinterSel_, 3, 1);
+  grid->addWidget(labRemark_, 4, 0, 1, 2);
   grid->setColumnStretch(1, 1);
   connect(group, &QButtonGroup::buttonToggled, this, &DlgPrint::enable);
   connect(cb_PrinterSel_, &QComboBox::textActivated, this,
