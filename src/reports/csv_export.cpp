@@ -29,6 +29,15 @@ void write(const QString& file, const QByteArray& text) {
           .arg(QDir::toNativeSeparators(file), fault));
 }
 
+/// What a template says in a remark that wants its texts as they are.
+constexpr char16_t kPlainTexts[] = u"Texte unverändert";
+
+ReportEncodings encodings(const ReportTemplate& layout) {
+  const bool isPlain =
+      layout.remarks().contains(QString::fromUtf16(kPlainTexts), Qt::CaseInsensitive);
+  return {.text = isPlain ? csvGuarded : csvGuardedText, .other = csvGuarded};
+}
+
 bool cancelled(Progress& progress) {
   progress.setStatus(QStringLiteral("Abgebrochen, es wurde keine Datei geschrieben."));
   return false;
@@ -56,7 +65,7 @@ bool exportCsv(const ReportSource& source, const FilePlace& place, Progress& pro
   const ReportTemplate layout(source.templateFile, reportFields(vehicleColumns(source.database)));
   progress.setStatus(QStringLiteral("Die Fahrzeuge werden gelesen …"));
   const std::optional<ReportRows> rows =
-      ReportRows::read(source, layout.usedFields(), csvGuarded, progress);
+      ReportRows::read(source, layout.usedFields(), encodings(layout), progress);
   if (!rows) return cancelled(progress);
 
   ReportData data;

@@ -10,6 +10,29 @@ namespace {
 constexpr std::string_view kMeaning = ";,\t\"\r\n";
 constexpr std::string_view kStandIns = "\x11\x12\x13\x14\x15\x16";
 
+/// Ahead of a value that is text.
+constexpr char kTextSign = '\x18';
+/// With one of these at its beginning a spreadsheet calculates a cell.
+constexpr std::string_view kFormulaSigns = "=+-@";
+constexpr std::string_view kInNumbers = "0123456789.,%eE+-";
+
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+/// "218", "007", "12,50", "1E5": in whatever country the spreadsheet is at home.
+bool looksLikeNumber(const QByteArray& cell) {
+  const std::string_view text(cell.constData(), static_cast<size_t>(cell.size()));
+  if (text.find_first_not_of(kInNumbers) != std::string_view::npos) return false;
+  const bool startsLikeOne = isDigit(text.front()) || (text.size() > 1 && isDigit(text[1]));
+  return startsLikeOne && text.front() != 'e' && text.front() != 'E';
+}
+
+bool needsApostrophe(const QByteArray& cell) {
+  if (cell.isEmpty()) return false;
+  return kFormulaSigns.find(cell.front()) != std::string_view::npos || looksLikeNumber(cell);
+}
+
 bool isControl(char c) {
   return static_cast<unsigned char>(c) < 0x20;
 }
@@ -57,11 +80,17 @@ class Quoter {
   }
 
   void takePlain(char c) {
+    if (c == kTextSign) {
+      beginsWithText_ = beginsWithText_ || cell_.isEmpty();
+      return;
+    }
     const size_t guarded = kStandIns.find(c);
     cell_ += guarded == std::string_view::npos ? c : kMeaning[guarded];
   }
 
   void endCell() {
+    if (beginsWithText_ && needsApostrophe(cell_)) cell_.prepend('\'');
+    beginsWithText_ = false;
     const bool needsQuotes = cell_.contains(separator_) || cell_.contains('"') ||
                              cell_.contains('\n') || cell_.contains('\r');
     out_ += needsQuotes ? '"' + cell_.replace("\"", "\"\"") + '"' : cell_;
@@ -81,6 +110,7 @@ class Quoter {
   QByteArray cell_;
   QByteArray out_;
   bool inQuotes_ = false;
+  bool beginsWithText_ = false;
   bool hasCells_ = false;  ///< on this line, ahead of the one being read
 };
 
@@ -97,6 +127,11 @@ std::string csvGuarded(const QString& value) {
     }
   }
   return text;
+}
+
+std::string csvGuardedText(const QString& value) {
+  // What is empty stays so: templates ask for it.
+  return value.isEmpty() ? std::string() : kTextSign + csvGuarded(value);
 }
 
 char csvSeparator(const QString& text) {

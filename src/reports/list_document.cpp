@@ -18,6 +18,8 @@ constexpr double kFoot = 22;
 constexpr double kFootText = 11;
 constexpr double kFootType = 7;
 constexpr double kHairline = 0.3;
+/// The least space there is, in dots.
+constexpr double kHair = 1.0 / 64;
 
 constexpr double kWhole = 100;
 /// The part of the work, in percent, that dividing into pages is.
@@ -65,6 +67,8 @@ class PagePainter {
     const QRectF foot(0, size_.height() - kFootText * unit_, size_.width(), kFootText * unit_);
     QFont font;
     font.setPixelSize(std::max(1, qRound(kFootType * unit_)));
+    // Letters with a space between them are not joined.
+    font.setLetterSpacing(QFont::AbsoluteSpacing, kHair);
     painter_.setFont(font);
     painter_.setPen(QPen(kGrey, kHairline * unit_));
     painter_.drawLine(foot.topLeft(), foot.topRight());
@@ -88,7 +92,7 @@ bool ListDocument::paint(QPagedPaintDevice& paper, Progress& progress) {
   const ReportTemplate layout(source_.templateFile, reportFields(vehicleColumns(source_.database)));
   progress.setStatus(QStringLiteral("Die Fahrzeuge werden gelesen …"));
   const std::optional<ReportRows> rows =
-      ReportRows::read(source_, layout.usedFields(), htmlEncoded, progress);
+      ReportRows::read(source_, layout.usedFields(), {htmlEncoded, htmlEncoded}, progress);
   if (!rows) return false;
 
   PagePainter painter(paper, source_);

@@ -93,6 +93,7 @@ void ListPage::findRows(size_t vehicles) {
 void ListPage::findBounds(const QTextTable& table, int rowsOfVehicle) {
   const QAbstractTextDocumentLayout& layout = *text_.documentLayout();
   const int heads = table.format().toTableFormat().headerRowCount();
+  begin_ = extentOf(table, heads, layout).top;
   for (int row = heads + rowsOfVehicle; row < table.rows(); row += rowsOfVehicle) {
     // Cells have the same room above and below their texts.
     const Extent above = extentOf(table, row - 1, layout);
@@ -100,6 +101,11 @@ void ListPage::findBounds(const QTextTable& table, int rowsOfVehicle) {
     ends_.push_back((above.bottom + below.top) / 2);
   }
   ends_.push_back(layout.frameBoundingRect(const_cast<QTextTable*>(&table)).bottom());
+}
+
+bool ListPage::isCrowdedOut() const {
+  if (ends_.empty() || ends_.front() <= room_.height()) return false;
+  return ends_.front() - begin_ <= room_.height();
 }
 
 size_t ListPage::vehiclesWithRoom() const {

@@ -23,6 +23,9 @@ class ListPage {
 
   /// How many of the vehicles have room, each of them whole.
   size_t vehiclesWithRoom() const;
+  /// Whether what stands above the vehicles takes the room that the first of them needs, and would
+  /// have on a page of its own.
+  bool isCrowdedOut() const;
   /// Whether all that the template made has room.
   bool fits() const { return text_.size().height() <= room_.height(); }
   /// Leaves out what stands below that many of the vehicles.
@@ -36,6 +39,7 @@ class ListPage {
 
   QSizeF room_;  // in dots of the paper
   QTextDocument text_;
+  double begin_ = 0;  // of the first vehicle, from the top of the page
   // Where each vehicle ends, from the top of the page.
   std::vector<double> ends_;
   double height_ = 0;  // of what is drawn

@@ -30,6 +30,12 @@ void ListPages::makeNext() {
   for (;;) {
     const bool isLast = count == rest;
     std::unique_ptr<ListPage> page = make(count, isLast);
+    if (page->isCrowdedOut()) {
+      layout_.fail(
+          layout_.vehicleLine(),
+          QStringLiteral("Was über dem Abschnitt \"fahrzeuge\" steht, füllt die Seite: Für "
+                         "ein Fahrzeug bleibt kein Platz."));
+    }
     // A vehicle that is taller than the page has it for itself and is cut.
     const size_t fitting = std::min(count, std::max<size_t>(1, page->vehiclesWithRoom()));
     if (fitting < count && !isLast) {

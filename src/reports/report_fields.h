@@ -14,6 +14,12 @@ namespace lokari {
 
 /// Makes a value safe for what a template writes: HTML or a table's cell. Gives UTF-8.
 using ReportEncoding = std::string (*)(const QString& value);
+/// Ways for values that are text and for all others: numbers, amounts, what the program says
+/// itself.
+struct ReportEncodings {
+  ReportEncoding text;
+  ReportEncoding other;
+};
 
 /// Fields of a vehicle beside its columns.
 inline constexpr char16_t kMakerField[] = u"DC_MANUF_TEXT";  ///< the decoder maker's name

@@ -41,9 +41,12 @@ class RowReader {
 
   const QStringList& columns() const { return columns_; }
 
-  void append(const QSqlQuery& row, size_t number, ReportEncoding encode,
+  void append(const QSqlQuery& row, size_t number, const ReportEncodings& encode,
               std::vector<std::string>& values) const {
-    for (const Field& field : fields_) values.push_back(encode(text(field, row, number)));
+    for (const Field& field : fields_) {
+      const ReportEncoding encoding = isText(field) ? encode.text : encode.other;
+      values.push_back(encoding(text(field, row, number)));
+    }
   }
 
  private:
@@ -53,6 +56,10 @@ class RowReader {
     int place = 0;  ///< of its column in the query
     const ColumnInfo* column = nullptr;
   };
+
+  static bool isText(const Field& field) {
+    return field.kind == Kind::Maker || (field.kind == Kind::Plain && field.column->isText());
+  }
 
   void add(const Database& database, const TableInfo& table, const QString& name) {
     Field field;
@@ -115,7 +122,7 @@ class RowReader {
 }  // namespace
 
 std::optional<ReportRows> ReportRows::read(const ReportSource& source, const QStringList& fields,
-                                           ReportEncoding encode, Progress& progress) {
+                                           const ReportEncodings& encode, Progress& progress) {
   const TableInfo& table = vehicleColumns(source.database);
   const QString where =
       source.formula.isEmpty()

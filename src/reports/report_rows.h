@@ -20,7 +20,7 @@ class ReportRows {
   /// user cancelled. Throws ReportError for a formula that is not understood, StorageError for a
   /// database that refuses.
   static std::optional<ReportRows> read(const ReportSource& source, const QStringList& fields,
-                                        ReportEncoding encode, Progress& progress);
+                                        const ReportEncodings& encode, Progress& progress);
 
   size_t count() const { return count_; }
   /// `field` counts in the fields that were asked for.

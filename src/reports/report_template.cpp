@@ -1,7 +1,6 @@
 #include "reports/report_template.h"
 
 #include <QDir>
-#include <QFile>
 #include <QRegularExpression>
 #include <QStringConverter>
 
@@ -18,7 +17,7 @@ namespace {
 
 namespace mustache = kainjow::mustache;
 
-[[noreturn]] void fail(const QString& path, const QString& reason) {
+[[noreturn]] void refuse(const QString& path, const QString& reason) {
   throw ReportError(
       QStringLiteral("Die Vorlage\r%1\r%2").arg(QDir::toNativeSeparators(path), reason));
 }
@@ -87,14 +86,14 @@ QString decoded(const QByteArray& bytes) {
 }
 
 QString readTemplate(const QString& path, const QString& found) {
-  QFile file(found);
-  if (found.isEmpty() || !file.open(QIODevice::ReadOnly)) {
-    fail(path, QStringLiteral("fehlt oder lässt sich nicht lesen."));
+  const auto bytes = readPlainFile(found);
+  if (!bytes) {
+    refuse(path, QStringLiteral("fehlt oder lässt sich nicht lesen."));
   }
-  const QString text = decoded(file.readAll());
+  const QString text = decoded(*bytes);
   // Earlier versions of such templates were no texts.
   if (text.contains(QChar(0))) {
-    fail(found, QStringLiteral("ist keine Textdatei und daher keine Vorlage dieses Programms."));
+    refuse(found, QStringLiteral("ist keine Textdatei und daher keine Vorlage dieses Programms."));
   }
   return text;
 }
@@ -134,24 +133,26 @@ ReportTemplate::ReportTemplate(const QString& path, const ReportFields& fields)
   const QString text = readTemplate(path, path_);
   const TemplateContents contents = checkTemplate(text, fields);
   const TemplateFault& fault = contents.fault;
-  if (!fault.text.isEmpty()) {
-    const QString where = fault.line > 0
-                              ? QStringLiteral("hat einen Fehler in Zeile %1:\r").arg(fault.line)
-                              : QStringLiteral("hat einen Fehler:\r");
-    fail(path_, where + fault.text);
-  }
+  if (!fault.text.isEmpty()) fail(fault.line, fault.text);
   usedFields_ = contents.usedFields;
   vehicleText_ = contents.vehicleText;
+  remarks_ = contents.remarks;
+  vehicleLine_ = contents.vehicleLine;
   engine_ =
       std::make_unique<Engine>(Engine{mustache::mustache(withoutTagLines(text).toStdString())});
   if (!engine_->text.is_valid()) {
-    fail(path_, QStringLiteral("hat einen Fehler:\r") +
-                    QString::fromStdString(engine_->text.error_message()));
+    fail(0, QString::fromStdString(engine_->text.error_message()));
   }
   engine_->text.set_custom_escape([](const std::string& value) { return value; });
 }
 
 ReportTemplate::~ReportTemplate() = default;
+
+void ReportTemplate::fail(int line, const QString& fault) const {
+  const QString where = line > 0 ? QStringLiteral("hat einen Fehler in Zeile %1:\r").arg(line)
+                                 : QStringLiteral("hat einen Fehler:\r");
+  refuse(path_, where + fault);
+}
 
 std::string ReportTemplate::render(const ReportData& data) const {
   Values values(data, reportFields_, usedFields_);

@@ -59,6 +59,14 @@ class ReportTemplate {
   /// The template's own text inside of `fahrzeuge`, tags left out.
   const QString& vehicleText() const { return vehicleText_; }
 
+  /// What its remarks say.
+  const QStringList& remarks() const { return remarks_; }
+  /// The line of `{{#fahrzeuge}}`, from 1.
+  int vehicleLine() const { return vehicleLine_; }
+
+  /// Throws the ReportError of a fault in that line, 0 for none.
+  [[noreturn]] void fail(int line, const QString& fault) const;
+
   /// The text of a report, in UTF-8.
   std::string render(const ReportData& data) const;
 
@@ -69,6 +77,8 @@ class ReportTemplate {
   QStringList reportFields_;
   QStringList usedFields_;
   QString vehicleText_;
+  QStringList remarks_;
+  int vehicleLine_ = 0;
   std::unique_ptr<Engine> engine_;
 };
 

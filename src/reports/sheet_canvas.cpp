@@ -11,6 +11,8 @@ namespace lokari {
 namespace {
 
 constexpr double kPointsPerInch = 72;
+/// The least space there is, in dots.
+constexpr double kHair = 1.0 / 64;
 
 }  // namespace
 
@@ -31,6 +33,8 @@ QFont SheetCanvas::font(double points, bool bold) const {
   QFont result;
   result.setPixelSize(std::max(1, qRound(dots(points))));
   result.setBold(bold);
+  // Letters with a space between them are not joined: "Auflösung" has no "fl".
+  result.setLetterSpacing(QFont::AbsoluteSpacing, kHair);
   return result;
 }
 

@@ -6,6 +6,7 @@
 #include <array>
 
 #include "db/picture_fit.h"
+#include "reports/sheet_sign.h"
 #include "reports/sheet_table.h"
 #include "reports/sheet_vehicle.h"
 
@@ -21,7 +22,8 @@ constexpr double kPictureGap = 10;
 constexpr double kRuleBelowHead = 6;
 constexpr double kRule = 1.2;
 constexpr double kTable = kHead + 18;
-constexpr double kFoot = 16;
+constexpr double kFoot = 19;  // two lines
+constexpr double kFootLine = 8;
 
 /// What a picture on paper shows at most, in its own dots: 400 of them an inch.
 constexpr QSize kPictureDots(622, 417);
@@ -77,7 +79,7 @@ void SheetPainter::paint(const SheetVehicle& vehicle, std::span<const PrintCv> c
     if (begun_) canvas_.newPage();
     begun_ = true;
     paintHead(vehicle, picture);
-    paintFoot(vehicle, page + 1, pages);
+    paintFoot(vehicle, cvs, page + 1, pages);
     const size_t from = page * perPage;
     const size_t rows = std::min(perPage, table.rows() - from);
     if (rows > 0) table.paint(top, from, rows);
@@ -124,15 +126,20 @@ void SheetPainter::paintPicture(const QRectF& frame, const QImage& picture) {
   canvas_.painter().drawImage(place, picture);
 }
 
-void SheetPainter::paintFoot(const SheetVehicle& vehicle, size_t page, size_t pages) {
-  const double height = canvas_.dots(kFoot - kSheetSpacing);
+void SheetPainter::paintFoot(const SheetVehicle& vehicle, std::span<const PrintCv> cvs, size_t page,
+                             size_t pages) {
+  const double height = canvas_.dots(kFootLine);
   const QRectF foot(0, canvas_.size().height() - height, canvas_.size().width(), height);
   const QFont small = canvas_.font(kSheetSmallType);
+  paintLegend(canvas_, foot.translated(0, -height), vehicle, cvs);
   canvas_.painter().setPen(kSheetGrey);
   canvas_.drawText(foot, small,
                    QStringLiteral("CV-Satz „%1“, Stand %2")
                        .arg(vehicle.setName, date_.toString(QStringLiteral("dd.MM.yyyy"))));
-  canvas_.drawText(foot, small, QStringLiteral("Fett: weicht von der Vorgabe ab"),
+  // An empty list is that of a description that is not there.
+  canvas_.drawText(foot, small,
+                   cvs.empty() ? QStringLiteral("Zu diesem Decoder fehlt die Beschreibungsdatei")
+                               : QStringLiteral("Fett: weicht von der Vorgabe ab"),
                    Qt::AlignHCenter);
   canvas_.drawText(foot, small, QStringLiteral("Seite %1 von %2").arg(page).arg(pages),
                    Qt::AlignRight);

@@ -27,7 +27,8 @@ class SheetPainter {
  private:
   void paintHead(const SheetVehicle& vehicle, const QImage& picture);
   void paintPicture(const QRectF& frame, const QImage& picture);
-  void paintFoot(const SheetVehicle& vehicle, size_t page, size_t pages);
+  void paintFoot(const SheetVehicle& vehicle, std::span<const PrintCv> cvs, size_t page,
+                 size_t pages);
 
   SheetCanvas canvas_;
   QDate date_;

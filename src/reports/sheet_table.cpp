@@ -4,6 +4,7 @@
 #include <array>
 
 #include "reports/sheet_canvas.h"
+#include "reports/sheet_sign.h"
 #include "reports/sheet_vehicle.h"
 
 namespace lokari {
@@ -75,7 +76,8 @@ SheetTable::Columns SheetTable::columns() const {
   const double spacing = canvas_.dots(2 * kSheetSpacing);
   result.number += spacing;
   result.standard += spacing;
-  result.value += spacing;
+  // The sign stands ahead of the value, so that the values stay in line.
+  result.value += spacing + canvas_.dots(kSheetSign);
   result.name = halfWidth() - result.number - result.standard - result.value;
   return result;
 }
@@ -106,6 +108,10 @@ void SheetTable::paintHalf(const QPointF& place, std::span<const PrintCv> cvs, s
   canvas_.painter().setPen(Qt::black);
   for (const PrintCv& cv : cvs) {
     const int value = static_cast<quint8>(vehicle_.values[cv.index.arrayIndex()]);
+    if (const auto sign = signOf(vehicle_, cv)) {
+      const double left = place.x() + halfWidth() - columns_.value;
+      paintSign(canvas_, QRectF(left, y, canvas_.dots(kSheetSign), height), *sign);
+    }
     paintRow({shownNumber(cv), cv.name, shownStandard(cv), QString::number(value)}, plain,
              value == cv.standard ? plain : bold);
   }

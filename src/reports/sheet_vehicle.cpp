@@ -56,6 +56,7 @@ SheetVehicle readSheetVehicle(const Database& database, RecordSet& records) {
                          ? QStringLiteral("Set") + printed(static_cast<qint64>(set) + 1)
                          : setName,
           .values = cvs.recCvValues[set],
+          .marks = cvs.recCvMarks[set],
           .picture = records.value(QStringLiteral("MD_PIC")).toByteArray()};
 }
 

@@ -22,6 +22,7 @@ struct SheetVehicle {
 
   QString setName;     ///< the set that the values are of
   QByteArray values;   ///< by CV index - 1, at least 4865 bytes
+  QByteArray marks;    ///< of the values: 0 none, the character "1" verified, "2" failed
   QByteArray picture;  ///< an encoded file, empty for none
 };
 

@@ -87,6 +87,7 @@ class Checker {
   void takeTag(const Tag& tag) {
     switch (tag.kind.unicode()) {
       case u'!':
+        contents_.remarks << tag.name;
         break;
       case u'>':
         return fail(QStringLiteral("Eine Vorlage kann keine andere einbinden."));
@@ -109,7 +110,7 @@ class Checker {
       if (tag.kind.isNull()) fail(QStringLiteral("\"fahrzeuge\" ist ein Abschnitt und kein Feld."));
       if (isAmongVehicles())
         fail(QStringLiteral("Der Abschnitt \"fahrzeuge\" steht in sich selbst."));
-      if (tag.kind == u'#') hasVehicles_ = true;
+      if (tag.kind == u'#') noteVehicles();
       return;
     }
     if (fields_.report.contains(tag.name)) return;
@@ -121,6 +122,11 @@ class Checker {
           QStringLiteral("Das Feld \"%1\" gehört in den Abschnitt \"fahrzeuge\".").arg(tag.name));
     }
     if (!contents_.usedFields.contains(tag.name)) contents_.usedFields << tag.name;
+  }
+
+  void noteVehicles() {
+    hasVehicles_ = true;
+    if (contents_.vehicleLine == 0) contents_.vehicleLine = line_;
   }
 
   void closeSection(const QString& name) {

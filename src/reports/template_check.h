@@ -19,6 +19,8 @@ struct TemplateFault {
 struct TemplateContents {
   QStringList usedFields;  ///< fields of a vehicle, each once
   QString vehicleText;     ///< text inside of the vehicles' section, without tags
+  QStringList remarks;     ///< what they say, trimmed
+  int vehicleLine = 0;     ///< where the vehicles' section begins, from 1
   TemplateFault fault;     ///< the first one
 };
 

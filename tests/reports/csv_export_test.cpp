@@ -77,7 +77,7 @@ TEST_F(CsvExportTest, ALineForEachVehicleInTheOrderOfCollectionAndAddress) {
                             "3;V 60;\"eins\nzwei\";20,00\r\n"
                             "9;Übung;;1234,5678\r\n"
                             "17;E 10;\"Lok \"\"rot\"\"; alt\";199,90\r\n"
-                            "5;=1+1;;\r\n");
+                            "5;'=1+1;;\r\n");
   EXPECT_EQ(progress.texts.last(), QStringLiteral("Export beendet,\r4 Fahrzeuge in\r") + file());
   EXPECT_EQ(progress.percents.last(), 100);
 }
@@ -119,6 +119,17 @@ TEST_F(CsvExportTest, TheTemplateChoosesTheSeparator) {
   useTemplate("A,P\n{{#fahrzeuge}}\n{{DC_ADR}},{{MD_PRICE}}\n{{/fahrzeuge}}\n");
   EXPECT_TRUE(run("{LOCO_DAT.DC_ADR}=17"));
   EXPECT_EQ(contents(), kMark + "A,P\r\n17,\"199,90\"\r\n");
+}
+
+TEST_F(CsvExportTest, TextsThatLookLikeNumbersStayTextsUnlessTheTemplateSaysOtherwise) {
+  database.run("UPDATE LOCO_DAT SET ST_SNAME = '007', MD_PRICE = -2.5 WHERE DC_ADR = 17");
+  const QByteArray body = "{{#fahrzeuge}}\n{{DC_ADR}};{{ST_SNAME}};{{MD_PRICE}}\n{{/fahrzeuge}}\n";
+  useTemplate(body);
+  EXPECT_TRUE(run("{LOCO_DAT.DC_ADR}=17"));
+  EXPECT_EQ(contents(), kMark + "17;'007;-2,50\r\n");
+  useTemplate("{{! Texte unverändert }}\n" + body);
+  EXPECT_TRUE(run("{LOCO_DAT.DC_ADR}=17"));
+  EXPECT_EQ(contents(), kMark + "17;007;-2,50\r\n");
 }
 
 TEST_F(CsvExportTest, TheShippedTemplateHasACellForEachHeading) {

@@ -50,6 +50,37 @@ TEST(CsvText, ControlCharactersBecomeBlanks) {
   EXPECT_EQ(line(QStringLiteral("a\x11\x14z"), QStringLiteral("b\x01")), "a  z;b \r\n");
 }
 
+QByteArray cell(const char* text) {
+  return csvQuoted(csvGuardedText(QString::fromUtf8(text)) + "\n", ';').trimmed();
+}
+
+TEST(CsvText, ATextIsNeverCalculated) {
+  EXPECT_EQ(cell("=1+1"), "'=1+1");
+  EXPECT_EQ(cell("@SUM(A1)"), "'@SUM(A1)");
+  EXPECT_EQ(cell("-rot-"), "'-rot-");
+  EXPECT_EQ(cell("+"), "'+");
+  EXPECT_EQ(cell("=HYPERLINK(\"x\";\"y\")"), "\"'=HYPERLINK(\"\"x\"\";\"\"y\"\")\"");
+}
+
+TEST(CsvText, ATextIsNeverTakenForANumber) {
+  for (const char* number : {"218", "007", "12,50", "1.234", "1E5", ",5", "50%"}) {
+    EXPECT_EQ(cell(number), QByteArray("'") + number);
+  }
+  for (const char* text : {"V 60", "E10", "1:87", "BR 218", "218 alt", "e", "E", ".", "", "%"}) {
+    EXPECT_EQ(cell(text), QByteArray(text)) << text;
+  }
+}
+
+TEST(CsvText, ANumberStaysOne) {
+  EXPECT_EQ(csvQuoted(csvGuarded("-3,50") + ";" + csvGuarded("218") + "\n", ';'), "-3,50;218\r\n");
+}
+
+TEST(CsvText, OnlyTheBeginningOfACellCounts) {
+  EXPECT_EQ(csvQuoted("Nr. " + csvGuardedText("218") + "\n", ';'), "Nr. 218\r\n");
+  EXPECT_EQ(csvQuoted(csvGuardedText("218") + " alt\n", ';'), "218 alt\r\n");
+  EXPECT_EQ(csvQuoted("\"" + csvGuardedText("=1") + "\";x\n", ';'), "'=1;x\r\n");
+}
+
 TEST(CsvText, UmlautsAndOtherLettersPass) {
   EXPECT_EQ(line(QStringLiteral("Größe"), QStringLiteral("Šumava 🚂")),
             QByteArray("Größe;Šumava 🚂\r\n"));

@@ -5,6 +5,7 @@
 #include <QBuffer>
 #include <QDir>
 #include <QImage>
+#include <QProcess>
 
 #include "pdf_pages.h"
 #include "reports/report_error.h"
@@ -106,6 +107,77 @@ TEST_F(DecoderSheetsTest, HeadTellsTheVehicleInItsOrderAndInBold) {
                            "Langbezeichnung:", "Schnellzuglok in Weiß"}) {
     EXPECT_TRUE(bold.contains(QString::fromUtf8(part))) << part << " in " << bold.toStdString();
   }
+}
+
+TEST_F(DecoderSheetsTest, LegendTellsOnlyTheSignsThatOccur) {
+  const QString unread = QStringLiteral("nicht aus dem Decoder gelesen oder geprüft");
+  const QString failed = QStringLiteral("Lesen oder Schreiben misslungen");
+  add(3, "E103", "3=2,30=40,31=1");
+  print();
+  EXPECT_TRUE(pages.texts().value(0).contains(unread)) << "nobody ever read it";
+  EXPECT_FALSE(pages.texts().value(0).contains(failed));
+  QByteArray marks(4865, '1');
+  set(3, "DC_CV_ST", marks);
+  print();
+  EXPECT_FALSE(pages.texts().value(0).contains(unread)) << "all are verified";
+  EXPECT_FALSE(pages.texts().value(0).contains(failed));
+  marks[29] = '2';
+  set(3, "DC_CV_ST", marks);
+  print();
+  EXPECT_FALSE(pages.texts().value(0).contains(unread));
+  EXPECT_TRUE(pages.texts().value(0).contains(failed));
+}
+
+TEST_F(DecoderSheetsTest, SignStandsBesideItsValueAlone) {
+  add(3, "E103", "3=2,30=40,31=1");
+  const auto picture = [&](int failedCv) {
+    QByteArray marks(4865, '1');
+    if (failedCv > 0) marks[failedCv - 1] = '2';
+    set(3, "DC_CV_ST", marks);
+    print();
+    QProcess process;
+    process.start(QStringLiteral("pdftoppm"),
+                  {QStringLiteral("-r"), QStringLiteral("100"), QStringLiteral("-singlefile"),
+                   QStringLiteral("-png"), pages.path()});
+    EXPECT_TRUE(process.waitForFinished());
+    return QImage::fromData(process.readAllStandardOutput());
+  };
+  const QImage clean = picture(0);
+  const auto changed = [&clean](const QImage& other) {
+    QRect place;
+    for (int y = 0; y < clean.height() * 9 / 10; ++y) {
+      for (int x = 0; x < clean.width(); ++x) {
+        if (clean.pixel(x, y) != other.pixel(x, y)) place |= QRect(x, y, 1, 1);
+      }
+    }
+    return place;
+  };
+  // CV 3 leads the left half, CV 30 the right one.
+  const QRect third = changed(picture(3));
+  const QRect thirtieth = changed(picture(30));
+  ASSERT_FALSE(third.isEmpty());
+  ASSERT_FALSE(thirtieth.isEmpty());
+  EXPECT_LT(third.width(), 12) << "one small sign and nothing else";
+  EXPECT_LT(third.height(), 12);
+  EXPECT_LT(third.right(), clean.width() / 2);
+  EXPECT_GT(thirtieth.left(), clean.width() / 2);
+}
+
+TEST_F(DecoderSheetsTest, SheetWithoutADescriptionSaysSoInItsFoot) {
+  const QString missing = QStringLiteral("Zu diesem Decoder fehlt die Beschreibungsdatei");
+  add(3, "E103");
+  print();
+  EXPECT_FALSE(pages.texts().value(0).contains(missing));
+  set(3, "DC_DECODER", QStringLiteral("NIRGENDS"));
+  print();
+  EXPECT_TRUE(pages.texts().value(0).contains(missing)) << pages.texts().value(0).toStdString();
+}
+
+TEST_F(DecoderSheetsTest, LettersAreNotJoined) {
+  describe("CV_3=Aufloesung der Schifffahrt,0-255,2\n");
+  add(3, "Vlies");
+  print();
+  EXPECT_HAS(pages.texts().value(0), "Aufloesung der Schifffahrt");
 }
 
 TEST_F(DecoderSheetsTest, EmptyFieldsAreBlank) {

@@ -92,6 +92,45 @@ TEST_F(ListDocumentTest, TitleSelectionDateAndTheVehiclesInTheirOrder) {
   EXPECT_TRUE(rows.match(pages[0]).hasMatch()) << pages[0].toStdString();
 }
 
+TEST_F(ListDocumentTest, LettersAreNotJoined) {
+  add(17, "Auflage", "Vlies", "Auflösung der Schifffahrt, Griff und Hof");
+  ASSERT_TRUE(print());
+  EXPECT_TRUE(text().contains("Auflösung der Schifffahrt")) << text().toStdString();
+  for (const char16_t joined : {u'\xFB00', u'\xFB01', u'\xFB02', u'\xFB03', u'\xFB04'}) {
+    EXPECT_FALSE(text().contains(QChar(joined)));
+  }
+}
+
+TEST_F(ListDocumentTest, ColumnsShowTheirUsualTextsWhole) {
+  add(10239, "Schattenbahnhof", "V200.1", "Elektrotriebwagen der Nebenbahn");
+  database.run("UPDATE LOCO_DAT SET FZ_FTYPE = 'Elektrotriebwagen', DC_DECODER = 'AT-SND16'");
+  for (const QPageSize::PageSizeId size : {QPageSize::A4, QPageSize::Letter}) {
+    ASSERT_TRUE(print({}, size));
+    EXPECT_TRUE(
+        text().contains("Schattenbahnhof 10239 V200.1 Elektrotriebwagen der Nebenbahn "
+                        "Elektrotriebwagen AT-SND16"))
+        << text().toStdString();
+    EXPECT_TRUE(text().contains("Sammlung Adresse Kurzname Langbezeichnung Fahrzeug-Type Decoder"));
+  }
+}
+
+TEST_F(ListDocumentTest, ATemplateWithoutRoomForAVehicleIsAFaultWithItsLine) {
+  add(17, "Anlage", "V 60", "Rangierlok");
+  useTemplate("<html><body>\n" + QByteArray("<p>Vorwort</p>\n").repeated(120) +
+              "<table>\n{{#fahrzeuge}}\n<tr><td>{{DC_ADR}}</td></tr>\n{{/fahrzeuge}}\n</table>\n"
+              "</body></html>\n");
+  try {
+    print();
+    FAIL();
+  } catch (const ReportError& error) {
+    EXPECT_EQ(error.text(),
+              QStringLiteral("Die Vorlage\r%1\rhat einen Fehler in Zeile 123:\rWas über "
+                             "dem Abschnitt \"fahrzeuge\" steht, füllt die Seite: Für "
+                             "ein Fahrzeug bleibt kein Platz.")
+                  .arg(templateFile()));
+  }
+}
+
 TEST_F(ListDocumentTest, HeadsAreBoldAndVehiclesAreNot) {
   add(17, "Anlage", "V 60", "Rangierlok");
   ASSERT_TRUE(print());
