@@ -18,10 +18,11 @@ QString section() {
 }  // namespace
 
 QString savedPlaceCondition(const IniFile& ini) {
+  const IniState state = ini.read();
   const QString collection =
-      ini.getString(section(), QStringLiteral("DBColl"), QString(), kCollectionSize);
+      state.getString(section(), QStringLiteral("DBColl"), QString(), kCollectionSize);
   const QString address =
-      ini.getString(section(), QStringLiteral("DBAddr"), QString(), kAddressSize);
+      state.getString(section(), QStringLiteral("DBAddr"), QString(), kAddressSize);
   QString condition;
   if (!collection.isEmpty()) {
     condition = QStringLiteral("DC_COLL=\"") + collection.trimmed() + u'"';
@@ -34,9 +35,11 @@ QString savedPlaceCondition(const IniFile& ini) {
 }
 
 void savePlace(IniFile& ini, int position, const QString& collection, const QString& address) {
-  ini.writeString(section(), QStringLiteral("DBPos"), printed(position + 1));
-  ini.writeString(section(), QStringLiteral("DBColl"), collection);
-  if (!address.isEmpty()) ini.writeString(section(), QStringLiteral("DBAddr"), address);
+  QList<IniEntry> place{{QStringLiteral("DBPos"), printed(position + 1)},
+                        {QStringLiteral("DBColl"), collection}};
+  if (!address.isEmpty()) place << IniEntry{QStringLiteral("DBAddr"), address};
+  // Collection and address of two different records would name a third one, or none.
+  ini.writeAll(section(), place);
 }
 
 }  // namespace lokari

@@ -1,6 +1,6 @@
 #include "base/ini_file.h"
 
-#include <QFile>
+#include <QFileInfo>
 #include <QStringList>
 
 #include <algorithm>
@@ -101,51 +101,9 @@ class RawLines {
   QByteArray end_ = "\r\n";  ///< of new lines: that of the first one
 };
 
-std::optional<QString> valueOf(const QString& path, const QString& section, const QString& key) {
-  const QString existing = findFile(path);
-  if (existing.isEmpty()) return std::nullopt;
-  const auto text = readTextFile(existing);
-  if (!text) return std::nullopt;
-  const QStringList lines = splitLines(*text);
-  const Place place = find(lines, section, key);
-  if (place.keyLine < 0) return std::nullopt;
-  const QString& line = lines[place.keyLine];
-  QString value = line.mid(line.indexOf(u'=') + 1).trimmed();
-  const bool quoted = value.size() >= 2 && value.front() == value.back() &&
-                      (value.front() == u'"' || value.front() == u'\'');
-  return quoted ? value.mid(1, value.size() - 2) : value;
-}
-
-}  // namespace
-
-IniFile::IniFile(QString path) : path_(std::move(path)) {}
-
-QString IniFile::getString(const QString& section, const QString& key, const QString& fallback,
-                           int size) const {
-  const auto value = valueOf(path_, section, key);
-  return value ? value->left(size - 1) : fallback;
-}
-
-int IniFile::getInt(const QString& section, const QString& key, int fallback) const {
-  const auto value = valueOf(path_, section, key);
-  if (!value) return fallback;
-  qint64 number = 0;
-  for (const QChar c : *value) {
-    if (c < u'0' || c > u'9') break;
-    number = std::min<qint64>(number * 10 + (c.unicode() - u'0'), std::numeric_limits<int>::max());
-  }
-  return static_cast<int>(number);
-}
-
-bool IniFile::writeString(const QString& section, const QString& key, const QString& value) {
-  const QString target = placeFor(path_);
-  QByteArray raw;
-  if (QFile file(target); file.exists()) {
-    // What cannot be read must not be replaced.
-    if (!file.open(QIODevice::ReadOnly)) return false;
-    raw = file.readAll();
-  }
-  QString line = value;
+/// Sets a key in the bytes of a file.
+QByteArray withKey(QByteArray raw, const QString& section, const IniEntry& entry) {
+  QString line = entry.value;
   line.replace(u'\r', u' ').replace(u'\n', u' ');
   // A path with letters that the code page lacks must be found again at the next start.
   const bool widens = decodeText(encodeWindows1252(line)) != line && !isMarkedUtf8(raw);
@@ -155,15 +113,66 @@ bool IniFile::writeString(const QString& section, const QString& key, const QStr
     return utf8 ? text.toUtf8() : encodeWindows1252(text);
   };
 
-  const Place place = find(splitLines(decodeText(raw)), section, key);
+  const Place place = find(splitLines(decodeText(raw)), section, entry.key);
   RawLines lines(raw);
   if (place.keyLine >= 0) {
     lines.setValue(place.keyLine, encoded(line));
   } else {
     if (!place.sectionFound) lines.insert(lines.count(), encoded(u'[' + section + u']'));
-    lines.insert(place.sectionFound ? place.insertAt : lines.count(), encoded(key + u'=' + line));
+    lines.insert(place.sectionFound ? place.insertAt : lines.count(),
+                 encoded(entry.key + u'=' + line));
   }
-  return writeFileAtomically(target, lines.joined());
+  return lines.joined();
+}
+
+}  // namespace
+
+std::optional<QString> IniState::valueOf(const QString& section, const QString& key) const {
+  const Place place = find(lines_, section, key);
+  if (place.keyLine < 0) return std::nullopt;
+  const QString& line = lines_[place.keyLine];
+  QString value = line.mid(line.indexOf(u'=') + 1).trimmed();
+  const bool quoted = value.size() >= 2 && value.front() == value.back() &&
+                      (value.front() == u'"' || value.front() == u'\'');
+  return quoted ? value.mid(1, value.size() - 2) : value;
+}
+
+QString IniState::getString(const QString& section, const QString& key, const QString& fallback,
+                            int size) const {
+  const auto value = valueOf(section, key);
+  return value ? value->left(size - 1) : fallback;
+}
+
+int IniState::getInt(const QString& section, const QString& key, int fallback) const {
+  const auto value = valueOf(section, key);
+  if (!value) return fallback;
+  qint64 number = 0;
+  for (const QChar c : *value) {
+    if (c < u'0' || c > u'9') break;
+    number = std::min<qint64>(number * 10 + (c.unicode() - u'0'), std::numeric_limits<int>::max());
+  }
+  return static_cast<int>(number);
+}
+
+IniFile::IniFile(QString path) : path_(std::move(path)) {}
+
+IniState IniFile::read() const {
+  const QString existing = findFile(path_);
+  const auto text = existing.isEmpty() ? std::nullopt : readTextFile(existing);
+  return text ? IniState(splitLines(*text)) : IniState();
+}
+
+bool IniFile::writeAll(const QString& section, const QList<IniEntry>& entries) {
+  const QString target = placeFor(path_);
+  QByteArray raw;
+  if (QFileInfo::exists(target)) {
+    // What cannot be read must not be replaced.
+    const auto data = readPlainFile(target);
+    if (!data) return false;
+    raw = *data;
+  }
+  for (const IniEntry& entry : entries) raw = withKey(raw, section, entry);
+  return writeFileAtomically(target, raw);
 }
 
 }  // namespace lokari

@@ -10,10 +10,10 @@
 namespace lokari {
 namespace {
 
-/// The keys of one settings file.
+/// The keys of one settings file, all of the same moment.
 class Keys {
  public:
-  explicit Keys(const IniFile& ini) : ini_(ini) {}
+  explicit Keys(const IniFile& ini) : ini_(ini.read()) {}
 
   QString text(const QString& key, const QString& fallback, int size) const {
     return ini_.getString(section(), key, fallback, size);
@@ -34,7 +34,7 @@ class Keys {
 
  private:
   static QString section() { return QString::fromUtf16(kSettingsSection); }
-  const IniFile& ini_;
+  IniState ini_;
 };
 
 constexpr std::array kBaudrates{0, 300, 600, 1200, 2400, 4800, 9600, 19200, 38400, 57600};

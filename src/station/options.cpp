@@ -1,7 +1,6 @@
 #include "station/options.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "base/settings.h"
 
@@ -116,29 +115,22 @@ void takeForm(const OptionsForm& form, Settings& settings) {
   settings.continueOnError = form.continueOnError;
 }
 
-QStringList writeOptions(
-    const Settings& settings,
-    const std::function<bool(const QString& key, const QString& value)>& write) {
-  const std::pair<const char16_t*, QString> lines[] = {
-      {u"DBPath", settings.dbPath},
-      {u"BaseUnit", QString::fromUtf16(settings.station().name)},
-      {u"LenzV36", flag(settings.lenzV36)},
-      {u"ComPort", QString::number(settings.comPort)},
-      {u"Timeout", QString::number(settings.timeoutVal)},
-      {u"Baudrate", QString::number(settings.baudrate)},
-      {u"Delay", flag(settings.delayFlag)},
-      {u"AddressCheck", flag(settings.addressCheck)},
-      {u"ManufacturerCheck", flag(settings.manufacturerCheck)},
-      {u"ContinueOnError", flag(settings.continueOnError)},
-      {u"IPAddr", settings.ipAddr},
+QList<IniEntry> optionEntries(const Settings& settings) {
+  QList<IniEntry> entries{
+      {QStringLiteral("DBPath"), settings.dbPath},
+      {QStringLiteral("BaseUnit"), QString::fromUtf16(settings.station().name)},
+      {QStringLiteral("LenzV36"), flag(settings.lenzV36)},
+      {QStringLiteral("ComPort"), QString::number(settings.comPort)},
+      {QStringLiteral("Timeout"), QString::number(settings.timeoutVal)},
+      {QStringLiteral("Baudrate"), QString::number(settings.baudrate)},
+      {QStringLiteral("Delay"), flag(settings.delayFlag)},
+      {QStringLiteral("AddressCheck"), flag(settings.addressCheck)},
+      {QStringLiteral("ManufacturerCheck"), flag(settings.manufacturerCheck)},
+      {QStringLiteral("ContinueOnError"), flag(settings.continueOnError)},
+      {QStringLiteral("IPAddr"), settings.ipAddr},
   };
-  QStringList failed;
-  for (const auto& [name, value] : lines) {
-    const QString key = QString::fromUtf16(name);
-    const bool cut = name == lines[0].first && value.size() > kLongestDbPath;
-    if (!cut && !write(key, value)) failed << key;
-  }
-  return failed;
+  if (settings.dbPath.size() > kLongestDbPath) entries.removeFirst();
+  return entries;
 }
 
 bool sameLine(const OptionsForm& form, const Settings& settings) {

@@ -5,9 +5,9 @@
 #include <QStringList>
 
 #include <array>
-#include <functional>
 #include <optional>
 
+#include "base/ini_file.h"
 #include "link/port_table.h"
 #include "station/station_choice.h"
 
@@ -59,11 +59,9 @@ void takeForm(const OptionsForm& form, Settings& settings);
 /// Longest path that a start reads.
 inline constexpr qsizetype kLongestDbPath = 63;
 
-/// Writes the settings in their order. Gives the keys that could not be written. A path of the
-/// database that the next start would cut is left out: it would find no database there.
-QStringList writeOptions(
-    const Settings& settings,
-    const std::function<bool(const QString& key, const QString& value)>& write);
+/// What the settings file gets, in its order. A path of the database that the next start would cut
+/// is left out: it would find no database there.
+QList<IniEntry> optionEntries(const Settings& settings);
 
 /// Whether a session of the form would have the line of the settings': the same station behind the
 /// same port at the same rate, or behind the same address.

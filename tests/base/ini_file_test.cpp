@@ -5,7 +5,10 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <sys/stat.h>
+
 #include "support/ini_text.h"
+#include "support/no_larger_files.h"
 
 namespace lokari {
 namespace {
@@ -143,6 +146,43 @@ TEST(IniFile, ANewFileIsWindows1252WithCrLf) {
   QFile file(path);
   ASSERT_TRUE(file.open(QIODevice::ReadOnly));
   EXPECT_EQ(file.readAll(), QByteArray("[LOKARI]\r\nKey=\xE4\r\n"));
+}
+
+TEST(IniFile, SeveralKeysAreWrittenAllOrNone) {
+  const QByteArray before = "[LOKARI]\r\nA=1\r\nB=2\r\n[Andere]\r\nA=9\r\n";
+  const IniText text(before);
+  IniFile ini(text.path());
+  const QList<IniEntry> entries{{QStringLiteral("B"), QStringLiteral("zwei")},
+                                {QStringLiteral("C"), QStringLiteral("drei")}};
+  for (const int room : {0, 20, 40}) {
+    const test::NoLargerFiles full(room);
+    EXPECT_FALSE(ini.writeAll(kSection, entries)) << room;
+    QFile file(text.path());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), before);
+  }
+  EXPECT_TRUE(ini.writeAll(kSection, entries));
+  QFile file(text.path());
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_EQ(file.readAll(), "[LOKARI]\r\nA=1\r\nB=zwei\r\nC=drei\r\n[Andere]\r\nA=9\r\n");
+}
+
+TEST(IniFile, WhatWasReadOnceDoesNotChange) {
+  const IniText text("[LOKARI]\r\nA=1\r\n");
+  IniFile ini(text.path());
+  const IniState state = ini.read();
+  ASSERT_TRUE(ini.writeString(kSection, QStringLiteral("A"), QStringLiteral("2")));
+  EXPECT_EQ(state.getInt(kSection, QStringLiteral("A"), 0), 1);
+  EXPECT_EQ(ini.getInt(kSection, QStringLiteral("A"), 0), 2);
+}
+
+TEST(IniFile, APipeIsNoSettingsFile) {
+  QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("LOKARI.INI"));
+  ASSERT_EQ(::mkfifo(QFile::encodeName(path), 0600), 0);
+  IniFile ini(path);
+  EXPECT_EQ(ini.getInt(kSection, QStringLiteral("A"), 5), 5) << "and nobody waits for a writer";
+  EXPECT_FALSE(ini.writeString(kSection, QStringLiteral("A"), QStringLiteral("2")));
 }
 
 TEST(IniFile, AFileThatCannotBeWrittenIsReported) {

@@ -198,42 +198,19 @@ TEST(WriteOptions, TheKeysGoOutInTheirOrder) {
   Settings settings;
   takeForm(otherForm(), settings);
   QStringList written;
-  EXPECT_EQ(writeOptions(settings,
-                         [&](const QString& key, const QString& value) {
-                           written << key + u'=' + value;
-                           return true;
-                         }),
-            QStringList{});
+  for (const IniEntry& entry : optionEntries(settings)) written << entry.key + u'=' + entry.value;
   EXPECT_EQ(written.join(u' '),
             "DBPath=/home/a/Bahn.MDB BaseUnit=TAMSMC LenzV36=0 ComPort=9 Timeout=7 Baudrate=19200 "
             "Delay=0 AddressCheck=0 ManufacturerCheck=0 ContinueOnError=0 IPAddr=010.000.001.255");
 }
 
-TEST(WriteOptions, AFailingKeyIsNamedAndTheOthersAreWritten) {
-  QStringList written;
-  const QStringList failed = writeOptions(Settings(), [&](const QString& key, const QString&) {
-    if (key == "Timeout" || key == "Delay") return false;
-    written << key;
-    return true;
-  });
-  EXPECT_EQ(failed.join(u' '), "Timeout Delay");
-  EXPECT_EQ(written.size(), 9);
-}
-
 TEST(WriteOptions, APathThatAStartWouldCutIsNotWritten) {
   Settings settings;
-  QStringList written;
-  const auto write = [&](const QString& key, const QString&) {
-    written << key;
-    return true;
-  };
   settings.dbPath = QString(63, u'x');
-  writeOptions(settings, write);
-  EXPECT_EQ(written.first(), "DBPath");
-  written.clear();
+  EXPECT_EQ(optionEntries(settings).first().key, "DBPath");
   settings.dbPath = QString(64, u'x');
-  EXPECT_EQ(writeOptions(settings, write), QStringList{});
-  EXPECT_EQ(written.first(), "BaseUnit");
+  EXPECT_EQ(optionEntries(settings).first().key, "BaseUnit");
+  EXPECT_EQ(optionEntries(settings).size(), 10);
 }
 
 TEST(WriteOptions, WhatIsWrittenIsReadAgain) {
@@ -244,11 +221,7 @@ TEST(WriteOptions, WhatIsWrittenIsReadAgain) {
     form.station = row.choice;
     Settings settings;
     takeForm(form, settings);
-    EXPECT_EQ(writeOptions(settings,
-                           [&ini](const QString& key, const QString& value) {
-                             return ini.writeString(QStringLiteral("LOKARI"), key, value);
-                           }),
-              QStringList{});
+    EXPECT_TRUE(ini.writeAll(QStringLiteral("LOKARI"), optionEntries(settings)));
     const Settings read = loadSettings(ini, QStringLiteral("/nirgends"));
     EXPECT_EQ(formOf(read).station, row.choice);
     EXPECT_EQ(read.comPort, 9);

@@ -96,8 +96,7 @@ void MainWin::connectMenus() {
 bool MainWin::start() {
   started_ = workbench_.start(*this);
   if (!started_) return false;
-  const QSize stored = scale_.storedSize(ownName());
-  if (scale_.resizeMode() == 1 && stored.isValid()) resize(stored);
+  scale_.restoreSize(ownName(), this);
   page_->field(QStringLiteral("dc_adr")).focus(true);
   return true;
 }

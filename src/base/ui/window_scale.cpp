@@ -1,14 +1,19 @@
 #include "base/ui/window_scale.h"
 
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QScreen>
 #include <QSettings>
 #include <QWidget>
 
+#include <algorithm>
 #include <cmath>
 
 namespace lokari {
 namespace {
+
+/// In pixels: wider than any screen, narrow enough to be painted.
+constexpr int kWidestColumn = 10'000;
 
 QString sizeKey(const QString& name) {
   return QStringLiteral("Size/") + name;
@@ -59,27 +64,42 @@ void WindowScale::arrange(QWidget* window, QWidget* contents) const {
   }
 }
 
+QVariant WindowScale::stored(const QString& key) const {
+  if (!QFileInfo(stateFile_).isFile()) return {};
+  return QSettings(stateFile_, QSettings::IniFormat).value(key);
+}
+
+void WindowScale::store(const QString& key, const QVariant& value) const {
+  if (QFileInfo::exists(stateFile_) && !QFileInfo(stateFile_).isFile()) return;
+  QSettings(stateFile_, QSettings::IniFormat).setValue(key, value);
+}
+
 QSize WindowScale::storedSize(const QString& name) const {
-  return QSettings(stateFile_, QSettings::IniFormat).value(sizeKey(name)).toSize();
+  return stored(sizeKey(name)).toSize();
+}
+
+void WindowScale::restoreSize(const QString& name, QWidget* window) const {
+  const QSize size = storedSize(name);
+  if (resizeMode_ == 0 || !size.isValid()) return;
+  const QSize room = window->screen()->availableSize();
+  window->resize(size.boundedTo(room).expandedTo(window->minimumSizeHint()));
 }
 
 QList<int> WindowScale::storedColumns(const QString& name) const {
   QList<int> widths;
-  const QStringList stored =
-      QSettings(stateFile_, QSettings::IniFormat).value(columnsKey(name)).toStringList();
-  for (const QString& width : stored) widths << width.toInt();
+  const QStringList texts = stored(columnsKey(name)).toStringList();
+  for (const QString& width : texts) widths << std::clamp(width.toInt(), 0, kWidestColumn);
   return widths;
 }
 
 void WindowScale::storeColumns(const QString& name, const QList<int>& widths) const {
   QStringList texts;
   for (const int width : widths) texts << QString::number(width);
-  QSettings(stateFile_, QSettings::IniFormat).setValue(columnsKey(name), texts);
+  store(columnsKey(name), texts);
 }
 
 void WindowScale::storeSize(const QString& name, QSize size) const {
-  if (resizeMode_ == 0) return;
-  QSettings(stateFile_, QSettings::IniFormat).setValue(sizeKey(name), size);
+  if (resizeMode_ != 0) store(sizeKey(name), size);
 }
 
 }  // namespace lokari

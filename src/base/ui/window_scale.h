@@ -4,6 +4,7 @@
 #include <QList>
 #include <QSize>
 #include <QString>
+#include <QVariant>
 
 class QWidget;
 
@@ -39,6 +40,9 @@ class WindowScale {
 
   /// The size stored under a name, or an invalid one.
   QSize storedSize(const QString& name) const;
+  /// Gives a window the size stored under its name, within its screen and never below its smallest
+  /// size. Nothing where none is stored, and with `resizeMode` 0.
+  void restoreSize(const QString& name, QWidget* window) const;
   /// Nothing with `resizeMode` 0.
   void storeSize(const QString& name, QSize size) const;
 
@@ -53,6 +57,10 @@ class WindowScale {
   double lastHeight = 0;
 
  private:
+  /// A value of the state file; none where a pipe or a device is in its place.
+  QVariant stored(const QString& key) const;
+  void store(const QString& key, const QVariant& value) const;
+
   QString stateFile_;
   int resizeMode_ = 1;
 };

@@ -100,13 +100,13 @@ void DlgOptions::accept() {
   const OptionsForm taken = form();
   if (testing_ || !checked(taken)) return;
   takeForm(taken, parts_.settings);
-  const QStringList failed =
-      writeOptions(parts_.settings, [this](const QString& key, const QString& value) {
-        return parts_.ini.writeString(QString::fromUtf16(kSettingsSection), key, value);
-      });
+  const QList<IniEntry> entries = optionEntries(parts_.settings);
   QStringList texts;
-  for (const QString& key : failed) {
-    texts << QStringLiteral("Fehler beim Schreiben der INI-Datei (%1)!").arg(key);
+  // One write for all: a program that ends in the middle leaves no mixture of old and new.
+  if (!parts_.ini.writeAll(QString::fromUtf16(kSettingsSection), entries)) {
+    for (const IniEntry& entry : entries) {
+      texts << QStringLiteral("Fehler beim Schreiben der INI-Datei (%1)!").arg(entry.key);
+    }
   }
   if (taken.dbPath.size() > kLongestDbPath) {
     texts << QStringLiteral(

@@ -3,8 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QScreen>
 #include <QTemporaryDir>
+#include <QVBoxLayout>
 #include <QWidget>
+
+#include <sys/stat.h>
 
 namespace lokari {
 namespace {
@@ -69,6 +73,34 @@ TEST_F(WindowScaleTest, AStoredSizeIsFoundInTheNextRun) {
   scale_.storeSize(QStringLiteral("main_win"), {1111, 777});
   const WindowScale next(folder_.filePath(QStringLiteral("WINDOW.INI")));
   EXPECT_EQ(next.storedSize(QStringLiteral("main_win")), QSize(1111, 777));
+}
+
+TEST_F(WindowScaleTest, AStoredSizeIsCutToTheScreen) {
+  QWidget window;
+  const QSize room = window.screen()->availableSize();
+  for (const QSize stored : {QSize(100'000, 100'000), QSize(100'000, 50), QSize(50, 100'000)}) {
+    scale_.storeSize(QStringLiteral("main_win"), stored);
+    scale_.restoreSize(QStringLiteral("main_win"), &window);
+    EXPECT_EQ(window.size(), stored.boundedTo(room));
+  }
+}
+
+TEST_F(WindowScaleTest, AStoredSizeIsNeverBelowTheSmallest) {
+  QWidget window;
+  auto* rows = new QVBoxLayout(&window);
+  auto* wide = new QWidget(&window);
+  wide->setMinimumSize(120, 90);
+  rows->addWidget(wide);
+  scale_.storeSize(QStringLiteral("main_win"), {1, 1});
+  scale_.restoreSize(QStringLiteral("main_win"), &window);
+  EXPECT_EQ(window.size(), window.minimumSizeHint());
+}
+
+TEST_F(WindowScaleTest, APipeInThePlaceOfTheFileIsNotWaitedFor) {
+  ASSERT_EQ(::mkfifo(QFile::encodeName(folder_.filePath(QStringLiteral("WINDOW.INI"))), 0600), 0);
+  scale_.storeSize(QStringLiteral("main_win"), {1111, 777});
+  EXPECT_FALSE(scale_.storedSize(QStringLiteral("main_win")).isValid());
+  EXPECT_TRUE(scale_.storedColumns(QStringLiteral("frmTable")).isEmpty());
 }
 
 TEST_F(WindowScaleTest, WithResizeModeZeroNoSizeIsStored) {
