@@ -1,5 +1,7 @@
 #include "db/catalogue_checks.h"
 
+#include <QSqlQuery>
+
 #include "db/database.h"
 #include "db/sqlite_functions.h"
 
@@ -30,6 +32,13 @@ bool makerExists(const Database& database, int maker) {
 
 bool makerHasTypes(const Database& database, int maker) {
   return hasRow(database, QStringLiteral("DECODERS"), maker);
+}
+
+int vehiclesOfMaker(const Database& database, int maker) {
+  int count = 0;
+  database.read(QStringLiteral("SELECT COUNT(*) FROM LOCO_DAT WHERE DC_MANUF = ?"), {maker},
+                [&count](const QSqlQuery& row) { count = row.value(0).toInt(); });
+  return count;
 }
 
 bool typeExists(const Database& database, int maker, const QString& type) {

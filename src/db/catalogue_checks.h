@@ -11,6 +11,8 @@ class Database;
 
 bool makerExists(const Database& database, int maker);
 bool makerHasTypes(const Database& database, int maker);
+/// How many vehicles name the maker.
+int vehiclesOfMaker(const Database& database, int maker);
 bool typeExists(const Database& database, int maker, const QString& type);
 /// True when a vehicle has this type.
 bool typeIsUsed(const Database& database, int maker, const QString& type);

@@ -97,7 +97,16 @@ bool MakerRules::mayDelete(const ListRow& row) {
   if (makerHasTypes(database_, maker)) {
     return refuse(u"Es gibt noch Decoder zu dieser Herstellernummer!");
   }
-  return true;
+  const int vehicles = vehiclesOfMaker(database_, maker);
+  if (vehicles == 0) return true;
+  return prompt_.ask({.text = QStringLiteral("Hersteller „%1“ löschen?").arg(row.storedText(kName)),
+                      .buttons = Buttons::YesNo,
+                      .icon = Icon::Warning,
+                      .more = QStringLiteral("Fahrzeuge mit einem Decoder dieses Herstellers: %1. "
+                                             "Sie behalten seine Nummer, verlieren aber seinen "
+                                             "Namen und damit die Beschreibung des Decoders.")
+                                  .arg(vehicles),
+                      .preset = Answer::No}) == Answer::Yes;
 }
 
 void MakerRules::deleted(const ListRow& row) {

@@ -26,7 +26,7 @@ class MakerRules final : public ListRules {
   RowVerdict mayStore(const ListRow& row) override;
   /// Makes the folder.
   void inserted(const ListRow& row) override;
-  /// Maker 0 and makers that have types stay.
+  /// Maker 0 and makers that have types stay; for one that vehicles name the user is asked.
   bool mayDelete(const ListRow& row) override;
   /// Removes the folder if it is empty.
   void deleted(const ListRow& row) override;

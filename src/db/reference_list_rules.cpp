@@ -22,4 +22,13 @@ RowVerdict ReferenceListRules::mayStore(const ListRow& row) {
   return row.isNew() && empty ? RowVerdict::Drop : RowVerdict::Store;
 }
 
+bool ReferenceListRules::mayDelete(const ListRow& row) {
+  // The key stands beside those that move in the list, and nothing brings an entry back.
+  return prompt_.ask(
+             {.text = QStringLiteral("„%1“ aus der Liste löschen?").arg(row.storedText(kText)),
+              .buttons = Buttons::YesNo,
+              .more = QStringLiteral("Fahrzeuge, die den Eintrag tragen, behalten ihn."),
+              .preset = Answer::No}) == Answer::Yes;
+}
+
 }  // namespace lokari

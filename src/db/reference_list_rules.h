@@ -20,6 +20,8 @@ class ReferenceListRules final : public ListRules {
   bool mayChange(ListRow& row, int column, QString& text) override;
   /// A new row needs an entry; a number alone is dropped.
   RowVerdict mayStore(const ListRow& row) override;
+  /// Asks.
+  bool mayDelete(const ListRow& row) override;
 
  private:
   const ReferenceList& list_;

@@ -48,7 +48,8 @@ class DecImport {
 
   void run() {
     if (!chooseFile() || !readSource() || !findMaker() || !findPlace()) return;
-    if (parts_.prompt.ask(question(), Buttons::OkCancel) == Answer::Ok) store();
+    if (parts_.prompt.ask(question(), Buttons::OkCancel) != Answer::Ok || !store()) return;
+    offerNameOfType();
   }
 
  private:
@@ -63,7 +64,7 @@ class DecImport {
   bool readSource() {
     source_ = findFile(name_);
     QFile file(source_);
-    if (source_.isEmpty() || !file.open(QIODevice::ReadOnly)) {
+    if (!QFileInfo(source_).isFile() || !file.open(QIODevice::ReadOnly)) {
       parts_.prompt.message(QStringLiteral("Decoderdatei ") + name_ +
                             QStringLiteral(" nicht gefunden\roder Zugriff nicht möglich!"));
       return false;
@@ -122,7 +123,8 @@ class DecImport {
     return what + QStringLiteral(" anlegen?");
   }
 
-  void store() const {
+  /// False when it failed; the user has been told.
+  bool store() const {
     try {
       // The file goes last: a type that the database refuses must not replace a description.
       parts_.database.transaction([this] {
@@ -131,11 +133,32 @@ class DecImport {
         addType(types, maker_.number, header_.type);
         if (!isInPlace_) copy();
       });
+      return true;
     } catch (const StorageError& error) {
       parts_.prompt.message(error.text());
     } catch (const CopyFailed&) {
       parts_.prompt.message(
           QStringLiteral("Decoderdatei %1 kann nicht geschrieben werden!").arg(place_));
+    }
+    return false;
+  }
+
+  /// The decoder window looks for the type's name, not for the one that the file came with.
+  void offerNameOfType() const {
+    const QString file = stemOf(fileNameOf(name_));
+    if (file.compare(header_.type, Qt::CaseInsensitive) == 0) return;
+    const QString needed =
+        insideFolder(parts_.appPath, {maker_.name, header_.type + QStringLiteral(".dec")});
+    if (needed.isEmpty() || !findFile(needed).isEmpty()) return;
+    const Answer answer = parts_.prompt.ask(
+        {.text = QStringLiteral("Die Beschreibung heißt %1.dec, der Decodertyp aber %2: So findet "
+                                "ihn das Decoderfenster nicht.\rEine Kopie unter dem Namen %2.dec "
+                                "anlegen?")
+                     .arg(file, header_.type),
+         .buttons = Buttons::YesNo});
+    if (answer == Answer::Yes && !writeFileAtomically(placeFor(needed), data_)) {
+      parts_.prompt.message(
+          QStringLiteral("Decoderdatei %1 kann nicht geschrieben werden!").arg(needed));
     }
   }
 

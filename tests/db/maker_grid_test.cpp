@@ -224,6 +224,19 @@ TEST_F(MakerGridTest, AMakerWithTypesIsNotDeleted) {
   EXPECT_TRUE(hasFolder("Zimo"));
 }
 
+TEST_F(MakerGridTest, AMakerThatVehiclesNameIsDeletedAfterAYesOnly) {
+  const int maker =
+      stored("SELECT DC_MANUF FROM DCMANUFS ORDER BY DC_MANUF_SEQ LIMIT 1 OFFSET 2").toInt();
+  base_.run("INSERT INTO LOCO_DAT (DC_ADR, DC_COLL, DC_MANUF) VALUES (3, '', ?)", {maker});
+  EXPECT_FALSE(grid_->deleteRow(2));
+  EXPECT_TRUE(
+      prompt_.below.last().startsWith(str("Fahrzeuge mit einem Decoder dieses Herstellers: 1. ")));
+  EXPECT_TRUE(message().endsWith(str("löschen?")));
+  prompt_.answers = {Answer::Yes};
+  EXPECT_TRUE(grid_->deleteRow(2));
+  EXPECT_EQ(column(kName), str("Standard Zimo"));
+}
+
 TEST_F(MakerGridTest, ARowWithoutANumberIsNeitherMaker0NorHasItTypes) {
   base_.run("DROP TABLE DCMANUFS");
   base_.run(

@@ -120,19 +120,26 @@ TEST_F(ReferenceListGridTest, ARenamedEntryDoesNotReachTheVehicles) {
   EXPECT_EQ(stored("SELECT FZ_LINE FROM LOCO_DAT"), str("DB"));
 }
 
-TEST_F(ReferenceListGridTest, AnEntryThatVehiclesUseIsDeletedWithoutAQuestion) {
+TEST_F(ReferenceListGridTest, AnEntryIsDeletedAfterAYesOnly) {
+  EXPECT_FALSE(grid_->deleteRow(0));
+  EXPECT_EQ(column(kText), str("DB ÖBB BLS SBB"));
+  EXPECT_EQ(message(), str("„DB“ aus der Liste löschen?"));
+}
+
+TEST_F(ReferenceListGridTest, AnEntryThatVehiclesUseIsDeletedLikeAnyOther) {
   base_.run("INSERT INTO LOCO_DAT (DC_ADR, DC_COLL, FZ_LINE) VALUES (3, '', 'DB')");
+  prompt_.answers = {Answer::Yes};
   EXPECT_TRUE(grid_->deleteRow(0));
   EXPECT_EQ(column(kText), str("ÖBB BLS SBB"));
   EXPECT_EQ(stored("SELECT COUNT(*) FROM LINES"), str("3"));
   EXPECT_EQ(stored("SELECT FZ_LINE FROM LOCO_DAT"), str("DB"));
-  EXPECT_TRUE(isQuiet());
 }
 
 TEST_F(ReferenceListGridTest, EqualEntriesAreAllowedAndOnlyOneOfThemIsDeleted) {
   ASSERT_TRUE(typeNew(kText, "SBB"));
   ASSERT_TRUE(grid_->storeRow());
   EXPECT_EQ(column(kText), str("DB ÖBB BLS SBB SBB"));
+  prompt_.answers = {Answer::Yes};
   EXPECT_TRUE(grid_->deleteRow(4));
   EXPECT_EQ(stored("SELECT FZ_LINE FROM LINES WHERE FZ_LINE = 'SBB'"), str("SBB"));
 }

@@ -178,12 +178,17 @@ TEST_F(DlgListTest, EntfDeletesTheRow) {
   open();
   go(1, 0);
   key(Qt::Key_Delete);
+  EXPECT_EQ(eras(), str("I|II|III")) << "nobody said yes";
+  EXPECT_EQ(prompt_.shown, QStringList(str("„II“ aus der Liste löschen?")));
+  prompt_.answers = {Answer::Yes};
+  key(Qt::Key_Delete);
   EXPECT_EQ(eras(), str("I|III"));
   EXPECT_EQ(place(), str("1,0"));
-  EXPECT_TRUE(prompt_.shown.isEmpty());
+  prompt_.shown.clear();
   goToEnd(0);
   key(Qt::Key_Delete);
   EXPECT_EQ(eras(), str("I|III")) << "the empty row is none";
+  EXPECT_TRUE(prompt_.shown.isEmpty());
 }
 
 TEST_F(DlgListTest, EntfInACellDeletesACharacter) {
@@ -270,6 +275,7 @@ TEST_F(DlgListTest, TheContextMenuDeletesTheRowThatIsPointedAt) {
     menu->setActiveAction(menu->actions().front());
     QTest::keyClick(menu, Qt::Key_Return);
   });
+  prompt_.answers = {Answer::Yes};
   pointAt(1);
   EXPECT_EQ(eras(), str("I|III"));
 }

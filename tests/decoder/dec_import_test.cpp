@@ -77,6 +77,28 @@ TEST_F(DecImportTest, PutsTheFileIntoItsMakersFolderAndTheTypeIntoTheDatabase) {
   EXPECT_TRUE(offered_.isEmpty());
 }
 
+TEST_F(DecImportTest, AFileThatIsNotCalledLikeItsTypeIsOfferedUnderTheNameItNeeds) {
+  prompt_.answers = {Answer::Ok, Answer::Yes};
+  import("herunter.dec", kDescription);
+  ASSERT_EQ(prompt_.shown.size(), 2);
+  EXPECT_EQ(prompt_.shown[1],
+            str("Die Beschreibung heißt herunter.dec, der Decodertyp aber MX640: So findet ihn das "
+                "Decoderfenster nicht.\rEine Kopie unter dem Namen MX640.dec anlegen?"));
+  EXPECT_EQ(read(place("Zimo/herunter.dec")), kDescription);
+  EXPECT_EQ(read(place("Zimo/MX640.dec")), kDescription);
+  prompt_.shown.clear();
+  prompt_.answers = {Answer::Ok, Answer::Yes};
+  import("herunter.dec", kDescription);
+  EXPECT_EQ(prompt_.shown.size(), 1) << "the type is found now";
+}
+
+TEST_F(DecImportTest, ACopyThatNobodyWantsIsNotMade) {
+  import("herunter.dec", kDescription);
+  EXPECT_EQ(prompt_.shown.size(), 2);
+  EXPECT_EQ(read(place("Zimo/MX640.dec")), "missing");
+  EXPECT_EQ(types(), QStringList{"145 MX640"});
+}
+
 TEST_F(DecImportTest, TheFileDialogHasItsTitleAndFilter) {
   import(QString());
   ASSERT_EQ(prompt_.fileQuestions.size(), 1);
