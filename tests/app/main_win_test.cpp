@@ -13,6 +13,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
@@ -485,13 +486,22 @@ TEST_F(MainWinTest, TheSplashStandsOverTheMainWindowForFiveSeconds) {
 
 TEST_F(MainWinTest, LeavingThroughTheMenuKeepsTheSize) {
   startWith(kVehicles);
-  window_->resize(1234, 789);
+  window_->resize(760, 640);
   entry(u"mnuFileQuit")->trigger();
   EXPECT_FALSE(window_->isVisible());
   window_.reset();
   start();
-  EXPECT_EQ(window_->size(), QSize(1234, 789));
-  EXPECT_NEAR(window_->scale().scaleX, 1234.0 / 980, 1e-9);
+  EXPECT_EQ(window_->size(), QSize(760, 640));
+  EXPECT_NEAR(window_->scale().scaleX, 760.0 / 980, 1e-9);
+}
+
+TEST_F(MainWinTest, ASizeThatNoScreenHasIsCutToTheScreen) {
+  QFile file(folder_.file(QStringLiteral("WINDOW.INI")));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write("[Size]\nmain_win=@Size(100000 100000)\n");
+  file.close();
+  startWith(kVehicles);
+  EXPECT_EQ(window_->size(), window_->screen()->availableSize());
 }
 
 TEST_F(MainWinTest, LeavingThroughTheCloseBoxKeepsNoSize) {

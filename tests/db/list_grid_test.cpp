@@ -99,6 +99,7 @@ TEST_F(ListGridTest, DeletingARowThatIsOnlyBegunGivesItUp) {
 
 TEST_F(ListGridTest, DeletingARowStoresTheEditOfAnotherFirst) {
   ASSERT_TRUE(type(0, kSeq, "9"));
+  prompt_.answers = {Answer::Yes};
   EXPECT_TRUE(grid_->deleteRow(1));
   EXPECT_EQ(column(kText), str("III I")) << "the row that was pointed at, wherever it went";
 }

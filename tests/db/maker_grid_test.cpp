@@ -225,8 +225,7 @@ TEST_F(MakerGridTest, AMakerWithTypesIsNotDeleted) {
 }
 
 TEST_F(MakerGridTest, AMakerThatVehiclesNameIsDeletedAfterAYesOnly) {
-  const int maker =
-      stored("SELECT DC_MANUF FROM DCMANUFS ORDER BY DC_MANUF_SEQ LIMIT 1 OFFSET 2").toInt();
+  const int maker = stored("SELECT DC_MANUF FROM DCMANUFS WHERE DC_MANUF_TEXT = 'Adler'").toInt();
   base_.run("INSERT INTO LOCO_DAT (DC_ADR, DC_COLL, DC_MANUF) VALUES (3, '', ?)", {maker});
   EXPECT_FALSE(grid_->deleteRow(2));
   EXPECT_TRUE(

@@ -151,7 +151,7 @@ TEST_F(DecImportTest, WithoutANumberTheUserChoosesTheMaker) {
 
 TEST_F(DecImportTest, AnUnknownNumberIsToldBeforeTheChoice) {
   chosen_ = 145;
-  import("x.dec", "[X1]\r\nMANUFACTURER=77\r\n");
+  import("x1.dec", "[X1]\r\nMANUFACTURER=77\r\n");
   EXPECT_EQ(prompt_.shown, (QStringList{str("Decoderhersteller 77 nicht gefunden.\r"
                                             "Bitte passenden Hersteller wählen."),
                                         str("Decodertyp X1 (Hersteller Zimo) anlegen?")}));
