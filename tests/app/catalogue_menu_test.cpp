@@ -33,8 +33,8 @@ class CatalogueMenuTest : public ::testing::Test {
 };
 
 TEST_F(CatalogueMenuTest, ADescriptionWithoutAMakerGoesToTheOneThatIsChosen) {
-  folder_.write(QStringLiteral("neu.dec"), "[NEU1]\r\n");
-  outside_.prompt.fileNames = {folder_.file(QStringLiteral("neu.dec"))};
+  folder_.write(QStringLiteral("neu1.dec"), "[NEU1]\r\n");
+  outside_.prompt.fileNames = {folder_.file(QStringLiteral("neu1.dec"))};
   QMetaObject::invokeMethod(
       qApp,
       [] {
@@ -50,7 +50,7 @@ TEST_F(CatalogueMenuTest, ADescriptionWithoutAMakerGoesToTheOneThatIsChosen) {
   EXPECT_EQ(outside_.prompt.shown.last(),
             QStringLiteral("Decodertyp NEU1 (Hersteller Zimo) anlegen?"));
   EXPECT_TRUE(workbench_.session().catalogue().type(145, QStringLiteral("NEU1")).has_value());
-  EXPECT_EQ(folder_.read(QStringLiteral("Zimo/neu.dec")), "[NEU1]\r\n");
+  EXPECT_EQ(folder_.read(QStringLiteral("Zimo/neu1.dec")), "[NEU1]\r\n");
 }
 
 TEST_F(CatalogueMenuTest, TheCatalogueIsBroughtUpToDate) {

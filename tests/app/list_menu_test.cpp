@@ -91,6 +91,7 @@ TEST_F(ListMenuTest, EachDropDownOffersANewEntryAndKeepsItsText) {
 
 TEST_F(ListMenuTest, ADropDownKeepsATextWhoseEntryWasDeleted) {
   ASSERT_EQ(list("fz_era")->currentText(), QStringLiteral("II"));
+  outside_.prompt.answers = {Answer::Yes};
   use("mnuEraValues", [](QDialog& dialog) {
     auto* grid = dialog.findChild<QTableView*>(QStringLiteral("DBGrid1"));
     grid->setCurrentIndex(rows(dialog).index(1, 1));
