@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
 namespace lokari {
@@ -66,6 +67,10 @@ class Prompt {
 
   /// Shows a modal box and returns the index of the chosen answer.
   virtual int choose(const Choice& choice) = 0;
+
+  /// Shows `text` with Abbruch until `done`, which is asked a few times a second, returns true.
+  /// False when the user gave up. What `done` throws passes through, with the box closed.
+  virtual bool waitUntil(const QString& text, const std::function<bool()>& done) = 0;
 
   /// The chosen file's full path, or an empty text when the user cancelled.
   virtual QString openFile(const FileQuestion& question) = 0;

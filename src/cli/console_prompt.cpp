@@ -1,10 +1,16 @@
 #include "cli/console_prompt.h"
 
+#include <QDeadlineTimer>
+#include <QThread>
+
 #include "cli/console.h"
 
 namespace lokari {
 
 namespace {
+
+constexpr std::chrono::seconds kPatience(30);
+constexpr int kAskAgainMs = 300;
 
 /// On a terminal a carriage return would write one line over another.
 QString terminalText(const QString& text, const QString& more) {
@@ -40,6 +46,15 @@ int ConsolePrompt::choose(const Choice& choice) {
   console_.message(
       QStringLiteral("%1 [%2]").arg(terminalText(choice.text, choice.more), caption.remove(u'&')));
   return answer;
+}
+
+bool ConsolePrompt::waitUntil(const QString& text, const std::function<bool()>& done) {
+  console_.message(oneLine(text, {}));
+  for (QDeadlineTimer limit(kPatience); !limit.hasExpired();) {
+    if (done()) return true;
+    QThread::msleep(kAskAgainMs);
+  }
+  return false;
 }
 
 QString ConsolePrompt::openFile(const FileQuestion&) {

@@ -15,6 +15,8 @@ class ConsolePrompt final : public Prompt {
   using Prompt::ask;
   Answer ask(const Box& box) override;
   int choose(const Choice& choice) override;
+  /// Asks for half a minute: a command that nobody watches must end.
+  bool waitUntil(const QString& text, const std::function<bool()>& done) override;
   /// There is nobody to choose a file: cancelled.
   QString openFile(const FileQuestion& question) override;
   QString saveFile(const FileQuestion& question) override;

@@ -22,6 +22,16 @@ int ScriptedPrompt::choose(const Choice& choice) {
   return answer;
 }
 
+bool ScriptedPrompt::waitUntil(const QString& text, const std::function<bool()>& done) {
+  shown << text;
+  below << QString();
+  for (int times = 0; times < patience; ++times) {
+    if (meanwhile) meanwhile();
+    if (done()) return true;
+  }
+  return false;
+}
+
 QString ScriptedPrompt::nextFile(const FileQuestion& question) {
   fileQuestions << question;
   if (fileNames.empty()) return {};

@@ -14,6 +14,7 @@ class ScriptedPrompt final : public Prompt {
   using Prompt::ask;
   Answer ask(const Box& box) override;
   int choose(const Choice& choice) override;
+  bool waitUntil(const QString& text, const std::function<bool()>& done) override;
   QString openFile(const FileQuestion& question) override;
   QString saveFile(const FileQuestion& question) override;
   void beep() override { ++beeps; }
@@ -23,6 +24,9 @@ class ScriptedPrompt final : public Prompt {
   std::deque<Answer> answers;
   /// Indexes for the next choices, in their order. Choices beyond them get their safe answer.
   std::deque<int> choices;
+  /// How often a wait asks before the user gives it up; what happens ahead of each asking.
+  int patience = 0;
+  std::function<void()> meanwhile;
   /// File names for the next file dialogs; beyond them the user cancels.
   std::deque<QString> fileNames;
 

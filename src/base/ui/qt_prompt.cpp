@@ -4,7 +4,9 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTimer>
 
+#include <exception>
 #include <memory>
 
 #include "base/paths.h"
@@ -36,6 +38,8 @@ QMessageBox::Icon boxIcon(Icon icon) {
   }
   return QMessageBox::NoIcon;
 }
+
+constexpr int kAskAgainMs = 300;
 
 /// What each kind of box offers; the first answer is the one of the Enter key, the last one that
 /// of a closed box.
@@ -158,6 +162,29 @@ int QtPrompt::choose(const Choice& choice) {
                         i == choice.safe ? QMessageBox::RejectRole : QMessageBox::AcceptRole};
   }
   return runBox(choice.icon, {}, choice.text, choice.more, captions, choice.safe, choice.safe);
+}
+
+bool QtPrompt::waitUntil(const QString& text, const std::function<bool()>& done) {
+  QMessageBox box(QMessageBox::Information, QString::fromUtf16(kTitle), withLineFeeds(text),
+                  QMessageBox::NoButton, windowInFront());
+  box.setTextFormat(Qt::PlainText);
+  box.setEscapeButton(box.addButton(QStringLiteral("Abbruch"), QMessageBox::RejectRole));
+  bool finished = false;
+  // An exception must not cross the event loop.
+  std::exception_ptr failure;
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, &box, [&] {
+    try {
+      finished = done();
+    } catch (...) {
+      failure = std::current_exception();
+    }
+    if (finished || failure) box.done(0);
+  });
+  timer.start(kAskAgainMs);
+  box.exec();
+  if (failure) std::rethrow_exception(failure);
+  return finished;
 }
 
 QString QtPrompt::openFile(const FileQuestion& question) {

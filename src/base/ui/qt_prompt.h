@@ -14,6 +14,7 @@ class QtPrompt final : public Prompt {
   using Prompt::ask;
   Answer ask(const Box& box) override;
   int choose(const Choice& choice) override;
+  bool waitUntil(const QString& text, const std::function<bool()>& done) override;
   /// Takes a name that is typed without its extension; such a file need not exist.
   QString openFile(const FileQuestion& question) override;
   /// Does not ask before a file is overwritten; the callers have rules of their own.
