@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "base/numbers.h"
+#include "db/foreign_changes.h"
 #include "db/storage_error.h"
 
 namespace lokari {
@@ -35,9 +36,9 @@ Range rangeOf(ColumnType type) {
 }
 
 [[noreturn]] void notNumeric(const ColumnInfo& column, const QString& text) {
-  throw StorageError(
-      storage_error::kNotNumeric,
-      QStringLiteral("\"%1\" ist kein gültiger Wert für das Feld %2.").arg(text, column.name));
+  throw StorageError(storage_error::kNotNumeric,
+                     QStringLiteral("\"%1\" ist kein gültiger Wert für das Feld %2.")
+                         .arg(text, captionOf(column.name)));
 }
 
 QVariant textValue(const ColumnInfo& column, const QString& text) {
@@ -45,7 +46,7 @@ QVariant textValue(const ColumnInfo& column, const QString& text) {
     throw StorageError(
         storage_error::kTooLong,
         QStringLiteral("Der Text ist zu lang für das Feld %1 (höchstens %2 Zeichen).")
-            .arg(column.name)
+            .arg(captionOf(column.name))
             .arg(column.size));
   }
   // A null QString would be stored as Null, which an empty text is not.

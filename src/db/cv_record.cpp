@@ -25,6 +25,15 @@ QByteArray chkCVVar(const QVariant& field) {
   return target;
 }
 
+QStringList cvRecordColumns() {
+  QStringList columns;
+  for (const CvColumns& set : kCvColumns) {
+    columns << name(set.values) << name(set.marks) << name(set.name);
+  }
+  return columns << QStringLiteral("DC_MANUF") << QStringLiteral("DC_DECODER")
+                 << QStringLiteral("DC_DEC_VER");
+}
+
 void loadCvRecord(RecordSet& records, CvRecord& record) {
   CvRecord loaded;
   for (size_t set = 0; set < kCvSetCount; ++set) {

@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 
 #include <array>
@@ -50,6 +51,9 @@ inline constexpr std::array<CvColumns, kCvSetCount> kCvColumns{{
 }};
 
 class RecordSet;
+
+/// The columns that loadCvRecord() reads.
+QStringList cvRecordColumns();
 
 /// Reads the working copy from the current record. Throws StorageError; `record` is then as it was.
 void loadCvRecord(RecordSet& records, CvRecord& record);

@@ -28,6 +28,9 @@ constexpr EngineFault kEngineFaults[] = {
     {1299, storage_error::kNullField, u"Ein Feld, das einen Wert haben muss, ist leer."},
     {5, storage_error::kLocked, u"Die Datenbank wird gerade von einem anderen Programm benutzt."},
     {6, storage_error::kLocked, u"Die Datenbank wird gerade von einem anderen Programm benutzt."},
+    {1032, storage_error::kFileMoved,
+     u"Die Datenbankdatei liegt nicht mehr an ihrem Platz: Sie wurde gelöscht, umbenannt oder "
+     u"ersetzt."},
     {8, storage_error::kReadOnly, u"Die Datenbank ist schreibgeschützt."},
     {10, storage_error::kMediumFailed,
      u"Die Datenbankdatei kann nicht gelesen oder geschrieben werden."},
@@ -183,6 +186,19 @@ qint64 Database::write(const QString& statement, const QVariantList& values) {
   QSqlQuery query(QSqlDatabase::database(writerName_, false));
   run(query, statement, values);
   return query.lastInsertId().toLongLong();
+}
+
+void Database::changeRow(const QString& statement, const QVariantList& values) {
+  QSqlQuery query(QSqlDatabase::database(writerName_, false));
+  run(query, statement, values);
+  if (query.numRowsAffected() == 0) throw recordDeleted();
+}
+
+void Database::setPatience(int ms) {
+  for (const QString& name : {readerName_, writerName_}) {
+    QSqlQuery query(QSqlDatabase::database(name, false));
+    run(query, QStringLiteral("PRAGMA busy_timeout = %1").arg(ms), {});
+  }
 }
 
 void Database::transaction(const std::function<void()>& work) {

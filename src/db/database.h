@@ -51,11 +51,21 @@ class Database {
   /// Throws StorageError; nothing has changed then.
   qint64 write(const QString& statement, const QVariantList& values);
 
+  /// The same for a statement that changes or deletes one row. Throws kRecordDeleted when there is
+  /// no such row any more.
+  void changeRow(const QString& statement, const QVariantList& values);
+
   /// Runs `work` as one transaction: what it writes is on disk when this returns, all of it, and
   /// nothing of it when `work` throws or the storage fails. Reading within it sees what was
   /// written. Throws StorageError, and what `work` throws. A transaction within another is a
   /// programming error: std::logic_error.
   void transaction(const std::function<void()>& work);
+
+  /// How long, in milliseconds, a file that another program holds is waited for from now on.
+  void setPatience(int ms);
+
+  /// True within transaction().
+  bool inTransaction() const { return inTransaction_; }
 
   /// Runs a query in the system's query language (see jet_sql.h). "*" reads whole rows, their
   /// arrays and pictures included: a list names its columns. Throws StorageError.

@@ -26,6 +26,9 @@ inline constexpr Name kPicLink{u"butPicLink"};
 inline constexpr Name kPicDel{u"butPicDel"};
 inline constexpr Name kInsert{u"mnuEditInsert"};
 
+inline constexpr Name kUndo{u"butUndo"};
+inline constexpr Name kUndoEntry{u"mnuEditUndo"};
+
 inline constexpr Name kPictureColumn{u"MD_PIC"};
 inline constexpr Name kNewRecord{u"neuer Satz"};
 

@@ -33,6 +33,8 @@ RecordForm::RecordForm(RecordFormParts parts, QObject* parent)
   addControl(form::kPicLink);
   addControl(form::kPicDel);
   addControl(form::kInsert, false);
+  addControl(form::kUndoEntry, false);
+  addControl(form::kUndo, true, false);
   for (const form::Name& control : {form::kOk, form::kCancel, form::kFilter}) {
     addControl(control, true, false);
   }
@@ -109,6 +111,7 @@ void RecordForm::bind(Database& database, RecordSet records) {
   sqlFilter.clear();
   reportFilter.clear();
   emit filteredChanged(false);
+  rememberDeleted({}, 0);
   browse();
   for (const ReferenceList& list : referenceLists()) refreshList(name(list.control));
   show();
@@ -123,12 +126,12 @@ void RecordForm::requery(const QString& query) {
 }
 
 // The controls take the record's values, then the display follows.
-void RecordForm::show() {
+void RecordForm::show(Beside beside) {
   const bool kept = std::exchange(loadingRecord, true);
   noteStored();
   loaded_ = true;
   fillBound();
-  reposition();
+  reposition(beside);
   loadingRecord = kept;
   emit recordShown();
 }
@@ -155,12 +158,12 @@ void RecordForm::fillBound() {
   setPicture(picture);
 }
 
-void RecordForm::reposition() {
+void RecordForm::reposition(Beside beside) {
   recordDirty = false;
   if (records_.position() >= 0) {
     if (records_.editMode() != EditMode::None && !Update()) return;
     recordDirty = false;
-    showRecord();
+    showRecord(beside);
     return;
   }
   if (records_.editMode() == EditMode::Add) {
@@ -177,10 +180,10 @@ void RecordForm::reposition() {
     return;
   }
   fillBound();
-  reposition();
+  reposition(beside);
 }
 
-void RecordForm::showRecord() {
+void RecordForm::showRecord(Beside beside) {
   // What could not be read must not look like an empty decoder, which a save would make it.
   CvRecord working;
   if (!loaded_ || !attempt([&] { loadCvRecord(records_, working); })) {
@@ -191,7 +194,7 @@ void RecordForm::showRecord() {
   updComboFields();
   setText(form::kNavigator, QStringLiteral("Satz ") + printed(records_.position() + 1) +
                                 QStringLiteral(" von ") + printed(records_.count()));
-  if (!loaded_) return;
+  if (!loaded_ || beside == Beside::Kept) return;
   showMaker();
   refreshList(form::kCollection);
 }

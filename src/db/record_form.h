@@ -20,6 +20,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "db/cv_record.h"
 #include "db/record_set.h"
@@ -84,6 +85,8 @@ class RecordForm : public QObject {
   int typeOption() const { return typeOption_; }
   /// True while a filter is on: the navigator has the colour of tool tips.
   bool isFiltered() const { return !sqlFilter.isEmpty(); }
+  /// The record on show has changes of the user that are not on disk.
+  bool isUnsaved() const { return unsaved_; }
 
   // ---- State ------------------------------------------------------------------------------------
 
@@ -140,8 +143,12 @@ class RecordForm : public QObject {
   void goTo(const Bookmark& bookmark);
   /// Stores the record if it is being edited; a new one is then on show in browsing mode. A blank
   /// record that nobody touched stays what it is, and a query form is left. False when the record
-  /// was not valid or the storage refused it; a message was shown.
+  /// was not valid, or the storage refused it and the user goes on editing; a message was shown.
+  /// Where he gives the edit up instead, the record is on show as it was.
   bool storeEdit();
+  /// The same for an edit that is valid and for no other: nothing is asked about an edit that is
+  /// not finished. True when nothing is left to store.
+  bool storeIfValid();
   /// Stores what is pending and closes the record set, for shutdown. False when it could not be
   /// stored: then everything stays as it is.
   bool close();
@@ -151,6 +158,11 @@ class RecordForm : public QObject {
   void butNew();
   void butDelete();
   void butCancel();
+  /// Gives the edit of the record on show up, or the blank record behind the last one. A change of
+  /// more than one field is asked about.
+  void giveUp();
+  /// Puts the record back that butDelete() took last. Possible until another one is stored.
+  void butUndo();
   /// Confirms the new record, or finds what the query form asks for.
   void butOK();
   /// Makes the form a query form: blank, its buttons those of the search. A pending edit is stored
@@ -167,8 +179,8 @@ class RecordForm : public QObject {
 
   /// The database on show, or nullptr.
   Database* database() const { return database_; }
-  /// The CV sets on disk have changed beside the form: the working copy takes them anew. What a
-  /// pending edit holds of them stays.
+  /// The CV sets on disk may have changed beside the form: the working copy takes them anew. What
+  /// a pending edit holds of them stays.
   void refreshCvSets();
 
   /// Empties the working copy.
@@ -206,6 +218,7 @@ class RecordForm : public QObject {
   void pictureChanged();
   void typeOptionChanged(int option);
   void filteredChanged(bool on);
+  void unsavedChanged(bool unsaved);
   /// Give the control the focus; with `selectAll` its whole text is selected as well.
   void focusWanted(const QString& control, bool selectAll);
   /// Select the whole text of the control.
@@ -233,10 +246,12 @@ class RecordForm : public QObject {
   void setList(const QString& control, const QStringList& entries);
 
   // Showing.
-  void show();
+  /// What is looked up beside the record: the maker's name and the collections.
+  enum class Beside { Anew, Kept };
+  void show(Beside beside = Beside::Anew);
   void fillBound();
-  void reposition();
-  void showRecord();
+  void reposition(Beside beside);
+  void showRecord(Beside beside);
   void showMaker();
   void showBlank();
   void updComboFields();
@@ -251,15 +266,32 @@ class RecordForm : public QObject {
 
   // Leaving.
   bool validate(FormAction action);
+  int faultOnShow() const;
   bool leave(FormAction action);
-  bool store();
-  bool storeTakenPicture();
+  /// On a way out, an edit that the storage refuses may be given up.
+  enum class Way { Out, Stay };
+  enum class Stored { Yes, GivenUp, No };
+  Stored store(Way way);
+  void write(bool over);
+  Stored refused(const StorageError& error, Way way);
+  Stored storePending();
+  /// What is stored where another program changed the record under the edit.
+  enum class Foreign { Overwrite, Take, Neither };
+  Foreign askAboutChange(const RecordChanged& changed);
+  void dropEdit();
+  /// The collection of the edit holds the address already.
+  bool isTaken() const;
+  Stored storeTakenPicture(Way way);
   bool isUntouchedBlank() const;
   void nameCollection();
   void showAdded();
   bool Update();
   void noteStored();
+  void noteUnsaved();
   bool attempt(const std::function<void()>& operation);
+  void whileLocked(const std::function<void()>& operation);
+  void tell(const QString& text);
+  void noteFailure(const StorageError& error);
   void report(const StorageError& error);
 
   // Modes.
@@ -269,6 +301,7 @@ class RecordForm : public QObject {
   void findFirst(const QString& condition, const Bookmark& lastPlace);
   void filterBy(const QString& condition, const QString& selection);
   void deleteRecord();
+  void rememberDeleted(std::optional<RowValues> row, int position);
 
   RecordFormParts parts_;
   Database* database_ = nullptr;
@@ -281,9 +314,17 @@ class RecordForm : public QObject {
   QSet<QString> changed_;  // controls that were changed since the record was shown or stored
   bool typed_ = false;     // by the user, that is
   bool pictureChanged_ = false;
+  bool unsaved_ = false;
+  bool collectionTaken_ = false;  // the collection that is being typed has the address already
+  bool telling_ = false;          // a box of this form is open
   QByteArray picture_;
   int typeOption_ = 0;
   std::unique_ptr<FormClipboard> clipboard_;
+  struct Deleted {
+    RowValues row;
+    int position = 0;
+  };
+  std::optional<Deleted> deleted_;
 };
 
 }  // namespace lokari

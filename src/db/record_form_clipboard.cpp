@@ -84,6 +84,7 @@ void RecordForm::mnuEditInsert() {
   if (working_.recManuf == 0) working_.recDecoder.clear();
   if (!attempt([this] { assignCvRecord(records_, working_); })) return;
   changed_.insert(form::kShortName);
+  noteUnsaved();
 }
 
 void RecordForm::pasteText(const QString& control, const QString& text) {
@@ -118,6 +119,7 @@ void RecordForm::butPicLink() {
   setPicture(data);
   pictureChanged_ = true;
   typed_ = true;
+  noteUnsaved();
 }
 
 void RecordForm::butPicDel() {
@@ -125,6 +127,7 @@ void RecordForm::butPicDel() {
   setPicture(QByteArray());
   pictureChanged_ = true;
   typed_ = true;
+  noteUnsaved();
 }
 
 }  // namespace lokari

@@ -1,4 +1,6 @@
 // New record, confirm, cancel, delete, and the way to the decoder window and back.
+#include <utility>
+
 #include "base/numbers.h"
 #include "base/prompt.h"
 #include "db/database.h"
@@ -79,6 +81,7 @@ void RecordForm::browse() {
   setEnabled(form::drivingButtons() + form::menuEntries(), true);
   if (!savedOkCaption.isEmpty()) setText(form::kOk, savedOkCaption);
   savedOkCaption.clear();
+  noteUnsaved();
 }
 
 void RecordForm::butDelete() {
@@ -98,17 +101,69 @@ void RecordForm::butDelete() {
 
 void RecordForm::deleteRecord() {
   validate(FormAction::Remove);
+  const int place = position();
   try {
+    std::optional<RowValues> row = records_.row();
     records_.Delete();
     noteStored();
+    rememberDeleted(std::move(row), place);
     if (!records_.EOF_()) records_.MoveNext();
     if (position() < 0 && !records_.BOF()) records_.MovePrevious();
   } catch (const StorageError&) {
     // What could not be deleted is still there and still on show.
     return;
   }
-  show();
+  if (position() < 0 && isFiltered()) {
+    // Nothing is left of the filter; there may be other vehicles.
+    attempt([this] { filterBy(QString(), QString()); });
+  } else {
+    show();
+  }
   if (position() < 0) butNew();
+}
+
+void RecordForm::rememberDeleted(std::optional<RowValues> row, int position) {
+  deleted_.reset();
+  if (row) deleted_ = Deleted{std::move(*row), position};
+  setVisible({form::kUndo}, deleted_.has_value());
+  setEnabled({form::kUndoEntry}, deleted_.has_value());
+}
+
+void RecordForm::butUndo() {
+  if (!deleted_) return;
+  // Storing the edit in hand would forget what is to be put back.
+  const Deleted deleted = *deleted_;
+  if (!isUntouchedBlank() && !storeEdit()) return;
+  browse();
+  if (!attempt([&] { records_.restore(deleted.row, deleted.position); })) {
+    show();
+    return;
+  }
+  noteStored();
+  rememberDeleted({}, 0);
+  show();
+}
+
+void RecordForm::giveUp() {
+  if (isSearching() || !savedOkCaption.isEmpty()) {
+    butCancel();
+    return;
+  }
+  if (!isUnsaved()) return;
+  const QSet<QString> fields = changed_;
+  if (fields.size() + (pictureChanged_ ? 1 : 0) > 1 &&
+      parts_.prompt.choose(
+          {.text = QStringLiteral("Eingaben zu diesem Datensatz verwerfen?"),
+           .more = QStringLiteral("Es sind mehrere Felder geändert."),
+           .answers = {QStringLiteral("&Verwerfen"), QStringLiteral("&Weiter bearbeiten")},
+           .safe = 1}) != 0) {
+    return;
+  }
+  // A blank record stands behind the last one.
+  const bool blank = editMode() == EditMode::Add;
+  dropEdit();
+  if (blank) records_.MoveLast();
+  show();
 }
 
 bool RecordForm::prepareProgramming() {
@@ -133,7 +188,10 @@ bool RecordForm::prepareProgramming() {
 
 void RecordForm::refreshCvSets() {
   if (position() < 0 || editMode() == EditMode::Add || !loaded_) return;
-  loaded_ = attempt([this] { loadCvRecord(records_, working_); });
+  loaded_ = attempt([this] {
+    records_.reread(cvRecordColumns());
+    loadCvRecord(records_, working_);
+  });
 }
 
 void RecordForm::storeProgrammed(const CvRecord& record, const QString& address,
@@ -149,11 +207,14 @@ void RecordForm::storeProgrammed(const CvRecord& record, const QString& address,
   recordDirty = true;
   typed_ = true;
   changed_.insert(form::kShortName);
+  noteUnsaved();
 }
 
 void RecordForm::takeCvValues(int set, const QByteArray& values) {
   const auto place = static_cast<size_t>(set - 1);
   working_.recCvValues[place] = values;
+  // The file has them already: they are nobody else's change.
+  attempt([&] { records_.reread({QString::fromUtf16(kCvColumns[place].values)}); });
   if (editMode() != EditMode::Edit) return;
   attempt([&] { records_.setValue(QString::fromUtf16(kCvColumns[place].values), values); });
 }

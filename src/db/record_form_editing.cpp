@@ -1,9 +1,14 @@
 // The user's changes: how an edit begins, what is checked, how a record is stored and left.
+#include <QScopeGuard>
+#include <QScopedValueRollback>
+
+#include <array>
 #include <cmath>
 
 #include "base/numbers.h"
 #include "base/prompt.h"
 #include "db/database.h"
+#include "db/foreign_changes.h"
 #include "db/form_clipboard.h"
 #include "db/form_fields.h"
 #include "db/form_names.h"
@@ -34,6 +39,7 @@ void RecordForm::edited(const QString& control, const QString& text) {
   if (loadingRecord) return;
   typed_ = true;
   textEdited(control);
+  noteUnsaved();
 }
 
 // A text that the program sets in the way of the user: the control's change is handled.
@@ -65,6 +71,7 @@ void RecordForm::textEdited(const QString& control) {
 void RecordForm::clickType(int type) {
   typed_ = true;
   changeText(form::kType, QString::number(type));
+  noteUnsaved();
 }
 
 bool RecordForm::takesKey(const QString& control, QChar key) {
@@ -91,6 +98,13 @@ void RecordForm::focusGained(const QString& control) {
 }
 
 void RecordForm::focusLost(const QString& control) {
+  // The focus went to a box of this form; a second one would cover it.
+  if (telling_) return;
+  if (control == form::kCollection && collectionTaken_ && editMode() == EditMode::Edit) {
+    collectionTaken_ = false;
+    if (Update()) recordDirty = false;
+    return;
+  }
   const FormField* field = formField(control);
   if (field == nullptr || !field->checkedOnFocusLoss) return;
   const bool address = control == form::kAddress;
@@ -120,6 +134,8 @@ bool RecordForm::chkDbField(const FormField& field) {
 }
 
 void RecordForm::focusBack(const QString& control, const QString& message) {
+  // Whatever loses the focus to this field is not checked meanwhile.
+  const QScopedValueRollback telling(telling_, true);
   emit focusWanted(control, true);
   parts_.prompt.message(message);
 }
@@ -141,8 +157,24 @@ void RecordForm::chngComboField(const FormField& field) {
   if (editMode() == EditMode::None) return;
   const QString value = text(name(field.control));
   if (!attempt([&] { records_.setValue(name(field.column), value); })) return;
+  if (editMode() != EditMode::Edit) return;
+  if (field.control == QStringView(u"dc_coll")) {
+    // A collection is stored with every key. One that has the address already may be on the way to
+    // one that has not: the message waits until the field is left.
+    collectionTaken_ = attempt([this] { writeControls(); }) && isTaken();
+    if (collectionTaken_) return;
+  }
   // Stored: the next change is the first one again.
-  if (editMode() == EditMode::Edit && Update()) recordDirty = false;
+  if (Update()) recordDirty = false;
+}
+
+bool RecordForm::isTaken() const {
+  try {
+    return records_.isTaken();
+  } catch (const StorageError&) {
+    // Storing meets the same failure and tells it.
+    return false;
+  }
 }
 
 bool RecordForm::beginEdit() {
@@ -173,6 +205,15 @@ void RecordForm::noteStored() {
   changed_.clear();
   typed_ = false;
   pictureChanged_ = false;
+  collectionTaken_ = false;
+  noteUnsaved();
+}
+
+void RecordForm::noteUnsaved() {
+  const bool touched = typed_ || pictureChanged_;
+  const bool unsaved =
+      touched && !isSearching() && (editMode() != EditMode::None || pictureChanged_);
+  if (std::exchange(unsaved_, unsaved) != unsaved) emit unsavedChanged(unsaved);
 }
 
 // ---- Storing and leaving
@@ -182,37 +223,107 @@ bool RecordForm::validate(FormAction action) {
   validateFail = 0;
   if (std::exchange(skipValidate, false)) return true;
   if (action == FormAction::Remove || action >= FormAction::Close) return true;
-  if (records_.count() < 1 || position() < 0) return true;
+  // A blank record passes for as long as nobody made something of it.
+  if ((records_.count() < 1 || position() < 0) && !typed_) return true;
   const bool save = !changed_.isEmpty() || pictureChanged_;
   if (editMode() == EditMode::None || !save) return true;
-  if (!isAddress(std::nearbyint(numericPrefix(text(form::kAddress))))) {
-    parts_.prompt.message(QStringLiteral("Adresse ungültig"));
-    validateFail = 1;
+  validateFail = faultOnShow();
+  if (validateFail == 1) {
+    tell(QStringLiteral("Adresse ungültig"));
     emit focusWanted(form::kAddress, false);
-  } else if (text(form::kShortName).isEmpty()) {
-    parts_.prompt.message(QStringLiteral("Kurzbezeichnung muß eingegeben werden"));
-    validateFail = 2;
+  } else if (validateFail == 2) {
+    tell(QStringLiteral("Kurzbezeichnung muß eingegeben werden"));
     emit focusWanted(form::kShortName, false);
   }
   return validateFail == 0;
 }
 
-bool RecordForm::Update() {
-  return validate(FormAction::Store) && store();
+int RecordForm::faultOnShow() const {
+  if (!isAddress(std::nearbyint(numericPrefix(text(form::kAddress))))) return 1;
+  return text(form::kShortName).isEmpty() ? 2 : 0;
 }
 
-bool RecordForm::store() {
-  return attempt([this] {
-    // The blank record behind the last one is only stored when the user made something of it.
-    if (isUntouchedBlank()) {
-      records_.CancelUpdate();
-    } else {
-      writeControls();
-      if (editMode() == EditMode::Add) nameCollection();
-      records_.Update();
+bool RecordForm::Update() {
+  return validate(FormAction::Store) && store(Way::Stay) == Stored::Yes;
+}
+
+RecordForm::Stored RecordForm::store(Way way) {
+  for (bool over = false;;) {
+    try {
+      whileLocked([&] { write(over); });
+      // The other program's fields were not on show yet.
+      if (over) show();
+      return Stored::Yes;
+    } catch (const RecordChanged& changed) {
+      switch (askAboutChange(changed)) {
+        case Foreign::Overwrite:
+          over = true;
+          break;
+        case Foreign::Take:
+          records_.reread();
+          dropEdit();
+          if (way == Way::Stay) show();
+          return Stored::GivenUp;
+        case Foreign::Neither:
+          return Stored::No;
+      }
+    } catch (const StorageError& error) {
+      return refused(error, way);
     }
-    noteStored();
-  });
+  }
+}
+
+void RecordForm::write(bool over) {
+  // The blank record behind the last one is only stored when the user made something of it.
+  if (isUntouchedBlank()) {
+    records_.CancelUpdate();
+  } else {
+    writeControls();
+    if (editMode() == EditMode::Add) nameCollection();
+    over ? records_.overwrite() : records_.Update();
+    rememberDeleted({}, 0);
+  }
+  noteStored();
+}
+
+RecordForm::Stored RecordForm::refused(const StorageError& error, Way way) {
+  noteFailure(error);
+  if (way == Way::Stay) {
+    tell(storageMessage_);
+    return Stored::No;
+  }
+  const QScopedValueRollback telling(telling_, true);
+  const int answer = parts_.prompt.choose(
+      {.text = storageMessage_,
+       .more = QStringLiteral("Die Eingaben zu Adresse %1 \"%2\" sind nicht gespeichert. Wer sie "
+                              "verwirft, kann den Datensatz verlassen.")
+                   .arg(text(form::kAddress), text(form::kShortName)),
+       .answers = {QStringLiteral("Eingaben &verwerfen"), QStringLiteral("&Weiter bearbeiten")},
+       .safe = 1,
+       .icon = Icon::Warning});
+  if (answer != 0) return Stored::No;
+  dropEdit();
+  return Stored::GivenUp;
+}
+
+RecordForm::Foreign RecordForm::askAboutChange(const RecordChanged& changed) {
+  const QScopedValueRollback telling(telling_, true);
+  const int answer = parts_.prompt.choose(
+      {.text = changed.text(),
+       .more = foreignChanges(records_, changed.stored()),
+       .answers = {QStringLiteral("&Meine Eingaben speichern"),
+                   QStringLiteral("Stand von &dort nehmen"), QStringLiteral("&Weiter bearbeiten")},
+       .safe = 2,
+       .icon = Icon::Warning});
+  constexpr std::array kAnswers{Foreign::Overwrite, Foreign::Take, Foreign::Neither};
+  return kAnswers[static_cast<size_t>(answer)];
+}
+
+// What nobody stored is forgotten; what is on show stays until it is shown anew.
+void RecordForm::dropEdit() {
+  records_.CancelUpdate();
+  noteStored();
+  recordDirty = false;
 }
 
 bool RecordForm::isUntouchedBlank() const {
@@ -227,20 +338,20 @@ void RecordForm::nameCollection() {
 }
 
 // A picture is taken away without an edit, and goes with the record when it is left.
-bool RecordForm::storeTakenPicture() {
-  if (!pictureChanged_ || position() < 0 || !records_.isOpen()) return true;
+RecordForm::Stored RecordForm::storeTakenPicture(Way way) {
+  if (!pictureChanged_ || position() < 0 || !records_.isOpen()) return Stored::Yes;
   changed_.clear();
-  return beginEdit() && store();
+  return beginEdit() ? store(way) : Stored::No;
 }
 
 bool RecordForm::leave(FormAction action) {
   if (!validate(action)) return false;
-  if (editMode() == EditMode::None) return storeTakenPicture();
+  if (editMode() == EditMode::None) return storeTakenPicture(Way::Out) != Stored::No;
   if (changed_.isEmpty() && !pictureChanged_ && editMode() == EditMode::Edit) {
     records_.CancelUpdate();
     return true;
   }
-  return store();
+  return store(Way::Out) != Stored::No;
 }
 
 bool RecordForm::storeEdit() {
@@ -248,14 +359,34 @@ bool RecordForm::storeEdit() {
     dropBlank();
     return true;
   }
-  if (isUntouchedBlank()) return true;
   const bool added = editMode() == EditMode::Add;
-  if (editMode() != EditMode::None && !Update()) return false;
-  if (!storeTakenPicture()) return false;
-  recordDirty = false;
-  // The texts on show are those of the new record: it has to be the current one.
-  if (added) showAdded();
-  return true;
+  const Stored stored = storePending();
+  if (stored == Stored::GivenUp) {
+    // The file may not be there any more: only what was read of the record is shown.
+    browse();
+    show(Beside::Kept);
+  } else if (stored == Stored::Yes && added && editMode() == EditMode::None) {
+    // The texts on show are those of the new record: it has to be the current one.
+    showAdded();
+  }
+  return stored != Stored::No;
+}
+
+RecordForm::Stored RecordForm::storePending() {
+  if (isUntouchedBlank()) return Stored::Yes;
+  if (editMode() != EditMode::None) {
+    if (!validate(FormAction::Store)) return Stored::No;
+    if (const Stored stored = store(Way::Out); stored != Stored::Yes) return stored;
+  }
+  const Stored picture = storeTakenPicture(Way::Out);
+  if (picture == Stored::Yes) recordDirty = false;
+  return picture;
+}
+
+bool RecordForm::storeIfValid() {
+  if (isSearching() || isUntouchedBlank()) return true;
+  if (editMode() != EditMode::None && faultOnShow() != 0) return false;
+  return storeEdit();
 }
 
 void RecordForm::showAdded() {
@@ -265,14 +396,15 @@ void RecordForm::showAdded() {
 }
 
 bool RecordForm::close() {
-  if (!storeEdit()) return false;
+  // A record that is given up needs no showing: everything closes behind it.
+  if (!isSearching() && storePending() == Stored::No) return false;
   records_.close();
   return true;
 }
 
 bool RecordForm::attempt(const std::function<void()>& operation) {
   try {
-    operation();
+    whileLocked(operation);
     return true;
   } catch (const StorageError& error) {
     report(error);
@@ -280,11 +412,44 @@ bool RecordForm::attempt(const std::function<void()>& operation) {
   }
 }
 
-void RecordForm::report(const StorageError& error) {
+// A file that another program holds is free again in a moment, as a rule.
+void RecordForm::whileLocked(const std::function<void()>& operation) {
+  try {
+    operation();
+  } catch (const StorageError& error) {
+    if (error.code() != storage_error::kLocked || database_ == nullptr) throw;
+    const QScopedValueRollback telling(telling_, true);
+    // Windows live on while the file is asked for again.
+    database_->setPatience(0);
+    const auto patience = qScopeGuard([this] { database_->setPatience(kLockPatience); });
+    const bool done = parts_.prompt.waitUntil(
+        error.text() + QStringLiteral("\nEs wird gewartet, bis sie frei ist ..."), [&operation] {
+          try {
+            operation();
+            return true;
+          } catch (const StorageError& again) {
+            if (again.code() != storage_error::kLocked) throw;
+            return false;
+          }
+        });
+    if (!done) throw;
+  }
+}
+
+void RecordForm::noteFailure(const StorageError& error) {
   storageMessage_ = error.code() == storage_error::kDuplicateKey
                         ? QStringLiteral("Datensatz mit dieser Adresse bereits vorhanden!")
                         : error.text();
-  parts_.prompt.message(storageMessage_);
+}
+
+void RecordForm::report(const StorageError& error) {
+  noteFailure(error);
+  tell(storageMessage_);
+}
+
+void RecordForm::tell(const QString& text) {
+  const QScopedValueRollback telling(telling_, true);
+  parts_.prompt.message(text);
 }
 
 // ---- The navigator

@@ -16,11 +16,33 @@ QString quoted(const QString& name) {
   return u'"' + name + u'"';
 }
 
+/// The same stored form. Empty text is not Null.
+bool sameStored(const QVariant& one, const QVariant& other) {
+  const auto isNull = [](const QVariant& value) {
+    return value.isNull() || (value.typeId() == QMetaType::QString && value.toString().isNull()) ||
+           (value.typeId() == QMetaType::QByteArray && value.toByteArray().isNull());
+  };
+  if (isNull(one) || isNull(other)) return isNull(one) && isNull(other);
+  if (one.typeId() == QMetaType::QString || other.typeId() == QMetaType::QString) {
+    return one.toString() == other.toString();
+  }
+  if (one.typeId() == QMetaType::QByteArray || other.typeId() == QMetaType::QByteArray) {
+    return one.toByteArray() == other.toByteArray();
+  }
+  return one.toDouble() == other.toDouble();
+}
+
 [[noreturn]] void noRecord() {
   throw StorageError(storage_error::kNoRecord, QStringLiteral("Kein aktueller Datensatz."));
 }
 
 }  // namespace
+
+RecordChanged::RecordChanged(const RowValues& stored)
+    : StorageError(storage_error::kRecordChanged,
+                   QStringLiteral("Der Datensatz wurde inzwischen von einem anderen Programm "
+                                  "geändert.")),
+      stored_(stored) {}
 
 void RecordSet::open(Database& database, const QString& query) {
   const JetSelect select = translateSelect(database.schema(), query);
@@ -108,25 +130,47 @@ void RecordSet::CancelUpdate() {
 }
 
 void RecordSet::Update() {
-  switch (editMode_) {
-    case EditMode::None:
-      throw StorageError(storage_error::kNotEditing,
-                         QStringLiteral("Es wird kein Datensatz bearbeitet."));
-    case EditMode::Add:
-      checkUnique();
-      keys_.push_back(insertRow());
-      // An empty set stood at both ends; it still has no current record.
-      if (count() == 1) bof_ = false;
-      break;
-    case EditMode::Edit:
-      if (!changes_.isEmpty()) {
-        checkUnique();
-        updateRow();
-      }
-      row_.reset();
-      break;
+  storeEdit(false);
+}
+
+void RecordSet::overwrite() {
+  storeEdit(true);
+}
+
+void RecordSet::storeEdit(bool over) {
+  if (editMode_ == EditMode::None) {
+    throw StorageError(storage_error::kNotEditing,
+                       QStringLiteral("Es wird kein Datensatz bearbeitet."));
+  }
+  // Nobody comes between looking at the file and changing it.
+  RowValues written;
+  const auto work = [&] {
+    if (editMode_ == EditMode::Add) {
+      addRow();
+    } else {
+      written = updateRow(over);
+    }
+  };
+  if (editMode_ == EditMode::Edit && changes_.isEmpty()) {
+    // There is nothing to look at and nothing to change.
+  } else if (database_->inTransaction()) {
+    work();
+  } else {
+    database_->transaction(work);
+  }
+  if (editMode_ == EditMode::Add) {
+    keys_.push_back(addedKey_);
+    // An empty set stood at both ends; it still has no current record.
+    if (count() == 1) bof_ = false;
+  } else if (!written.isEmpty()) {
+    row_ = written;
   }
   CancelUpdate();
+}
+
+void RecordSet::addRow() {
+  checkUnique();
+  addedKey_ = insertRow();
 }
 
 qint64 RecordSet::insertRow() {
@@ -146,20 +190,41 @@ qint64 RecordSet::insertRow() {
                           changes_.values());
 }
 
-void RecordSet::updateRow() {
-  QStringList assignments;
-  for (auto change = changes_.cbegin(); change != changes_.cend(); ++change) {
-    assignments.append(quoted(change.key()) + QStringLiteral(" = ?"));
-  }
-  // A row that somebody else deleted is not found again; that must not pass for a stored change.
+RowValues RecordSet::updateRow(bool over) {
+  checkUnique();
   fetch();
-  database_->write(QStringLiteral("UPDATE %1 SET %2 WHERE rowid = ?")
-                       .arg(quoted(table_->name), assignments.join(QStringLiteral(", "))),
-                   changes_.values() << currentKey());
+  const QStringList read = row_->keys();
+  QStringList columns = read;
+  for (auto change = changes_.cbegin(); change != changes_.cend(); ++change) {
+    if (!row_->contains(change.key())) columns.append(change.key());
+  }
+  RowValues now = readRow(columns);
+  RowValues foreign;
+  for (const QString& column : read) {
+    if (!sameStored(now[column], row_->value(column))) foreign.insert(column, now[column]);
+  }
+  if (!foreign.isEmpty() && !over) throw RecordChanged(foreign);
+
+  QStringList assignments;
+  QVariantList values;
+  for (auto change = changes_.cbegin(); change != changes_.cend(); ++change) {
+    if (sameStored(now[change.key()], *change)) continue;
+    assignments.append(quoted(change.key()) + QStringLiteral(" = ?"));
+    values.append(*change);
+  }
+  if (!assignments.isEmpty()) {
+    database_->changeRow(QStringLiteral("UPDATE %1 SET %2 WHERE rowid = ?")
+                             .arg(quoted(table_->name), assignments.join(QStringLiteral(", "))),
+                         values << currentKey());
+  }
+  for (auto change = changes_.cbegin(); change != changes_.cend(); ++change) {
+    now.insert(change.key(), *change);
+  }
+  return now;
 }
 
 // The indexes in the file know no umlauts in another case; this look-up does.
-void RecordSet::checkUnique() const {
+bool RecordSet::isTaken() const {
   for (const QStringList& key : table_->uniqueKeys) {
     // A change beside the key is stored even where another program has made two of a kind.
     const bool touched = std::any_of(key.begin(), key.end(), [this](const QString& name) {
@@ -186,10 +251,15 @@ void RecordSet::checkUnique() const {
     database_->read(QStringLiteral("SELECT 1 FROM %1 WHERE %2 LIMIT 1")
                         .arg(quoted(table_->name), terms.join(QStringLiteral(" AND "))),
                     values, [&taken](const QSqlQuery&) { taken = true; });
-    if (taken) {
-      throw StorageError(storage_error::kDuplicateKey,
-                         QStringLiteral("Diesen Schlüssel gibt es bereits."));
-    }
+    if (taken) return true;
+  }
+  return false;
+}
+
+void RecordSet::checkUnique() const {
+  if (isTaken()) {
+    throw StorageError(storage_error::kDuplicateKey,
+                       QStringLiteral("Diesen Schlüssel gibt es bereits."));
   }
 }
 
@@ -205,50 +275,77 @@ void RecordSet::Delete() {
   eof_ = keys_.empty();
 }
 
+RowValues RecordSet::row() const {
+  QStringList columns;
+  for (const ColumnInfo& info : table_->columns) columns.append(info.name);
+  return readRow(columns);
+}
+
+void RecordSet::restore(const RowValues& row, int position) {
+  if (!isOpen()) noRecord();
+  const QStringList names = row.keys();
+  QStringList columns;
+  QStringList marks;
+  QVariantList values;
+  for (const QString& name : names) {
+    columns.append(quoted(needColumn(name).name));
+    marks.append(QStringLiteral("?"));
+    values.append(row[name]);
+  }
+  const qint64 key =
+      database_->write(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                           .arg(quoted(table_->name), columns.join(u','), marks.join(u',')),
+                       values);
+  const int place = std::clamp(position, 0, count());
+  keys_.insert(keys_.begin() + place, key);
+  go(place);
+}
+
 qint64 RecordSet::currentKey() const {
   if (position_ < 0) noRecord();
   return keys_[static_cast<size_t>(position_)];
 }
 
-void RecordSet::fetch() const {
-  if (row_) return;
+RowValues RecordSet::readRow(const QStringList& columns) const {
   QStringList names;
-  for (const ColumnInfo& info : table_->columns) {
-    if (info.type != ColumnType::Binary) names.append(quoted(info.name));
-  }
+  for (const QString& column : columns) names.append(quoted(column));
+  std::optional<RowValues> result;
   database_->read(QStringLiteral("SELECT %1 FROM %2 WHERE rowid = ?")
                       .arg(names.join(QStringLiteral(", ")), quoted(table_->name)),
-                  {currentKey()}, [this](const QSqlQuery& row) {
-                    row_.emplace();
-                    int at = 0;
-                    for (const ColumnInfo& info : table_->columns) {
-                      if (info.type != ColumnType::Binary) row_->insert(info.name, row.value(at++));
+                  {currentKey()}, [&](const QSqlQuery& row) {
+                    result.emplace();
+                    for (qsizetype i = 0; i < columns.size(); ++i) {
+                      result->insert(columns[i], row.value(static_cast<int>(i)));
                     }
                   });
-  if (!row_) {
-    throw StorageError(storage_error::kRecordDeleted,
-                       QStringLiteral("Der Datensatz wurde gelöscht."));
+  if (!result) throw recordDeleted();
+  return *result;
+}
+
+void RecordSet::fetch() const {
+  if (row_) return;
+  QStringList columns;
+  for (const ColumnInfo& info : table_->columns) {
+    if (info.type != ColumnType::Binary) columns.append(info.name);
   }
+  row_ = readRow(columns);
 }
 
 QVariant RecordSet::stored(const ColumnInfo& column) const {
-  if (column.type != ColumnType::Binary) {
-    fetch();
-    return row_->value(column.name);
+  fetch();
+  auto known = row_->constFind(column.name);
+  if (known == row_->constEnd()) {
+    known = row_->insert(column.name, readRow({column.name}).value(column.name));
   }
-  QVariant result;
-  bool found = false;
-  database_->read(QStringLiteral("SELECT %1 FROM %2 WHERE rowid = ?")
-                      .arg(quoted(column.name), quoted(table_->name)),
-                  {currentKey()}, [&](const QSqlQuery& row) {
-                    result = row.value(0);
-                    found = true;
-                  });
-  if (!found) {
-    throw StorageError(storage_error::kRecordDeleted,
-                       QStringLiteral("Der Datensatz wurde gelöscht."));
+  return *known;
+}
+
+void RecordSet::reread(const QStringList& columns) {
+  if (!row_) return;
+  const RowValues now = readRow(columns);
+  for (auto value = now.cbegin(); value != now.cend(); ++value) {
+    row_->insert(value.key(), value.value());
   }
-  return result;
 }
 
 const ColumnInfo& RecordSet::needColumn(const QString& name) const {

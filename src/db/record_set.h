@@ -3,6 +3,9 @@
 // It keeps the keys of its rows; a row is fetched when it becomes current, a binary column only
 // when it is read. So twenty thousand vehicles cost what twenty do. The set is a snapshot of keys:
 // a record that was added stands at its end until the set is opened again.
+//
+// Other programs may change the same file. The set keeps what it has read of the current row, and
+// an edit is stored only where the row still holds that: see Update().
 #pragma once
 
 #include <QHash>
@@ -21,6 +24,20 @@ enum class EditMode { None = 0, Edit = 1, Add = 2 };
 
 /// A row's key, valid as long as the set is open. Empty when there was no current record.
 using Bookmark = std::optional<qint64>;
+
+/// The values of a row by the names of its columns.
+using RowValues = QHash<QString, QVariant>;
+
+/// Somebody else changed the row that is being edited; nothing was stored, the edit goes on.
+class RecordChanged : public StorageError {
+ public:
+  explicit RecordChanged(const RowValues& stored);
+  /// The columns that were changed, with what is stored in them now.
+  const RowValues& stored() const { return stored_; }
+
+ private:
+  RowValues stored_;
+};
 
 /// Every operation throws StorageError where it says so and where the storage fails. A failed
 /// operation leaves set, position and edit as they were.
@@ -66,18 +83,28 @@ class RecordSet {
   void AddNew();
   /// Begins a change of the current record. Throws kNoRecord. Does nothing in an edit.
   void Edit();
-  /// Stores the edit: only columns that were set are written. After AddNew the record is at the end
-  /// of the set and the position is unchanged. Throws kNotEditing without an edit and kDuplicateKey
-  /// when an index refuses it; the edit then goes on.
+  /// Stores the edit: only columns whose stored form differs are written. After AddNew the record
+  /// is at the end of the set and the position is unchanged. Throws kNotEditing without an edit,
+  /// kDuplicateKey when an index refuses it, kRecordDeleted when the row is gone, and RecordChanged
+  /// when a column that was read from the row holds something else by now; the edit then goes on.
   void Update();
+  /// The same, over what somebody else changed: his columns stay where the edit has none.
+  void overwrite();
   void CancelUpdate();
   /// Deletes the current record. The set then stands between two records: MoveNext goes to the one
-  /// behind, MovePrevious to the one ahead; until then position() is -1.
+  /// behind, MovePrevious to the one ahead; until then position() is -1. A row that somebody else
+  /// has deleted already counts as deleted.
   void Delete();
+  /// All values of the current row, binary ones included, as stored. Throws kRecordDeleted.
+  RowValues row() const;
+  /// Puts a row back that Delete() took: with its number, at its place, as the current one. Drops a
+  /// pending edit. Throws kDuplicateKey when its number or key is in use again.
+  void restore(const RowValues& row, int position);
 
   /// The value of a column: of the edit, else of the current record. Null is a QVariant that
-  /// isNull(); an empty text is not. Throws kNoRecord, kUnknownName, and kRecordDeleted when
-  /// another program deleted the record.
+  /// isNull(); an empty text is not. A column is read once for as long as the record stays the
+  /// current one. Throws kNoRecord, kUnknownName, and kRecordDeleted when another program deleted
+  /// the record.
   QVariant value(const QString& column) const;
   /// value() as a control shows it: empty for Null, numbers by shownNumber().
   QString text(const QString& column) const;
@@ -85,6 +112,16 @@ class RecordSet {
   /// Sets a column of the edit. An invalid QVariant is Null; a text for a numeric column must be a
   /// number. Throws kNotEditing, kUnknownName, kNotNumeric and kTooLong.
   void setValue(const QString& column, const QVariant& value);
+
+  /// Forgets what was read of the current row, an edit apart: the next value() reads it anew. Call
+  /// it after this program has changed the row by another way than this set.
+  void reread() { row_.reset(); }
+  /// The same for some columns.
+  void reread(const QStringList& columns);
+
+  /// Whether another row has what the edit would make a key of this one; without a key that is
+  /// touched, false. Throws StorageError.
+  bool isTaken() const;
 
   /// The columns; only of an open set.
   const TableInfo& table() const { return *table_; }
@@ -95,9 +132,13 @@ class RecordSet {
   qint64 currentKey() const;
   void fetch() const;
   QVariant stored(const ColumnInfo& column) const;
+  void addRow();
   qint64 insertRow();
-  void updateRow();
+  void storeEdit(bool over);
+  /// Returns what the row holds then, of the columns that were read or written.
+  RowValues updateRow(bool over);
   void checkUnique() const;
+  RowValues readRow(const QStringList& columns) const;
 
   Database* database_ = nullptr;
   const TableInfo* table_ = nullptr;
@@ -108,9 +149,10 @@ class RecordSet {
   bool eof_ = true;
   bool noMatch_ = false;
   EditMode editMode_ = EditMode::None;
+  qint64 addedKey_ = 0;
   QMap<QString, QVariant> changes_;  // by the column's name as in the table
-  // The current row without its binary columns, fetched when first asked for.
-  mutable std::optional<QHash<QString, QVariant>> row_;
+  // What was read of the current row: all columns but the binary ones, which are read one by one.
+  mutable std::optional<RowValues> row_;
 };
 
 }  // namespace lokari

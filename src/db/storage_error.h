@@ -19,15 +19,18 @@ inline constexpr int kTooLong = 3163;        ///< the text is longer than its co
 inline constexpr int kNullField = 3314;      ///< a field that must have a value has none
 inline constexpr int kNotNumeric = 3421;     ///< the text is no number, or too large for its column
 inline constexpr int kRecordDeleted = 3167;  ///< the record is gone
-inline constexpr int kReadOnly = 3027;       ///< the file cannot be written
-inline constexpr int kLocked = 3260;         ///< another program holds the file
-inline constexpr int kDiskFull = 3183;       ///< no room for the change
-inline constexpr int kMediumFailed = 3043;   ///< the disk or network fails to read or write
-inline constexpr int kNoDatabase = 3343;     ///< the file is no database of this program
-inline constexpr int kAccessFile = 3345;     ///< the file is a database of Access
-inline constexpr int kNewerFormat = 3344;    ///< the file comes from a newer version
-inline constexpr int kDamaged = 3049;        ///< the file is damaged
-inline constexpr int kOther = 3000;          ///< everything else, with the engine's own words
+inline constexpr int kRecordChanged =
+    3197;                                   ///< somebody else changed the record, see RecordChanged
+inline constexpr int kReadOnly = 3027;      ///< the file cannot be written
+inline constexpr int kLocked = 3260;        ///< another program holds the file
+inline constexpr int kDiskFull = 3183;      ///< no room for the change
+inline constexpr int kMediumFailed = 3043;  ///< the disk or network fails to read or write
+inline constexpr int kFileMoved = 3024;     ///< the open file was deleted, renamed or replaced
+inline constexpr int kNoDatabase = 3343;    ///< the file is no database of this program
+inline constexpr int kAccessFile = 3345;    ///< the file is a database of Access
+inline constexpr int kNewerFormat = 3344;   ///< the file comes from a newer version
+inline constexpr int kDamaged = 3049;       ///< the file is damaged
+inline constexpr int kOther = 3000;         ///< everything else, with the engine's own words
 }  // namespace storage_error
 
 class StorageError : public std::runtime_error {
@@ -42,5 +45,10 @@ class StorageError : public std::runtime_error {
   int code_;
   QString text_;
 };
+
+/// A row that is looked for is not in the file any more.
+inline StorageError recordDeleted() {
+  return {storage_error::kRecordDeleted, QStringLiteral("Der Datensatz wurde gelöscht.")};
+}
 
 }  // namespace lokari
