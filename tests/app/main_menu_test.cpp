@@ -37,12 +37,12 @@ TEST(MainMenu, TheFileMenuHasItsEntries) {
 
 TEST(MainMenu, TheEditMenuHasItsEntries) {
   const MainMenu bar(nullptr);
-  EXPECT_EQ(
-      entriesOf(bar, u"mnuEdit"),
-      QStringList(
-          {QStringLiteral("&Bearbeiten"), QStringLiteral("mnuEditNew &Neu"),
-           QStringLiteral("mnuEditCopy &Kopieren"), QStringLiteral("mnuEditInsert &Einfügen"),
-           QStringLiteral("mnuEditDelete &Löschen"), QStringLiteral("mnuEditFind &Suchen...")}));
+  EXPECT_EQ(entriesOf(bar, u"mnuEdit"),
+            QStringList(
+                {QStringLiteral("&Bearbeiten"), QStringLiteral("mnuEditNew &Neu"),
+                 QStringLiteral("mnuEditCopy &Kopieren"), QStringLiteral("mnuEditInsert &Einfügen"),
+                 QStringLiteral("mnuEditDelete &Löschen"), QStringLiteral("mnuEditFind &Suchen..."),
+                 QStringLiteral("mnuEditUndo Löschen &rückgängig machen")}));
 }
 
 TEST(MainMenu, TheParameterMenuHasItsEntries) {

@@ -11,8 +11,10 @@
 #include "app/ui/qt_desktop.h"
 #include "app/workbench.h"
 #include "base/qt_clock.h"
+#include "base/signal_watch.h"
 #include "base/ui/qt_prompt.h"
 #include "db/access_import.h"
+#include "db/database_session.h"
 #include "link/system_transports.h"
 #include "link/ui/progress_dialog.h"
 
@@ -33,6 +35,7 @@ struct Application::Parts {
   Workbench workbench{{installation.paths, clock, prompt, desktop, transports.transports(),
                        oldFormat, QDBusConnection::sessionBus()}};
   MainWin window{workbench};
+  std::unique_ptr<SignalWatch> watch;
 };
 
 Application::Application(const QString& commandLine)
@@ -47,6 +50,10 @@ bool Application::start() {
   }
   if (!parts_->window.start()) return false;
   parts_->window.show();
+  parts_->watch = std::make_unique<SignalWatch>([this] { parts_->window.endProgram(); });
+  // The session ends with the user: what can be stored is stored now, the windows close behind it.
+  QObject::connect(qApp, &QGuiApplication::commitDataRequest, &parts_->window,
+                   [this] { parts_->workbench.session().form().storeIfValid(); });
   return true;
 }
 

@@ -3,8 +3,10 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QMessageBox>
 #include <QScreen>
 #include <QScrollArea>
+#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -40,6 +42,8 @@ constexpr QSize kDesignSize(980, 590);
 constexpr QPoint kPlace(53, 43);
 constexpr QSize kSmallest(480, 320);
 constexpr QMargins kMargins(10, 6, 10, 8);
+/// Between two looks at the windows that have to close first.
+constexpr int kLookAgainMs = 100;
 
 QString ownName() {
   return QStringLiteral("main_win");
@@ -210,12 +214,37 @@ void MainWin::openDecoderWindow() {
   FrmDecoder frmDecoder(bench, workbench_.link(), workbench_.clock(), pictures_, scale_, this);
   showBusy(false);
   frmDecoder_ = &frmDecoder;
+  // The command line may have stored other values since the record was shown.
+  form.refreshCvSets();
   CvRecord record = form.workingCopy();
   const bool success = frmDecoder.edit(record, form.text(QStringLiteral("dc_adr")));
   frmDecoder_ = nullptr;
   if (!success) return;
   form.storeProgrammed(record, bench.controls.at(QStringLiteral("dc_adr")).text,
                        bench.controls.at(QStringLiteral("cbDcManuf")).text);
+  // What the decoder holds by now is kept at once; what was only typed waits like every edit.
+  if (bench.jobEnd == JobEnd::Complete || bench.jobEnd == JobEnd::Failed ||
+      bench.jobEnd == JobEnd::Stopped) {
+    form.storeIfValid();
+  }
+}
+
+void MainWin::endProgram() {
+  QWidget* modal = QApplication::activeModalWidget();
+  if (modal == nullptr) {
+    givenUp_.clear();
+    close();
+    return;
+  }
+  // A question waits for its answer; a window is asked once, since it may have one itself.
+  auto* dialog = qobject_cast<QDialog*>(modal);
+  if (dialog != nullptr && qobject_cast<QMessageBox*>(modal) == nullptr &&
+      !givenUp_.contains(dialog)) {
+    givenUp_.insert(dialog);
+    // It may run an event loop of its own for its question.
+    QTimer::singleShot(0, dialog, &QDialog::reject);
+  }
+  QTimer::singleShot(kLookAgainMs, this, &MainWin::endProgram);
 }
 
 void MainWin::closeEvent(QCloseEvent* event) {

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QSet>
 
 #include <memory>
 
 #include "app/workbench_view.h"
+#include "base/ui/immediate_shortcuts.h"
 #include "base/ui/pictures.h"
 #include "base/ui/window_scale.h"
 
@@ -41,6 +43,10 @@ class MainWin final : public QMainWindow, public WorkbenchView {
 
   const WindowScale& scale() const { return scale_; }
 
+  /// Ends the program as Beenden does, asked for from outside: dialogs are given up first, each
+  /// with its own question, and a job gets its farewell.
+  void endProgram();
+
  protected:
   void closeEvent(QCloseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
@@ -58,6 +64,7 @@ class MainWin final : public QMainWindow, public WorkbenchView {
   Workbench& workbench_;
   Pictures pictures_;
   WindowScale scale_;
+  ImmediateShortcuts shortcuts_;
   MainMenu* menu_;
   QWidget* contents_;
   ToolRow* tools_;
@@ -67,6 +74,7 @@ class MainWin final : public QMainWindow, public WorkbenchView {
   FrmEntry* frmEntry_ = nullptr;
   FrmDecoder* frmDecoder_ = nullptr;  // while it is open
   bool started_ = false;
+  QSet<QObject*> givenUp_;  // dialogs that endProgram() has asked to close
 };
 
 }  // namespace lokari

@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QShortcut>
 #include <QToolButton>
 
 #include <algorithm>
@@ -24,29 +25,31 @@ struct Command {
   void (RecordForm::*run)();
 };
 
-constexpr std::array<Command, 6> kButtons{{
+constexpr std::array<Command, 7> kButtons{{
     {u"butFind", &RecordForm::butFind},
     {u"butNew", &RecordForm::butNew},
     {u"butDelete", &RecordForm::butDelete},
     {u"butOK", &RecordForm::butOK},
     {u"butFilter", &RecordForm::butFilter},
     {u"butCancel", &RecordForm::butCancel},
+    {u"butUndo", &RecordForm::butUndo},
 }};
 
-constexpr std::array<Command, 5> kEntries{{
+constexpr std::array<Command, 6> kEntries{{
     {u"mnuEditNew", &RecordForm::butNew},
     {u"mnuEditCopy", &RecordForm::mnuEditCopy},
     {u"mnuEditInsert", &RecordForm::mnuEditInsert},
     {u"mnuEditDelete", &RecordForm::butDelete},
     {u"mnuEditFind", &RecordForm::butFind},
+    {u"mnuEditUndo", &RecordForm::butUndo},
 }};
 
 /// Controls beside the fields whose state the form tells.
 constexpr std::array kButtonNames{u"butTable", u"butFind",   u"butNew",    u"butDelete",
                                   u"butOK",    u"butCancel", u"butFilter", u"butProg",
-                                  u"butDrive", u"butSwitch"};
-constexpr std::array kEntryNames{u"mnuDbPrint",    u"mnuEditNew",    u"mnuEditCopy",
-                                 u"mnuEditInsert", u"mnuEditDelete", u"mnuEditFind"};
+                                  u"butDrive", u"butSwitch", u"butUndo"};
+constexpr std::array kEntryNames{u"mnuDbPrint",    u"mnuEditNew",  u"mnuEditCopy", u"mnuEditInsert",
+                                 u"mnuEditDelete", u"mnuEditFind", u"mnuEditUndo"};
 
 template <typename Names>
 bool listed(const Names& names, const QString& name) {
@@ -61,6 +64,7 @@ RecordBinder::RecordBinder(RecordForm& form, RecordControls controls, QObject* p
   connectForm();
   connectFields();
   connectCommands();
+  connectEscape();
   showAll();
 }
 
@@ -118,6 +122,19 @@ void RecordBinder::connectCommands() {
   connect(&controls_.data1, &Navigator::previous, &form_, &RecordForm::MovePrevious);
   connect(&controls_.data1, &Navigator::next, &form_, &RecordForm::MoveNext);
   connect(&controls_.data1, &Navigator::last, &form_, &RecordForm::MoveLast);
+}
+
+// In new-record mode and in the search Esc is the button's.
+void RecordBinder::connectEscape() {
+  auto* escape = new QShortcut(Qt::Key_Escape, &controls_.page, &form_, &RecordForm::giveUp,
+                               Qt::WindowShortcut);
+  escape->setEnabled(false);
+  const auto show = [this, escape] {
+    controls_.tools.showUnsaved(form_.isUnsaved());
+    escape->setEnabled(form_.isUnsaved() && !form_.isVisible(QStringLiteral("butCancel")));
+  };
+  connect(&form_, &RecordForm::unsavedChanged, this, show);
+  connect(&form_, &RecordForm::stateChanged, this, show);
 }
 
 void RecordBinder::offer(const QString& control) {

@@ -33,6 +33,7 @@ class RecordBinder final : public QObject {
   void connectForm();
   void connectFields();
   void connectCommands();
+  void connectEscape();
   void showAll();
   void showText(const QString& control, const QString& text);
   void showState(const QString& control);

@@ -172,7 +172,10 @@ bool RecordField::throwsAway(const QString& typed) const {
 bool RecordField::eventFilter(QObject* watched, QEvent* event) {
   switch (event->type()) {
     case QEvent::FocusIn:
-      if (watched == widget_) emit entered();
+      // Focus that comes back is no entering: it would select what was just typed.
+      if (watched == widget_ && goesToAnotherControl(static_cast<QFocusEvent*>(event)->reason())) {
+        emit entered();
+      }
       break;
     case QEvent::FocusOut:
       if (watched == widget_ && goesToAnotherControl(static_cast<QFocusEvent*>(event)->reason())) {

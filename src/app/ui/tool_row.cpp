@@ -1,6 +1,7 @@
 #include "app/ui/tool_row.h"
 
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QShortcut>
 #include <QToolButton>
 
@@ -23,7 +24,7 @@ struct Tool {
 };
 
 /// Left of the gap the work on records, right of it the work on the layout.
-constexpr std::array<Tool, 10> kTools{{
+constexpr std::array<Tool, 11> kTools{{
     {u"butTable", u"&Liste", u"tab_n.bmp", u"Fahrzeugliste"},
     {u"butFind", u"&Suchen", u"such_n.bmp", u"Fahrzeuge suchen"},
     {u"butNew", u"&Neu", u"neu_n.bmp", u"Neuer Datensatz"},
@@ -31,6 +32,7 @@ constexpr std::array<Tool, 10> kTools{{
     {u"butOK", u"Suchen", u"ok_n.bmp", u"Eingabe bestätigen", u"Ctrl+Return"},
     {u"butFilter", u"Fil&tern", u"filter_n.bmp", u"Nur passende Fahrzeuge zeigen"},
     {u"butCancel", u"Abbrechen", u"abbr_n.bmp", u"Eingabe verwerfen", u"Esc"},
+    {u"butUndo", u"&Rückgängig", u"rueck_n.bmp", u"Gelöschten Datensatz zurückholen"},
     {u"butProg", u"Pro&grammieren", u"prog_n.bmp", u"Decoder lesen und schreiben"},
     {u"butDrive", u"F&ahren", u"fahr_n.bmp", u"Fahrpult öffnen"},
     {u"butSwitch", u"Sc&halten", u"schalt_n.bmp", u"Schaltpult öffnen"},
@@ -45,13 +47,23 @@ QString tipOf(const Tool& tool, const QKeySequence& key) {
 
 }  // namespace
 
-ToolRow::ToolRow(const Pictures& pictures, QWidget* parent) : QWidget(parent) {
+ToolRow::ToolRow(const Pictures& pictures, QWidget* parent)
+    : QWidget(parent), lblUnsaved_(new QLabel(QStringLiteral("Nicht gespeichert"), this)) {
   setObjectName(QStringLiteral("toolRow"));
+  lblUnsaved_->setObjectName(QStringLiteral("lblUnsaved"));
+  lblUnsaved_->setToolTip(
+      QStringLiteral("Wird gespeichert, sobald der Satz verlassen wird. Esc "
+                     "verwirft die Eingaben."));
+  showUnsaved(false);
   auto* line = new QHBoxLayout(this);
   line->setContentsMargins(0, 0, 0, 0);
   line->setSpacing(4);
   for (const Tool& tool : kTools) {
-    if (tool.name == kFirstOnTheRight) line->addStretch();
+    if (tool.name == kFirstOnTheRight) {
+      line->addStretch();
+      line->addWidget(lblUnsaved_);
+      line->addStretch();
+    }
     auto* button = new QToolButton(this);
     button->setObjectName(QString::fromUtf16(tool.name));
     button->setText(QString::fromUtf16(tool.caption));
@@ -71,6 +83,10 @@ ToolRow::ToolRow(const Pictures& pictures, QWidget* parent) : QWidget(parent) {
     buttons_.insert(button->objectName(), button);
     line->addWidget(button);
   }
+}
+
+void ToolRow::showUnsaved(bool unsaved) {
+  lblUnsaved_->setVisible(unsaved);
 }
 
 QToolButton* ToolRow::button(const QString& name) const {

@@ -4,6 +4,7 @@
 #include <QHash>
 #include <QWidget>
 
+class QLabel;
 class QToolButton;
 
 namespace lokari {
@@ -18,8 +19,12 @@ class ToolRow final : public QWidget {
   /// A name that is not in the table is a programming error: std::logic_error.
   QToolButton* button(const QString& name) const;
 
+  /// `lblUnsaved`: the record on show has changes that are not on disk.
+  void showUnsaved(bool unsaved);
+
  private:
   QHash<QString, QToolButton*> buttons_;
+  QLabel* lblUnsaved_;
 };
 
 }  // namespace lokari

@@ -1,0 +1,128 @@
+// Keys and buttons around the record on show, in the real main window.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSqlQuery>
+#include <QTest>
+#include <QToolButton>
+
+#include "app/ui/main_win.h"
+#include "app/workbench.h"
+#include "app_folder.h"
+#include "db/database_session.h"
+
+namespace lokari {
+namespace {
+
+class RecordKeysTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    folder_.add({{QStringLiteral("Club"), 64, QStringLiteral("C64")},
+                 {QStringLiteral("Club"), 65, QStringLiteral("C65")}});
+    workbench_ = std::make_unique<Workbench>(outside_.parts(folder_));
+    window_ = std::make_unique<MainWin>(*workbench_);
+    ASSERT_TRUE(window_->start());
+    window_->show();
+    // The splash may come up in front.
+    window_->findChild<QWidget*>(QStringLiteral("frmEntry"))->close();
+    window_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+  }
+
+  template <typename T>
+  T* child(const char16_t* name) const {
+    T* found = window_->findChild<T*>(QString::fromUtf16(name));
+    EXPECT_NE(found, nullptr) << qPrintable(QString::fromUtf16(name));
+    return found;
+  }
+  QString shown(const char16_t* name) const { return child<QLineEdit>(name)->text(); }
+  /// A key goes where the focus is, as a person's does.
+  void key(Qt::Key code, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const {
+    QTest::keyClick(QApplication::focusWidget(), code, modifiers);
+  }
+  void type(const char* keys) const {
+    for (const char* each = keys; *each != '\0'; ++each) {
+      QTest::keyClick(QApplication::focusWidget(), *each);
+    }
+  }
+  QStringList addresses() const {
+    QStringList result;
+    workbench_->session().database().read(
+        QStringLiteral("SELECT DC_ADR FROM LOCO_DAT ORDER BY DC_RECNO"), {},
+        [&](const QSqlQuery& row) { result << row.value(0).toString(); });
+    return result;
+  }
+
+  test::AppFolder folder_;
+  test::Outside outside_;
+  std::unique_ptr<Workbench> workbench_;
+  std::unique_ptr<MainWin> window_;
+};
+
+TEST_F(RecordKeysTest, ADigitBehindAltNBelongsToTheNewRecord) {
+  child<QLineEdit>(u"dc_adr")->setFocus();
+  child<QLineEdit>(u"dc_adr")->end(false);
+  key(Qt::Key_N, Qt::AltModifier);
+  type("7");
+  EXPECT_EQ(child<QLabel>(u"Data1_Caption")->text(), QStringLiteral("neuer Satz"));
+  EXPECT_EQ(shown(u"dc_adr"), QStringLiteral("7"));
+  EXPECT_EQ(addresses(), (QStringList{QStringLiteral("64"), QStringLiteral("65")}));
+}
+
+TEST_F(RecordKeysTest, ALetterBehindCtrlPageDownBelongsToTheNextRecord) {
+  auto* name = child<QLineEdit>(u"fz_lname");
+  name->setFocus();
+  key(Qt::Key_PageDown, Qt::ControlModifier);
+  type("x");
+  EXPECT_EQ(shown(u"st_sname"), QStringLiteral("C65"));
+  EXPECT_EQ(shown(u"fz_lname"), QStringLiteral("x"));
+}
+
+TEST_F(RecordKeysTest, ALabelShowsUnsavedChangesAndEscGivesThemUp) {
+  auto* note = child<QLabel>(u"lblUnsaved");
+  EXPECT_FALSE(note->isVisible());
+  child<QLineEdit>(u"fz_lname")->setFocus();
+  type("neu");
+  EXPECT_TRUE(note->isVisible());
+  key(Qt::Key_Escape);
+  EXPECT_EQ(shown(u"fz_lname"), QString());
+  EXPECT_FALSE(note->isVisible());
+  EXPECT_TRUE(outside_.prompt.shown.isEmpty());
+}
+
+TEST_F(RecordKeysTest, StoringEndsTheLabel) {
+  child<QLineEdit>(u"fz_lname")->setFocus();
+  type("neu");
+  key(Qt::Key_PageDown, Qt::ControlModifier);
+  EXPECT_FALSE(child<QLabel>(u"lblUnsaved")->isVisible());
+}
+
+TEST_F(RecordKeysTest, ADeletionCanBeTakenBackByItsButton) {
+  auto* undo = child<QToolButton>(u"butUndo");
+  EXPECT_FALSE(undo->isVisible());
+  outside_.prompt.answers = {Answer::Yes};
+  child<QToolButton>(u"butDelete")->click();
+  EXPECT_EQ(shown(u"st_sname"), QStringLiteral("C65"));
+  ASSERT_TRUE(undo->isVisible());
+  undo->click();
+  EXPECT_EQ(shown(u"st_sname"), QStringLiteral("C64"));
+  EXPECT_EQ(addresses().size(), 2);
+  EXPECT_FALSE(undo->isVisible());
+}
+
+TEST_F(RecordKeysTest, TheEndFromOutsideStoresTheEdit) {
+  child<QLineEdit>(u"fz_lname")->setFocus();
+  type("neu");
+  window_->endProgram();
+  EXPECT_FALSE(window_->isVisible());
+  const Database database(folder_.file(test::AppFolder::databaseName()));
+  QString name;
+  database.read(QStringLiteral("SELECT FZ_LNAME FROM LOCO_DAT WHERE DC_ADR = 64"), {},
+                [&](const QSqlQuery& row) { name = row.value(0).toString(); });
+  EXPECT_EQ(name, QStringLiteral("neu"));
+}
+
+}  // namespace
+}  // namespace lokari
