@@ -11,6 +11,8 @@ namespace {
 constexpr int kReport = 0x61;
 constexpr int kResult = 0x63;
 constexpr int kInterfaceReport = 0x01;
+/// The type of a result that names a register, or a CV read in paged mode.
+constexpr int kRegisterOrPaged = 0x10;
 
 constexpr int kPaged = 1;
 constexpr int kReadPaged = 0x14;
@@ -45,7 +47,7 @@ bool isCv(int cv, int last) {
 }
 
 bool isResultType(int type) {
-  constexpr std::array kTypes{0x10, 0x14, 0x15, 0x16, 0x17};
+  constexpr std::array kTypes{kRegisterOrPaged, 0x14, 0x15, 0x16, 0x17};
   for (const int each : kTypes) {
     if (each == type) return true;
   }
@@ -116,10 +118,14 @@ qsizetype missing(const QByteArray& reply) {
 
 QByteArray resultWithin(const QByteArray& reply) {
   if (reply.size() <= kResultSize) return reply;
+  std::optional<QByteArray> first;
   for (qsizetype at = 0; at + kResultSize <= reply.size(); ++at) {
-    if (isResultAt(reply, at)) return reply.mid(at, kResultSize);
+    if (!isResultAt(reply, at)) continue;
+    const QByteArray found = reply.mid(at, kResultSize);
+    if (isSound(found)) return found;
+    if (!first) first = found;
   }
-  return reply;
+  return first.value_or(reply);
 }
 
 QByteArray serviceModeWithin(const QByteArray& reply) {
@@ -138,6 +144,17 @@ std::optional<int> resultValue(const QByteArray& reply) {
   return value;
 }
 
+std::optional<int> resultCv(const QByteArray& reply) {
+  if (!resultValue(reply) || byteAt(reply, 1) == kRegisterOrPaged) return std::nullopt;
+  return byteAt(reply, 2);
+}
+
+bool isSound(const QByteArray& reply) {
+  const qsizetype whole = (byteAt(reply, 0) & 0x0F) + 2;
+  if (reply.isEmpty() || reply.size() < whole) return false;
+  return reply.left(whole) == withCheck(reply.left(whole - 1));
+}
+
 std::optional<int> report(const QByteArray& reply) {
   const int code = byteAt(reply, 1);
   if (byteAt(reply, 0) != kReport || code < 0) return std::nullopt;
@@ -154,7 +171,7 @@ bool isServiceMode(const QByteArray& reply) {
 }
 
 bool isAccepted(const QByteArray& reply) {
-  return reply.startsWith(bytes({0x01, 0x04}));
+  return reply.startsWith(bytes({0x01, 0x04, 0x05}));
 }
 
 bool tellsResumed(const QByteArray& reply) {

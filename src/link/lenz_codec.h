@@ -34,7 +34,8 @@ std::optional<QByteArray> writeCvMain(int pomAddr, int address, int cv, int valu
 /// a header that is none of 01, 61 and 63.
 qsizetype missing(const QByteArray& reply);
 
-/// The first service-mode result in a reply of more than 5 bytes; other replies unchanged.
+/// The first service-mode result in a reply of more than 5 bytes, one with a right check byte
+/// rather than one without; other replies unchanged.
 QByteArray resultWithin(const QByteArray& reply);
 /// The first 61 02 and the byte behind it in a reply of more than 3 bytes; other replies unchanged.
 QByteArray serviceModeWithin(const QByteArray& reply);
@@ -42,6 +43,10 @@ QByteArray serviceModeWithin(const QByteArray& reply);
 /// The CV's value when the reply begins with a service-mode result: 63, one of 10, 14, 15, 16 and
 /// 17, the CV's number, the value.
 std::optional<int> resultValue(const QByteArray& reply);
+/// The CV that the result names, modulo 256; nothing for one that may name a register instead.
+std::optional<int> resultCv(const QByteArray& reply);
+/// Whether the message at the beginning of the reply is whole and its check byte right.
+bool isSound(const QByteArray& reply);
 /// The code of a station report: the second byte of a reply that begins with 61.
 std::optional<int> report(const QByteArray& reply);
 /// The result of a write that ends with this reply and no value: minus the code of a report, else
@@ -49,7 +54,7 @@ std::optional<int> report(const QByteArray& reply);
 int writeFailure(const QByteArray& reply);
 /// True for 61 02 63: service mode entered, no result yet.
 bool isServiceMode(const QByteArray& reply);
-/// True when the reply begins with 01 04: message accepted.
+/// True when the reply begins with 01 04 05: message accepted.
 bool isAccepted(const QByteArray& reply);
 /// True when 61 01 stands anywhere in the reply: normal operation resumed.
 bool tellsResumed(const QByteArray& reply);

@@ -1,5 +1,6 @@
 #include "link/lenz_cv.h"
 
+#include "link/doubtful_value.h"
 #include "link/lenz_codec.h"
 #include "link/lenz_framing.h"
 #include "link/serial_line.h"
@@ -10,6 +11,8 @@ namespace lokari {
 namespace {
 
 constexpr int kResultHead = 3;
+/// A result has room to tell this many CVs apart.
+constexpr int kNamedCvs = 256;
 constexpr int kMainReply = 3;
 constexpr int kReadCounts = 7;
 constexpr int kWriteCounts = 32;
@@ -67,6 +70,7 @@ class LenzExchange : public CvExchange {
 
   /// Asks for the result once. False when next to nothing came, which stays waiting.
   bool askForResult() {
+    framing_.cvQuestions().asked(request().cv % kNamedCvs);
     framing_.lnzSend(lenz::requestResult());
     link().WaitForData(kResultHead);
     return link().getBufferCount() >= kResultHead;
@@ -74,11 +78,25 @@ class LenzExchange : public CvExchange {
 
   /// Takes a reply to the question; if it is no result, what comes a little later instead of it.
   QByteArray takeResult() {
-    QByteArray reply = lenz::resultWithin(framing_.takeReply());
+    QByteArray reply = unlessLate(lenz::resultWithin(framing_.takeReply()));
     if (lenz::resultValue(reply)) return reply;
     ++counter_;
     link().DelayMsec(kAskPauseMs);
-    return link().getBufferCount() > 0 ? framing_.takeReply() : reply;
+    return link().getBufferCount() > 0 ? unlessLate(framing_.takeReply()) : reply;
+  }
+
+  /// The result of an operation that ends with a result for a reply. One that came wrong is asked
+  /// for once more: the station still has it.
+  CvStep believe(const QByteArray& result) {
+    DoubtfulValue doubt;
+    if (const auto code = doubt.take(*lenz::resultValue(result), lenz::isSound(result))) {
+      return CvStep::finish(*code);
+    }
+    link().protocol().dropInput();
+    const QByteArray again = askForResult() ? takeResult() : QByteArray();
+    const auto value = lenz::resultValue(again);
+    if (!value) return link().cancelRequested ? cancelled() : CvStep::finish(doubt.failure(0));
+    return CvStep::finish(*doubt.take(*value, lenz::isSound(again)));
   }
 
   /// The message again, unless a second's pause has brought a cancel.
@@ -94,6 +112,12 @@ class LenzExchange : public CvExchange {
   int counter_ = 1;
 
  private:
+  /// The reply; nothing in place of the late result of another CV.
+  QByteArray unlessLate(const QByteArray& reply) {
+    const auto cv = lenz::resultCv(reply);
+    return cv && !framing_.cvQuestions().answers(*cv) ? QByteArray() : reply;
+  }
+
   LenzFraming& framing_;
   QByteArray msg_;
 };
@@ -124,7 +148,7 @@ class LenzRead final : public LenzExchange {
 
  private:
   CvStep resultOf(const QByteArray& reply) {
-    if (const auto value = lenz::resultValue(reply)) return CvStep::finish(*value);
+    if (lenz::resultValue(reply)) return believe(reply);
     if (link().cancelRequested) return cancelled();
     if (const auto code = lenz::report(reply)) return CvStep::finish(kReadReportBase - *code);
     if (tries_ < 1) return CvStep::finish(cv_result::kWrongReply);
@@ -178,8 +202,8 @@ class LenzWrite final : public LenzExchange {
     return repeatAfterPause();
   }
 
-  CvStep resultOf(const QByteArray& reply) const {
-    if (const auto value = lenz::resultValue(reply)) return CvStep::finish(*value);
+  CvStep resultOf(const QByteArray& reply) {
+    if (lenz::resultValue(reply)) return believe(reply);
     if (link().cancelRequested) return cancelled();
     return CvStep::finish(lenz::writeFailure(reply));
   }

@@ -5,6 +5,7 @@
 #include <QByteArray>
 
 #include "base/station_kind.h"
+#include "link/open_questions.h"
 
 namespace lokari {
 
@@ -46,9 +47,13 @@ class LenzFraming {
   /// resumed it.
   bool resume(int want);
 
+  /// The questions for results.
+  OpenQuestions& cvQuestions() { return cvQuestions_; }
+
  private:
   StationLink& link_;
   const LenzInterface& type_;
+  OpenQuestions cvQuestions_;
 };
 
 }  // namespace lokari

@@ -21,8 +21,63 @@ TEST_F(Li100V3Result, ACutResultIsWaitedFor) {
   EXPECT_EQ(timeOf([&] { EXPECT_EQ(read29(), 6); }), 60 + 50 + 10 + 1500 + 60);
 }
 
-TEST_F(Li100V3Result, AResultWithoutItsCheckByteStillHasItsValue) {
+TEST_F(Li100V3Result, AResultWithoutItsCheckByteIsAskedForOnceMore) {
   expectReadAndAsk().answer(fromHex("63 14 1D 06"));
+  expect(kAsk, kResult);
+  expectEpilogue();
+  EXPECT_EQ(read29(), 6);
+}
+
+TEST_F(Li100V3Result, AResultThatCameWrongIsAskedForOnceMoreAndOnlyTwoEqualOnesAreBelieved) {
+  struct Row {
+    const char* first;
+    const char* second;
+    int result;
+  };
+  const Row rows[] = {
+      {"63 14 1D 07 6C", kResult, -1003},      {"63 14 1D 06 6D", kResult, 6},
+      {"63 14 1D 06 6D", "63 14 1D 06 6D", 6}, {"63 14 1D 06 6D", "63 14 1D 07 6C", -1003},
+      {"63 14 1D 06 6D", "61 13 72", -1003},   {"63 14 1D 06 6D", "", -1003}};
+  for (const Row& row : rows) {
+    expectReadAndAsk().answer(fromHex(row.first));
+    expect(kAsk, row.second);
+    expectEpilogue();
+    EXPECT_EQ(read29(), row.result) << row.first << " and " << row.second;
+  }
+}
+
+TEST_F(Li100V3Result, ACancelInPlaceOfTheSecondResultIsACancel) {
+  expectReadAndAsk().answer(fromHex("63 14 1D 06 6D"));
+  expectAnd(
+      kAsk, [&] { link.cancelRequested = true; }, 500);
+  expectTimes(5, kResume);
+  EXPECT_EQ(read29(), -1002);
+}
+
+TEST_F(Li100V3Result, OfSeveralResultsOneWithARightCheckByteCounts) {
+  expectReadAndAsk().answer(fromHex("63 14 1D 07 6C 63 14 1D 06 6C"));
+  expectEpilogue();
+  EXPECT_EQ(read29(), 6);
+}
+
+TEST_F(Li100V3Result, TheLateResultOfTheCvBeforeIsNone) {
+  expect("22 15 01 36", kReadBegun);
+  expect(kAsk);
+  expect(kAsk, "63 14 01 03 75");
+  expectEpilogue();
+  EXPECT_EQ(link.ReadCV(1, 3), 3);
+  expectReadAndAsk().answer(fromHex("63 14 01 03 75")).answer(fromHex(kResult), 60);
+  expectEpilogue();
+  EXPECT_EQ(read29(), 6);
+}
+
+TEST_F(Li100V3Result, AResultOfARegisterMayNameAnyNumber) {
+  expect("22 15 05 32", kReadBegun);
+  expect(kAsk);
+  expect(kAsk, "63 14 05 03 71");
+  expectEpilogue();
+  EXPECT_EQ(link.ReadCV(5, 3), 3);
+  expectReadAndAsk().answer(fromHex("63 10 05 06 70"));
   expectEpilogue();
   EXPECT_EQ(read29(), 6);
 }

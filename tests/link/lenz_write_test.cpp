@@ -204,6 +204,17 @@ TEST_F(Li100V3Write, AVanishedPortEndsTheWriteAndTheSessionCloses) {
   EXPECT_EQ(link.commUseCount, 0);
 }
 
+TEST_F(Li100V3Write, AResultThatCameWrongIsAskedForOnceMoreAndNotWrittenAgain) {
+  expectWriteAndAsk().answer(fromHex("63 14 1D 06 68"));
+  expect(kAsk, "63 14 1D 02 68");
+  expectEpilogue();
+  EXPECT_EQ(write(29, 6), -1003);
+  expectWriteAndAsk().answer(fromHex("63 14 1D 06 68"));
+  expect(kAsk, kResult);
+  expectEpilogue();
+  EXPECT_EQ(write(29, 6), 6);
+}
+
 // -- on the main track
 
 TEST_F(Li100V3Write, AMainTrackWriteEndsWithTheReplyToIt) {
@@ -222,6 +233,13 @@ TEST_F(LiUsbWrite, AMainTrackReplyThatComesByteByByteIsPutTogether) {
   auto& script = expect("FF FE E6 30 00 03 EC 1C 06 23");
   for (const char byte : fromHex("FF FE 01 04 05")) script.answer(QByteArray(1, byte), 20);
   EXPECT_EQ(writeMain(29, 6, 3), 6);
+}
+
+TEST_F(Li100V3Write, AMainTrackReplyThatCameWrongIsAWrongReply) {
+  for (const char* reply : {"01 04 07", "01 04 04"}) {
+    expect("E6 30 00 03 EC 1C 06 23", reply);
+    EXPECT_EQ(writeMain(29, 6, 3), -1003) << reply;
+  }
 }
 
 TEST_F(LiUsbWrite, AMainTrackReplyThatStaysCutIsNoReply) {
