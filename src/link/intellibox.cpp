@@ -32,7 +32,7 @@ class IntelliboxExchange : public CvExchange {
   bool pausesAfterSecondChance() const final { return false; }
 
   CvStep evaluate() final {
-    QByteArray event = link().serial().read();
+    QByteArray event = ibx::eventWithin(ibx::unlessHeldDown(link().serial().read()));
     if (event.isEmpty()) return shortReply();
     if (byteAt(event, 0) == ibx::kNoEvent) {
       return link().cancelRequested ? cancelled() : awaitEvent();
@@ -40,7 +40,7 @@ class IntelliboxExchange : public CvExchange {
     int waits = 0;
     for (; ibx::missing(event) > 0 && waits < kMostRestWaits; ++waits) {
       link().WaitForData(static_cast<qint32>(ibx::missing(event)));
-      event += link().serial().read();
+      event = ibx::eventWithin(event + link().serial().read());
     }
     if (event.size() >= 2 && waits < kMostRestWaits) return CvStep::finish(result(event));
     if (link().cancelRequested) return cancelled();
@@ -66,7 +66,7 @@ class IntelliboxExchange : public CvExchange {
       ibxSend(link(), msg);
       link().WaitForData(1);
       if (seconds) link().Delay(*seconds);
-      const bool accepted = ibx::isAccepted(link().serial().read());
+      const bool accepted = ibx::isAccepted(ibx::unlessHeldDown(link().serial().read()));
       if (!accepted && link().cancelRequested) return cancelled();
       if (++attempts_ == limits_.attempts) return CvStep::finish(cv_result::kNotReady);
       if (accepted) return std::nullopt;

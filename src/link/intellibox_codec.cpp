@@ -77,6 +77,16 @@ QByteArray endProgramming() {
   return bytes({0xE2});
 }
 
+QByteArray unlessHeldDown(const QByteArray& reply) {
+  return reply.size() > 1 && reply.count('\0') == reply.size() ? QByteArray() : reply;
+}
+
+QByteArray eventWithin(const QByteArray& reply) {
+  qsizetype start = 0;
+  while (start + 1 < reply.size() && reply[start] == '\0') ++start;
+  return reply.mid(start);
+}
+
 bool isAccepted(const QByteArray& reply) {
   return byteAt(reply, 0) == 0;
 }
@@ -88,7 +98,7 @@ qsizetype missing(const QByteArray& event) {
 
 int readResult(const QByteArray& event) {
   if (const int code = failure(event); code < 0) return code;
-  const int value = byteAt(event, 2);
+  const int value = byteAt(event, 0) >= 2 ? byteAt(event, 2) : -1;
   return value < 0 ? cv_result::kWrongReply : value;
 }
 

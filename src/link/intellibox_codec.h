@@ -28,13 +28,22 @@ QByteArray askEvent();
 /// Ends the programming.
 QByteArray endProgramming();
 
+/// `reply` without its zeros when nothing else came but more than one of them: a line that is held
+/// down gives them without end.
+QByteArray unlessHeldDown(const QByteArray& reply);
+
 /// True for a reply that begins with 0.
 bool isAccepted(const QByteArray& reply);
+
+/// An event reply without the late answers to commands in front of it: no event has a length of 0.
+/// A single 0 stays as it is.
+QByteArray eventWithin(const QByteArray& reply);
 
 /// How many bytes an event reply still lacks, by its length byte.
 qsizetype missing(const QByteArray& event);
 
-/// What an event of 2 bytes or more says about a read: the value or a negative code.
+/// What an event of 2 bytes or more says, its length byte's worth of it, about a read: the value or
+/// a negative code.
 int readResult(const QByteArray& event);
 /// The same about a write of `value`.
 int writeResult(const QByteArray& event, int value);

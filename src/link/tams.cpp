@@ -35,6 +35,9 @@ class TamsExchange : public ReplyExchange {
 
   QByteArray takeReply() final {
     reply_ = link().serial().read();
+    const bool enough = reply_.size() >= want();
+    reply_ = tams::withoutLineEnds(reply_);
+    while (enough && reply_.size() < want() && takeMore()) reply_ = tams::withoutLineEnds(reply_);
     while (reply_.size() >= want() && tams::isCutText(reply_) && takeMore()) {
     }
     return reply_;

@@ -24,6 +24,10 @@ char methodLetter(int mode, char direct) {
   return direct;
 }
 
+bool isLineEnd(char c) {
+  return c == '\r' || c == '\n';
+}
+
 /// What both commands are refused with; 0 when the reply is no refusal.
 int refusal(const QByteArray& reply) {
   if (reply.startsWith(kError)) return cv_result::kWrongReply;
@@ -43,6 +47,12 @@ QByteArray writeCommand(int mode, int cv, int value) {
 
 QByteArray writeMainCommand(int address, int cv, int value) {
   return QByteArray("xPD") + number(address) + ',' + number(cv) + ',' + number(value) + '\r';
+}
+
+QByteArray withoutLineEnds(const QByteArray& reply) {
+  qsizetype start = 0;
+  while (start < reply.size() && isLineEnd(reply[start])) ++start;
+  return reply.mid(start);
 }
 
 int readResult(const QByteArray& reply) {

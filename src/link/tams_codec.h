@@ -11,6 +11,9 @@ QByteArray readCommand(int mode, int cv);
 QByteArray writeCommand(int mode, int cv, int value);
 QByteArray writeMainCommand(int address, int cv, int value);
 
+/// `reply` without the carriage returns and line feeds ahead of it.
+QByteArray withoutLineEnds(const QByteArray& reply);
+
 /// The value that a reply of at least three characters begins with, or a negative code.
 int readResult(const QByteArray& reply);
 /// `value` when the reply says that it was written, or a negative code.

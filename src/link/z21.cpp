@@ -39,6 +39,7 @@ void Z21Protocol::open(bool, int& step) {
     inRounds(kOpenRounds, [&] { return socket.state() == UdpSocket::kOpen; });
     z21ReplyLen = 0;
     unread_.clear();
+    checksOfBytes_.reset();
     z21Send(z21::kPowerOn);
     link().Delay(0);
     z21Send(z21::kAskSerialNumber);
@@ -104,6 +105,13 @@ void Z21Protocol::endCvOperation() {
   z21ReplyLen = 0;
   cvResult_.reset();
   refused_ = false;
+}
+
+bool Z21Protocol::isSound(const QByteArray& message) {
+  const z21::Checksums sums = z21::checksumsOf(message);
+  if (sums.ofBytes == sums.ofText) return sums.ofBytes;
+  if (!checksOfBytes_) checksOfBytes_ = sums.ofBytes;
+  return *checksOfBytes_ == sums.ofBytes;
 }
 
 void Z21Protocol::datagramArrived() {

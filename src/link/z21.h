@@ -40,6 +40,10 @@ class Z21Protocol final : public StationProtocol {
   /// It has ended; the next result is one for nobody.
   void endCvOperation();
 
+  /// Whether a result's checksum is one of those in use. A station has one of them only: one that
+  /// fits in the other way, as one in a hundred does by chance, is none of its own.
+  bool isSound(const QByteArray& message);
+
   bool z21Connected = false;  ///< the station has answered the socket
   int z21ReplyLen = 0;        ///< length of the last message that matched z21Wanted, else 0
   /// Head that the next awaited message must start with; set before sending. Empty when nothing is
@@ -57,6 +61,7 @@ class Z21Protocol final : public StationProtocol {
   std::deque<QByteArray> unread_;       ///< of the time before the operation
   std::optional<QByteArray> cvResult_;  ///< head of the running CV operation's result
   bool refused_ = false;                ///< it will get none
+  std::optional<bool> checksOfBytes_;   ///< the station's kind of checksum, once known
 };
 
 std::unique_ptr<StationProtocol> makeZ21Protocol(StationLink& link);

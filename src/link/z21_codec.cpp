@@ -107,6 +107,16 @@ std::optional<int> cvResultValue(const QByteArray& message) {
   return value;
 }
 
+Checksums checksumsOf(const QByteArray& message) {
+  constexpr qsizetype kHead = 4;
+  if (message.size() <= kHead) return {};
+  int sum = 0;
+  for (const char byte : message.mid(kHead)) sum ^= static_cast<quint8>(byte);
+  const QString text = QString::fromLatin1(message.chopped(1).toHex(' ').toUpper());
+  return {.ofBytes = sum == 0,
+          .ofText = z21XOR(text).trimmed() == twoDigits(static_cast<quint8>(message.back()))};
+}
+
 std::optional<int> refusalCode(const QByteArray& message) {
   if (message.size() < 7 || !message.startsWith(stateHead() + bytes({0x61}))) return std::nullopt;
   return byteAt(message, 5) == kShortCircuitByte ? cv_result::kShortCircuit : cv_result::kNoAck;

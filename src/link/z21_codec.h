@@ -50,6 +50,14 @@ QByteArray powerOnHead();
 /// The value in a CV result, or nothing when the message is none or too short.
 std::optional<int> cvResultValue(const QByteArray& message);
 
+/// Which of the two checksums in use a message of kind 40 00 carries: the exclusive or of the bytes
+/// behind the kind, or z21XOR() of its text.
+struct Checksums {
+  bool ofBytes = false;
+  bool ofText = false;
+};
+Checksums checksumsOf(const QByteArray& message);
+
 /// kShortCircuit or kNoAck for a state message, which is taken as the answer to a CV operation;
 /// nothing for any other message.
 std::optional<int> refusalCode(const QByteArray& message);

@@ -1,5 +1,6 @@
 // Reading and writing a CV through a Z21.
 #include "link/cv_result.h"
+#include "link/doubtful_value.h"
 #include "link/station_link.h"
 #include "link/z21.h"
 #include "link/z21_codec.h"
@@ -25,9 +26,12 @@ class Z21Exchange : public CvExchange {
 
   CvStep evaluate() final {
     const auto value = z21::cvResultValue(station_.z21LastReply);
-    if (station_.z21ReplyLen >= want() && value) return CvStep::finish(*value);
-    if (const auto code = z21::refusalCode(station_.z21LastReply)) return CvStep::finish(*code);
-    return CvStep::finish(link().cancelRequested ? cv_result::kCancelled : cv_result::kWrongReply);
+    if (station_.z21ReplyLen >= want() && value) return believe(*value);
+    if (link().cancelRequested && !z21::refusalCode(station_.z21LastReply)) {
+      return CvStep::finish(cv_result::kCancelled);
+    }
+    const int code = z21::refusalCode(station_.z21LastReply).value_or(cv_result::kWrongReply);
+    return CvStep::finish(doubt_.failure(code));
   }
 
  protected:
@@ -50,7 +54,14 @@ class Z21Exchange : public CvExchange {
   }
 
  private:
+  CvStep believe(int value) {
+    const bool sound = station_.isSound(station_.z21LastReply);
+    if (const auto result = doubt_.take(value, sound)) return CvStep::finish(*result);
+    return link().cancelRequested ? CvStep::finish(cv_result::kCancelled) : CvStep::fromStart();
+  }
+
   Z21Protocol& station_;
+  DoubtfulValue doubt_;
 };
 
 class Z21Read final : public Z21Exchange {

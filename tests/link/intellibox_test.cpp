@@ -237,6 +237,38 @@ TEST_F(IntelliboxTest, AnEventOfLengthZeroCountsAsCut) {
   EXPECT_EQ(read29(), 6);
 }
 
+TEST_F(IntelliboxTest, ALineOfZerosIsNoReply) {
+  expectReadAndAsk().answer(QByteArray(40, '\0'));
+  expectEnd();
+  EXPECT_EQ(read29(), -1001);
+  expectWriteAndAsk().answer(QByteArray(40, '\0'));
+  expectEnd();
+  EXPECT_EQ(write29(), -1001);
+  for (int i = 0; i < 3; ++i) expect(kRead29).answer(QByteArray(40, '\0'));
+  expect(kEnd);
+  EXPECT_EQ(read29(), -1020);
+  for (int i = 0; i < 2; ++i) expect("78 DE 03 00 1D 00 06").answer(QByteArray(40, '\0'));
+  expect(kEnd);
+  EXPECT_EQ(writeMain(29, 3), -1020);
+}
+
+TEST_F(IntelliboxTest, ALateAnswerToACommandIsNotTakenForTheBeginningOfAnEvent) {
+  for (const char* late : {"00 02 00 7B", "00 00 02 00 7B"}) {
+    expectReadAndAsk().answer(fromHex(late));
+    expectEnd();
+    EXPECT_EQ(read29(), 123) << late;
+  }
+  expectReadAndAsk().answer(fromHex("00 00 02")).answer(fromHex("00 7B"), 2500);
+  expectEnd();
+  EXPECT_EQ(read29(), 123);
+}
+
+TEST_F(IntelliboxTest, WhatStandsBehindAnEventIsNotItsValue) {
+  expectReadAndAsk().answer(fromHex("01 00 07"));
+  expectEnd();
+  EXPECT_EQ(read29(), -1003);
+}
+
 TEST_F(IntelliboxTest, CutEventsUseUpTheCommandsOfARead) {
   expectReadAndAsk().answer(fromHex("02 00"));
   expectReadAndAsk().answer(fromHex("02"));

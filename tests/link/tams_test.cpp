@@ -65,6 +65,26 @@ TEST_F(TamsTest, AReadClearsTheFailureOfTheCvBefore) {
   EXPECT_FALSE(link.lastCvFailed);
 }
 
+TEST_F(TamsTest, ACarriageReturnAheadOfTheDigitsDoesNotCutTheValue) {
+  for (const char* ends : {"\r", "\n", "\r\n", "\r\n\r\n"}) {
+    line.expect("xPTRB 8\r").answer(QByteArray(ends) + "14").answer("0]\r", 500);
+    EXPECT_EQ(link.ReadCV(8, 3), 140) << QByteArray(ends).toHex().toStdString();
+    line.expect("xPTRB 8\r").answer(QByteArray(ends) + "6]\r");
+    EXPECT_EQ(link.ReadCV(8, 3), 6);
+    EXPECT_EQ(link.getBufferCount(), 0);
+  }
+  line.expect("xPTRB 8\r").answer("\r14");
+  EXPECT_EQ(link.ReadCV(8, 3), -1001) << "the rest never comes";
+  line.expect("xPTRB 8\r").answer("\r\nNo ack]\r");
+  EXPECT_EQ(link.ReadCV(8, 3), -1021);
+}
+
+TEST_F(TamsTest, ACarriageReturnAheadOfAWrittenReplyIsPassedOverToo) {
+  link.commJob = CommJob::WriteProgTrack;
+  line.expect("xPTWD 29, 6\r").answer("\r\nOk").answer("]\r", 300);
+  EXPECT_EQ(write(29, 6), 6);
+}
+
 TEST_F(TamsTest, ErrorIsAWrongReply) {
   line.expect("xPTRB 1\r").answer("Error]\r");
   EXPECT_EQ(link.ReadCV(1, 3), -1003);

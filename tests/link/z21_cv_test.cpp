@@ -1,4 +1,5 @@
 #include "link/cv_result.h"
+#include "link/z21_codec.h"
 #include "link/z21_fixture.h"
 
 namespace lokari {
@@ -216,6 +217,57 @@ TEST_F(Z21Cv, NoiseBeforeTheReplyIsPassedOver) {
       .answer(bytes({0xFF, 0x12}), 20)
       .answer(QByteArray(2000, '\x01'), 30)
       .answer(cv29Is14, 300);
+  EXPECT_EQ(z21.ReadCV(29, 3), 14);
+}
+
+TEST_F(Z21Cv, AResultThatCameWrongIsAskedForOnceMoreAndOnlyTwoEqualOnesAreBelieved) {
+  const QByteArray broken14 = cv29Is14.chopped(1) + '\x63';
+  QByteArray broken15 = cv29Is14;
+  broken15[8] = 15;
+  struct Row {
+    QByteArray first;
+    QByteArray second;
+    int result;
+  };
+  const Row rows[] = {{broken14, cv29Is14, 14},
+                      {broken14, broken14, 14},
+                      {broken15, cv29Is14, -1003},
+                      {broken14, broken15, -1003},
+                      {broken14, noAck, -1003}};
+  openSession(true);
+  for (const Row& row : rows) {
+    socket.expect(readCv29).answer(row.first);
+    socket.expect(readCv29).answer(row.second);
+    EXPECT_EQ(z21.ReadCV(29, 3), row.result) << hexDump(row.first + row.second).toStdString();
+  }
+}
+
+TEST_F(Z21Cv, AReadOnTheMainTrackThatCameWrongIsAskedForOnTheMainTrack) {
+  openSession(false);
+  socket.expect(readCv1Main).answer(cv1Is3.chopped(1) + '\x72');
+  socket.expect(readCv1Main).answer(cv1Is3);
+  EXPECT_EQ(z21.ReadCV(1, 3), 3);
+}
+
+TEST_F(Z21Cv, AWrittenValueThatCameWrongIsWrittenOnceMore) {
+  openSession(true);
+  socket.expect(writeCv1As3).answer(cv1Is3.chopped(1) + '\x72');
+  socket.expect(writeCv1As3)
+      .answer(bytes({0x0A, 0x00, 0x40, 0x00, 0x64, 0x14, 0x00, 0x00, 0x05, 0x75}));
+  EXPECT_EQ(z21.WriteCV(1, 3, 3, 0), -1003);
+}
+
+TEST_F(Z21Cv, AChecksumOverTheTextIsOneInUseToo) {
+  openSession(true);
+  const QByteArray head = cv29Is14.chopped(1);
+  const QByteArray text =
+      *z21::toBytes(z21::withChecksum(QString::fromLatin1(head.toHex(' ').toUpper())));
+  ASSERT_NE(text, cv29Is14);
+  socket.expect(readCv29).answer(text);
+  EXPECT_EQ(z21.ReadCV(29, 3), 14);
+  // Having shown its kind of checksum, the station is asked once more about the other one.
+  socket.expect(readCv29).answer(cv29Is14);
+  socket.expect(readCv29).answer(text);
   EXPECT_EQ(z21.ReadCV(29, 3), 14);
 }
 
