@@ -1,7 +1,7 @@
 // The CAN interfaces and keys of this machine, by driver number.
 #pragma once
 
-#include <QtGlobal>
+#include <QString>
 
 #include <array>
 
@@ -38,6 +38,11 @@ class CanDriver {
   /// Takes the oldest message waiting; not 0 when there is none. Never waits. Throws LinkError when
   /// the device has vanished.
   virtual int read(CanMessage& message) = 0;
+
+  /// Why open() failed, a whole German sentence; empty when there is no more to tell.
+  virtual QString fault() const { return {}; }
+  /// The station's machine tells that nobody listens there to what was written last.
+  virtual bool isRefused() const { return false; }
 };
 
 }  // namespace lokari

@@ -23,10 +23,14 @@ CanKeyIp::~CanKeyIp() {
 int CanKeyIp::open(const QString& address) {
   queue_.clear();
   socket_.onArrival = [this](qsizetype) { receive(); };
+  socket_.onRefused = [this] { refused_ = true; };
   socket_.onClosed = nullptr;
   socket_.open(address, kStationPort, kLocalPort);
   const auto isOpen = [this] { return socket_.state() == UdpSocket::kOpen; };
-  if (!clock_.waitUntil(isOpen, clock_.now() + kOpenTime)) {
+  clock_.waitUntil([&] { return isOpen() || !socket_.fault().isEmpty(); },
+                   clock_.now() + kOpenTime);
+  fault_ = socket_.fault();
+  if (!isOpen()) {
     socket_.close();
     return can_code::kNoDevice;
   }
@@ -37,6 +41,7 @@ int CanKeyIp::close() {
   if (alarm_) write(kClosing);
   alarm_.reset();
   socket_.onArrival = nullptr;
+  socket_.onRefused = nullptr;
   socket_.close();
   queue_.clear();
   return 0;
@@ -47,6 +52,7 @@ int CanKeyIp::write(const CanMessage& message) {
   if (!datagram) return can_code::kTooLong;
   try {
     socket_.send(*datagram);
+    refused_ = false;
   } catch (const LinkError&) {
     return can_code::kWriteFailed;
   }

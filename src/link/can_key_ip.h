@@ -26,6 +26,8 @@ class CanKeyIp final : public CanPort {
   int close() override;
   int write(const CanMessage& message) override;
   int read(CanMessage& message) override { return queue_.take(message); }
+  QString fault() const override { return fault_; }
+  bool isRefused() const override { return refused_; }
 
  private:
   void receive();
@@ -34,6 +36,8 @@ class CanKeyIp final : public CanPort {
   UdpSocket& socket_;
   Clock& clock_;
   CanQueue queue_;
+  QString fault_;
+  bool refused_ = false;                 ///< what was sent last
   std::unique_ptr<Clock::Alarm> alarm_;  ///< null while closed
 };
 

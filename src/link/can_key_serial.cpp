@@ -15,6 +15,7 @@ constexpr Millis kTryTime = 500;
 
 int CanKeySerial::open(int comPort, int baudrate) {
   reader_.clear();
+  fault_.clear();
   try {
     line_.open({.comPort = comPort, .baudrate = baudrate, .handshaking = Handshaking::None});
     bool awake = false;
@@ -22,7 +23,8 @@ int CanKeySerial::open(int comPort, int baudrate) {
       line_.write(can_key::opening());
       awake = clock_.waitUntil([this] { return heard(); }, clock_.now() + kTryTime);
     }
-  } catch (const LinkError&) {
+  } catch (const LinkError& error) {
+    fault_ = error.message();
     line_.close();
     return can_code::kNoDevice;
   }

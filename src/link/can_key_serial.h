@@ -22,6 +22,7 @@ class CanKeySerial final : public CanPort {
   int write(const CanMessage& message) override;
   /// Throws LinkError when the port has vanished.
   int read(CanMessage& message) override;
+  QString fault() const override { return fault_; }
 
  private:
   bool heard();
@@ -29,6 +30,7 @@ class CanKeySerial final : public CanPort {
   SerialLine& line_;
   Clock& clock_;
   can_key::FrameReader reader_;
+  QString fault_;
 };
 
 }  // namespace lokari

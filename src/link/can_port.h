@@ -12,6 +12,8 @@ class CanPort {
   virtual int close() = 0;
   virtual int write(const CanMessage& message) = 0;
   virtual int read(CanMessage& message) = 0;
+  virtual QString fault() const { return {}; }
+  virtual bool isRefused() const { return false; }
 };
 
 }  // namespace lokari

@@ -1,12 +1,11 @@
 #include "link/mod_can.h"
 
-#include <QStringList>
-
 #include <array>
 
 #include "base/bytes.h"
 #include "link/can_log.h"
 #include "link/can_message_text.h"
+#include "link/dotted_address.h"
 
 namespace lokari {
 namespace {
@@ -21,16 +20,7 @@ constexpr std::array kPortOffsets{0, 0, 0, 0, 0, 0, 0, 0, 20, 208};
 }  // namespace
 
 PackedAddress packAddress(const QString& ipAddr) {
-  const QStringList parts = ipAddr.trimmed().split(u'.');
-  if (parts.size() != 4) return {};
-  quint32 address = 0;
-  for (const QString& part : parts) {
-    bool valid = false;
-    const uint number = part.toUInt(&valid, 10);
-    if (!valid || number > 255) return {};
-    address = address << 8 | number;
-  }
-  const auto packed = static_cast<qint32>(address);
+  const auto packed = static_cast<qint32>(dottedAddress(ipAddr).value_or(0));
   return {.btr = wordHigh(packed), .p2 = wordLow(packed)};
 }
 

@@ -41,6 +41,11 @@ class ModCan {
   /// 0 when a message was delivered. Never waits.
   int canRead(CanMessage& message);
 
+  /// Why canOpen() failed, a whole German sentence; empty when there is no more to tell.
+  QString fault() const { return driver_.fault(); }
+  /// The station's machine tells that nobody listens there to what was written last.
+  bool isRefused() const { return driver_.isRefused(); }
+
   bool isOpen() const { return uses_ > 0; }
   /// The driver number in use, after renumbering.
   int canDriver() const { return canDriver_; }

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "base/bytes.h"
-#include "link/link_error.h"
+#include "link/dotted_address.h"
 #include "link/mx10_codec.h"
 #include "link/station_link.h"
 
@@ -15,14 +15,30 @@ constexpr int kDriver = 7;
 constexpr int kParameter = 8;
 constexpr int kBitTiming = 0x031C;  // 125 kbit/s
 
-[[noreturn]] void fail() {
-  throw LinkError(QStringLiteral("Keine Verbindung zum MX10!"));
-}
-
 }  // namespace
 
 Mx10Protocol::Mx10Protocol(StationLink& link)
     : StationProtocol(link), can_(link.can(), link.canLog()) {}
+
+/// What lies behind the number of a step.
+LinkError Mx10Protocol::whyNotOpen() const {
+  const Settings& settings = link().settings();
+  const bool byAddress = settings.station().usesIpAddress;
+  if (!can_.fault().isEmpty()) return LinkError(can_.fault());
+  if (byAddress && !dottedAddress(settings.ipAddr)) return LinkError(noAddress(settings.ipAddr));
+  if (byAddress && can_.isRefused()) {
+    return LinkError(QStringLiteral("Unter der Adresse %1 gibt es ein Gerät, aber keinen MX10!")
+                         .arg(settings.ipAddr));
+  }
+  return LinkError(QStringLiteral("Keine Verbindung zum MX10!"));
+}
+
+void Mx10Protocol::giveUp(bool progOn) {
+  // The farewell closes the driver, which then has nothing more to tell.
+  const LinkError reason = whyNotOpen();
+  link().endcomm(false, progOn);
+  throw reason;
+}
 
 void Mx10Protocol::open(bool progOn, int& step) {
   const Settings& settings = link().settings();
@@ -38,7 +54,7 @@ void Mx10Protocol::open(bool progOn, int& step) {
   }
   if (code != 0 && code != ModCan::kAlreadyOpen) {
     step = code;
-    fail();
+    throw whyNotOpen();
   }
 
   const bool isFirst = code != ModCan::kAlreadyOpen;
@@ -64,8 +80,7 @@ void Mx10Protocol::connectStation(int& step) {
   step = 1905;
   if (canRxMsg.LEN == 0) {
     step = 1901;
-    link().endcomm(false, false);
-    fail();
+    giveUp(false);
   }
   mx10Nid = wordLow(static_cast<qint32>(canRxMsg.ID));
   step = 1906;
@@ -78,16 +93,14 @@ void Mx10Protocol::connectStation(int& step) {
 void Mx10Protocol::switchToProgrammingTrack(int& step) {
   if (can_.canWrite(mx10::toProgrammingTrack(mx10Nid)) != 0) {
     step = 1902;
-    link().endcomm(false, true);
-    fail();
+    giveUp(true);
   }
   step = 1920;
   link().WaitForData(mx10::kWantTrackState);
   step = 1921;
   if (canRxMsg.LEN == 0) {
     step = 1922;
-    link().endcomm(false, false);
-    fail();
+    giveUp(false);
   }
   link().Delay(2);
   ClearMX10Input();
@@ -115,10 +128,11 @@ bool Mx10Protocol::arrived(qint32 want) {
   CanMessage message;
   while (can_.canRead(message) == 0) {
     if (!mx10::answers(message.ID, want)) continue;
+    if (cvQuestion_ && !mx10::answersCv(message, *cvQuestion_, mx10Nid)) continue;
     canRxMsg = message;
     return true;
   }
-  return false;
+  return can_.isRefused();
 }
 
 void Mx10Protocol::ClearMX10Input() {

@@ -1,6 +1,9 @@
 // The MX10 on the CAN bus, by key or over IP.
 #pragma once
 
+#include <optional>
+
+#include "link/link_error.h"
 #include "link/mod_can.h"
 #include "link/station_protocol.h"
 
@@ -27,6 +30,12 @@ class Mx10Protocol final : public StationProtocol {
   // -- messages; also for driving and status queries
 
   int canWrite(const CanMessage& message) { return can_.canWrite(message); }
+  /// A question for a CV goes out: until the next one, only messages that answer it are accepted.
+  void awaitCv(const CanMessage& question) { cvQuestion_ = question; }
+  /// The operation has ended.
+  void endCvOperation() { cvQuestion_.reset(); }
+  /// Nobody listens at the station's port.
+  bool isRefused() const { return can_.isRefused(); }
   /// Empties the receive queue.
   void ClearMX10Input();
   /// Copies the data bytes 0 through `LEN`, one more than there are, into `data` (at least 17
@@ -38,10 +47,14 @@ class Mx10Protocol final : public StationProtocol {
   quint32 mx10Serial = 0;  ///< its serial number; 0 when closed
 
  private:
+  LinkError whyNotOpen() const;
+  /// Says goodbye as it would to an open session, and fails.
+  [[noreturn]] void giveUp(bool progOn);
   void connectStation(int& step);
   void switchToProgrammingTrack(int& step);
 
   ModCan can_;
+  std::optional<CanMessage> cvQuestion_;
 };
 
 std::unique_ptr<StationProtocol> makeMx10Protocol(StationLink& link);

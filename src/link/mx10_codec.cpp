@@ -1,11 +1,16 @@
 #include "link/mx10_codec.h"
 
+#include <algorithm>
+
 #include "base/bytes.h"
 
 namespace lokari::mx10 {
 namespace {
 
 constexpr quint8 kLongIdentifier = 2;
+/// Address and CV stand from the first to before the second.
+constexpr size_t kAddressIndex = 2;
+constexpr size_t kNamesEnd = 6;
 constexpr size_t kValueIndex = 8;
 
 constexpr quint32 kLogOn = 0x0A2986C2;
@@ -54,6 +59,14 @@ std::optional<CanMessage> writeCv(qint16 nid, int address, int cv, int value) {
 bool answers(quint32 id, qint32 want) {
   const qint64 ahead = qint64(id >> 16) - qint64(static_cast<quint32>(want) >> 16);
   return ahead >= 1 && ahead <= 3;
+}
+
+bool answersCv(const CanMessage& message, const CanMessage& question, qint16 nid) {
+  if (wordLow(static_cast<qint32>(message.ID)) != nid) return false;
+  for (size_t i = kAddressIndex; i < std::min<size_t>(message.LEN, kNamesEnd); ++i) {
+    if (message.DATA[i] != question.DATA[i]) return false;
+  }
+  return true;
 }
 
 quint32 serialNumber(const CanMessage& announcement) {

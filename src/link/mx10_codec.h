@@ -31,6 +31,10 @@ std::optional<CanMessage> writeCv(qint16 nid, int address, int cv, int value);
 /// True for an identifier whose high word is that of `want` plus 1, 2 or 3.
 bool answers(quint32 id, qint32 want);
 
+/// Whether a message comes from the station's node and names the address and the CV of `question`,
+/// as far as it goes: one that is too short is a wrong answer rather than none.
+bool answersCv(const CanMessage& message, const CanMessage& question, qint16 nid);
+
 /// First four data bytes of the announcement.
 quint32 serialNumber(const CanMessage& announcement);
 

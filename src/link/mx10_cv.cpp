@@ -11,6 +11,10 @@ class Mx10Exchange : public CvExchange {
  public:
   Mx10Exchange(Mx10Protocol& station, StationLink& link, const CvRequest& request)
       : CvExchange(link, request), station_(station) {}
+  ~Mx10Exchange() override { station_.endCvOperation(); }
+
+  /// Nobody listens at the station's port: asking again would not help.
+  bool secondChanceHelps() const final { return !station_.isRefused(); }
 
  protected:
   Mx10Protocol& station() { return station_; }
@@ -52,6 +56,7 @@ class Mx10Read final : public Mx10Exchange {
 
   void ask() {
     const CanMessage message = *question();
+    station().awaitCv(message);
     setWant(sendMessage(message) == 0 ? static_cast<qint32>(message.ID) : 0);
     station().canRxMsg.LEN = 0;
   }

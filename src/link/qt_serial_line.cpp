@@ -25,6 +25,7 @@ QString openFault(QSerialPort::SerialPortError error) {
 QtSerialLine::QtSerialLine(PortTable& ports) : ports_(ports) {
   QObject::connect(&port_, &QSerialPort::errorOccurred, &port_,
                    [this](QSerialPort::SerialPortError error) { onError(error); });
+  QObject::connect(&port_, &QSerialPort::readyRead, &port_, [this] { keepWithinLimit(); });
 }
 
 QtSerialLine::~QtSerialLine() {
@@ -89,6 +90,12 @@ void QtSerialLine::onError(QSerialPort::SerialPortError error) {
         if (vanished_) port_.close();
       },
       Qt::QueuedConnection);
+}
+
+void QtSerialLine::keepWithinLimit() {
+  // Not by the port's own limit: it would keep the oldest, and hold up a station with handshaking.
+  const qsizetype tooMany = port_.bytesAvailable() - kMostWaiting;
+  if (tooMany > 0) port_.skip(tooMany);
 }
 
 void QtSerialLine::fail(const QString& what) const {

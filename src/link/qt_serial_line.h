@@ -11,6 +11,10 @@ class PortTable;
 
 class QtSerialLine final : public SerialLine {
  public:
+  /// Bytes that wait at most. A cab may leave a talking station, or a line that gives noise, unread
+  /// for hours; older ones are dropped.
+  static constexpr qsizetype kMostWaiting = 65536;
+
   /// `ports` must outlive the line.
   explicit QtSerialLine(PortTable& ports);
   ~QtSerialLine() override;
@@ -27,6 +31,8 @@ class QtSerialLine final : public SerialLine {
 
  private:
   void onError(QSerialPort::SerialPortError error);
+  /// Drops the oldest of what nobody reads.
+  void keepWithinLimit();
   /// Throws when the port is closed or its device has vanished.
   void check();
   /// Never throws.

@@ -33,6 +33,14 @@ bool SystemCan::isPresent(int driver) const {
 }
 
 int SystemCan::open(const CanOpenCall& call) {
+  used_ = nullptr;
+  const int code = openDriver(call);
+  // A failure is followed by close(), which forgets it.
+  fault_ = code != 0 && used_ != nullptr ? used_->fault() : QString();
+  return code;
+}
+
+int SystemCan::openDriver(const CanOpenCall& call) {
   if (!isPresent(call.driver)) return can_code::kNoDevice;
   if (call.driver >= kFirstKey) return openKey(call);
   used_ = &bus_;

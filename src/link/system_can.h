@@ -22,14 +22,18 @@ class SystemCan final : public CanDriver {
   int close() override;
   int write(const CanMessage& message) override;
   int read(CanMessage& message) override;
+  QString fault() const override { return fault_; }
+  bool isRefused() const override { return used_ != nullptr && used_->isRefused(); }
 
  private:
+  int openDriver(const CanOpenCall& call);
   int openKey(const CanOpenCall& call);
 
   CanBus bus_;
   CanKeySerial serial_;
   CanKeyIp ip_;
   CanPort* used_ = nullptr;  ///< what was opened last
+  QString fault_;            ///< of the last open()
 };
 
 }  // namespace lokari

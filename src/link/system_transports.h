@@ -4,9 +4,9 @@
 #include "link/can_log.h"
 #include "link/port_table.h"
 #include "link/qt_serial_line.h"
-#include "link/qt_udp_socket.h"
 #include "link/station_link.h"
 #include "link/system_can.h"
+#include "link/system_udp_socket.h"
 
 namespace lokari {
 
@@ -21,7 +21,7 @@ class SystemTransports {
  private:
   PortTable ports_;
   QtSerialLine serial_;
-  QtUdpSocket udp_;
+  SystemUdpSocket udp_;
   SystemCan can_;
   CanLog canLog_;
 };

@@ -17,16 +17,19 @@ constexpr int kRound = 100;  // ms
 
 Z21Protocol::~Z21Protocol() {
   link().udp().onArrival = nullptr;
+  link().udp().onRefused = nullptr;
   link().udp().onClosed = nullptr;
 }
 
 void Z21Protocol::open(bool, int& step) {
   UdpSocket& socket = link().udp();
   const auto inRounds = [&](int rounds, const auto& done) {
-    for (int i = 0; i < rounds && !done() && !link().cancelRequested; ++i) link().DelayMsec(kRound);
+    for (int i = 0; i < rounds && !done() && !isHopeless() && !link().cancelRequested; ++i) {
+      link().DelayMsec(kRound);
+    }
     if (done()) return;
     step = socket.state();
-    throw LinkError(QStringLiteral("Keine Antwort von der Z21!"));
+    throw LinkError(whyNotOpen());
   };
 
   if (!z21Connected) {
@@ -34,6 +37,7 @@ void Z21Protocol::open(bool, int& step) {
     link().clock().pump();
     z21Connected = false;
     socket.onArrival = [this](qsizetype) { datagramArrived(); };
+    socket.onRefused = [this] { portClosed_ = true; };
     socket.onClosed = [this] { z21Connected = false; };
     socket.open(link().settings().ipAddr, kStationPort);
     inRounds(kOpenRounds, [&] { return socket.state() == UdpSocket::kOpen; });
@@ -46,6 +50,20 @@ void Z21Protocol::open(bool, int& step) {
     inRounds(kAnswerRounds, [&] { return z21Connected; });
   }
   link().Delay(1);
+}
+
+bool Z21Protocol::isHopeless() const {
+  return portClosed_ || !link().udp().fault().isEmpty();
+}
+
+/// What lies behind a session that does not open.
+QString Z21Protocol::whyNotOpen() const {
+  if (!link().udp().fault().isEmpty()) return link().udp().fault();
+  if (portClosed_) {
+    return QStringLiteral("Unter der Adresse %1 gibt es ein Gerät, aber keine Z21!")
+        .arg(link().settings().ipAddr);
+  }
+  return QStringLiteral("Keine Antwort von der Z21!");
 }
 
 void Z21Protocol::farewell(bool leaveMode, bool progOn) {
@@ -74,7 +92,7 @@ void Z21Protocol::close(bool lastUser) {
 }
 
 bool Z21Protocol::arrived(qint32 want) {
-  return z21ReplyLen >= want || refused_;
+  return z21ReplyLen >= want || refused_ || portClosed_;
 }
 
 void Z21Protocol::dropInput() {
@@ -86,7 +104,9 @@ void Z21Protocol::dropInput() {
 void Z21Protocol::z21Send(QStringView text) {
   const auto data = z21::toBytes(text);
   if (!data) throw LinkError(QStringLiteral("Ungültige Nachricht an die Z21: ") + text.toString());
-  if (!data->isEmpty()) link().udp().send(*data);
+  if (data->isEmpty()) return;
+  link().udp().send(*data);
+  portClosed_ = false;
 }
 
 void Z21Protocol::beginCvOperation(int cv) {

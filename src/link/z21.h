@@ -43,6 +43,8 @@ class Z21Protocol final : public StationProtocol {
   /// Whether a result's checksum is one of those in use. A station has one of them only: one that
   /// fits in the other way, as one in a hundred does by chance, is none of its own.
   bool isSound(const QByteArray& message);
+  /// The station's machine tells that nobody listens there to what was sent last.
+  bool isPortClosed() const { return portClosed_; }
 
   bool z21Connected = false;  ///< the station has answered the socket
   int z21ReplyLen = 0;        ///< length of the last message that matched z21Wanted, else 0
@@ -52,6 +54,8 @@ class Z21Protocol final : public StationProtocol {
   QByteArray z21LastReply;  ///< the last message taken out of a datagram
 
  private:
+  bool isHopeless() const;
+  QString whyNotOpen() const;
   void datagramArrived();
   /// Walks through a datagram up to the awaited message. Without `keepOthers` it leaves
   /// z21LastReply alone when there is none.
@@ -61,6 +65,7 @@ class Z21Protocol final : public StationProtocol {
   std::deque<QByteArray> unread_;       ///< of the time before the operation
   std::optional<QByteArray> cvResult_;  ///< head of the running CV operation's result
   bool refused_ = false;                ///< it will get none
+  bool portClosed_ = false;             ///< to what was sent last
   std::optional<bool> checksOfBytes_;   ///< the station's kind of checksum, once known
 };
 

@@ -22,7 +22,9 @@ class Z21Exchange : public CvExchange {
   ~Z21Exchange() override { station_.endCvOperation(); }
 
   int timeoutSeconds() const final { return kTimeout; }
-  bool secondChanceHelps() const final { return station_.z21LastReply.size() < kTellingLength; }
+  bool secondChanceHelps() const final {
+    return station_.z21LastReply.size() < kTellingLength && !station_.isPortClosed();
+  }
 
   CvStep evaluate() final {
     const auto value = z21::cvResultValue(station_.z21LastReply);

@@ -76,9 +76,10 @@ TEST_F(CanKeySerialTest, WritesFrames) {
   EXPECT_EQ(key.write({.ID = 0x060186C2, .MSGTYPE = 2, .LEN = 17}), can_code::kTooLong);
 }
 
-TEST_F(CanKeySerialTest, ThatIsNotThereGivesACode) {
+TEST_F(CanKeySerialTest, ThatIsNotThereGivesACodeAndSaysWhy) {
   line.failsToOpen = true;
   EXPECT_EQ(key.open(3, 512000), can_code::kNoDevice);
+  EXPECT_EQ(key.fault(), "Kein Gerät!");
 }
 
 TEST_F(CanKeySerialTest, ThatVanishesWhileBeingWokenGivesACode) {
@@ -171,6 +172,26 @@ TEST_F(CanKeyIpTest, KeepsTheLastThousandMessages) {
   for (; key.read(message) == 0; ++read) {
   }
   EXPECT_EQ(read, 999);
+  socket.expect(closing);
+}
+
+TEST_F(CanKeyIpTest, WhatKeepsTheSocketShutIsToldAtOnce) {
+  socket.stateAfterOpen = 0;
+  socket.faultAfterOpen = QStringLiteral("Der UDP-Port 14521 ist belegt!");
+  EXPECT_EQ(key.open(address), can_code::kNoDevice);
+  EXPECT_EQ(key.fault(), socket.faultAfterOpen);
+  EXPECT_EQ(clock.now(), 0);
+}
+
+TEST_F(CanKeyIpTest, ARefusalCountsForWhatWasSentLast) {
+  socket.expect(opening);
+  EXPECT_EQ(key.open(address), 0);
+  EXPECT_FALSE(key.isRefused());
+  socket.refuse();
+  EXPECT_TRUE(key.isRefused());
+  socket.expect(bytes({0x00, 0x00, 0x00, 0x00, 0x06, 0x01, 0x86, 0xC2}));
+  EXPECT_EQ(key.write({.ID = 0x060186C2, .MSGTYPE = 2}), 0);
+  EXPECT_FALSE(key.isRefused());
   socket.expect(closing);
 }
 

@@ -69,6 +69,25 @@ TEST_F(QtSerialLineTest, SendsAndReceives) {
   EXPECT_EQ(line.read(), "");
 }
 
+TEST_F(QtSerialLineTest, WhatNobodyReadsHasALimitAndTheNewestIsKept) {
+  open(Handshaking::None);
+  const QByteArray block(1000, 'x');
+  qsizetype most = 0;
+  for (qsizetype sent = 0; sent < 2 * QtSerialLine::kMostWaiting; sent += block.size()) {
+    terminal.send(block);
+    most = std::min(sent + block.size(), QtSerialLine::kMostWaiting);
+    ASSERT_TRUE(waitFor([&] { return line.inBufferCount() >= most; })) << sent;
+    ASSERT_EQ(line.inBufferCount(), most) << sent;
+  }
+  terminal.send("Ende");
+  QByteArray all;
+  EXPECT_TRUE(waitFor([&] {
+    all += line.read();
+    return all.endsWith("Ende");
+  }));
+  EXPECT_LE(all.size(), QtSerialLine::kMostWaiting + 4);
+}
+
 TEST_F(QtSerialLineTest, EveryByteGoesThroughUnchanged) {
   open();
   QByteArray all;

@@ -271,6 +271,19 @@ TEST_F(Z21Cv, AChecksumOverTheTextIsOneInUseToo) {
   EXPECT_EQ(z21.ReadCV(29, 3), 14);
 }
 
+TEST_F(Z21Cv, AClosedPortEndsTheWaitAtOnceWithTheToldCode) {
+  openSession(true);
+  for (int i = 0; i < 3; ++i) {
+    socket.expect(readCv29).then([&] { socket.refuse(); }, 2);
+    int result = 0;
+    EXPECT_EQ(timeOf([&] { result = z21.ReadCV(29, 3); }), 100);
+    EXPECT_EQ(result, cv_result::kWrongReply);
+  }
+  // The station is back.
+  socket.expect(readCv29).answer(cv29Is14, 400);
+  EXPECT_EQ(z21.ReadCV(29, 3), 14);
+}
+
 TEST_F(Z21Cv, NumbersThatNoMessageCarriesSendNothing) {
   openSession(false);
   EXPECT_EQ(z21.ReadCV(1025, 3), cv_result::kWrongReply);

@@ -149,5 +149,27 @@ TEST_F(Z21Session, NothingCanBeSentOnAClosedSocket) {
   EXPECT_THROW(station().z21Send(u"0400"), LinkError);
 }
 
+TEST_F(Z21Session, AClosedPortEndsTheLogOnAndIsTold) {
+  socket.expect(powerOn).then([&] { socket.refuse(); }, 2);
+  socket.expect(askSerialNumber).then([&] { socket.refuse(); }, 2);
+  Millis taken = timeOf([&] {
+    EXPECT_EQ(z21.initComm(true, true, true),
+              QStringLiteral("Kann Kommunikationsschnittstelle nicht öffnen (1)!"));
+  });
+  EXPECT_LE(taken, 300);
+  EXPECT_EQ(z21.openFailureReason(),
+            QStringLiteral("Unter der Adresse 192.168.000.111 gibt es ein Gerät, aber keine Z21!"));
+  socket.expect(logOff);
+  z21.FinishComm();
+}
+
+TEST_F(Z21Session, WhatKeepsTheSocketShutIsTold) {
+  socket.stateAfterOpen = 0;
+  socket.faultAfterOpen = QStringLiteral("In den Optionen steht keine IP-Adresse!");
+  EXPECT_EQ(z21.initComm(true, true, true),
+            QStringLiteral("Kann Kommunikationsschnittstelle nicht öffnen (0)!"));
+  EXPECT_EQ(z21.openFailureReason(), socket.faultAfterOpen);
+}
+
 }  // namespace
 }  // namespace lokari

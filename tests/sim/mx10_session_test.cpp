@@ -184,6 +184,43 @@ TEST_F(Mx10IpOnSimulator, WithoutAnAddressNothingIsOpened) {
   EXPECT_EQ(link->initComm(true, true, true),
             QStringLiteral("Kann Kommunikationsschnittstelle nicht öffnen (257)!"));
   EXPECT_TRUE(socket->sent.isEmpty());
+  EXPECT_EQ(link->openFailureReason(),
+            QStringLiteral("In den Optionen steht \"000.000.000.000\", das ist keine IP-Adresse!"));
+}
+
+TEST_F(Mx10IpOnSimulator, WhatKeepsTheSessionShutIsTold) {
+  socket->stateAfterOpen = 0;
+  socket->faultAfterOpen = QStringLiteral("Der UDP-Port 14521 ist belegt!");
+  EXPECT_NE(link->initComm(true, true, true), QString());
+  EXPECT_EQ(link->openFailureReason(), socket->faultAfterOpen);
+}
+
+TEST_F(Mx10IpOnSimulator, AClosedPortEndsTheOpeningAtOnceAndIsTold) {
+  dynamic_cast<test::SimSocket&>(*socket).unplug();
+  clock.schedule(50, [&] { socket->refuse(); });
+  const Millis start = clock.now();
+  EXPECT_EQ(link->initComm(true, true, true),
+            QStringLiteral("Kann Kommunikationsschnittstelle nicht öffnen (1901)!"));
+  EXPECT_LE(clock.now() - start, 1100) << "the second of the farewell";
+  EXPECT_EQ(
+      link->openFailureReason(),
+      QStringLiteral("Unter der Adresse 127.000.000.001 gibt es ein Gerät, aber keinen MX10!"));
+}
+
+TEST_F(Mx10IpOnSimulator, AClosedPortEndsAReadAtOnceWithTheToldCode) {
+  open(false);
+  dynamic_cast<test::SimSocket&>(*socket).unplug();
+  clock.schedule(210, [&] { socket->refuse(); });
+  const Millis start = clock.now();
+  EXPECT_EQ(read(8), -1001);
+  EXPECT_EQ(clock.now() - start, 210);
+}
+
+TEST_F(Mx10KeyOnSimulator, APortThatDoesNotOpenIsToldWithItsReason) {
+  line->failsToOpen = true;
+  EXPECT_EQ(link->initComm(true, true, true),
+            QStringLiteral("Kann Kommunikationsschnittstelle nicht öffnen (256)!"));
+  EXPECT_EQ(link->openFailureReason(), "Kein Gerät!");
 }
 
 TEST_F(Mx10IpOnSimulator, ASocketThatDoesNotOpenIsToldByItsCode) {

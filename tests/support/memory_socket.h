@@ -17,12 +17,20 @@ class MemorySocket : public UdpSocket {
   void open(const QString& host, quint16 remotePort, quint16 localPort = 0) override;
   void close() override;
   int state() const override;
+  QString fault() const override { return state_ == kOpen ? QString() : faultAfterOpen; }
   void send(const QByteArray& datagram) override;
   QByteArray takeDatagram() override;
 
   /// A datagram arrives, now. A closed socket loses it.
   void arrive(const QByteArray& datagram);
 
+  /// The remote host tells that nobody listens, now.
+  void refuse() {
+    if (state_ == kOpen && onRefused) onRefused();
+  }
+
+  /// fault() after an open() that fails.
+  QString faultAfterOpen;
   /// state() after open(): kOpen, or another number for a socket that does not come up.
   int stateAfterOpen = kOpen;
   QString openedHost;

@@ -13,9 +13,11 @@ class SimSocket final : public MemorySocket {
     station_.onAnswer = [this](const QByteArray& data) {
       if (plugged_) arrive(data);
     };
-    station_.onUnplug = [this] { plugged_ = false; };
+    station_.onUnplug = [this] { unplug(); };
   }
 
+  /// It is pulled out.
+  void unplug() { plugged_ = false; }
   /// It is plugged in again.
   void plugIn() { plugged_ = true; }
 
