@@ -17,6 +17,8 @@ constexpr std::array kNames{
     Name{"late", FaultKind::Late},
     Name{"garbage", FaultKind::Garbage},
     Name{"short", FaultKind::Short},
+    Name{"flip", FaultKind::Flip},
+    Name{"stray", FaultKind::Stray},
     Name{"split", FaultKind::Split},
     Name{"unplugged", FaultKind::Unplugged},
     Name{"busy", FaultKind::Busy},

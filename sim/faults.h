@@ -14,6 +14,8 @@ enum class FaultKind {
   Late,       ///< `amount` ms later, 5000 unless given
   Garbage,    ///< as many bytes of something else
   Short,      ///< only the first `amount` bytes, half of it unless given
+  Flip,       ///< one bit came wrong: that of number `amount`, counted from the first byte's lowest
+  Stray,      ///< with a message nobody asked for: `amount` 0 ahead, 1 in its middle, 2 behind it
   Split,      ///< byte by byte, `amount` ms apart, 20 unless given
   Unplugged,  ///< instead of answering the station vanishes
   // on the track, one per programming operation

@@ -129,6 +129,10 @@ void LenzStation::say(const std::vector<QByteArray>& messages) {
   answer(firstGeneration_ ? all.repeated(kFirstGenerationTimes) : all);
 }
 
+QByteArray LenzStation::unasked() const {
+  return usb_ ? "\xFF\xFD" + lenzResumed() : lenzResumed();
+}
+
 QByteArray LenzStation::wrapped(const QByteArray& message) const {
   return usb_ ? "\xFF\xFE" + message : message;
 }

@@ -36,6 +36,9 @@ class LenzStation : public Station {
         reader_(usb),
         driving_(layout(), firstGeneration) {}
 
+  /// Another device has switched the tracks on.
+  QByteArray unasked() const override;
+
  private:
   void obey(const LenzCommand& command);
   void readCv(const LenzCommand& command);

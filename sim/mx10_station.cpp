@@ -60,6 +60,14 @@ void Mx10Station::openLine() {
   later(kAtOnce, [this, turn] { announce(turn); });
 }
 
+QByteArray Mx10Station::unasked() const {
+  return encode({.group = kCvGroup,
+                 .command = 8,
+                 .mode = kAnswer,
+                 .node = kNode + 1,
+                 .data = bytes({kNode >> 8, kNode & 0xFF, 3, 0, 8, 0, 0, 0, 99})});
+}
+
 void Mx10Station::announce(int turn) {
   if (!open_ || turn != turn_) return;
   const BusMessage message{

@@ -50,6 +50,9 @@ class Mx10Station : public Station {
  protected:
   virtual QByteArray encode(const BusMessage& message) const = 0;
 
+  /// Another node tells what CV 8 of vehicle 3 holds there.
+  QByteArray unasked() const override;
+
   void obey(const BusMessage& message);
   void openLine();
   void closeLine() { open_ = false; }

@@ -125,6 +125,10 @@ void Mx1TextStation::answerState() {
   answer(mx1StateReply(state));
 }
 
+QByteArray Mx1TextStation::unasked() const {
+  return mx1VehicleReply(3, {}, newGeneration_);
+}
+
 void Mx1TextStation::feedBootLoader(char byte) {
   const QByteArray reply = bootLoader_.feed(byte, clock().now());
   if (!reply.isEmpty()) answer(reply);

@@ -24,6 +24,9 @@ class Mx1TextStation : public Station {
   Mx1TextStation(const Surroundings& surroundings, bool newGeneration)
       : Station(surroundings), newGeneration_(newGeneration), bootLoader_(surroundings.faults) {}
 
+  /// Another throttle has driven vehicle 3.
+  QByteArray unasked() const override;
+
  private:
   void obey(const QByteArray& line);
   void drive(const Mx1Driving& command);

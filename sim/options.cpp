@@ -113,7 +113,8 @@ Simuliert eine Digitalzentrale mit Programmiergleis, Hauptgleis und Decodern.
                    ANZAHL "immer" hört nicht auf, NACH lässt so viele Anlässe vorher aus.
                    Leitung: silence (keine Antwort), late (MASS ms später), garbage (Unsinn),
                    short (nur MASS Bytes), split (Byte für Byte, MASS ms Abstand),
-                   unplugged (abgezogen)
+                   flip (Bit MASS falsch), stray (mit ungefragter Nachricht: MASS 0 davor,
+                   1 mittendrin, 2 dahinter), unplugged (abgezogen)
                    Gleis: busy, shortcircuit, nodecoder, noack, wrongvalue
                    Firmware: blockerror (Block abgelehnt), banklost (Bank noch einmal)
   --image DATEI    MX1, MX1V25: hier landet der Speicherinhalt nach dem Einspielen von Firmware

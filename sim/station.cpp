@@ -9,6 +9,16 @@ constexpr int kDefaultLateness = 5000;
 constexpr int kDefaultGap = 20;
 constexpr char kGarbage[] = "\xA5\x5A\x3F\x00\xFE\x01\x17\x2A";
 
+/// Where a stray message stands.
+constexpr int kAhead = 0;
+constexpr int kInside = 1;
+constexpr int kBehind = 2;
+
+void flipBit(QByteArray& data, int bit) {
+  const qsizetype at = bit / 8;
+  if (at < data.size()) data[at] = static_cast<char>(data[at] ^ (1 << bit % 8));
+}
+
 QByteArray garbage(qsizetype size) {
   QByteArray data;
   for (qsizetype i = 0; i < size; ++i) data.append(kGarbage[i % 8]);
@@ -38,6 +48,14 @@ void Station::answer(const QByteArray& data, Millis delay) {
   if (const auto cut = faults.strike(FaultKind::Short)) {
     sent.truncate(cut->amount.value_or(static_cast<int>(sent.size() / 2)));
   }
+  if (const auto flip = faults.strike(FaultKind::Flip)) flipBit(sent, flip->amount.value_or(0));
+  QByteArray behind;
+  if (const auto stray = faults.strike(FaultKind::Stray)) {
+    const int place = stray->amount.value_or(kAhead);
+    if (place == kAhead) queue(unasked(), at);
+    if (place == kInside) sent.insert(sent.size() / 2, unasked());
+    if (place == kBehind) behind = unasked();
+  }
   if (const auto split = faults.strike(FaultKind::Split)) {
     for (const char byte : sent) {
       queue(QByteArray(1, byte), at);
@@ -45,10 +63,12 @@ void Station::answer(const QByteArray& data, Millis delay) {
     }
     return;
   }
-  if (!sent.isEmpty()) queue(sent, at);
+  queue(sent, at);
+  queue(behind, at);
 }
 
 void Station::queue(const QByteArray& data, Millis at) {
+  if (data.isEmpty()) return;
   lastAnswerAt_ = at;
   later(at - clock().now(), [this, data] {
     if (onAnswer) onAnswer(data);

@@ -56,6 +56,10 @@ class Station {
   void answer(const QByteArray& data);
   void answer(const QByteArray& data, Millis delay);
 
+  /// A message that the station sends without being asked, such as news of another throttle; empty
+  /// for a station that only answers.
+  virtual QByteArray unasked() const { return {}; }
+
   /// Runs a pending action of the station, `delay` from now.
   void later(Millis delay, std::function<void()> action);
 

@@ -132,6 +132,10 @@ void Z21Station::accessCv(const Z21CvCommand& command) {
   answerCommand({0x64, 0x14, index >> 8, index & 0xFF, result.value}, kTrackTime);
 }
 
+QByteArray Z21Station::unasked() const {
+  return z21Bytes({kZ21Command, bytes({kState, kPowerOn})});
+}
+
 void Z21Station::answerCommand(std::initializer_list<int> data, Millis delay) {
   answerCommand(bytes(data), delay);
 }

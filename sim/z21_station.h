@@ -38,6 +38,10 @@ class Z21Station final : public Station {
   /// A program is there: it has spoken and not logged off.
   bool inUse() const { return inUse_; }
 
+ protected:
+  /// Another device has switched the track on.
+  QByteArray unasked() const override;
+
  private:
   void obey(const Z21Message& message);
   void obeyCommand(const QByteArray& data);

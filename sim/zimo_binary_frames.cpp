@@ -11,6 +11,7 @@ constexpr int kFrameEscape = 0x10;
 constexpr int kFrameEnd = 0x17;
 constexpr int kFlip = 0x20;
 
+constexpr int kNews = 0x00;
 constexpr int kOwnMessage = 0x10;
 constexpr int kAnswerToRequest = 0x50;
 constexpr int kLongHeader = 0x80;
@@ -78,12 +79,14 @@ std::deque<ZimoFrame> ZimoFrameReader::feed(const QByteArray& data) {
   return frames;
 }
 
-QByteArray zimoStationFrame(ZimoHeader header, int seq, bool answer, int command, int requestSeq,
-                            const QByteArray& data) {
+namespace {
+
+QByteArray frameOf(ZimoHeader header, int seq, int type, int command, int requestSeq,
+                   const QByteArray& data) {
   const bool isLong = header == ZimoHeader::Long;
   QByteArray body;
   body.append(asChar(seq));
-  body.append(asChar((answer ? kAnswerToRequest : kOwnMessage) | (isLong ? kLongHeader : 0)));
+  body.append(asChar(type | (isLong ? kLongHeader : 0)));
   body.append(asChar(command));
   body.append(asChar(requestSeq));
   if (isLong) body.append('\0');
@@ -103,6 +106,17 @@ QByteArray zimoStationFrame(ZimoHeader header, int seq, bool answer, int command
   }
   frame.append(asChar(kFrameEnd));
   return frame;
+}
+
+}  // namespace
+
+QByteArray zimoStationFrame(ZimoHeader header, int seq, bool answer, int command, int requestSeq,
+                            const QByteArray& data) {
+  return frameOf(header, seq, answer ? kAnswerToRequest : kOwnMessage, command, requestSeq, data);
+}
+
+QByteArray zimoNewsFrame(ZimoHeader header, int seq, int command, const QByteArray& data) {
+  return frameOf(header, seq, kNews, command, 0, data);
 }
 
 }  // namespace lokari::sim

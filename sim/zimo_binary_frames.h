@@ -37,6 +37,9 @@ class ZimoFrameReader {
 
 enum class ZimoHeader { Short, Long };
 
+/// A frame of the station that nobody asked for.
+QByteArray zimoNewsFrame(ZimoHeader header, int seq, int command, const QByteArray& data);
+
 /// A frame of the station on the wire. `answer` tells an answer from a message of its own.
 QByteArray zimoStationFrame(ZimoHeader header, int seq, bool answer, int command, int requestSeq,
                             const QByteArray& data);

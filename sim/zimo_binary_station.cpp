@@ -15,6 +15,7 @@ constexpr int kAskTrack = 0x03;
 constexpr int kWho = 0x0D;
 constexpr int kLogOnOff = 0x11;
 constexpr int kCvAccess = 0x13;
+constexpr int kVehicleNews = 0xFF;
 
 constexpr int kAccepted = 0x00;
 constexpr int kUnknown = 0x03;
@@ -161,6 +162,10 @@ void ZimoBinaryStation::writeMain(const ZimoFrame& request, int cv) {
 
 void ZimoBinaryStation::confirm(const ZimoFrame& request, int status) {
   answer(frame(request, true, bytes({status})));
+}
+
+QByteArray ZimoBinaryStation::unasked() const {
+  return zimoNewsFrame(header_, seq_, kVehicleNews, bytes({0, 3, 0x10, 0x08, 0, 0}));
 }
 
 QByteArray ZimoBinaryStation::frame(const ZimoFrame& request, bool answer, const QByteArray& data) {

@@ -48,6 +48,9 @@ class ZimoBinaryStation : public Station {
   ZimoBinaryStation(const Surroundings& surroundings, ZimoHeader header, int model)
       : Station(surroundings), header_(header), model_(model) {}
 
+  /// Another throttle has driven vehicle 3.
+  QByteArray unasked() const override;
+
  private:
   void obey(const ZimoFrame& request);
   void tellModel(const ZimoFrame& request);

@@ -23,8 +23,9 @@ TEST(SimFaults, StrikeOnceUnlessToldOtherwise) {
 }
 
 TEST(SimFaults, EveryKindHasItsName) {
-  for (const char* name : {"silence", "late", "garbage", "short", "split", "unplugged", "busy",
-                           "shortcircuit", "nodecoder", "noack", "wrongvalue"}) {
+  for (const char* name :
+       {"silence", "late", "garbage", "short", "flip", "stray", "split", "unplugged", "busy",
+        "shortcircuit", "nodecoder", "noack", "wrongvalue"}) {
     EXPECT_TRUE(faultFromText(QString::fromLatin1(name))) << name;
   }
 }

@@ -14,6 +14,8 @@ class Parrot final : public Station {
   using Station::Station;
   using Station::writeOnMainTrack;
   using Station::writeOnProgrammingTrack;
+
+  QByteArray unasked() const override { return "News"; }
   void receive(const QByteArray& data) override { answer(data); }
 };
 
@@ -78,6 +80,22 @@ TEST_F(StationTest, AShortAnswerIsCut) {
   station.receive("1234");
   clock.advance(1000);
   EXPECT_EQ(answers, (QList<QByteArray>{"12", "1"}));
+}
+
+TEST_F(StationTest, OneBitOfAnAnswerComesWrong) {
+  faults.add({.kind = FaultKind::Flip, .amount = 9});
+  faults.add({.kind = FaultKind::Flip, .amount = 999});
+  station.receive("abc");
+  station.receive("abc");
+  clock.advance(1000);
+  EXPECT_EQ(answers, (QList<QByteArray>{"a`c", "abc"}));
+}
+
+TEST_F(StationTest, AMessageThatNobodyAskedForStandsAheadOfAnAnswerInItOrBehindIt) {
+  for (const int place : {0, 1, 2}) faults.add({.kind = FaultKind::Stray, .amount = place});
+  for (int i = 0; i < 3; ++i) station.receive("1234");
+  clock.advance(1000);
+  EXPECT_EQ(answers, (QList<QByteArray>{"News", "1234", "12News34", "1234", "News"}));
 }
 
 TEST_F(StationTest, ASplitAnswerComesByteByByte) {
