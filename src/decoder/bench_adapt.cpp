@@ -1,101 +1,15 @@
-// Loading a description and making the window fit it.
-#include <QFileInfo>
-
-#include <algorithm>
-
-#include "base/numbers.h"
-#include "base/paths.h"
+// Making the window fit a description.
 #include "base/prompt.h"
-#include "base/text_file.h"
-#include "decoder/dec_loader.h"
 #include "decoder/decoder_bench.h"
 #include "decoder/fixed_fields.h"
-#include "link/station_link.h"
 
 namespace lokari {
 namespace {
 
-/// Folders and files of the catalogue have names of at most so many characters.
-constexpr int kFileNameLength = 8;
 constexpr int kLongestName = 32;
 constexpr int kLongestRange = 16;
 
-bool isFile(const QString& path) {
-  return !path.isEmpty() && QFileInfo(path).isFile();
-}
-
-QString standardFile(const QString& basePath) {
-  return basePath + QStringLiteral("/Default.dec");
-}
-
 }  // namespace
-
-QString DecoderBench::descriptionFile() const {
-  if (dcManufNo > 0) {
-    const QString maker = controls.at(QStringLiteral("cbDcManuf")).text.left(kFileNameLength);
-    const QString type = controls.at(QStringLiteral("cbDcDecoder")).text.left(kFileNameLength);
-    const QString own =
-        findFile(insideFolder(parts_.basePath, {maker, type + QStringLiteral(".dec")}));
-    if (isFile(own)) return own;
-  }
-  const QString standard = findFile(standardFile(parts_.basePath));
-  return isFile(standard) ? standard : QString();
-}
-
-void DecoderBench::ChangeDecoder() {
-  choicePending_ = false;
-  const QString file = descriptionFile();
-  endDescription();
-  if (file.isEmpty()) {
-    emit busyChanged(false);
-    parts_.prompt.message(QStringLiteral("Standard-Decoderdatei %1 nicht gefunden!")
-                              .arg(standardFile(parts_.basePath)));
-    return;
-  }
-  const auto text = readTextFile(file);
-  const bool complete = text && loadDescription(*text, description);
-  parts_.link.progMode = description.PROGMODE;
-  if (!windowOpening) {
-    for (const SpeedTablePoint& point : description.speedTabValues) {
-      sets.setValue(point.cv, point.value);
-    }
-  }
-  if (complete) {
-    if (!windowOpening) {
-      for (int i = 2; i <= kHighestCvIndex; ++i) sets.setMark(CvIndex(i), CvMark::None);
-      takeStraightTable();
-    }
-    adapt();
-  }
-  emit busyChanged(false);
-}
-
-void DecoderBench::endDescription() {
-  // The ticks go with the description that they were made under: the same boxes would now read and
-  // write CVs of another decoder.
-  description = DecoderDescription();
-  parts_.link.progMode = description.PROGMODE;
-  closeGridEdit();
-  grid_ = CvGrid();
-  // Rows show entries of the description, so none outlives it.
-  rows_.clear();
-  rowOfCv_.assign(kCvArraySize, -1);
-  rowOfField_.clear();
-  emit rowsReset();
-  showBoxes();
-  controls.setText(QStringLiteral("txtDcComVersion"), QStringLiteral("0.0"));
-  if (!windowOpening) sets.setValue(CvIndex(cv::kVersion), 0);
-  rebuildGrid();
-}
-
-void DecoderBench::takeStraightTable() {
-  if (description.hasSpeedTabValues || !description.SPEEDTABLE) return;
-  const int points = description.tablePoints();
-  const double step = static_cast<double>(description.INTERNALSTEPS) / points;
-  for (int i = 1; i <= points; ++i) {
-    sets.setValue(CvIndex(cv::kFirstTable - 1 + i), toCvByte(step * i));
-  }
-}
 
 void DecoderBench::adapt() {
   adaptAddress();
@@ -226,14 +140,6 @@ void DecoderBench::adaptRows() {
   emit rowsReset();
 }
 
-void DecoderBench::takeDefaults() {
-  for (int i = 1; i <= kHighestCvIndex; ++i) {
-    const CvDescriptor& entry = description.info(CvIndex(i));
-    if (!entry.exists()) continue;
-    sets.setValue(CvIndex(i), entry.hasDefault() ? std::clamp(entry.cvDefault, 0, 255) : 0);
-  }
-}
-
 void DecoderBench::adaptFixedFields() {
   // The spare row shows the CV of the drive page, normally CV 9.
   userRowCv_ = CvIndex(cv::kUserRow);
@@ -258,8 +164,9 @@ void DecoderBench::adaptFixedFields() {
       controls.setCaption(
           label, QStringLiteral("%1 (%2):")
                      .arg(entry.cvName.left(kLongestName), entry.cvRange.left(kLongestRange)));
-      controls.setText(field, QString::number(sets.value(cv)));
+      showFieldText(field, QString::number(sets.value(cv)));
     } else {
+      controls.setCaption(label, {});
       showFieldText(field, QStringLiteral("0"));
       controls.setColour(field, TextColour::Normal);
       setBox(fixed.readBox(), false);

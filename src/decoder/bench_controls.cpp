@@ -29,6 +29,7 @@ constexpr const char* kNames[] = {
     "chkDcAdrChk",
     "chkDcManufChk",
     // Address and version.
+    "labNoDescription",
     "labAdr",
     "dc_adr",
     "chkDcAdrRead",

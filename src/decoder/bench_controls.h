@@ -34,7 +34,7 @@ struct Control {
 /// - the window: `ssDecoder` (its tabs), `cvTable`, `picSpeedTable`; buttons `cmdOK`, `cmdCancel`,
 ///   `cmdDcRead`, `cmdDcReadMain`, `cmdDcProg`, `cmdDcProgMain`, `cmdReadAll`, `cmdReadNone`,
 ///   `cmdWriteAll`, `cmdWriteNone`, `cmdCopy`, `cmdName`, `cmdFuncMap`; lists `cbDcManuf`,
-///   `cbDcDecoder`, `cbDcVer`; check boxes `chkDcAdrChk`, `chkDcManufChk`;
+///   `cbDcDecoder`, `cbDcVer`; check boxes `chkDcAdrChk`, `chkDcManufChk`; `labNoDescription`;
 /// - address: `labAdr`, `dc_adr`, `chkDcAdrRead`, `chkDcAdrWrite`; `txtDcComVersion`;
 /// - CV 2 to 6, 9 and 19: `lab<Name>`, `txt<Name>` with Name of `DcDrvMinVolt`, `DcComAccTime`,
 ///   `DcComDecTime`, `DcDrvMaxSpeed`, `DcDrvMedSpeed`, `DcDrvUser`, `DcComConsist`;

@@ -28,7 +28,7 @@ GridRow DecoderBench::gridRow(int row) const {
 }
 
 void DecoderBench::makeTableNames() {
-  if (!description.SPEEDTABLE) return;
+  if (missing_ || !description.SPEEDTABLE) return;
   for (int i = cv::kFirstTable; i <= cv::kLastTable; ++i) {
     CvDescriptor& entry = description.info(CvIndex(i));
     entry.cvName =
@@ -39,6 +39,11 @@ void DecoderBench::makeTableNames() {
 }
 
 void DecoderBench::rebuildGrid() {
+  if (missing_) {
+    grid_.rebuild(1, {});
+    emit gridReset();
+    return;
+  }
   std::vector<CvIndex> cvs;
   for (int i = 1; i <= kHighestCvIndex; ++i) {
     if (description.info(CvIndex(i)).exists()) cvs.push_back(CvIndex(i));

@@ -224,6 +224,7 @@ void DecoderBench::buttonClicked(const QString& name) {
   for (const JobButton& button : kJobs) {
     if (name != QStringView(button.name)) continue;
     finishChoice();
+    if (refusedWithoutDescription()) return;
     parts_.link.commJob = button.job;
     emit jobRequested(button.job);
   }

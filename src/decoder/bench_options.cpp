@@ -110,7 +110,10 @@ void DecoderBench::showMarkAdr() {
 void DecoderBench::showVersion() {
   const int version = sets.value(CvIndex(cv::kVersion));
   QString text = QString::number(version);
-  if (sets.value(CvIndex(cv::kMaker)) == kMakerWithSubVersion || version == kMakerWithSubVersion) {
+  // Version 0 is that of a decoder that was not read: what CV 65 and 250 hold is of the one before.
+  const bool known = version != 0;
+  if (known && (sets.value(CvIndex(cv::kMaker)) == kMakerWithSubVersion ||
+                version == kMakerWithSubVersion)) {
     text += u'.' + QString::number(sets.value(CvIndex(cv::kSubVersion)));
     text += decoderTypeText(sets.value(CvIndex(cv::kDecoderType)));
   }

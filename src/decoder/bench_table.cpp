@@ -5,6 +5,7 @@
 #include "base/text_file.h"
 #include "decoder/decoder_bench.h"
 #include "decoder/spd_file.h"
+#include "decoder/speed_table.h"
 #include "decoder/speed_table_list.h"
 
 namespace lokari {
@@ -49,13 +50,32 @@ bool DecoderBench::tableButtonClicked(const QString& name) {
 }
 
 void DecoderBench::smoothTable() {
-  SpeedTable(*this).smooth();
+  SpeedTable table(*this);
+  // The table is not what the user looks at.
+  if (table.view() == SpeedView::ThreePoints &&
+      parts_.prompt.ask(
+          {.text = QStringLiteral("Geschwindigkeitstabelle glätten?"),
+           .buttons = Buttons::OkCancel,
+           .icon = Icon::Warning,
+           .more = QStringLiteral("Das ändert %1. Gezeigt wird aber die Kurve aus %2.")
+                       .arg(table.tableCvs(), table.shownCvs()),
+           .preset = Answer::Cancel}) != Answer::Ok) {
+    return;
+  }
+  table.smooth();
   emit speedTableChanged();
 }
 
 void DecoderBench::listTable() {
   SpeedTableList list(*this, parts_.prompt);
-  if (tableListBox && list.usable()) tableListBox(list);
+  if (!list.usable()) {
+    parts_.prompt.message(
+        QStringLiteral("Die Geschwindigkeitstabelle ist ausgeschaltet."), Icon::Information,
+        QStringLiteral("Die Liste zeigt %1. Dazu \"Geschwindigkeitstabelle\" auf \"Ja\" stellen.")
+            .arg(SpeedTable(*this).tableCvs()));
+    return;
+  }
+  if (tableListBox) tableListBox(list);
 }
 
 void DecoderBench::loadTable() {

@@ -10,7 +10,7 @@ CvSets::CvSets() {
 
 void CvSets::clear() {
   const QByteArray zeros(kCvArraySize, '\0');
-  for (Set& set : sets_) set = {zeros, zeros, {}};
+  for (Set& set : sets_) set = {zeros, zeros, {}, zeros, zeros};
   currentSet_ = SetNumber(1);
   currentSetName.clear();
   load(currentSet_);
@@ -63,6 +63,32 @@ bool CvSets::change(const QString& name) {
     return true;
   }
   return false;
+}
+
+void CvSets::settle() {
+  Set& set = sets_[index(currentSet_)];
+  set.settledValues = cvValues;
+  set.settledMarks = cvMarks;
+}
+
+void CvSets::settleAll() {
+  for (Set& set : sets_) {
+    set.settledValues = set.values;
+    set.settledMarks = set.marks;
+  }
+  settle();
+}
+
+int CvSets::unstored() const {
+  const Set& set = sets_[index(currentSet_)];
+  int count = 0;
+  for (qsizetype i = CvIndex(2).arrayIndex(); i <= CvIndex(kHighestCvIndex).arrayIndex(); ++i) {
+    const bool typed = cvValues[i] != set.settledValues[i];
+    // A mark that was cleared says nothing; one that was set came over the line.
+    const bool accessed = cvMarks[i] != '\0' && cvMarks[i] != set.settledMarks[i];
+    if (typed || accessed) ++count;
+  }
+  return count;
 }
 
 void CvSets::load(SetNumber set) {

@@ -51,6 +51,15 @@ class CvSets {
   /// Stores the working copy and takes the first set of that name; false when there is none.
   bool change(const QString& name);
 
+  // ---- What nothing but this object holds -----------------------------------------------------
+
+  /// The working copy as it stands is nobody's work: a type's defaults.
+  void settle();
+  /// The same for all five sets: they are what the record holds.
+  void settleAll();
+  /// How many CVs of the working copy were typed or read since. The address is none of them.
+  int unstored() const;
+
   int value(CvIndex cv) const { return static_cast<quint8>(cvValues[cv.arrayIndex()]); }
   void setValue(CvIndex cv, int value) { cvValues[cv.arrayIndex()] = static_cast<char>(value); }
   CvMark mark(CvIndex cv) const { return static_cast<CvMark>(cvMarks[cv.arrayIndex()]); }
@@ -61,6 +70,8 @@ class CvSets {
     QByteArray values;
     QByteArray marks;
     QString name;
+    QByteArray settledValues = {};
+    QByteArray settledMarks = {};
   };
   static size_t index(SetNumber set) { return static_cast<size_t>(set.arrayIndex()); }
   void load(SetNumber set);

@@ -26,6 +26,7 @@ DecoderBench::DecoderBench(BenchParts parts, QObject* parent)
       tabs_(makeTabs(description)),
       rowOfCv_(kCvArraySize, -1) {
   controls.setVisible(QStringLiteral("tabText"), false);
+  controls.setVisible(QStringLiteral("labNoDescription"), false);
   controls.setEnabled(QStringLiteral("txtDcComVersion"), false);
 }
 
@@ -55,6 +56,7 @@ void DecoderBench::open(const CvRecord& record, const QString& address) {
   controls.setChecked(QStringLiteral("chkDcAdrChk"), parts_.settings.addressCheckNow);
   controls.setChecked(QStringLiteral("chkDcManufChk"), parts_.settings.manufacturerCheckNow);
   windowOpening = false;
+  sets.settleAll();
   selectTab(0);
 }
 
@@ -117,16 +119,38 @@ void DecoderBench::finishChoice() {
   if (choicePending_) ChangeDecoder();
 }
 
-void DecoderBench::chooseManufacturer(const QString& name) {
+bool DecoderBench::mayDropValues() {
+  // A job asks its own questions.
+  const int count = commRunning ? 0 : sets.unstored();
+  if (count == 0) return true;
+  const QString what =
+      count == 1 ? QStringLiteral("Ein eingegebener oder gelesener CV-Wert ist")
+                 : QStringLiteral("%1 eingegebene oder gelesene CV-Werte sind").arg(count);
+  return parts_.prompt.ask({.text = QStringLiteral("Decodertyp wechseln?"),
+                            .buttons = Buttons::OkCancel,
+                            .icon = Icon::Warning,
+                            .more = QStringLiteral("%1 noch nicht gespeichert. Mit dem anderen "
+                                                   "Decodertyp gelten dessen Vorgaben.")
+                                        .arg(what),
+                            .preset = Answer::Cancel}) == Answer::Ok;
+}
+
+bool DecoderBench::chooseManufacturer(const QString& name) {
+  if (name == controls.at(QStringLiteral("cbDcManuf")).text) return true;
+  if (!mayDropValues()) return false;
   controls.setText(QStringLiteral("cbDcManuf"), name);
   const auto maker = parts_.catalogue.makerByName(name);
   if (maker) dcManufNo = maker->number;
   fillDecoders({});
+  return true;
 }
 
-void DecoderBench::chooseDecoder(const QString& name) {
+bool DecoderBench::chooseDecoder(const QString& name) {
+  if (name == controls.at(QStringLiteral("cbDcDecoder")).text) return true;
+  if (!mayDropValues()) return false;
   controls.setText(QStringLiteral("cbDcDecoder"), name);
   decoderChosen();
+  return true;
 }
 
 // ---- Sets -------------------------------------------------------------------------------------
@@ -197,7 +221,7 @@ void DecoderBench::refreshFields(bool onlyGrid) {
     for (const FixedField& fixed : kFixedFields) {
       const CvIndex cv = fixed.cv == cv::kUserRow ? userRowCv_ : CvIndex(fixed.cv);
       // A CV that the decoder lacks keeps its empty field.
-      if (fieldOf(cv) == QLatin1String(fixed.field) && description.info(cv).exists()) {
+      if (fieldOf(cv) == QLatin1String(fixed.field) && !missing_ && description.info(cv).exists()) {
         showValue(cv);
       }
       showMark(CvIndex(fixed.cv));
@@ -220,6 +244,10 @@ void DecoderBench::refreshFields(bool onlyGrid) {
 // ---- Jobs -------------------------------------------------------------------------------------
 
 void DecoderBench::runJob() {
+  if (refusedWithoutDescription()) {
+    jobEnd = JobEnd::NoDescription;
+    return;
+  }
   giveWay();
   switch (parts_.link.commJob) {
     case CommJob::ReadProgTrack:

@@ -31,6 +31,7 @@ class SpeedTableList;
 class StationLink;
 struct CopyTargets;
 struct CvRecord;
+struct DecFault;
 
 /// What a bench works with; all of it must outlive the bench.
 struct BenchParts {
@@ -48,8 +49,16 @@ struct BenchParts {
 /// The user's answer to copying from the first set.
 enum class CopyAnswer { All = 1, None = 2, Selected = 6 };
 
+/// Why a decoder type has no description, as the user is told it.
+struct MissingDescription {
+  QString line;  ///< in place of the pages' contents
+  QString text;  ///< of a message, names the file
+  QString more;  ///< below it
+};
+
 /// How the last batch job ended.
 enum class JobEnd {
+  NoDescription,
   NothingMarked,
   NoSession,  ///< the station could not be reached
   Stopped,    ///< cancelled, or a question was answered so
@@ -112,9 +121,11 @@ class DecoderBench : public QObject {
   void cmdOK(CvRecord& record);
   void cmdCancel();
 
-  /// A choice in `cbDcManuf`, `cbDcDecoder`, `cbDcVer`.
-  void chooseManufacturer(const QString& name);
-  void chooseDecoder(const QString& name);
+  /// A choice in `cbDcManuf`, `cbDcDecoder`. Choosing what is chosen changes nothing; a change that
+  /// would lose values asks. False when the user then stays with the type he has.
+  bool chooseManufacturer(const QString& name);
+  bool chooseDecoder(const QString& name);
+  /// A choice in `cbDcVer`.
   void chooseSet(const QString& name);
   /// `cbDcVer` loses the focus: its text is the current set's new name.
   void setNameLeft(const QString& text);
@@ -226,18 +237,31 @@ class DecoderBench : public QObject {
   void fillSelectors(int manufacturer, const QString& decoder);
   void fillDecoders(const QString& wanted);
   void decoderChosen();
+  /// Asks about values that nothing but the window holds; true when another type may replace them.
+  bool mayDropValues();
   /// Does at once what Timer3 still has to do.
   void finishChoice();
   void showSetNames();
   void showCurrentSet();
 
-  // The description: bench_adapt.cpp.
+  // Loading the description: bench_load.cpp.
+  /// Where the chosen type's own file is looked for; empty without a maker.
+  QString ownFile() const;
   QString descriptionFile() const;
+  void loadFile(const QString& file);
   /// Ends everything that belongs to the description in use: its ticks, its rows, what is selected
   /// and edited in the grid.
   void endDescription();
   void takeStraightTable();
   void takeDefaults();
+  void missFile();
+  /// `fault` is what ended the reading; nothing when there was nothing to read.
+  void failFile(const QString& file, const DecFault* fault);
+  void stayEmpty(MissingDescription missing);
+  /// Without a description tells why there is none; true then.
+  bool refusedWithoutDescription();
+
+  // Fitting the window to the description: bench_adapt.cpp.
   void adapt();
   void adaptAddress();
   void adaptDrive();
@@ -346,6 +370,7 @@ class DecoderBench : public QObject {
   bool progressEnabled_ = false;
   bool choicePending_ = false;
   std::unique_ptr<Clock::Alarm> Timer3_;
+  std::optional<MissingDescription> missing_;
 };
 
 }  // namespace lokari

@@ -39,6 +39,20 @@ SpeedView SpeedTable::view() const {
   return possible && !off ? SpeedView::Table : SpeedView::ThreePoints;
 }
 
+QString SpeedTable::tableCvs() const {
+  return QStringLiteral("CV %1 bis %2")
+      .arg(cv::kFirstTable)
+      .arg(cv::kFirstTable - 1 + bench_.description.tablePoints());
+}
+
+QString SpeedTable::shownCvs() const {
+  if (view() == SpeedView::ThreePoints) return QStringLiteral("CV 2, 6 und 5");
+  if (cvsPerStep() == 1) return tableCvs();
+  return QStringLiteral("CV %1 bis %2, jede zweite")
+      .arg(cvOfStep(1).value())
+      .arg(cvOfStep(tableSteps()).value());
+}
+
 int SpeedTable::pointCount() const {
   return view() == SpeedView::Table ? tableSteps() : static_cast<int>(kCurvePoints.size());
 }
@@ -63,21 +77,28 @@ const FixedField& SpeedTable::fieldOfPoint(int point) const {
 }
 
 bool SpeedTable::movable(int point) const {
-  return view() == SpeedView::Table ||
-         bench_.controls.at(QString::fromLatin1(fieldOfPoint(point).field)).enabled;
+  return bench_.description.info(cvOf(point)).exists();
+}
+
+int SpeedTable::shownValue(int point) const {
+  return movable(point) ? bench_.sets.value(cvOf(point)) : 0;
 }
 
 QString SpeedTable::pointText(int point) const {
   const CvIndex cv = cvOf(point);
   const QString name = view() == SpeedView::Table ? QStringLiteral("Stufe %1").arg(point)
                                                   : QString::fromUtf16(curvePointOf(point).name);
-  return QStringLiteral("%1 (CV %2): %3").arg(name).arg(cv.value()).arg(bench_.sets.value(cv));
+  if (!movable(point)) {
+    return QStringLiteral("%1 (CV %2): fehlt diesem Decoder").arg(name).arg(cv.value());
+  }
+  return QStringLiteral("%1 (CV %2): %3").arg(name).arg(cv.value()).arg(shownValue(point));
 }
 
 SpeedPoint SpeedTable::curvePoint(int point, double step) const {
   const CvIndex cv = cvOf(point);
-  const double speed = static_cast<double>(bench_.sets.value(cv)) / highest(point);
-  return {cv, step, std::min(speed, 1.0), bench_.colourOf(cv)};
+  const double speed = static_cast<double>(shownValue(point)) / highest(point);
+  return {cv, step, std::min(speed, 1.0),
+          movable(point) ? bench_.colourOf(cv) : TextColour::Normal};
 }
 
 std::vector<SpeedPoint> SpeedTable::threePoints() const {
@@ -87,7 +108,7 @@ std::vector<SpeedPoint> SpeedTable::threePoints() const {
   }
   // A middle of 0 lets the decoder take the straight line.
   SpeedPoint& middle = points[kMiddle - 1];
-  if (bench_.sets.value(middle.cv) == 0) {
+  if (shownValue(kMiddle) == 0) {
     middle.speed = (points.front().speed + points.back().speed) / 2;
   }
   return points;

@@ -38,13 +38,17 @@ class SpeedTable {
   explicit SpeedTable(DecoderBench& bench) : bench_(bench) {}
 
   SpeedView view() const;
+  /// The CVs that the picture shows: "CV 2, 6 und 5", "CV 67 bis 94".
+  QString shownCvs() const;
+  /// The CVs of the whole table: "CV 67 bis 94".
+  QString tableCvs() const;
   /// The points of the view: 3, or those of the table.
   int pointCount() const;
   std::vector<SpeedPoint> points() const;
   CvIndex cvOf(int point) const;
   /// The value at the upper edge of the picture, 1 to 255.
   int highest(int point) const;
-  /// False for a point whose CV the decoder lacks.
+  /// False for a point whose CV the decoder lacks. It is shown as 0, whatever is stored for the CV.
   bool movable(int point) const;
   /// "Stufe 12 (CV 78): 130", "Mitte (CV 6): 80".
   QString pointText(int point) const;
@@ -73,6 +77,7 @@ class SpeedTable {
 
  private:
   const FixedField& fieldOfPoint(int point) const;
+  int shownValue(int point) const;
   SpeedPoint curvePoint(int point, double step) const;
   std::vector<SpeedPoint> threePoints() const;
   bool setPoint(int point, double value);

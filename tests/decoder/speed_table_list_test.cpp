@@ -59,11 +59,12 @@ TEST_F(SpeedTableListTest, OfAShortTableItShowsFifteenBoxesAlsoWithFourteenSteps
   EXPECT_EQ(opened, 1);
 }
 
-TEST_F(SpeedTableListTest, DoesNotOpenWhileTheTableIsOff) {
+TEST_F(SpeedTableListTest, DoesNotOpenWhileTheTableIsOffAndSaysWhy) {
   openEco("");
   openList([](SpeedTableList&) {});
   EXPECT_EQ(opened, 0);
-  EXPECT_TRUE(prompt.shown.isEmpty());
+  EXPECT_EQ(prompt.shown, QStringList({"Die Geschwindigkeitstabelle ist ausgeschaltet."}));
+  EXPECT_TRUE(prompt.below.last().contains(QStringLiteral("CV 67 bis 94")));
 }
 
 TEST_F(SpeedTableListTest, AValueThatIsLeftShowsInTheCurveAtOnce) {

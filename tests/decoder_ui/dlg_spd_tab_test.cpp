@@ -117,7 +117,7 @@ TEST_F(DlgSpdTabTest, DoesNotComeUpWhileTheTableIsOff) {
     tabs()->setCurrentIndex(1);
     click("cmdTblList");
     EXPECT_FALSE(window.findChild<DlgSpdTab*>());
-    EXPECT_TRUE(prompt.shown.isEmpty());
+    EXPECT_EQ(prompt.shown, QStringList({"Die Geschwindigkeitstabelle ist ausgeschaltet."}));
   });
 }
 

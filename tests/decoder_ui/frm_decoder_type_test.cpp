@@ -4,6 +4,7 @@
 #include <QHeaderView>
 
 #include "choice_fixture.h"
+#include "decoder/ui/speed_curve.h"
 
 namespace lokari {
 namespace {
@@ -120,6 +121,51 @@ TEST_F(FrmDecoderType, AHeadOfTheGridWorksOnNoRowsSelectedBefore) {
     clickHead(GridColumn::Write);
     EXPECT_TRUE(bench.description.info(CvIndex(3)).cvWrite) << "without a selection it is all rows";
     EXPECT_TRUE(bench.description.info(CvIndex(113)).cvWrite);
+  });
+}
+
+// ---- What is shown ----------------------------------------------------------------------------
+
+TEST_F(FrmDecoderType, CurveLabelsAndFieldsShowNothingOfTheTypeBefore) {
+  for (const int cv : {2, 5, 6, 9}) setValue(cv, 60 + cv, '1');
+  edit([&] {
+    EXPECT_EQ(label("labDcDrvMaxSpeed")->text(), QStringLiteral("Hoechst (0-255):"));
+    choose("cbDcDecoder", QStringLiteral("Zwei"));
+    const struct {
+      const char* label;
+      const char* standard;
+      const char* field;
+    } lines[] = {{"labDcDrvMinVolt", "Minimalspannung:", "txtDcDrvMinVolt"},
+                 {"labDcDrvMaxSpeed", "Maximalgeschwindigkeit:", "txtDcDrvMaxSpeed"},
+                 {"labDcDrvMedSpeed", "Mittengeschwindigkeit:", "txtDcDrvMedSpeed"},
+                 {"labDcDrvUser", "Motoransteuerung:", "txtDcDrvUser"}};
+    for (const auto& each : lines) {
+      EXPECT_EQ(label(each.label)->text().toStdString(), each.standard);
+      EXPECT_EQ(field(each.field)->text(), QStringLiteral("0")) << each.field;
+      EXPECT_NE(test::textColourOf(field(each.field)), QColor(0, 0, 255)) << each.field;
+    }
+    EXPECT_EQ(label("labDcComAccTime")->text(), QStringLiteral("Anlaufzeit (0-63):"));
+    const SpeedTable& table = control<SpeedCurve>(QStringLiteral("picSpeedTable"))->table();
+    ASSERT_EQ(table.view(), SpeedView::ThreePoints);
+    for (const SpeedPoint& point : table.points()) {
+      EXPECT_EQ(point.speed, 0.0);
+      EXPECT_EQ(point.colour, TextColour::Normal);
+    }
+    EXPECT_EQ(table.pointText(3), QStringLiteral("Höchstwert (CV 5): fehlt diesem Decoder"));
+    for (const int cv : {2, 5, 6, 9}) EXPECT_EQ(value(cv), 60 + cv) << "stored bytes stay";
+  });
+}
+
+TEST_F(FrmDecoderType, TheVersionIsNotThatOfTheDecoderBefore) {
+  setValue(7, 32);
+  setValue(8, 145);
+  setValue(65, 10);
+  setValue(250, 211);
+  edit([&] {
+    EXPECT_EQ(field("txtDcComVersion")->text(), QStringLiteral("32.10"));
+    choose("cbDcDecoder", QStringLiteral("Zwei"));
+    EXPECT_EQ(field("txtDcComVersion")->text(), QStringLiteral("0"));
+    EXPECT_EQ(value(65), 10);
   });
 }
 

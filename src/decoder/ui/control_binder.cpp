@@ -2,13 +2,13 @@
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 
 #include <utility>
 
+#include "decoder/ui/choice_list.h"
 #include "decoder/ui/text_colour.h"
 #include "decoder/ui/value_edit.h"
 
@@ -20,18 +20,6 @@ T* named(T* control, const QString& name, const QString& accessibleName) {
   control->setObjectName(name);
   control->setAccessibleName(accessibleName);
   return control;
-}
-
-void showEntries(QComboBox* list, const Control& control) {
-  QStringList entries = control.items;
-  if (!control.text.isEmpty() && !entries.contains(control.text)) entries << control.text;
-  QStringList shown;
-  for (int i = 0; i < list->count(); ++i) shown << list->itemText(i);
-  if (shown != entries) {
-    list->clear();
-    list->addItems(entries);
-  }
-  list->setCurrentIndex(static_cast<int>(entries.indexOf(control.text)));
 }
 
 }  // namespace
@@ -97,8 +85,8 @@ QLabel* ControlBinder::label(QWidget* parent, const QString& name, const QString
   auto* label = named(new QLabel(text, parent), name, {});
   label->setTextFormat(Qt::PlainText);
   label->setWordWrap(true);
-  bind(name, [label](const Control& control) {
-    if (!control.caption.isEmpty()) label->setText(control.caption);
+  bind(name, [label, text](const Control& control) {
+    label->setText(control.caption.isEmpty() ? text : control.caption);
     showState(label, control);
   });
   return label;
@@ -169,32 +157,36 @@ QPushButton* ControlBinder::copyButton(QWidget* parent, const QString& suffix) {
   return made;
 }
 
-QComboBox* ControlBinder::list(QWidget* parent, const QString& name, const QString& accessibleName,
-                               std::function<void(const QString&)> chosen) {
-  auto* list = named(new QComboBox(parent), name, accessibleName);
+ChoiceList* ControlBinder::list(QWidget* parent, const QString& name, const QString& accessibleName,
+                                std::function<bool(const QString&)> chosen) {
+  auto* list = named(new ChoiceList(parent), name, accessibleName);
   bind(name, [list](const Control& control) {
-    showEntries(list, control);
+    list->showEntries(control);
     showState(list, control);
   });
   // A turn of the wheel above a closed list would change the decoder unasked.
   list->setFocusPolicy(Qt::StrongFocus);
   list->installEventFilter(this);
-  connect(list, &QComboBox::activated, this,
-          [this, name, list, chosen = std::move(chosen)](int index) {
+  connect(list, &ChoiceList::chosen, this,
+          [this, name, list, chosen = std::move(chosen)](const QString& entry) {
             // The list has the focus, and its own text is the choice.
-            if (takeLeftFields()) chosen(list->itemText(index));
-            showEntries(list, bench_.controls.at(name));  // the choice may have been refused
+            if (takeLeftFields() && !chosen(entry)) ++refusals_;
+            list->showEntries(bench_.controls.at(name));  // the choice may have been refused
           });
+  connect(list, &ChoiceList::leftUndecided, this,
+          [this, list] { takeLater([list] { list->takeShown(); }); });
   return list;
 }
 
 void ControlBinder::onLeft(ValueEdit* field, std::function<void()> action) {
   // Not taken inside the change of focus: a message box there would swallow the click that caused
   // it and leave its button pressed.
-  connect(field, &ValueEdit::left, this, [this, action = std::move(action)] {
-    leftFields_ << action;
-    QMetaObject::invokeMethod(this, &ControlBinder::takeLeftFields, Qt::QueuedConnection);
-  });
+  connect(field, &ValueEdit::left, this, [this, action = std::move(action)] { takeLater(action); });
+}
+
+void ControlBinder::takeLater(const std::function<void()>& action) {
+  leftFields_ << action;
+  QMetaObject::invokeMethod(this, &ControlBinder::takeLeftFields, Qt::QueuedConnection);
 }
 
 void ControlBinder::tips(ValueEdit* field, std::function<QString()> tag) {
@@ -227,7 +219,10 @@ bool ControlBinder::takeLeftFields() {
 void ControlBinder::act(const std::function<void()>& action) {
   // A mnemonic presses a button without taking the focus from the field.
   QWidget* focus = QApplication::focusWidget();
-  if (const auto* list = qobject_cast<QComboBox*>(focus)) focus = list->lineEdit();
+  if (auto* list = qobject_cast<ChoiceList*>(focus)) {
+    if (list->undecided()) takeLater([list] { list->takeShown(); });
+    focus = list->lineEdit();
+  }
   if (auto* field = qobject_cast<ValueEdit*>(focus)) emit field->left();
   if (takeLeftFields()) action();
 }

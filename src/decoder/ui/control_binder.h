@@ -11,13 +11,13 @@
 #include "decoder/decoder_bench.h"
 
 class QCheckBox;
-class QComboBox;
 class QLabel;
 class QPushButton;
 class QRadioButton;
 
 namespace lokari {
 
+class ChoiceList;
 class ValueEdit;
 
 class ControlBinder final : public QObject {
@@ -26,7 +26,7 @@ class ControlBinder final : public QObject {
  public:
   explicit ControlBinder(DecoderBench& bench, QObject* parent = nullptr);
 
-  // Each makes the control `name` as a child of `parent`. `text` stays until the bench gives one.
+  // Each makes the control `name` as a child of `parent`. `text` stands while the bench gives none.
   QLabel* label(QWidget* parent, const QString& name, const QString& text);
   ValueEdit* field(QWidget* parent, const QString& name, const QString& accessibleName);
   /// `holds_<name>`: the value that holds beside a field whose text was not taken.
@@ -40,8 +40,9 @@ class ControlBinder final : public QObject {
   /// `cmdCopy<suffix>`, which copies a tab's CVs onto other vehicles if there are any.
   QPushButton* copyButton(QWidget* parent, const QString& suffix);
   /// A drop-down list that shows the bench's text even when it is none of the entries.
-  QComboBox* list(QWidget* parent, const QString& name, const QString& accessibleName,
-                  std::function<void(const QString&)> chosen);
+  /// `chosen` is false for a choice that the user took back.
+  ChoiceList* list(QWidget* parent, const QString& name, const QString& accessibleName,
+                   std::function<bool(const QString&)> chosen);
 
   /// Shows the bench's control `name` with `show`, now and at every change.
   void bind(const QString& name, std::function<void(const Control&)> show);
@@ -67,6 +68,7 @@ class ControlBinder final : public QObject {
   void tipUnwanted();
 
  private:
+  void takeLater(const std::function<void()>& action);
   bool takeLeftFields();
 
   DecoderBench& bench_;

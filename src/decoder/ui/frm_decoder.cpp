@@ -15,6 +15,7 @@
 #include "base/ui/pictures.h"
 #include "base/ui/tool_tip.h"
 #include "base/ui/window_scale.h"
+#include "decoder/ui/choice_list.h"
 #include "decoder/ui/control_binder.h"
 #include "decoder/ui/cv_table_view.h"
 #include "decoder/ui/decoder_dialogs.h"
@@ -79,16 +80,18 @@ void FrmDecoder::makeHeader(QBoxLayout* rows) {
 
   caption(QStringLiteral("&Hersteller:"),
           binder_->list(parent, QStringLiteral("cbDcManuf"), QStringLiteral("Hersteller"),
-                        [this](const QString& name) { bench_.chooseManufacturer(name); }));
+                        [this](const QString& name) { return bench_.chooseManufacturer(name); }));
   line->addSpacing(8);
   caption(QStringLiteral("&Decoder:"),
           binder_->list(parent, QStringLiteral("cbDcDecoder"), QStringLiteral("Decoder"),
-                        [this](const QString& name) { bench_.chooseDecoder(name); }));
+                        [this](const QString& name) { return bench_.chooseDecoder(name); }));
   line->addSpacing(8);
 
   const QString setList = QStringLiteral("cbDcVer");
-  cbDcVer_ = binder_->list(parent, setList, QStringLiteral("CV-Satz"),
-                           [this](const QString& name) { bench_.chooseSet(name); });
+  cbDcVer_ = binder_->list(parent, setList, QStringLiteral("CV-Satz"), [this](const QString& name) {
+    bench_.chooseSet(name);
+    return true;
+  });
   auto* name = new ValueEdit;
   cbDcVer_->setEditable(true);
   cbDcVer_->setInsertPolicy(QComboBox::NoInsert);
@@ -108,6 +111,7 @@ void FrmDecoder::makeHeader(QBoxLayout* rows) {
 }
 
 void FrmDecoder::makeTabs(QBoxLayout* rows, const Pictures& pictures) {
+  rows->addWidget(binder_->label(rows->parentWidget(), QStringLiteral("labNoDescription"), {}));
   ssDecoder_ = new QTabWidget(rows->parentWidget());
   ssDecoder_->setObjectName(QStringLiteral("ssDecoder"));
   ssDecoder_->setUsesScrollButtons(true);

@@ -92,6 +92,7 @@ QString SpeedCurve::note() const {
 void SpeedCurve::showChange() {
   setAccessibleDescription(table_.pointText(selectedPoint()));
   update();
+  emit shown();
 }
 
 void SpeedCurve::paintEvent(QPaintEvent*) {

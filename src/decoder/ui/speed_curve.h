@@ -29,6 +29,11 @@ class SpeedCurve final : public QWidget {
   int selectedPoint() const;
   /// What the picture tells about the point that is meant and the value under the mouse.
   QString note() const;
+  const SpeedTable& table() const { return table_; }
+
+ signals:
+  /// What is shown changed, perhaps the view or the CVs that it stands for.
+  void shown();
 
  protected:
   void paintEvent(QPaintEvent* event) override;

@@ -37,15 +37,20 @@ QHBoxLayout* addLine(QBoxLayout* rows) {
 }  // namespace
 
 QWidget* makeSpeedGroup(DecoderBench& bench, ControlBinder& binder, QWidget* parent) {
-  auto* box = new QGroupBox(QStringLiteral("Geschwindigkeitskurve (CV 67 bis 94)"), parent);
+  auto* box = new QGroupBox(parent);
+  box->setObjectName(QStringLiteral("grpSpeed"));
   auto* rows = new QVBoxLayout(box);
   rows->setSpacing(6);
 
   QHBoxLayout* line = addLine(rows);
-  line->addWidget(binder.checkBox(box, QStringLiteral("chkRd_Tbl"), QStringLiteral("Lesen"),
-                                  QStringLiteral("Geschwindigkeitstabelle lesen")));
-  line->addWidget(binder.checkBox(box, QStringLiteral("chkWrt_Tbl"), QStringLiteral("Schreiben"),
-                                  QStringLiteral("Geschwindigkeitstabelle schreiben")));
+  auto* labTbl = new QLabel(box);
+  labTbl->setObjectName(QStringLiteral("labTbl"));
+  line->addWidget(labTbl);
+  QCheckBox* read = binder.checkBox(box, QStringLiteral("chkRd_Tbl"), QStringLiteral("Lesen"));
+  line->addWidget(read);
+  QCheckBox* write =
+      binder.checkBox(box, QStringLiteral("chkWrt_Tbl"), QStringLiteral("Schreiben"));
+  line->addWidget(write);
   line->addStretch();
   line->addWidget(new QLabel(QStringLiteral("Höchster Tabellenwert:"), box));
   QLabel* lblDcDrvLeg2 = binder.label(box, QStringLiteral("lblDcDrvLeg2"), {});
@@ -57,6 +62,18 @@ QWidget* makeSpeedGroup(DecoderBench& bench, ControlBinder& binder, QWidget* par
   picSpeedTable->setAccessibleName(QStringLiteral("Geschwindigkeitskurve"));
   binder.bindState(picSpeedTable);
   rows->addWidget(picSpeedTable, 1);
+
+  // The boxes stand for the table, also while the picture shows the curve of three other CVs.
+  const auto showCvs = [=] {
+    const SpeedTable& table = picSpeedTable->table();
+    box->setTitle(QStringLiteral("Geschwindigkeitskurve (%1)").arg(table.shownCvs()));
+    const QString cvs = table.tableCvs();
+    labTbl->setText(QStringLiteral("%1:").arg(cvs));
+    read->setAccessibleName(QStringLiteral("Geschwindigkeitstabelle (%1) lesen").arg(cvs));
+    write->setAccessibleName(QStringLiteral("Geschwindigkeitstabelle (%1) schreiben").arg(cvs));
+  };
+  QObject::connect(picSpeedTable, &SpeedCurve::shown, box, showCvs);
+  showCvs();
 
   line = addLine(rows);
   for (const Button& button : kButtons) {
