@@ -256,7 +256,8 @@ ExitStatus runVehicle(const VehicleCall& call, CliContext& context) {
   const int maker = bench.dcManufNo;
 
   runJob(bench, jobOf(call), context);
-  if (bench.jobEnd == JobEnd::NoSession || bench.jobEnd == JobEnd::NothingMarked) {
+  if (bench.jobEnd == JobEnd::NoSession || bench.jobEnd == JobEnd::NothingMarked ||
+      bench.jobEnd == JobEnd::NoDescription) {
     return ExitStatus::WrongCall;
   }
   const bool sameDecoder =

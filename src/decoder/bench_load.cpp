@@ -113,7 +113,7 @@ void DecoderBench::endDescription() {
   controls.setEnabled(QStringLiteral("txtDcComVersion"), false);
   adaptFixedFields();
   adaptPulseOptions();
-  rebuildGrid();
+  emit gridReset();
   emit speedTableChanged();
 }
 

@@ -51,7 +51,8 @@ class CvGrid {
   /// The row of a CV, or 0.
   int rowOf(CvIndex cv) const;
 
-  void rebuild(int rowCount, std::vector<CvIndex> cvs);
+  /// False when the rows are the ones that are there already.
+  bool rebuild(int rowCount, std::vector<CvIndex> cvs);
 
   /// Takes a selection of several rows; the ends may come in any order.
   void select(int first, int last);

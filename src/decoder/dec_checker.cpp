@@ -8,6 +8,7 @@
 #include "decoder/bit_description.h"
 #include "decoder/dec_fields.h"
 #include "decoder/dec_loader.h"
+#include "decoder/func_map.h"
 
 namespace lokari {
 namespace {
@@ -90,6 +91,66 @@ class LineChecker {
   DecFaults& faults_;
 };
 
+/// What is wrong with the description as a whole: the lines of its CVs seen together.
+class WholeChecker {
+ public:
+  WholeChecker(const DecoderDescription& description, const std::vector<DecStatement>& statements,
+               DecFaults& faults)
+      : description_(description), statements_(statements), faults_(faults) {}
+
+  void check() {
+    for (int i = 2; i <= kHighestCvIndex; ++i) {
+      const CvIndex cv(i);
+      if (!description_.info(cv).exists() || description_.reachable(cv)) continue;
+      // A CV without a page is meant to be in the grid and nowhere else.
+      if (const QString key = barringKey(cv); !key.isEmpty()) {
+        note(cv,
+             QStringLiteral("Mit %1 kann die CV weder gelesen noch geschrieben werden.").arg(key));
+      }
+    }
+    if (!description_.FUNCMAP) return;
+    for (const FuncMapRow& row : funcMapRows(description_, QByteArray(kCvArraySize, '\0'))) {
+      checkOutputs(row);
+    }
+  }
+
+ private:
+  /// The faults stand at the line that describes the CV.
+  void note(CvIndex cv, const QString& text) {
+    QString key = QStringLiteral("CV_%1").arg(description_.realNumber(cv).value());
+    const CvDescriptor& entry = description_.info(cv);
+    if (entry.inBank()) key += QStringLiteral("_%1").arg(entry.cvBank);
+    int line = 0;
+    for (const DecStatement& statement : statements_) {
+      if (statement.key == key) line = statement.line;
+    }
+    faults_.push_back({line, QStringLiteral("%1: %2").arg(key, text)});
+  }
+
+  /// The setting that bars a CV from every job.
+  QString barringKey(CvIndex cv) const {
+    if (description_.PROGMODE != 0) return QStringLiteral("PROGMODE=%1").arg(description_.PROGMODE);
+    return cv::inTable(cv) ? QStringLiteral("FAMILY=1") : QString();
+  }
+
+  /// The bit text of an output must not give it another number than the function mapping does.
+  void checkOutputs(const FuncMapRow& row) {
+    static const QRegularExpression output(QStringLiteral("Ausgang ([0-9]+)"));
+    for (const BitGroup& group : BitDescription(description_.info(row.cv).cvBits).groups()) {
+      const auto match = output.match(group.title);
+      const int number = group.position + 1 + row.offset;
+      if (!match.hasMatch() || group.type != 1 || match.captured(1).toInt() == number) continue;
+      note(row.cv, QStringLiteral("\"%1\" ist in der Funktionszuordnung Ausgang %2.")
+                       .arg(group.title)
+                       .arg(number));
+    }
+  }
+
+  const DecoderDescription& description_;
+  const std::vector<DecStatement>& statements_;
+  DecFaults& faults_;
+};
+
 }  // namespace
 
 QString rangeFault(const QString& range) {
@@ -143,9 +204,11 @@ DecFaults checkDescription(const QString& text) {
   DecFaults faults;
   DecoderDescription description;
   loadDescription(text, description, &faults);
-  for (const DecStatement& statement : readStatements(text)) {
+  const std::vector<DecStatement> statements = readStatements(text);
+  for (const DecStatement& statement : statements) {
     if (statement.key.startsWith(u"CV_")) LineChecker(statement, faults).check();
   }
+  WholeChecker(description, statements, faults).check();
   std::stable_sort(faults.begin(), faults.end(),
                    [](const DecFault& a, const DecFault& b) { return a.line < b.line; });
   return faults;

@@ -4,6 +4,7 @@
 #include <QDirIterator>
 
 #include "base/text_file.h"
+#include "decoder/bit_description.h"
 #include "decoder/dec_checker.h"
 #include "decoder/dec_loader.h"
 #include "decoder/func_map.h"
@@ -88,6 +89,35 @@ TEST(ShippedDescriptions, EveryKeyOfAFunctionMatrixHasItsCv) {
       EXPECT_TRUE(row.described) << name.toStdString() << ": " << row.label.toStdString();
   }
   EXPECT_GT(matrices, 5);
+}
+
+TEST(ShippedDescriptions, EveryCvCanBeReadOrWritten) {
+  for (const QString& name : shipped()) {
+    const DecoderDescription description = load(name);
+    for (int i = 2; i <= kHighestCvIndex; ++i) {
+      const CvIndex cv(i);
+      if (description.info(cv).exists())
+        EXPECT_TRUE(description.reachable(cv)) << name.toStdString() << ": " << i;
+    }
+  }
+}
+
+TEST(ShippedDescriptions, BitTextsNumberTheOutputsAsTheFunctionMatrixDoes) {
+  int texts = 0;
+  for (const QString& name : shipped()) {
+    const DecoderDescription description = load(name);
+    if (!description.FUNCMAP) continue;
+    for (const FuncMapRow& row : funcMapRows(description, QByteArray(kCvArraySize, '\0'))) {
+      for (const BitGroup& group : BitDescription(description.info(row.cv).cvBits).groups()) {
+        ++texts;
+        const QString output = QStringLiteral("Ausgang %1").arg(group.position + 1 + row.offset);
+        EXPECT_TRUE(group.title == output || group.title.startsWith(output + QStringLiteral(" (")))
+            << name.toStdString() << ", " << row.label.toStdString() << ": "
+            << group.title.toStdString();
+      }
+    }
+  }
+  EXPECT_GT(texts, 400);
 }
 
 TEST(ShippedDescriptions, SpecialKindsOfDecodersAreThere) {

@@ -223,5 +223,17 @@ TEST_F(FrmDecoderGrid, NoHeadIsCut) {
   });
 }
 
+TEST_F(FrmDecoderGrid, TheRowsThatAHeadWorksOnStaySelectedWhenAnotherSetIsShown) {
+  editGrid([&] {
+    clickCell(2, GridColumn::Cv);
+    clickCell(3, GridColumn::Cv, Qt::ShiftModifier);
+    bench.chooseSet(QStringLiteral("Set 2"));
+    EXPECT_EQ(grid()->selectionModel()->selectedRows().size(), 2);
+    clickHead(GridColumn::Read);
+    EXPECT_TRUE(read(51) && read(52));
+    EXPECT_FALSE(read(50) || read(1024));
+  });
+}
+
 }  // namespace
 }  // namespace lokari
