@@ -49,13 +49,9 @@ void DecoderBench::rebuildGrid() {
     if (description.info(CvIndex(i)).exists()) cvs.push_back(CvIndex(i));
   }
   constexpr int kTableRows = cv::kLastTable - cv::kFirstTable + 1;
-  if (grid_.rebuild(description.lineCount + 1 + (description.SPEEDTABLE ? kTableRows : 0),
-                    std::move(cvs))) {
-    emit gridReset();
-    return;
-  }
-  // The same rows stay selected in the window, as they are here.
-  for (int row = 1; row < grid_.rowCount(); ++row) emit gridRowChanged(row);
+  grid_.rebuild(description.lineCount + 1 + (description.SPEEDTABLE ? kTableRows : 0),
+                std::move(cvs));
+  emit gridReset();
 }
 
 void DecoderBench::gridHeaderClicked(GridColumn column) {

@@ -13,16 +13,13 @@ int CvGrid::rowOf(CvIndex cv) const {
   return cv.inRange() && !rows_.empty() ? rows_[static_cast<size_t>(cv.value())] : 0;
 }
 
-bool CvGrid::rebuild(int rowCount, std::vector<CvIndex> cvs) {
-  rowCount = std::max(rowCount, static_cast<int>(cvs.size()) + 1);
-  if (rowCount == rowCount_ && cvs == cvs_) return false;
+void CvGrid::rebuild(int rowCount, std::vector<CvIndex> cvs) {
   cvs_ = std::move(cvs);
-  rowCount_ = rowCount;
+  rowCount_ = std::max(rowCount, static_cast<int>(cvs_.size()) + 1);
   rows_.assign(kCvArraySize, 0);
   for (size_t i = 0; i < cvs_.size(); ++i) {
     rows_[static_cast<size_t>(cvs_[i].value())] = static_cast<int>(i) + 1;
   }
-  return true;
 }
 
 void CvGrid::select(int first, int last) {

@@ -51,11 +51,11 @@ class CvGrid {
   /// The row of a CV, or 0.
   int rowOf(CvIndex cv) const;
 
-  /// False when the rows are the ones that are there already.
-  bool rebuild(int rowCount, std::vector<CvIndex> cvs);
+  void rebuild(int rowCount, std::vector<CvIndex> cvs);
 
   /// Takes a selection of several rows; the ends may come in any order.
   void select(int first, int last);
+  bool hasSelection() const { return selection_.has_value(); }
   int selFirst() const { return selection_ ? selection_->first : 1; }
   int selLast() const { return selection_ ? selection_->second : rowCount_ - 1; }
 

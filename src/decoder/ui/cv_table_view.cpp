@@ -71,6 +71,8 @@ constexpr double kTwipsPerPixel = 15.0;
 CvTableView::CvTableView(DecoderBench& bench, ControlBinder& binder, const Pictures& pictures,
                          QWidget* parent)
     : QTableView(parent), bench_(bench), binder_(binder), model_(new CvTableModel(bench, this)) {
+  // A head works on the rows that were selected last; they stay in view as long as it does.
+  connect(&bench, &DecoderBench::gridReset, this, &CvTableView::showSelection);
   setObjectName(QStringLiteral("cvTable"));
   setAccessibleName(QStringLiteral("Alle CVs"));
   setModel(model_);
@@ -167,6 +169,14 @@ void CvTableView::selectionChanged(const QItemSelection& selected,
       rows.begin(), rows.end(),
       [](const QModelIndex& a, const QModelIndex& b) { return a.row() < b.row(); });
   bench_.gridSelected(CvTableModel::gridRow(*first), CvTableModel::gridRow(*last));
+}
+
+void CvTableView::showSelection() {
+  const CvGrid& grid = bench_.grid();
+  if (!grid.hasSelection()) return;
+  selectionModel()->select({model_->indexOf(grid.selFirst(), GridColumn::Cv),
+                            model_->indexOf(grid.selLast(), GridColumn::Details)},
+                           QItemSelectionModel::ClearAndSelect);
 }
 
 void CvTableView::openEditor(int gridRow) {

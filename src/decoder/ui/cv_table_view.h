@@ -29,6 +29,7 @@ class CvTableView final : public QTableView {
  private:
   void press(const QModelIndex& index);
   void makeEditor();
+  void showSelection();
   void openEditor(int gridRow);
   void placeEditor();
   void setColumnWidths();
