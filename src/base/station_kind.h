@@ -34,6 +34,13 @@ enum class ProtocolFamily { Mx1Text, ZimoBinary, Lenz, LiDp, Intellibox, Tams, Z
 /// Numbers of the serial port's handshaking.
 enum class Handshaking { None = 0, RequestToSend = 2 };
 
+/// What a good answer to a write on the programming track says about the decoder. A write on the
+/// main track is never answered by more than Accepted.
+enum class WriteAnswer {
+  ReadBack,  ///< the decoder holds the value: it was read back
+  Accepted,  ///< the station took the message; nobody has seen the decoder's value
+};
+
 /// What a cab shows and does on a kind.
 struct CabFeatures {
   int funcCount;          ///< highest function number; -1: the kind has no cabs and no panels
@@ -64,6 +71,11 @@ struct StationKindRow {
   bool locksLimitedFields;     ///< and then their value field is locked as well
   CabFeatures cab;
   bool takesFirmware = false;  ///< has a boot loader that loads new firmware
+  WriteAnswer writeAnswer = WriteAnswer::ReadBack;
+
+  bool provesWrites(bool onProgrammingTrack) const {
+    return onProgrammingTrack && writeAnswer == WriteAnswer::ReadBack;
+  }
 };
 
 inline constexpr int kNoCvLimit = 4864;
@@ -73,15 +85,15 @@ inline constexpr std::array<StationKindRow, 13> kStationKinds{{
     {StationKind::Mx1,     u"MX1",     ProtocolFamily::Mx1Text,    Transport::Serial, 9600,  Handshaking::None,          false, false, true,  false, 255,        true,  false, {12, true, 0, false, true, true}, true},
     {StationKind::Li100,   u"LI100",   ProtocolFamily::Lenz,       Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, false, false, kNoCvLimit, true,  false, {4, false, 0, false, true, false}},
     {StationKind::Li100V3, u"LI100V3", ProtocolFamily::Lenz,       Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, true,  true,  {7, false, 0, false, true, true}},
-    {StationKind::Ibx,     u"IBX",     ProtocolFamily::Intellibox, Transport::Serial, 2400,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false, {7, false, 0, false, true, true}},
+    {StationKind::Ibx,     u"IBX",     ProtocolFamily::Intellibox, Transport::Serial, 2400,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false, {7, false, 0, false, true, true}, false, WriteAnswer::Accepted},
     {StationKind::Mx1V25,  u"MX1V25",  ProtocolFamily::Mx1Text,    Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, true,  false, 255,        true,  false, {12, true, 0, false, true, true}, true},
     {StationKind::LiUsb,   u"LIUSB",   ProtocolFamily::Lenz,       Transport::Serial, 57600, Handshaking::RequestToSend, false, true,  true,  false, kNoCvLimit, true,  true,  {7, false, 0, false, true, true}},
-    {StationKind::TamsMc,  u"TAMSMC",  ProtocolFamily::Tams,       Transport::Serial, 2400,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false, {7, false, 0, false, true, true}},
+    {StationKind::TamsMc,  u"TAMSMC",  ProtocolFamily::Tams,       Transport::Serial, 2400,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false, {7, false, 0, false, true, true}, false, WriteAnswer::Accepted},
     {StationKind::Mx1Bin,  u"MX1BIN",  ProtocolFamily::ZimoBinary, Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false, {12, true, 0, false, true, true}},
     {StationKind::Mx1Ulf,  u"MX1ULF",  ProtocolFamily::ZimoBinary, Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, false, false, kNoCvLimit, false, false, {12, true, 0, false, true, true, true}},
-    {StationKind::LiDp,    u"LIDP",    ProtocolFamily::LiDp,       Transport::Serial, 57600, Handshaking::None,          false, false, false, false, kNoCvLimit, false, false, {-1, false, 0, false, false, false}},
-    {StationKind::Mx10,    u"MX10",    ProtocolFamily::Mx10,       Transport::Can,    0,     Handshaking::None,          false, false, true,  true,  kNoCvLimit, false, false, {28, true, 2000, true, true, true}},
-    {StationKind::Mx10Ip,  u"MX10IP",  ProtocolFamily::Mx10,       Transport::Can,    0,     Handshaking::None,          true,  false, true,  true,  kNoCvLimit, false, false, {28, true, 2000, true, true, true}},
+    {StationKind::LiDp,    u"LIDP",    ProtocolFamily::LiDp,       Transport::Serial, 57600, Handshaking::None,          false, false, false, false, kNoCvLimit, false, false, {-1, false, 0, false, false, false}, false, WriteAnswer::Accepted},
+    {StationKind::Mx10,    u"MX10",    ProtocolFamily::Mx10,       Transport::Can,    0,     Handshaking::None,          false, false, true,  true,  kNoCvLimit, false, false, {28, true, 2000, true, true, true}, false, WriteAnswer::Accepted},
+    {StationKind::Mx10Ip,  u"MX10IP",  ProtocolFamily::Mx10,       Transport::Can,    0,     Handshaking::None,          true,  false, true,  true,  kNoCvLimit, false, false, {28, true, 2000, true, true, true}, false, WriteAnswer::Accepted},
     {StationKind::Z21Ip,   u"Z21IP",   ProtocolFamily::Z21,        Transport::Udp,    0,     Handshaking::None,          true,  false, true,  true,  kNoCvLimit, false, false, {28, false, 500, true, false, true}},
 }};
 // clang-format on

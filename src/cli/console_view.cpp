@@ -12,6 +12,10 @@ void ConsoleView::setClosingText(const QString& text) {
   console_.result(text);
 }
 
+void ConsoleView::setRemark(const QString& text) {
+  if (!text.isEmpty()) console_.message(text);
+}
+
 void ConsoleView::setProgress(double percent) {
   const int tenth = static_cast<int>(percent) / 10;
   if (tenth == shownTenth_) return;

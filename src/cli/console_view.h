@@ -16,6 +16,7 @@ class ConsoleView final : public CommView {
   void setClosingText(const QString& text) override;
   /// Told with the next tenth of the way.
   void setDetail(const QString& text) override { detail_ = text; }
+  void setRemark(const QString& text) override;
   void setProgress(double percent) override;
   void resetProgress() override { shownTenth_ = 0; }
   void setProgressEnabled(bool) override {}

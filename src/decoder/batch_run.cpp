@@ -112,6 +112,7 @@ int BatchRun::countPlanned() const {
 // ---- The run ----------------------------------------------------------------------------------
 
 void BatchRun::run() {
+  bench_.report_ = {};
   status(QStringLiteral("Beginne Kommunikation ..."));
   view_->setCancelCaption(QStringLiteral("Abbruch"));
   bench_.parts_.clock.pump();
@@ -143,12 +144,15 @@ void BatchRun::runSession() {
   } catch (const LinkError& error) {
     // Nobody is left on the line: going on would fail once per CV.
     status(error.message());
+    tellBelow(inHand_);
     link().cancelRequested = false;
     bench_.parts_.prompt.beep();
     end_ = End::Failed;
   }
   if (end_ == End::Failed) bench_.jobEnd = JobEnd::Failed;
+  addRemarks();
   close();
+  bench_.showReport();
 }
 
 void BatchRun::close() {
@@ -191,33 +195,63 @@ bool BatchRun::step(CvIndex cv) {
 
 // ---- Access -----------------------------------------------------------------------------------
 
-std::optional<int> BatchRun::read(int cv) {
-  const int result = link().ReadCV(cv, address_);
+std::optional<int> BatchRun::read(CvIndex cv) {
+  inHand_ = description().cvText(cv);
+  const int result = link().ReadCV(description().realNumber(cv).value(), address_);
   if (result >= 0) return result;
-  if (survive(result)) return 0;
+  if (survive(cv, result)) return 0;
   return std::nullopt;
 }
 
-bool BatchRun::survive(int code) {
-  return surviveFailure(code, cvResultText(code));
+std::optional<int> BatchRun::readConfigCv() {
+  inHand_ = QStringLiteral("CV %1").arg(configCv());
+  const int result = link().ReadCV(configCv(), address_);
+  if (result >= 0) return result;
+  if (survive(CvIndex(cv::kConfig), result)) return 0;
+  return std::nullopt;
 }
 
-bool BatchRun::surviveWrite(int wanted, int result) {
-  return surviveFailure(result, result < 0
-                                    ? cvResultText(result)
-                                    : QStringLiteral("Wert %1 nicht programmiert (gelesen:%2)!")
-                                          .arg(printed(wanted), printed(result)));
+bool BatchRun::survive(CvIndex cv, int code) {
+  return surviveFailure({.cv = cv, .code = code, .text = cvResultText(code)});
 }
 
-bool BatchRun::surviveFailure(int code, const QString& text) {
-  if (cancelled() || code == cv_result::kCancelled) return endAs(End::Orderly);
-  status(text);
+QString BatchRun::failedWriteText(int wanted, int result) {
+  return result < 0 ? cvResultText(result)
+                    : QStringLiteral("Wert %1 nicht programmiert (gelesen:%2)!")
+                          .arg(printed(wanted), printed(result));
+}
+
+bool BatchRun::surviveWrite(CvIndex cv, int wanted, int result) {
+  return surviveFailure({.cv = cv, .code = result, .text = failedWriteText(wanted, result)});
+}
+
+bool BatchRun::surviveFailure(const Failure& failure) {
+  if (cancelled() || failure.code == cv_result::kCancelled) return endAs(End::Orderly);
+  status(failure.text);
+  tellBelow(inHand_);
   link().cancelRequested = false;
   bench_.parts_.prompt.beep();
-  if (!settings().continueOnError) return endAs(End::Failed);
+  const bool goesOn = settings().continueOnError;
+  // A CV that was not reached for want of its bank, and never will be, is as it was.
+  if (goesOn || !failure.ofBank) {
+    bench_.report_.add({.cv = failure.cv,
+                        .deed = CvDeed::Failed,
+                        .before = bench_.sets.value(failure.cv),
+                        .reason = failure.text});
+  }
+  if (!goesOn) {
+    if (!failure.ofBank) markFailed(failure.cv);
+    return endAs(End::Failed);
+  }
   link().lastCvFailed = true;
   link().Delay(kPauseAfterFailure);
   return true;
+}
+
+void BatchRun::markFailed(CvIndex cv) {
+  // The value stays; one that an earlier failure has taken the place of stays known as well.
+  bench_.sets.takeFailedRead(cv, bench_.sets.value(cv));
+  bench_.showMarkOf(cv);
 }
 
 BatchRun::Bank BatchRun::selectBank(CvIndex cv) {
@@ -232,10 +266,13 @@ BatchRun::Bank BatchRun::selectBank(CvIndex cv) {
   };
   for (const Register& index : {Register{d.MAPCVA, bank.selectA}, {d.MAPCVB, bank.selectB}}) {
     if (index.cv <= 0) continue;
+    inHand_ = QStringLiteral("%1: Bank nicht gewählt (CV %2)").arg(d.cvText(cv)).arg(index.cv);
     const int result = link().WriteCV(index.cv, index.value, address_, d.PROGMODE);
     if (result == index.value) continue;
     lastBank_ = 0;
-    return surviveWrite(index.value, result) ? Bank::Missed : Bank::Ended;
+    const bool goesOn = surviveFailure(
+        {.cv = cv, .code = result, .text = failedWriteText(index.value, result), .ofBank = true});
+    return goesOn ? Bank::Missed : Bank::Ended;
   }
   lastBank_ = entry.cvBank;
   return Bank::Selected;
@@ -244,15 +281,15 @@ BatchRun::Bank BatchRun::selectBank(CvIndex cv) {
 // ---- Checks -----------------------------------------------------------------------------------
 
 std::optional<int> BatchRun::readAddress() {
-  const auto config = read(configCv());
+  const auto config = readConfigCv();
   if (!config) return std::nullopt;
   // What could not be read is not known: it must neither warn nor be written back.
   if (link().lastCvFailed) return 0;
   config_ = *config;
-  if ((config_ & config_bit::kLongAddress) == 0) return read(cv::kAddress);
-  const auto low = read(cv::kLongAddressLow);
+  if ((config_ & config_bit::kLongAddress) == 0) return read(CvIndex(cv::kAddress));
+  const auto low = read(CvIndex(cv::kLongAddressLow));
   if (!low || link().lastCvFailed) return low;
-  const auto high = read(cv::kLongAddressHigh);
+  const auto high = read(CvIndex(cv::kLongAddressHigh));
   if (!high || link().lastCvFailed) return high;
   constexpr int kHighMask = 63;
   return (*high & kHighMask) * 256 + *low;
@@ -281,7 +318,10 @@ BatchRun::MakerAnswer BatchRun::askMaker(int number) {
   }
   const QString text =
       QStringLiteral("Abweichender Decoderhersteller (%1)!").arg(makerName(number));
-  const Answer answer = bench_.parts_.prompt.ask(text, Buttons::OkCancel, Icon::Warning);
+  const Answer answer = bench_.parts_.prompt.ask(Box{.text = text,
+                                                     .buttons = Buttons::OkCancel,
+                                                     .icon = Icon::Warning,
+                                                     .more = textOf(direction_.takingOver)});
   return answer == Answer::Ok ? MakerAnswer::TakeOver : MakerAnswer::Cancel;
 }
 
@@ -290,6 +330,16 @@ void BatchRun::takeOverMaker(int number) {
 }
 
 // ---- Showing ----------------------------------------------------------------------------------
+
+void BatchRun::status(const QString& text) {
+  view_->setStatus(text);
+  if (belowStatus_) tellBelow({});
+}
+
+void BatchRun::tellBelow(const QString& text) {
+  view_->setRemark(text);
+  belowStatus_ = !text.isEmpty();
+}
 
 void BatchRun::statusVerb(const QString& what) {
   status(textOf(direction_.verb) + u' ' + what);
@@ -314,8 +364,23 @@ void BatchRun::countDone() {
   view_->setProgress(100.0 * done_ / total_);
 }
 
-void BatchRun::takeMark(CvIndex cv) {
-  bench_.sets.setMark(cv, link().lastCvFailed ? CvMark::Failed : CvMark::Verified);
+void BatchRun::takeRead(CvIndex cv, int value) {
+  if (link().lastCvFailed) {
+    bench_.sets.takeFailedRead(cv, value);
+    return;
+  }
+  report(cv, CvDeed::Read, value);
+  bench_.sets.setValue(cv, value);
+  bench_.sets.setMark(cv, CvMark::Verified);
+}
+
+void BatchRun::report(CvIndex cv, CvDeed deed, int value) {
+  bench_.report_.add(
+      {.cv = cv, .deed = deed, .value = value, .before = bench_.sets.value(cv), .reason = {}});
+}
+
+void BatchRun::remark(const QString& sentence) {
+  bench_.report_.remarks << sentence;
 }
 
 void BatchRun::refillAddress() {

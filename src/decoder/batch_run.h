@@ -12,6 +12,7 @@
 #include <optional>
 
 #include "base/settings.h"
+#include "decoder/batch_report.h"
 #include "decoder/cv_numbers.h"
 #include "decoder/description.h"
 #include "decoder/fixed_fields.h"
@@ -44,6 +45,7 @@ class BatchRun {
     bool write;
     const char16_t* verb;         ///< of the status texts
     const char16_t* nothingToDo;  ///< message when nothing is marked
+    const char16_t* takingOver;   ///< below the question about another maker: what OK does
     int addressSteps;             ///< what a marked address counts
   };
 
@@ -63,11 +65,14 @@ class BatchRun {
 
   // ---- Access ---------------------------------------------------------------------------------
 
-  std::optional<int> read(int cv);
+  /// Reads a CV; 0 with `lastCvFailed` when that failed and the run goes on.
+  std::optional<int> read(CvIndex cv);
+  /// The decoder's configuration, for a check.
+  std::optional<int> readConfigCv();
   /// After a failed access with that code: true when the run goes on.
-  bool survive(int code);
+  bool survive(CvIndex cv, int code);
   /// After a write that gave another value back, or failed.
-  bool surviveWrite(int wanted, int result);
+  bool surviveWrite(CvIndex cv, int wanted, int result);
 
   /// Ends the run. For use as a step's answer.
   bool endAs(End end);
@@ -91,13 +96,18 @@ class BatchRun {
 
   // ---- Showing --------------------------------------------------------------------------------
 
-  void status(const QString& text) { view_->setStatus(text); }
+  void status(const QString& text);
+  /// Until the next status.
+  void tellBelow(const QString& text);
   void statusVerb(const QString& what);
   void plainStatus(CvIndex cv);
   void startProgress();
   void countDone();
-  /// Verified, or failed when the access was survived.
-  void takeMark(CvIndex cv);
+  /// What read() gave into the working set, with its mark: the decoder's value, or what stands in
+  /// for it after a failure.
+  void takeRead(CvIndex cv, int value);
+  void report(CvIndex cv, CvDeed deed, int value);
+  void remark(const QString& sentence);
   void refillAddress();
   /// Puts a value into the control of a CV and through it into the working set.
   void showInControl(CvIndex cv, int value);
@@ -105,25 +115,39 @@ class BatchRun {
   StationLink& link() const;
   Settings& settings() const;
   const DecoderDescription& description() const;
+  /// A number of the decoder, not of the working set: in register mode the fifth is CV 29.
   int configCv() const { return description().PROGMODE == 2 ? 5 : cv::kConfig; }
   bool progOn() const { return progOn_; }
   bool addressMarked() const;
   bool cancelled() const;
+  bool marked(CvIndex cv) const;
 
   DecoderBench& bench_;
   int address_ = 0;  ///< the number in `dc_adr`, or 0
   int config_ = -1;  ///< `config`: what the decoder has in configCv(), -1 until it is known
   int done_ = 0;     ///< `readsDone`, `writesDone`
+  QString inHand_;   ///< the CV of the last access, for the line below a failure
+
+  /// Whatever is said once, at the end of a run that came as far as the station.
+  virtual void addRemarks() {}
 
  private:
-  bool marked(CvIndex cv) const;
   int countPlanned() const;
   void runSession();
   bool mainLoop();
   bool step(CvIndex cv);
   void close();
   QString makerName(int number) const;
-  bool surviveFailure(int code, const QString& text);
+  /// A failure that met a CV, or the selection of its bank.
+  struct Failure {
+    CvIndex cv;
+    int code;
+    QString text;
+    bool ofBank = false;
+  };
+  static QString failedWriteText(int wanted, int result);
+  bool surviveFailure(const Failure& failure);
+  void markFailed(CvIndex cv);
 
   const bool progOn_;
   const Direction direction_;
@@ -132,6 +156,7 @@ class BatchRun {
   End end_ = End::Orderly;
   int total_ = 0;     // `readTotal`, `writeTotal`
   int lastBank_ = 0;  // the bank selected last
+  bool belowStatus_ = false;
 };
 
 }  // namespace lokari

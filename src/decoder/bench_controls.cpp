@@ -28,6 +28,8 @@ constexpr const char* kNames[] = {
     "cbDcVer",
     "chkDcAdrChk",
     "chkDcManufChk",
+    "lblReport",
+    "lblLegend",
     // Address and version.
     "labNoDescription",
     "labAdr",

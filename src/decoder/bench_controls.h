@@ -16,7 +16,7 @@ enum class TextColour { Normal, Blue, Red };
 struct Control {
   QString text;       ///< fields, and the chosen or typed text of a list
   QString caption;    ///< labels
-  QString tag;        ///< value fields: the CV number; decides the tool tip
+  QString tag;        ///< value fields: the CV number; decides the tool tip, or is it
   QStringList items;  ///< entries of a list
   bool enabled = true;
   bool visible = true;
@@ -35,6 +35,7 @@ struct Control {
 ///   `cmdDcRead`, `cmdDcReadMain`, `cmdDcProg`, `cmdDcProgMain`, `cmdReadAll`, `cmdReadNone`,
 ///   `cmdWriteAll`, `cmdWriteNone`, `cmdCopy`, `cmdName`, `cmdFuncMap`; lists `cbDcManuf`,
 ///   `cbDcDecoder`, `cbDcVer`; check boxes `chkDcAdrChk`, `chkDcManufChk`; `labNoDescription`;
+///   labels `lblReport`, what the last job has to say, and `lblLegend`, what the colours mean;
 /// - address: `labAdr`, `dc_adr`, `chkDcAdrRead`, `chkDcAdrWrite`; `txtDcComVersion`;
 /// - CV 2 to 6, 9 and 19: `lab<Name>`, `txt<Name>` with Name of `DcDrvMinVolt`, `DcComAccTime`,
 ///   `DcComDecTime`, `DcDrvMaxSpeed`, `DcDrvMedSpeed`, `DcDrvUser`, `DcComConsist`;

@@ -78,10 +78,11 @@ void DecoderBench::cmdFuncMap() {
     if (value != row.value) {
       // The standard mapping that the first set holds as well is that set's, as after a copy.
       const int stored = static_cast<quint8>(first[row.cv.arrayIndex()]);
-      const bool asInFirst = isStandardMapping(row, value) && stored == value;
-      sets.setMark(row.cv,
-                   asInFirst ? static_cast<CvMark>(sets.setMarks(SetNumber(1))[row.cv.arrayIndex()])
-                             : CvMark::None);
+      if (isStandardMapping(row, value) && stored == value) {
+        sets.copyOfFirst({row.cv});
+      } else {
+        sets.setMark(row.cv, CvMark::None);
+      }
     }
     setCvval(value, row.cv.arrayIndex());
   }

@@ -23,6 +23,10 @@ const QString& gridField() {
   return name;
 }
 
+QString withNote(const QString& tip, const QString& note) {
+  return tip.isEmpty() || note.isEmpty() ? tip + note : tip + QStringLiteral(" – ") + note;
+}
+
 constexpr int kLowestAddress = 1;
 constexpr int kHighestAddress = 10239;
 
@@ -120,6 +124,7 @@ void DecoderBench::showValue(CvIndex cv) {
 }
 
 void DecoderBench::valueChanged(CvIndex cv) {
+  showLegend();
   if (const int row = grid_.rowOf(cv); row > 0) emit gridRowChanged(row);
   if (cv::inTable(cv) || cv == CvIndex(2) || cv == CvIndex(5) || cv == CvIndex(6)) {
     emit speedTableChanged();
@@ -243,7 +248,7 @@ QString DecoderBench::DcToolTips(const QString& tag) const {
   QString text = tag;
   if (const auto number = parseNumber(tag); number && tag.size() <= kLongestNumber) {
     const CvIndex cv(static_cast<int>(std::nearbyint(std::min(*number, 1e6))));
-    if (cv.inRange()) text = description.info(cv).cvTip;
+    if (cv.inRange()) text = withNote(description.info(cv).cvTip, noteOf(cv));
   }
   return text.isEmpty() ? QString() : QStringLiteral(" %1 ").arg(text);
 }

@@ -22,6 +22,7 @@ GridRow DecoderBench::gridRow(int row) const {
           .range = entry.cvRange,
           .value = QString::number(sets.value(cv)),
           .colour = colourOf(cv),
+          .note = noteOf(cv),
           .read = entry.cvRead,
           .write = entry.cvWrite,
           .details = !entry.cvBits.isEmpty()};

@@ -12,22 +12,36 @@ QString nameOf(const OptionRow& option) {
 }  // namespace
 
 void DecoderBench::optionClicked(const QString& name) {
+  const OptionRow* option = optionNamed(name);
+  if (!option) return;
+  if (option->cv == cv::kConfig) clickedConfigBits_ |= option->bit;
   setOption(name);
 }
 
 void DecoderBench::setOption(const QString& name) {
   const OptionRow* option = optionNamed(name);
-  if (!option || controls.at(name).checked) return;
-  const CvIndex cv(option->cv);
+  if (!option) return;
+  if (windowOpening) {
+    // What a decoder lacks is shown as off; the stored value is kept as it was read.
+    showOptions(QString::fromLatin1(option->group), option->sets);
+    return;
+  }
+  // One that is shown as on may stand for a bit that is off.
+  const bool set = (sets.value(CvIndex(option->cv)) & option->bit) != 0;
+  if (!controls.at(name).checked || set != option->sets) takeOption(*option);
+}
+
+void DecoderBench::takeOption(const OptionRow& option) {
+  const CvIndex cv(option.cv);
   const int value = sets.value(cv);
-  sets.setValue(cv, option->sets ? value | option->bit : value & ~option->bit);
-  showOptions(QString::fromLatin1(option->group), option->sets);
-  if (option->cv == cv::kConfig) {
+  sets.setValue(cv, option.sets ? value | option.bit : value & ~option.bit);
+  showOptions(QString::fromLatin1(option.group), option.sets);
+  if (option.cv == cv::kConfig) {
     ColorCV29();
   } else {
     ColorCV19();
   }
-  if (option->bit == config_bit::kSpeedTable || option->bit == config_bit::kSteps) {
+  if (option.bit == config_bit::kSpeedTable || option.bit == config_bit::kSteps) {
     emit speedTableChanged();
   }
 }
@@ -43,7 +57,10 @@ void DecoderBench::showOptions(const QString& group, bool set) {
 }
 
 void DecoderBench::showAllOptions() {
+  clickedConfigBits_ = 0;
   for (const OptionRow& option : kOptions) {
+    // What the decoder lacks stays off, whatever the value holds.
+    if (!controls.at(nameOf(option)).enabled) continue;
     showOptions(QString::fromLatin1(option.group),
                 (sets.value(CvIndex(option.cv)) & option.bit) != 0);
   }
@@ -81,7 +98,28 @@ void DecoderBench::ColorAdr() {
 void DecoderBench::showMarkOfOptions(int cv) {
   const TextColour colour = colourOf(CvIndex(cv));
   for (const OptionRow& option : kOptions) {
-    if (option.cv == cv) controls.setColour(nameOf(option), colour);
+    if (option.cv != cv) continue;
+    controls.setColour(nameOf(option), colour);
+    controls.setTag(nameOf(option), noteOf(CvIndex(cv)));
+  }
+  showLegend();
+}
+
+void DecoderBench::showMarkOf(CvIndex cv) {
+  switch (cv.value()) {
+    case cv::kAddress:
+    case cv::kLongAddressHigh:
+    case cv::kLongAddressLow:
+      showMarkAdr();
+      break;
+    case cv::kConfig:
+      showMark29();
+      break;
+    case cv::kConsist:
+      showMark19();
+      break;
+    default:
+      showValue(cv);
   }
 }
 
@@ -91,13 +129,17 @@ void DecoderBench::showMark29() {
 
 void DecoderBench::showMark19() {
   showMarkOfOptions(cv::kConsist);
-  controls.setColour(QStringLiteral("txtDcComConsist"), colourOf(CvIndex(cv::kConsist)));
+  const QString field = QStringLiteral("txtDcComConsist");
+  controls.setColour(field, colourOf(CvIndex(cv::kConsist)));
+  controls.setTag(field, noteOf(CvIndex(cv::kConsist)));
 }
 
 void DecoderBench::showMarkAdr() {
   const auto address = addressNumber();
   TextColour colour = colourOf(CvIndex(cv::kAddress));
+  QString note = noteOf(CvIndex(cv::kAddress));
   if (address && *address > 127) {
+    note = noteOf(CvIndex(cv::kLongAddressLow));
     const CvMark high = sets.mark(CvIndex(cv::kLongAddressHigh));
     const CvMark low = sets.mark(CvIndex(cv::kLongAddressLow));
     colour = TextColour::Normal;
@@ -105,6 +147,8 @@ void DecoderBench::showMarkAdr() {
     if (high == CvMark::Failed || low == CvMark::Failed) colour = TextColour::Red;
   }
   controls.setColour(QStringLiteral("dc_adr"), colour);
+  controls.setTag(QStringLiteral("dc_adr"), note);
+  showLegend();
 }
 
 void DecoderBench::showVersion() {

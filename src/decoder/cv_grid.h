@@ -36,6 +36,7 @@ struct GridRow {
   QString range;
   QString value;
   TextColour colour = TextColour::Normal;  ///< of the value
+  QString note = {};                       ///< what the colour does not tell
   bool read = false;                       ///< picture chkbox_x.bmp, else chkbox.bmp
   bool write = false;
   bool details = false;  ///< picture bitbut.bmp

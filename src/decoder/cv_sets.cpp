@@ -10,7 +10,13 @@ CvSets::CvSets() {
 
 void CvSets::clear() {
   const QByteArray zeros(kCvArraySize, '\0');
-  for (Set& set : sets_) set = {zeros, zeros, {}, zeros, zeros};
+  for (Set& set : sets_) {
+    set = {.values = zeros,
+           .marks = zeros,
+           .name = {},
+           .settledValues = zeros,
+           .settledMarks = zeros};
+  }
   currentSet_ = SetNumber(1);
   currentSetName.clear();
   load(currentSet_);
@@ -34,8 +40,11 @@ void CvSets::openAt(const QString& name) {
 }
 
 void CvSets::storeCurrent() {
-  setValues(currentSet_) = cvValues;
-  setMarks(currentSet_) = cvMarks;
+  Set& set = sets_[index(currentSet_)];
+  set.values = cvValues;
+  set.marks = cvMarks;
+  set.unproved = unproved_;
+  set.lost = lost_;
 }
 
 void CvSets::copyAllOfFirst() {
@@ -44,11 +53,7 @@ void CvSets::copyAllOfFirst() {
 }
 
 void CvSets::copyOfFirst(const std::vector<CvIndex>& cvs) {
-  const SetNumber first(1);
-  for (const CvIndex cv : cvs) {
-    cvValues[cv.arrayIndex()] = setValues(first)[cv.arrayIndex()];
-    cvMarks[cv.arrayIndex()] = setMarks(first)[cv.arrayIndex()];
-  }
+  for (const CvIndex cv : cvs) takeCv(sets_[index(SetNumber(1))], cv);
   storeCurrent();
 }
 
@@ -92,8 +97,62 @@ int CvSets::unstored() const {
 }
 
 void CvSets::load(SetNumber set) {
-  cvValues = setValues(set);
-  cvMarks = setMarks(set);
+  const Set& loaded = sets_[index(set)];
+  cvValues = loaded.values;
+  cvMarks = loaded.marks;
+  unproved_ = loaded.unproved;
+  lost_ = loaded.lost;
+}
+
+void CvSets::takeCv(const CvSets& from, CvIndex cv) {
+  takeCv(from.current(), cv);
+}
+
+void CvSets::takeCv(const Set& from, CvIndex cv) {
+  setValue(cv, static_cast<quint8>(from.values[cv.arrayIndex()]));
+  setMark(cv, static_cast<CvMark>(from.marks[cv.arrayIndex()]));
+  if (from.unproved.count(cv) > 0) unproved_.insert(cv);
+  if (const auto lost = from.lost.find(cv); lost != from.lost.end()) lost_.insert(*lost);
+}
+
+void CvSets::setMark(CvIndex cv, CvMark mark) {
+  cvMarks[cv.arrayIndex()] = static_cast<char>(mark);
+  unproved_.erase(cv);
+  lost_.erase(cv);
+}
+
+void CvSets::setWritten(CvIndex cv, bool proved) {
+  setMark(cv, CvMark::Verified);
+  if (!proved) unproved_.insert(cv);
+}
+
+void CvSets::takeFailedRead(CvIndex cv, int shown) {
+  // A second failure must not take the first one's stand-in for the known value.
+  const auto lost = lost_.find(cv);
+  const bool lostBefore = lost != lost_.end() && lost->second.shown == value(cv);
+  const int known = lostBefore ? lost->second.known : value(cv);
+  setValue(cv, shown);
+  setMark(cv, CvMark::Failed);
+  lost_.insert({cv, {known, shown}});
+}
+
+std::vector<LostValue> CvSets::lostValues() const {
+  std::vector<LostValue> all;
+  for (int i = 1; i <= SetNumber::kCount; ++i) {
+    const SetNumber number(i);
+    const Set& set = sets_[index(number)];
+    for (const auto& [cv, lost] : set.lost) {
+      const int now = static_cast<quint8>(set.values[cv.arrayIndex()]);
+      if (now == lost.shown && now != lost.known) all.push_back({number, cv, lost.known});
+    }
+  }
+  return all;
+}
+
+void CvSets::restoreLostValues() {
+  for (const LostValue& lost : lostValues()) {
+    setValues(lost.set)[lost.cv.arrayIndex()] = static_cast<char>(lost.known);
+  }
 }
 
 }  // namespace lokari

@@ -5,6 +5,8 @@
 #include <QString>
 
 #include <array>
+#include <map>
+#include <set>
 #include <vector>
 
 #include "decoder/cv_numbers.h"
@@ -14,8 +16,15 @@ namespace lokari {
 /// What is known about a CV's value: one byte of a marks array.
 enum class CvMark : char {
   None = 0,        ///< entered by hand, or a default
-  Verified = '1',  ///< read from the decoder, or written and verified
+  Verified = '1',  ///< read from the decoder, or written; isUnproved() tells what nobody read back
   Failed = '2',    ///< a read or write of it failed
+};
+
+/// A CV of one set whose value a failed read has taken the place of.
+struct LostValue {
+  SetNumber set;
+  CvIndex cv;
+  int known;  ///< the value before
 };
 
 /// Values and marks have 4865 bytes, byte k for internal index k + 1.
@@ -63,21 +72,52 @@ class CvSets {
   int value(CvIndex cv) const { return static_cast<quint8>(cvValues[cv.arrayIndex()]); }
   void setValue(CvIndex cv, int value) { cvValues[cv.arrayIndex()] = static_cast<char>(value); }
   CvMark mark(CvIndex cv) const { return static_cast<CvMark>(cvMarks[cv.arrayIndex()]); }
-  void setMark(CvIndex cv, CvMark mark) { cvMarks[cv.arrayIndex()] = static_cast<char>(mark); }
+  /// Also ends what isUnproved() and lostValues() tell of the CV.
+  void setMark(CvIndex cv, CvMark mark);
+
+  // ---- What the marks do not tell: known until the sets are cleared ----------------------------
+
+  /// The mark of a CV that was written; `proved` when the decoder's value came back.
+  void setWritten(CvIndex cv, bool proved);
+  /// Its value was written, and nothing has read it back since.
+  bool isUnproved(CvIndex cv) const { return unproved_.count(cv) > 0; }
+  std::vector<CvIndex> unproved() const { return {unproved_.begin(), unproved_.end()}; }
+  /// Value, mark and all that is known of one CV, as another working copy has it.
+  void takeCv(const CvSets& from, CvIndex cv);
+  /// A read of the CV failed: `shown` takes the place of its value, which stays known.
+  void takeFailedRead(CvIndex cv, int shown);
+  /// The values of all sets that failed reads have taken the place of, and that nobody has changed
+  /// since. The working copy counts as storeCurrent() left it.
+  std::vector<LostValue> lostValues() const;
+  /// Puts those values back, in the sets that were read; the marks stay.
+  void restoreLostValues();
 
  private:
+  /// A value that a failed read has taken the place of, and what it put there.
+  struct Lost {
+    int known;
+    int shown;
+  };
+  using Unproved = std::set<CvIndex>;
+  using LostByCv = std::map<CvIndex, Lost>;
   struct Set {
     QByteArray values;
     QByteArray marks;
     QString name;
     QByteArray settledValues = {};
     QByteArray settledMarks = {};
+    Unproved unproved = {};
+    LostByCv lost = {};
   };
   static size_t index(SetNumber set) { return static_cast<size_t>(set.arrayIndex()); }
   void load(SetNumber set);
+  Set current() const { return {cvValues, cvMarks, currentSetName, unproved_, lost_}; }
+  void takeCv(const Set& from, CvIndex cv);
 
   std::array<Set, SetNumber::kCount> sets_;
   SetNumber currentSet_{1};
+  Unproved unproved_;  // of the working copy
+  LostByCv lost_;
 };
 
 }  // namespace lokari

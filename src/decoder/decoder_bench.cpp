@@ -37,6 +37,8 @@ void DecoderBench::open(const CvRecord& record, const QString& address) {
   commRunning = false;
   calcOpen = false;
   sets.clear();
+  report_ = {};
+  showReport();
   for (int i = 1; i <= SetNumber::kCount; ++i) {
     const SetNumber set(i);
     const auto place = static_cast<size_t>(set.arrayIndex());
@@ -177,6 +179,7 @@ void DecoderBench::cmdOK(CvRecord& record) {
   finishChoice();
   giveWay();
   sets.storeCurrent();
+  settleLostValues();
   for (int i = 1; i <= SetNumber::kCount; ++i) {
     const SetNumber set(i);
     const auto place = static_cast<size_t>(set.arrayIndex());
@@ -238,6 +241,7 @@ void DecoderBench::refreshFields(bool onlyGrid) {
   }
   makeTableNames();
   rebuildGrid();
+  showLegend();
   refreshing = false;
 }
 

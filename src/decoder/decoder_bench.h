@@ -13,6 +13,7 @@
 
 #include "base/clock.h"
 #include "base/settings.h"
+#include "decoder/batch_report.h"
 #include "decoder/bench_controls.h"
 #include "decoder/cv_grid.h"
 #include "decoder/cv_sets.h"
@@ -32,6 +33,7 @@ class StationLink;
 struct CopyTargets;
 struct CvRecord;
 struct DecFault;
+struct OptionRow;
 
 /// What a bench works with; all of it must outlive the bench.
 struct BenchParts {
@@ -206,6 +208,12 @@ class DecoderBench : public QObject {
   /// Whether a job would handle a CV as things are marked now. The address has a box of its own.
   bool isPlanned(bool write, CvIndex cv) const;
   JobEnd jobEnd = JobEnd::NothingMarked;
+  /// What the last batch job did; `lblReport` tells its remarks.
+  const BatchReport& report() const { return report_; }
+  /// "CV 3, 33 und 257 (2)"; neighbours as "67 bis 94".
+  QString listOfCvs(const std::vector<CvIndex>& cvs) const;
+  /// What the colour of a CV does not tell, for its tool tip; empty for nothing.
+  QString noteOf(CvIndex cv) const;
 
  signals:
   // `controls` tells its own changes.
@@ -304,15 +312,25 @@ class DecoderBench : public QObject {
 
   // Options: bench_options.cpp.
   void setOption(const QString& name);
+  void takeOption(const OptionRow& option);
   void showOptions(const QString& group, bool set);
   void showAllOptions();
   void switchDirectionOverAndBack();
   void showMarkOfOptions(int cv);
+  /// The colour of a CV that failed, wherever it shows.
+  void showMarkOf(CvIndex cv);
   void showMark29();
   void showMark19();
   void showMarkAdr();
   void showVersion();
   QString decoderTypeText(int type) const;
+
+  // What a job did, and what of it is still to be said: bench_report.cpp.
+  void showReport();
+  /// `lblLegend`: what the colours mean, with what is written and not proved.
+  void showLegend();
+  /// Asks about values that failed reads have taken the place of, before the sets are stored.
+  void settleLostValues();
 
   // Read and write marks: bench_marks.cpp.
   bool readAllowed(CvIndex cv) const;
@@ -368,6 +386,8 @@ class DecoderBench : public QObject {
   QString addressHeld_;   // the address that holds while its text is none
   CvIndex userRowCv_{9};  // CV of the spare row of the drive page
   bool progressEnabled_ = false;
+  BatchReport report_;
+  int clickedConfigBits_ = 0;  // of CV 29, since its options last agreed with it
   bool choicePending_ = false;
   std::unique_ptr<Clock::Alarm> Timer3_;
   std::optional<MissingDescription> missing_;

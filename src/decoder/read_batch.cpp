@@ -9,9 +9,7 @@ namespace {
 constexpr int kHighestAddress = 10239;
 constexpr int kAddressInstead = 1;
 
-QString yesNo(const char* group, bool yes) {
-  return QString::fromLatin1(group) + (yes ? QStringLiteral("Yes") : QStringLiteral("No"));
-}
+constexpr int kConsistDirectionBit = 128;
 
 }  // namespace
 
@@ -20,6 +18,9 @@ ReadBatch::ReadBatch(DecoderBench& bench, bool progOn)
                {.write = false,
                 .verb = u"Lese",
                 .nothingToDo = u"Keine Daten zum Lesen ausgewählt!",
+                .takingOver = u"OK übernimmt diesen Hersteller und seinen ersten Decodertyp mit "
+                              u"dessen Vorgabewerten. Die angekreuzten CVs werden dann nicht "
+                              u"gelesen.",
                 .addressSteps = 1}) {}
 
 bool ReadBatch::checks() {
@@ -37,13 +38,19 @@ bool ReadBatch::checks() {
 
 bool ReadBatch::checkAddress() {
   status(QStringLiteral("Adresskontrolle ..."));
+  const CvIndex cv(cv::kAddress);
   auto found = readAddress();
   if (!found) return false;
   const bool known = !link().lastCvFailed;
   if (bench_.addressNumber() != found && !acceptAddress(*found)) return endAs(End::Orderly);
-  if (!addressMarked() || !known) return true;
+  if (!addressMarked()) return true;
+  if (!known) {
+    bench_.report_.add({.cv = cv, .deed = CvDeed::Failed, .reason = {}});
+    return true;
+  }
   if (*found > kHighestAddress) found = kAddressInstead;
-  bench_.sets.setMark(CvIndex(cv::kAddress), CvMark::Verified);
+  report(cv, CvDeed::Read, *found);
+  bench_.sets.setMark(cv, CvMark::Verified);
   bench_.refillField(QStringLiteral("dc_adr"), QString::number(*found));
   done_ = 1;
   return true;
@@ -51,26 +58,39 @@ bool ReadBatch::checkAddress() {
 
 bool ReadBatch::checkMaker() {
   status(QStringLiteral("Herstellerkontrolle ..."));
-  const auto maker = read(cv::kMaker);
+  const auto maker = read(CvIndex(cv::kMaker));
   if (!maker) return false;
+  const bool known = !link().lastCvFailed;
   switch (askMaker(*maker)) {
     case MakerAnswer::Cancel:
       return endAs(End::Orderly);
     case MakerAnswer::TakeOver:
       takeOverMaker(*maker);
+      takenOver_ = true;
       break;
     case MakerAnswer::Same:
       break;
   }
-  bench_.sets.setValue(CvIndex(cv::kMaker), *maker);
-  const auto version = read(cv::kVersion);
+  takeChecked(CvIndex(cv::kMaker), *maker, known);
+  const auto version = read(CvIndex(cv::kVersion));
   if (!version) return false;
   const QString field = QStringLiteral("txtDcComVersion");
   bench_.controls.setText(field, QString::number(*version));
-  bench_.sets.setValue(CvIndex(cv::kVersion), *version);
+  takeChecked(CvIndex(cv::kVersion), *version, !link().lastCvFailed);
   if (*maker == kMakerWithSubVersion) readSubVersion();
   bench_.controls.setEnabled(field, true);
   return true;
+}
+
+void ReadBatch::takeChecked(CvIndex cv, int value, bool known) {
+  if (!known) {
+    bench_.sets.takeFailedRead(cv, value);
+    return;
+  }
+  report(cv, CvDeed::Read, value);
+  bench_.sets.setValue(cv, value);
+  // These CVs have no mark of their own; that of a failure before is no longer true.
+  if (bench_.sets.mark(cv) == CvMark::Failed) bench_.sets.setMark(cv, CvMark::Verified);
 }
 
 void ReadBatch::readSubVersion() {
@@ -78,72 +98,90 @@ void ReadBatch::readSubVersion() {
   const QString field = QStringLiteral("txtDcComVersion");
   const int sub = link().ReadCV(cv::kSubVersion, address_);
   if (sub >= 0) {
-    bench_.sets.setValue(CvIndex(cv::kSubVersion), sub);
+    takeChecked(CvIndex(cv::kSubVersion), sub, true);
     bench_.controls.setText(field, bench_.controls.at(field).text + u'.' + QString::number(sub));
   }
   const int type = link().ReadCV(cv::kDecoderType, address_);
   const QString name = type >= 0 ? bench_.decoderTypeText(type) : QString();
   if (!name.isEmpty()) {
-    bench_.sets.setValue(CvIndex(cv::kDecoderType), type);
+    takeChecked(CvIndex(cv::kDecoderType), type, true);
     bench_.controls.setText(field, bench_.controls.at(field).text + name);
   }
 }
 
+void ReadBatch::addRemarks() {
+  if (!takenOver_) return;
+  remark(
+      QStringLiteral("Hersteller und Decodertyp sind übernommen, mit den Vorgabewerten des Typs. "
+                     "Gelesen wurde nichts außer %1.")
+          .arg(bench_.listOfCvs(bench_.report_.with(CvDeed::Read))));
+}
+
 bool ReadBatch::consist() {
   status(QStringLiteral("Lese Verbundadresse (CV 19)"));
-  const auto value = read(cv::kConsist);
-  if (!value) return false;
   const CvIndex cv(cv::kConsist);
-  takeMark(cv);
-  constexpr int kDirectionBit = 128;
-  bench_.setOption((*value & kDirectionBit) != 0 ? QStringLiteral("optDcConsistDirReverse")
-                                                 : QStringLiteral("optDcConsistDirNormal"));
+  const auto value = read(cv);
+  if (!value) return false;
+  takeRead(cv, *value);
+  bench_.showOptions(QStringLiteral("ConsistDir"), (*value & kConsistDirectionBit) != 0);
   const QString field = QStringLiteral("txtDcComConsist");
-  bench_.refillField(field, QString::number(*value & ~kDirectionBit));
+  bench_.refillField(field, QString::number(*value & ~kConsistDirectionBit));
   bench_.CheckDcField(field, cv, consistRange());
+  bench_.showMark19();
   countDone();
   return true;
 }
 
 bool ReadBatch::config() {
   status(QStringLiteral("Lese Grundeinstellungen (CV 29)"));
-  const auto value = read(cv::kConfig);
+  const CvIndex cv(cv::kConfig);
+  const auto value = read(cv);
   if (!value) return false;
-  takeMark(CvIndex(cv::kConfig));
-  showConfig(*value);
-  bench_.switchDirectionOverAndBack();
+  bench_.clickedConfigBits_ = 0;
+  if (link().lastCvFailed) {
+    takeRead(cv, config_bit::kManBit);
+    showUnknownConfig();
+  } else {
+    // Bit 5 follows from the address.
+    takeRead(cv, *value & ~config_bit::kLongAddress);
+    showConfig(*value);
+  }
+  bench_.ColorCV29();
+  bench_.valueChanged(cv);
+  emit bench_.speedTableChanged();
   countDone();
   return true;
 }
 
-void ReadBatch::showConfig(int value) {
-  const bool failed = link().lastCvFailed;
-  const auto has = [](int of, int bit) { return (of & bit) != 0; };
-  bench_.setOption(has(value, config_bit::kDirection) ? QStringLiteral("optDcComDirReverse")
-                                                      : QStringLiteral("optDcComDirNormal"));
-  bench_.setOption(has(value, config_bit::kSteps) ? QStringLiteral("optDcComSteps28")
-                                                  : QStringLiteral("optDcComSteps14"));
-  bench_.setOption(yesNo("optDcComAnalog", has(value, config_bit::kAnalog)));
-  bench_.setOption(yesNo("optDcComSpdTbl", has(value, config_bit::kSpeedTable)));
-  if (failed) {
-    bench_.setOption(QStringLiteral("optDcComRailComNo"));
-    bench_.setOption(QStringLiteral("optDcComDetectPulseNo"));
-    bench_.setOption(QStringLiteral("optDcComManBitYes"));
-    return;
+// The options are shown only. A kept value must not follow them: one group stands in for another
+// bit here, and two groups share one.
+
+void ReadBatch::showUnknownConfig() {
+  for (const char* group : {"Dir", "Steps", "Analog", "SpdTbl", "RailCom", "DetectPulse"}) {
+    bench_.showOptions(QString::fromLatin1(group), false);
   }
+  bench_.showOptions(QStringLiteral("ManBit"), true);
+}
+
+void ReadBatch::showConfig(int value) {
+  const auto show = [this](const char* group, int of, int bit) {
+    bench_.showOptions(QString::fromLatin1(group), (of & bit) != 0);
+  };
+  show("Dir", value, config_bit::kDirection);
+  show("Steps", value, config_bit::kSteps);
+  show("Analog", value, config_bit::kAnalog);
+  show("SpdTbl", value, config_bit::kSpeedTable);
   // RailCom follows the configuration of the address check, which is all ones without one; bit 6
-  // goes to the pulse option as well and overrides bit 3 there. Both are kept as they are known.
-  bench_.setOption(yesNo("optDcComRailCom", has(config_, config_bit::kPulseOrRailCom)));
-  bench_.setOption(yesNo("optDcComDetectPulse", has(value, config_bit::kPulseOrRailCom)));
-  bench_.setOption(yesNo("optDcComDetectPulse", has(value, config_bit::kManBit)));
+  // goes to the pulse option, in place of bit 3.
+  show("RailCom", config_, config_bit::kPulseOrRailCom);
+  show("DetectPulse", value, config_bit::kManBit);
 }
 
 bool ReadBatch::tablePoint(CvIndex cv) {
   status(QStringLiteral("Lese Geschwindigkeitstabelle (CV %1)").arg(cv.value()));
-  const auto value = read(cv.value());
+  const auto value = read(cv);
   if (!value) return false;
-  bench_.sets.setValue(cv, *value);
-  takeMark(cv);
+  takeRead(cv, *value);
   bench_.showValue(cv);
   countDone();
   return true;
@@ -158,12 +196,12 @@ bool ReadBatch::plain(CvIndex cv) {
     case Bank::Missed:
       break;
     case Bank::Selected: {
-      const auto result = read(description().realNumber(cv).value());
+      const auto result = read(cv);
       if (!result) return false;
       value = *result;
     }
   }
-  takeMark(cv);
+  takeRead(cv, value);
   showInControl(cv, value);
   countDone();
   return true;

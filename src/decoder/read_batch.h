@@ -16,12 +16,18 @@ class ReadBatch final : public BatchRun {
   bool config() override;
   bool tablePoint(CvIndex cv) override;
   bool plain(CvIndex cv) override;
+  void addRemarks() override;
 
  private:
   bool checkAddress();
   bool checkMaker();
+  /// A CV that a check reads, marked or not; `known` unless the reading failed.
+  void takeChecked(CvIndex cv, int value, bool known);
   void readSubVersion();
   void showConfig(int value);
+  void showUnknownConfig();
+
+  bool takenOver_ = false;  ///< another maker, with his first type
 };
 
 }  // namespace lokari

@@ -14,11 +14,7 @@ constexpr CvIndex kFirst{cv::kFirstTable};
 }  // namespace
 
 SpeedTableList::SpeedTableList(DecoderBench& bench, Prompt& prompt)
-    : bench_(bench),
-      prompt_(prompt),
-      table_(bench),
-      savedTable_(bench.sets.cvValues.mid(kFirst.arrayIndex(), kBoxes)),
-      savedMarks_(bench.sets.cvMarks.mid(kFirst.arrayIndex(), kBoxes)) {}
+    : bench_(bench), prompt_(prompt), table_(bench), saved_(bench.sets) {}
 
 bool SpeedTableList::usable() const {
   return bench_.controls.at(QStringLiteral("optDcDrvSpdTblYes")).checked;
@@ -57,8 +53,8 @@ void SpeedTableList::ok(const QStringList& texts) {
 void SpeedTableList::cancel() {
   for (int i = 0; i < kBoxes; ++i) {
     const CvIndex cv(kFirst.value() + i);
-    bench_.sets.setMark(cv, static_cast<CvMark>(savedMarks_[i]));
-    bench_.setCvval(static_cast<quint8>(savedTable_[i]), cv.arrayIndex());
+    bench_.sets.takeCv(saved_, cv);
+    bench_.setCvval(saved_.value(cv), cv.arrayIndex());
   }
 }
 

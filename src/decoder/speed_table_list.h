@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+#include "decoder/cv_sets.h"
 #include "decoder/speed_table.h"
 
 namespace lokari {
@@ -45,8 +46,7 @@ class SpeedTableList {
   DecoderBench& bench_;
   Prompt& prompt_;
   SpeedTable table_;
-  QByteArray savedTable_;
-  QByteArray savedMarks_;
+  CvSets saved_;
 };
 
 }  // namespace lokari

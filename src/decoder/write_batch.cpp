@@ -18,19 +18,32 @@ WriteBatch::WriteBatch(DecoderBench& bench, bool progOn)
                {.write = true,
                 .verb = u"Schreibe",
                 .nothingToDo = u"Keine Daten zum Schreiben ausgewählt!",
+                .takingOver = u"OK übernimmt diesen Hersteller und seinen ersten Decodertyp mit "
+                              u"dessen Vorgabewerten. Geschrieben wird in beiden Fällen nichts.",
                 .addressSteps = 2}) {}
 
-template <typename OnFailure>
-WriteBatch::Written WriteBatch::write(int cv, int wanted, OnFailure onFailure) {
-  const int result = link().WriteCV(cv, wanted, address_, description().PROGMODE);
-  if (result == wanted) return Written::Verified;
+WriteBatch::Written WriteBatch::write(CvIndex cv, int wanted,
+                                      const std::function<void()>& onFailure) {
+  inHand_ = description().cvText(cv);
+  const int result = link().WriteCV(description().realNumber(cv).value(), wanted, address_,
+                                    description().PROGMODE);
+  if (result == wanted) return Written::Done;
   onFailure();
-  return surviveWrite(wanted, result) ? Written::Failed : Written::Ended;
+  return surviveWrite(cv, wanted, result) ? Written::Failed : Written::Ended;
 }
 
-bool WriteBatch::finish(CvIndex cv, Written outcome) {
+CvDeed WriteBatch::deed() const {
+  return settings().station().provesWrites(progOn()) ? CvDeed::Proved : CvDeed::Unproved;
+}
+
+bool WriteBatch::finish(CvIndex cv, Written outcome, int sent) {
   if (outcome == Written::Ended) return false;
-  bench_.sets.setMark(cv, outcome == Written::Verified ? CvMark::Verified : CvMark::Failed);
+  if (outcome == Written::Done) {
+    report(cv, deed(), sent);
+    bench_.sets.setWritten(cv, deed() == CvDeed::Proved);
+  } else {
+    bench_.sets.setMark(cv, CvMark::Failed);
+  }
   return true;
 }
 
@@ -44,9 +57,12 @@ bool WriteBatch::checks() {
   if (cancelled()) return endAs(End::Orderly);
   if (settings().addressCheckNow && progOn() && !readConfig()) return false;
   if (addressMarked()) {
+    // Asked ahead of everything that is written.
+    if (!confirmConfig(expectedState())) return endAs(End::Orderly);
     if (!writeAddress()) return false;
-  } else if (settings().addressCheckNow && progOn() && !compareAddress()) {
-    return false;
+  } else {
+    if (settings().addressCheckNow && progOn() && !compareAddress()) return false;
+    if (!confirmConfig(configState())) return endAs(End::Orderly);
   }
   if (cancelled()) return endAs(End::Orderly);
   startProgress();
@@ -76,7 +92,7 @@ bool WriteBatch::findMainAddress() {
 
 bool WriteBatch::checkMaker() {
   status(QStringLiteral("Herstellerkontrolle ..."));
-  const auto maker = read(cv::kMaker);
+  const auto maker = read(CvIndex(cv::kMaker));
   if (!maker) return false;
   switch (askMaker(*maker)) {
     case MakerAnswer::Same:
@@ -93,11 +109,12 @@ bool WriteBatch::checkMaker() {
 
 bool WriteBatch::readConfig() {
   status(QStringLiteral("Lese Grundeinstellungen..."));
-  const auto config = read(configCv());
+  const auto config = readConfigCv();
   if (!config) return false;
   // What could not be read must not be written back.
   if (link().lastCvFailed) return true;
   config_ = *config;
+  configRead_ = config_;
   const bool functionDecoder = (config_ & config_bit::kFunctionDecoder) != 0;
   return !functionDecoder || acceptFunctionDecoder() || endAs(End::Orderly);
 }
@@ -105,7 +122,9 @@ bool WriteBatch::readConfig() {
 bool WriteBatch::writeAddress() {
   const auto address = bench_.addressNumber();
   if (!address || *address < 1 || *address > kHighestAddress) {
-    bench_.parts_.prompt.message(QStringLiteral("Eingegebene Adresse ungültig!"));
+    const QString text = QStringLiteral("Eingegebene Adresse ungültig!");
+    bench_.report_.add({.cv = CvIndex(cv::kAddress), .deed = CvDeed::Failed, .reason = text});
+    bench_.parts_.prompt.message(text);
     return true;
   }
   status(QStringLiteral("Schreibe Adresse..."));
@@ -123,24 +142,29 @@ bool WriteBatch::writeAddress() {
       bench_.sets.setMark(CvIndex(cv::kAddress), CvMark::Failed);
     }
   }
+  if (!failed && !refused) report(CvIndex(cv::kAddress), deed(), *address);
   refillAddress();
   done_ = 1;
   return true;
 }
 
+void WriteBatch::failAddress(CvIndex cv) {
+  bench_.report_.add({.cv = CvIndex(cv::kAddress), .deed = CvDeed::Failed, .reason = {}});
+  bench_.sets.setMark(cv, CvMark::Failed);
+  refillAddress();
+}
+
 bool WriteBatch::writeShortAddress(int address, bool& failed) {
   const CvIndex cv(cv::kAddress);
-  const Written written = write(cv::kAddress, address, [&] {
-    bench_.sets.setMark(cv, CvMark::Failed);
-    refillAddress();
-  });
-  if (!finish(cv, written)) return false;
+  const Written written = write(cv, address, [&] { failAddress(cv); });
+  if (!finish(cv, written, address)) return false;
   failed = written == Written::Failed;
   // The kind of address changes only with an address that is there.
   if (failed) return true;
   if (config_ >= 0) {
     config_ &= ~config_bit::kLongAddress;
     link().WriteCV(configCv(), config_, address_, description().PROGMODE);
+    noteConfig(config_);
   }
   forceConfig_ = true;
   return true;
@@ -150,9 +174,11 @@ bool WriteBatch::writeLongAddress(int address, bool& failed, bool& refused) {
   int answer = config_bit::kLongAddress;
   if (config_ >= 0) {
     const int withBit = config_ | config_bit::kLongAddress;
+    inHand_ = QStringLiteral("CV %1").arg(configCv());
     answer = link().WriteCV(configCv(), withBit, address_, description().PROGMODE);
+    noteConfig(withBit);
     if (answer < 0) {
-      if (!survive(answer)) return false;
+      if (!survive(CvIndex(cv::kConfig), answer)) return false;
       answer = 0;
     }
     if ((answer & config_bit::kLongAddress) != 0) config_ = withBit;
@@ -161,8 +187,7 @@ bool WriteBatch::writeLongAddress(int address, bool& failed, bool& refused) {
   }
   if ((answer & config_bit::kLongAddress) == 0) {
     refused = true;
-    bench_.sets.setMark(CvIndex(cv::kAddress), CvMark::Failed);
-    refillAddress();
+    failAddress(CvIndex(cv::kAddress));
     const Answer go =
         bench_.parts_.prompt.ask(QStringLiteral("Decoder unterstützt keine Adresse über 127!"),
                                  Buttons::OkCancel, Icon::Warning);
@@ -172,12 +197,9 @@ bool WriteBatch::writeLongAddress(int address, bool& failed, bool& refused) {
   const CvIndex high(cv::kLongAddressHigh);
   const CvIndex low(cv::kLongAddressLow);
   const auto writeHalf = [&](CvIndex half, CvIndex other, int wanted) {
-    const Written written = write(half.value(), wanted, [&] {
-      bench_.sets.setMark(half, CvMark::Failed);
-      refillAddress();
-    });
+    const Written written = write(half, wanted, [&] { failAddress(half); });
     if (written == Written::Ended) return false;
-    if (written == Written::Verified) bench_.sets.setMark(other, CvMark::Verified);
+    if (written == Written::Done) bench_.sets.setWritten(other, deed() == CvDeed::Proved);
     failed = failed || written == Written::Failed;
     return true;
   };
@@ -205,49 +227,25 @@ bool WriteBatch::consist() {
     constexpr int kDirectionBit = 128;
     bench_.refillField(QStringLiteral("txtDcComConsist"), QString::number(wanted & ~kDirectionBit));
   };
-  const Written written = write(cv::kConsist, wanted, [&] {
+  const Written written = write(cv, wanted, [&] {
     bench_.sets.setMark(cv, CvMark::Failed);
     show();
   });
-  if (!finish(cv, written)) return false;
+  if (!finish(cv, written, wanted)) return false;
   show();
   bench_.CheckDcField(QStringLiteral("txtDcComConsist"), cv, consistRange());
   countDone();
   return true;
 }
 
-bool WriteBatch::config() {
-  status(QStringLiteral("Schreibe Grundeinstellungen (CV 29)"));
-  const CvIndex cv(cv::kConfig);
-  int wanted = bench_.sets.value(cv);
-  if (!longWritten_ && config_ >= 0) {
-    // Added, not merged: a value that holds the bit already carries into bit 6. Beyond a byte
-    // there is nothing to carry into.
-    const int bit = config_ & config_bit::kLongAddress;
-    wanted = wanted + bit <= 255 ? wanted + bit : wanted | bit;
-  } else if (longWritten_ || address_ > kHighestShortAddress) {
-    wanted |= config_bit::kLongAddress;
-  }
-  if (bench_.controls.at(QStringLiteral("optDcComRailComYes")).checked) {
-    wanted |= config_bit::kPulseOrRailCom;
-  }
-  const Written written = write(cv::kConfig, wanted, [&] {
-    bench_.sets.setMark(cv, CvMark::Failed);
-    bench_.switchDirectionOverAndBack();
-  });
-  if (!finish(cv, written)) return false;
-  bench_.switchDirectionOverAndBack();
-  countDone();
-  return true;
-}
-
 bool WriteBatch::tablePoint(CvIndex cv) {
   status(QStringLiteral("Schreibe Geschwindigkeitstabelle (CV %1)").arg(cv.value()));
-  const Written written = write(cv.value(), bench_.sets.value(cv), [&] {
+  const int wanted = bench_.sets.value(cv);
+  const Written written = write(cv, wanted, [&] {
     bench_.sets.setMark(cv, CvMark::Failed);
     bench_.showValue(cv);
   });
-  if (!finish(cv, written)) return false;
+  if (!finish(cv, written, wanted)) return false;
   bench_.showValue(cv);
   countDone();
   return true;
@@ -267,9 +265,7 @@ bool WriteBatch::plain(CvIndex cv) {
       markFailed();
       break;
     case Bank::Selected:
-      if (!finish(cv, write(description().realNumber(cv).value(), wanted, markFailed))) {
-        return false;
-      }
+      if (!finish(cv, write(cv, wanted, markFailed), wanted)) return false;
   }
   showInControl(cv, wanted);
   countDone();

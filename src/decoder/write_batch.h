@@ -1,6 +1,9 @@
 // `WriteComm`: writes all CVs that are marked from the working set into the decoder, each verified.
 #pragma once
 
+#include <functional>
+#include <optional>
+
 #include "decoder/batch_run.h"
 
 namespace lokari {
@@ -17,16 +20,18 @@ class WriteBatch final : public BatchRun {
   bool tablePoint(CvIndex cv) override;
   bool plain(CvIndex cv) override;
   bool configForced() const override { return forceConfig_; }
+  void addRemarks() override;
 
  private:
-  enum class Written { Verified, Failed, Ended };
+  enum class Written { Done, Failed, Ended };
 
-  /// Writes and verifies one CV; Failed when it failed and the run goes on. `onFailure` runs as
-  /// soon as the failure is known, before it is shown and waited for.
-  template <typename OnFailure>
-  Written write(int cv, int wanted, OnFailure onFailure);
+  /// Writes one CV and compares what comes back; Failed when it failed and the run goes on.
+  /// `onFailure` runs as soon as the failure is known, before it is shown and waited for.
+  Written write(CvIndex cv, int wanted, const std::function<void()>& onFailure);
   /// The mark, and what follows a CV that was written or survived.
-  bool finish(CvIndex cv, Written outcome);
+  bool finish(CvIndex cv, Written outcome, int sent);
+  void failAddress(CvIndex cv);
+  CvDeed deed() const;
 
   bool findMainAddress();
   bool checkMaker();
@@ -36,8 +41,29 @@ class WriteBatch final : public BatchRun {
   bool writeLongAddress(int address, bool& failed, bool& refused);
   bool compareAddress();
 
-  bool longWritten_ = false;  ///< a long address was written in this run
-  bool forceConfig_ = false;  ///< CV 29 must be written: the kind of address changed
+  /// What is known of the decoder's configuration when CV 29 is written.
+  struct ConfigState {
+    int config;        ///< as `config_`
+    bool longWritten;  ///< as `longWritten_`
+  };
+  ConfigState configState() const { return {config_, longWritten_}; }
+  /// The same as it will be behind the address that is about to be written.
+  ConfigState expectedState() const;
+  /// The byte of CV 29 for the decoder.
+  int configByte(const ConfigState& state) const;
+  /// CV 29 goes out for the address alone, and its value is one that a failed read left behind.
+  bool configUnknown() const;
+  /// Asks before bits of CV 29 go out that nobody has seen or clicked; false ends the run.
+  bool confirmConfig(const ConfigState& state);
+  bool writeKnownConfig();
+  /// Remembers that the configuration went out.
+  void noteConfig(int sent) { configSent_ = sent; }
+
+  bool longWritten_ = false;            ///< a long address was written in this run
+  bool forceConfig_ = false;            ///< CV 29 must be written: the kind of address changed
+  std::optional<int> configRead_;       ///< the decoder's configuration ahead of the writing
+  std::optional<int> configSent_;       ///< what went out last
+  std::optional<int> configConfirmed_;  ///< what the user has agreed to
 };
 
 }  // namespace lokari

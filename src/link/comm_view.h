@@ -17,6 +17,8 @@ class CommView {
   /// `lblCommDetail`: how far the job is, in words, below the status; empty for nothing. A view
   /// without room for it leaves it out.
   virtual void setDetail(const QString& text) { Q_UNUSED(text) }
+  /// Stands below the status and adds to it, such as which CV a failure met; empty for nothing.
+  virtual void setRemark(const QString& text) { setDetail(text); }
   /// `panProgress`: shows the bar at the whole part of `percent`, captioned with it and "%", and
   /// brings the dialog to the front.
   virtual void setProgress(double percent) = 0;

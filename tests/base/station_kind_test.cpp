@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QStringList>
+
 namespace lokari {
 namespace {
 
@@ -27,6 +29,15 @@ TEST(StationKinds, HaveTheRatesAndHandshakingOfTheirInterfaces) {
   EXPECT_EQ(line(u"MX1BIN"), std::make_pair(9600, Handshaking::RequestToSend));
   EXPECT_EQ(line(u"MX1ULF"), std::make_pair(9600, Handshaking::RequestToSend));
   EXPECT_EQ(line(u"LIDP"), std::make_pair(57600, Handshaking::None));
+}
+
+TEST(StationKinds, ProveAWriteOnTheProgrammingTrackWhereTheyReadBack) {
+  QStringList unproved;
+  for (const StationKindRow& row : kStationKinds) {
+    if (!row.provesWrites(true)) unproved << QString::fromUtf16(row.name);
+    EXPECT_FALSE(row.provesWrites(false)) << "nothing reads back on the main track";
+  }
+  EXPECT_EQ(unproved, QStringList({"IBX", "TAMSMC", "LIDP", "MX10", "MX10IP"}));
 }
 
 TEST(StationKinds, AreFoundByNameInAnyCase) {

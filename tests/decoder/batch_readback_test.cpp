@@ -49,7 +49,8 @@ TEST_P(TrackFailures, EndARead) {
   read();
   expectStopped(GetParam().readStatus);
   EXPECT_EQ(value(33), 12) << "the value that stood there stays";
-  EXPECT_EQ(mark(33), CvMark::None);
+  EXPECT_EQ(mark(33), CvMark::Failed);
+  EXPECT_EQ(view.details.last(), "CV 33");
 }
 
 TEST_P(TrackFailures, EndAWrite) {

@@ -46,6 +46,19 @@ TEST_F(ReadBanks, ABankThatCannotBeSelectedIsAFailure) {
   expectSessionClosed();
 }
 
+TEST_F(ReadBanks, ABankThatWasMissedIsSelectedAnewForTheNextCv) {
+  settings.continueOnError = true;
+  markRow(1024);
+  markRow(1025);
+  fault("noack@1");
+  read();
+  EXPECT_EQ(sent(), QStringList({"xPTWD 31, 16", "xPTWD 32, 0", "xPTWD 31, 16", "xPTWD 32, 0",
+                                 "xPTRB 258"}));
+  EXPECT_EQ(mark(1024), CvMark::Failed);
+  EXPECT_EQ(value(1025), 12);
+  EXPECT_EQ(mark(1025), CvMark::Verified);
+}
+
 TEST_F(ReadBanks, AfterAContinuedFailureNoCvOfAnotherBankIsTaken) {
   settings.continueOnError = true;
   decoder().readOnly.insert(32);
@@ -55,6 +68,7 @@ TEST_F(ReadBanks, AfterAContinuedFailureNoCvOfAnotherBankIsTaken) {
   EXPECT_EQ(sent(), QStringList({"xPTRB 49", "xPTWD 31, 16", "xPTWD 32, 1"}));
   EXPECT_EQ(value(1280), 0);
   EXPECT_EQ(mark(1280), CvMark::Failed);
+  EXPECT_EQ(view.details, QStringList({"CV 257 (3): Bank nicht gewählt (CV 32)", ""}));
   EXPECT_EQ(row(1280).colour, TextColour::Red);
   EXPECT_EQ(mark(49), CvMark::Verified);
 }
@@ -96,8 +110,10 @@ TEST_P(ReadFailures, EndTheRunWithTheirTextAndKeepTheValuesReadSoFar) {
   EXPECT_EQ(prompt.beeps, 1);
   EXPECT_EQ(value(3), 3);
   EXPECT_EQ(mark(3), CvMark::Verified);
+  EXPECT_EQ(view.details.last(), "CV 33") << "below the text stands which CV it was";
   EXPECT_EQ(value(33), 0);
-  EXPECT_EQ(mark(33), CvMark::None);
+  EXPECT_EQ(mark(33), CvMark::Failed);
+  EXPECT_EQ(row(33).colour, TextColour::Red);
   EXPECT_EQ(sent().last(), "xPTRB 33");
   EXPECT_EQ(view.hides, 0) << "the dialog stays up with the text";
   expectSessionClosed();

@@ -122,8 +122,10 @@ TEST_F(WriteBatchTest, ABit5ThatIsAlreadyThereCarriesIntoBit6) {
   record.recCvValues[0][28] = 34;
   openEco(kPlain, "2000");
   check("chkWrt_29");
+  prompt.answers = {Answer::Ok};
   write();
   EXPECT_EQ(sent().last(), "xPTWD 29, 66");
+  EXPECT_EQ(value(29), 66) << "the user has agreed to it, and the mark stands beside it";
 }
 
 TEST_F(WriteBatchTest, AValueNeverLeavesItsByte) {
@@ -415,10 +417,11 @@ class WriteBanks : public WriteBatchTest {
   WriteBanks() {
     decoder().banks = {{{16, 0}, {{257, 11}, {258, 12}}}, {{16, 1}, {{257, 21}}}};
     record.recCvValues[0][1023] = 51;
+    record.recCvValues[0][1024] = 53;
     record.recCvValues[0][1279] = 52;
     openEco(
         "[X]\nMAPCVA=31\nMAPCVB=32\nMAPVALA_2=16\nMAPVALB_2=0\nMAPVALA_3=16\nMAPVALB_3=1\n"
-        "CV_257_2=Motor,0-128,100,6\nCV_257_3=Bremse,0-128,1,6\n");
+        "CV_257_2=Motor,0-128,100,6\nCV_258_2=Pfiff,0-128,1,6\nCV_257_3=Bremse,0-128,1,6\n");
   }
 };
 
@@ -430,6 +433,19 @@ TEST_F(WriteBanks, TheBankIsSelectedFirst) {
                                  "xPTWD 32, 1", "xPTWD 257, 52"}));
   EXPECT_EQ(steps(), QStringList({"Schreibe Motor (CV 257 (2))", "Schreibe Bremse (CV 257 (3))"}));
   EXPECT_EQ(mark(1280), CvMark::Verified);
+}
+
+TEST_F(WriteBanks, ABankThatWasMissedIsSelectedAnewForTheNextCv) {
+  settings.continueOnError = true;
+  markRowForWriting(1024);
+  markRowForWriting(1025);
+  fault("noack@1");
+  write();
+  EXPECT_EQ(sent(), QStringList({"xPTWD 31, 16", "xPTWD 32, 0", "xPTWD 31, 16", "xPTWD 32, 0",
+                                 "xPTWD 258, 53"}));
+  EXPECT_EQ(mark(1024), CvMark::Failed);
+  EXPECT_EQ(mark(1025), CvMark::Verified);
+  EXPECT_EQ(view.details.first(), "CV 257 (2): Bank nicht gewählt (CV 32)");
 }
 
 TEST_F(WriteBanks, WithoutItsBankACvIsNeverWritten) {

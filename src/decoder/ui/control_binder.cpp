@@ -134,6 +134,8 @@ QRadioButton* ControlBinder::option(QWidget* parent, const QString& name, const 
   auto* option = named(new QRadioButton(text, parent), name, accessibleName);
   bind(name, [option](const Control& control) {
     option->setChecked(control.checked);
+    option->setToolTip(control.tag);
+    option->setAccessibleDescription(control.tag);
     showState(option, control);
     colourText(option, control.colour);
   });

@@ -95,9 +95,12 @@ QVariant CvTableModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
       return text(bench_.gridRow(gridRow(index)), column);
     case Qt::ToolTipRole:
+      if (column == GridColumn::Value) return bench_.gridRow(gridRow(index)).note;
       return column == GridColumn::Name || column == GridColumn::Range
                  ? text(bench_.gridRow(gridRow(index)), column)
                  : QString();
+    case Qt::AccessibleDescriptionRole:
+      return column == GridColumn::Value ? bench_.gridRow(gridRow(index)).note : QString();
     case Qt::AccessibleTextRole:
       return column >= GridColumn::Read ? spoken(mark(index))
                                         : text(bench_.gridRow(gridRow(index)), column);

@@ -55,12 +55,15 @@ FrmDecoder::FrmDecoder(DecoderBench& bench, StationLink& link, Clock& clock,
   rows->setSpacing(10);
   makeHeader(rows);
   makeTabs(rows, pictures);
+  makeReport(rows);
   makeFooter(rows);
   scale.arrange(this, contents);
 
   toolTip_ = new ToolTip(this, clock);
   connect(binder_, &ControlBinder::tipWanted, this, [this](QWidget* field, const QString& tag) {
-    toolTip_->showFor(field, bench_.DcToolTips(tag).trimmed());
+    const QString tip = bench_.DcToolTips(tag).trimmed();
+    field->setAccessibleDescription(tip);
+    toolTip_->showFor(field, tip);
   });
   connect(binder_, &ControlBinder::tipUnwanted, toolTip_, &ToolTip::hideTip);
   connectBench();
@@ -130,6 +133,22 @@ void FrmDecoder::makeTabs(QBoxLayout* rows, const Pictures& pictures) {
   binder_->bindState(ssDecoder_);
   connect(ssDecoder_, &QTabWidget::currentChanged, this, &FrmDecoder::showTab);
   rows->addWidget(ssDecoder_, 1);
+}
+
+void FrmDecoder::makeReport(QBoxLayout* rows) {
+  QWidget* parent = rows->parentWidget();
+  rows->addWidget(binder_->label(parent, QStringLiteral("lblLegend"), {}));
+  auto* lblReport = new QLabel(parent);
+  lblReport->setObjectName(QStringLiteral("lblReport"));
+  lblReport->setAccessibleName(QStringLiteral("Ergebnis des letzten Auftrags"));
+  lblReport->setTextFormat(Qt::PlainText);
+  lblReport->setWordWrap(true);
+  lblReport->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  binder_->bind(lblReport->objectName(), [lblReport](const Control& control) {
+    lblReport->setText(control.caption);
+    lblReport->setVisible(!control.caption.isEmpty());
+  });
+  rows->addWidget(lblReport);
 }
 
 void FrmDecoder::makeJobButtons(QGridLayout* grid) {

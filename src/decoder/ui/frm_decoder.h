@@ -47,6 +47,7 @@ class FrmDecoder final : public QDialog {
  private:
   void makeHeader(QBoxLayout* rows);
   void makeTabs(QBoxLayout* rows, const Pictures& pictures);
+  void makeReport(QBoxLayout* rows);
   void makeFooter(QBoxLayout* rows);
   void makeJobButtons(QGridLayout* grid);
   void connectBench();

@@ -55,6 +55,9 @@ void DlgComm::build() {
   lblCommDetail_ = new QLabel(this);
   lblCommDetail_->setObjectName(QStringLiteral("lblCommDetail"));
   lblCommDetail_->setTextFormat(Qt::PlainText);
+  lblCommDetail_->setWordWrap(true);
+  lblCommDetail_->setTextInteractionFlags(lblCommStatus_->textInteractionFlags());
+  lblCommDetail_->setAccessibleName(QStringLiteral("Näheres"));
 
   panProgress_ = new QProgressBar(this);
   panProgress_->setObjectName(QStringLiteral("panProgress"));
@@ -75,8 +78,7 @@ void DlgComm::build() {
   cmdCopyText_->setObjectName(QStringLiteral("cmdCopyText"));
   cmdCopyText_->setAccessibleName(QStringLiteral("Text in die Zwischenablage kopieren"));
   cmdCopyText_->setAutoDefault(false);
-  connect(cmdCopyText_, &QPushButton::clicked, this,
-          [this] { QGuiApplication::clipboard()->setText(lblCommStatus_->text()); });
+  connect(cmdCopyText_, &QPushButton::clicked, this, &DlgComm::copyText);
 
   // Three equal columns: the button that ends stays in the middle.
   auto* buttons = new QGridLayout;
@@ -164,13 +166,17 @@ void DlgComm::setStatus(const QString& text) {
   QString lines = text;
   lines.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
   lblCommStatus_->setText(lines);
-  // A result of many lines must not be cut.
+  makeRoom();
+  lblCommStatus_->repaint();
+}
+
+// A result of many lines must not be cut.
+void DlgComm::makeRoom() {
   const int needed = layout()->totalHeightForWidth(width());
   if (needed > height()) {
     resize(width(), needed);
     keepButtonsOnScreen();
   }
-  lblCommStatus_->repaint();
 }
 
 // It grows downwards.
@@ -183,6 +189,13 @@ void DlgComm::keepButtonsOnScreen() {
 
 void DlgComm::setDetail(const QString& text) {
   lblCommDetail_->setText(text);
+  makeRoom();
+}
+
+void DlgComm::copyText() {
+  QStringList lines{lblCommStatus_->text()};
+  if (!lblCommDetail_->text().isEmpty()) lines << lblCommDetail_->text();
+  QGuiApplication::clipboard()->setText(lines.join(u'\n'));
 }
 
 void DlgComm::setProgress(double percent) {

@@ -55,7 +55,9 @@ class DlgComm final : public QDialog, public CommView {
   void prepare();
   void startJob();
   void cancel();
+  void makeRoom();
   void keepButtonsOnScreen();
+  void copyText();
 
   StationLink& link_;
   QLabel* lblCommStatus_ = nullptr;

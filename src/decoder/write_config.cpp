@@ -1,0 +1,156 @@
+// CV 29 in a batch write: the byte that goes out, and what is asked and told about it.
+#include "base/prompt.h"
+#include "decoder/decoder_bench.h"
+#include "decoder/write_batch.h"
+#include "link/station_link.h"
+
+namespace lokari {
+namespace {
+
+constexpr int kHighestShortAddress = 127;
+
+struct BitName {
+  int bit;
+  const char16_t* name;
+};
+
+constexpr BitName kBitNames[] = {
+    {config_bit::kDirection, u"Fahrtrichtung"},
+    {config_bit::kSteps, u"Fahrstufen"},
+    {config_bit::kAnalog, u"Analogbetrieb"},
+    {config_bit::kPulseOrRailCom, u"RailCom"},
+    {config_bit::kSpeedTable, u"Geschwindigkeitstabelle"},
+    {config_bit::kLongAddress, u"lange Adresse"},
+    {config_bit::kManBit, u"Herstellerbit"},
+    {config_bit::kFunctionDecoder, u"Funktionsdecoder"},
+};
+
+QString changes(int before, int after) {
+  QStringList list;
+  for (const BitName& bit : kBitNames) {
+    if (((before ^ after) & bit.bit) == 0) continue;
+    list << QString::fromUtf16(bit.name) +
+                ((after & bit.bit) != 0 ? QStringLiteral(" ein") : QStringLiteral(" aus"));
+  }
+  return list.join(QStringLiteral(", "));
+}
+
+}  // namespace
+
+WriteBatch::ConfigState WriteBatch::expectedState() const {
+  ConfigState state = configState();
+  if (address_ > kHighestShortAddress) {
+    state.longWritten = true;
+  } else if (state.config >= 0) {
+    state.config &= ~config_bit::kLongAddress;
+  }
+  return state;
+}
+
+int WriteBatch::configByte(const ConfigState& state) const {
+  int wanted = bench_.sets.value(CvIndex(cv::kConfig));
+  if (!state.longWritten && state.config >= 0) {
+    // Added, not merged: a value that holds the bit already carries into bit 6. Beyond a byte
+    // there is nothing to carry into.
+    const int bit = state.config & config_bit::kLongAddress;
+    wanted = wanted + bit <= 255 ? wanted + bit : wanted | bit;
+  } else if (state.longWritten || address_ > kHighestShortAddress) {
+    wanted |= config_bit::kLongAddress;
+  }
+  // Without the group in view nobody has chosen anything.
+  if (description().RAILCOM && bench_.controls.at(QStringLiteral("optDcComRailComYes")).checked) {
+    wanted |= config_bit::kPulseOrRailCom;
+  }
+  return wanted;
+}
+
+bool WriteBatch::configUnknown() const {
+  const CvIndex cv(cv::kConfig);
+  return !marked(cv) && bench_.sets.mark(cv) == CvMark::Failed;
+}
+
+bool WriteBatch::confirmConfig(const ConfigState& state) {
+  const CvIndex cv(cv::kConfig);
+  const bool forced = addressMarked() && (!state.longWritten || state.config < 0);
+  if ((!marked(cv) && !forced) || configUnknown()) return true;
+  const bool isLong =
+      state.longWritten || (state.config >= 0 ? (state.config & config_bit::kLongAddress) != 0
+                                              : address_ > kHighestShortAddress);
+  const int kept = bench_.sets.value(cv) & ~config_bit::kLongAddress;
+  const int before = isLong ? kept | config_bit::kLongAddress : kept;
+  const int after = configByte(state);
+  const int unasked = (before ^ after) & ~bench_.clickedConfigBits_;
+  if (unasked == 0 || configConfirmed_ == after) return true;
+  const Answer answer = bench_.parts_.prompt.ask(
+      Box{.text = QStringLiteral("CV 29 würde mit %2 statt %1 geschrieben, ohne dass das jemand "
+                                 "eingestellt hat!")
+                      .arg(before)
+                      .arg(after),
+          .buttons = Buttons::OkCancel,
+          .icon = Icon::Warning,
+          .more = QStringLiteral("Bisher %1, neu %2: %3. OK schreibt %2, Abbruch schreibt nichts.")
+                      .arg(before)
+                      .arg(after)
+                      .arg(changes(before, after)),
+          .preset = Answer::Cancel});
+  if (answer != Answer::Ok) return false;
+  configConfirmed_ = after;
+  return true;
+}
+
+bool WriteBatch::writeKnownConfig() {
+  const CvIndex cv(cv::kConfig);
+  if (config_ < 0) {
+    const QString text = QStringLiteral(
+        "Die Art der Adresse (kurz oder lang) ist nicht gesetzt: CV 29 ist nicht bekannt und wurde "
+        "nicht geschrieben.");
+    bench_.report_.add(
+        {.cv = cv, .deed = CvDeed::Failed, .before = bench_.sets.value(cv), .reason = text});
+    remark(text);
+    return true;
+  }
+  // The working value is not what goes out, so its mark stays as it is.
+  const Written written = write(cv, config_, [] {});
+  if (written == Written::Ended) return false;
+  if (written == Written::Done) report(cv, deed(), config_);
+  noteConfig(config_);
+  return true;
+}
+
+bool WriteBatch::config() {
+  status(QStringLiteral("Schreibe Grundeinstellungen (CV 29)"));
+  const CvIndex cv(cv::kConfig);
+  if (configUnknown()) {
+    if (!writeKnownConfig()) return false;
+    countDone();
+    return true;
+  }
+  if (!confirmConfig(configState())) return endAs(End::Orderly);
+  const int wanted = configByte(configState());
+  const Written written = write(cv, wanted, [&] {
+    bench_.sets.setMark(cv, CvMark::Failed);
+    bench_.ColorCV29();
+  });
+  noteConfig(wanted);
+  if (!finish(cv, written, wanted)) return false;
+  if (written == Written::Done && configConfirmed_ == wanted) {
+    // The user has seen this value and agreed: the mark is to stand beside it.
+    bench_.sets.setValue(cv, wanted & ~config_bit::kLongAddress);
+    bench_.showAllOptions();
+  }
+  bench_.ColorCV29();
+  bench_.valueChanged(cv);
+  countDone();
+  return true;
+}
+
+void WriteBatch::addRemarks() {
+  if (!configSent_ || marked(CvIndex(cv::kConfig))) return;
+  const QString before = configRead_ ? QStringLiteral("vorher %1").arg(*configRead_)
+                                     : QStringLiteral("der Wert davor wurde nicht gelesen");
+  remark(QStringLiteral("Mit der Adresse ging auch CV 29 an den Decoder: %1, %2.")
+             .arg(*configSent_)
+             .arg(before));
+}
+
+}  // namespace lokari
