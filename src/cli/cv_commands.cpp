@@ -12,6 +12,12 @@ namespace {
 constexpr int kLastShortAddress = 127;
 constexpr int kLastCvWithoutV36 = 255;
 
+/// These two select the bank that CVs above 256 lie in: behind a failed one their numbers mean
+/// other CVs.
+constexpr bool selectsBank(int cv) {
+  return cv == 31 || cv == 32;
+}
+
 struct CvOptions {
   bool main = false;
   int address = 0;  ///< 0 for none
@@ -59,6 +65,7 @@ void checkWritable(int cv, const CliContext& context) {
 struct CvJob {
   int cv = 0;
   int value = 0;
+  bool endsTheRun = false;  ///< when it fails, whatever the settings say
 };
 
 /// What became of it.
@@ -91,8 +98,9 @@ void tellLeftOut(const QList<CvJob>& jobs, qsizetype from, CliContext& context) 
       QStringLiteral("Nicht mehr bearbeitet: CV %1").arg(numbers.join(QStringLiteral(", "))));
 }
 
-/// Runs `one` for each job until one of them throws, the user cancels, or one fails and the
-/// settings do not go on then. `take` gets the outcomes. Gives Done when every job has succeeded.
+/// Runs `one` for each job until one of them throws, the user cancels, or one fails that ends the
+/// run, or the settings do not go on then. `take` gets the outcomes. Gives Done when every job has
+/// succeeded.
 template <class RunOne, class Take>
 ExitStatus runAll(const QList<CvJob>& jobs, CliContext& context, RunOne one, Take take) {
   ExitStatus status = ExitStatus::Done;
@@ -102,7 +110,8 @@ ExitStatus runAll(const QList<CvJob>& jobs, CliContext& context, RunOne one, Tak
     take(outcome);
     if (!outcome.failed()) continue;
     status = ExitStatus::Failed;
-    if (context.settings.continueOnError || context.link.cancelRequested) continue;
+    const bool goesOn = context.settings.continueOnError && !jobs[i].endsTheRun;
+    if (goesOn || context.link.cancelRequested) continue;
     tellLeftOut(jobs, i + 1, context);
     break;
   }
@@ -197,7 +206,9 @@ ExitStatus cvRead(const Call& call, CliContext& context) {
 ExitStatus cvWrite(const Call& call, CliContext& context) {
   const CvOptions options = takeOptions(call);
   QList<CvJob> jobs;
-  for (const Setting& each : call.settings(u"CV=WERT")) jobs.append({each.cv, each.value});
+  for (const Setting& each : call.settings(u"CV=WERT")) {
+    jobs.append({each.cv, each.value, selectsBank(each.cv)});
+  }
   checkOffered(!options.main || context.settings.station().programsOnMain,
                QStringLiteral("auf dem Hauptgleis schreiben"), context);
   for (const CvJob& job : std::as_const(jobs)) checkWritable(job.cv, context);

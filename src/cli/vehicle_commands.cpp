@@ -13,6 +13,7 @@
 #include "db/database.h"
 #include "db/record_set.h"
 #include "decoder/decoder_bench.h"
+#include "decoder/fixed_fields.h"
 
 namespace lokari {
 namespace {
@@ -213,27 +214,54 @@ void runJob(DecoderBench& bench, CommJob job, CliContext& context) {
   link.commJob = CommJob::None;
 }
 
-/// Prints the CVs; true when all of them are verified.
+/// Prints what the run did with the CVs; true when it succeeded with all of them.
 bool printCvs(const DecoderBench& bench, const std::vector<CvIndex>& cvs, CliContext& context) {
   bool good = true;
   for (const CvIndex cv : cvs) {
-    const CvMark mark = bench.sets.mark(cv);
-    const bool address = cv == CvIndex(1);
-    const QString value = address ? bench.controls.at(QStringLiteral("dc_adr")).text
-                                  : QString::number(bench.sets.value(cv));
-    const QString shown =
-        mark == CvMark::None ? QStringLiteral("0") : QString(QLatin1Char(static_cast<char>(mark)));
+    const CvReport* report = bench.report().of(cv);
+    good = good && report != nullptr && report->deed != CvDeed::Failed;
+    if (report == nullptr) continue;
+    const bool failed = report->deed == CvDeed::Failed;
+    const QString value = cv == CvIndex(cv::kAddress)
+                              ? bench.controls.at(QStringLiteral("dc_adr")).text
+                              : QString::number(failed ? report->before : bench.sets.value(cv));
+    const QString mark(QLatin1Char(static_cast<char>(failed ? CvMark::Failed : CvMark::Verified)));
     context.results.line({{QStringLiteral("cv"), bench.description.numberText(cv)},
                           {QStringLiteral("value"), value.toInt(), value},
-                          {QStringLiteral("mark"), shown.toInt(), shown}});
-    // A long address has marks of its own.
-    if (address) {
-      good = good && bench.controls.at(QStringLiteral("dc_adr")).colour == TextColour::Blue;
-    } else {
-      good = good && mark == CvMark::Verified;
-    }
+                          {QStringLiteral("mark"), mark.toInt(), mark}});
   }
   return good;
+}
+
+void tellRemarks(const DecoderBench& bench, CliContext& context) {
+  for (const QString& remark : bench.report().remarks) context.console.message(remark);
+  const QString unproved = bench.listOfCvs(bench.report().with(CvDeed::Unproved));
+  if (unproved.isEmpty()) return;
+  context.console.message(QStringLiteral("%1: geschrieben, nicht geprüft!").arg(unproved));
+}
+
+/// Puts what the run did into the record's set. All else stays as it was stored: a CV that failed
+/// keeps its value, and one that was not reached its mark as well.
+void takeReport(const DecoderBench& bench, CvRecord& record) {
+  const auto place = static_cast<size_t>(bench.sets.currentSet().arrayIndex());
+  QByteArray& values = record.recCvValues[place];
+  QByteArray& marks = record.recCvMarks[place];
+  for (QByteArray* array : {&values, &marks}) {
+    if (array->size() < kCvArraySize) array->append(kCvArraySize - array->size(), '\0');
+  }
+  const auto takeMark = [&](CvIndex cv) {
+    marks[cv.arrayIndex()] = static_cast<char>(bench.sets.mark(cv));
+  };
+  for (const CvReport& report : bench.report().cvs()) {
+    takeMark(report.cv);
+    if (report.cv == CvIndex(cv::kAddress)) {
+      // A long one has its marks in two CVs.
+      takeMark(CvIndex(cv::kLongAddressHigh));
+      takeMark(CvIndex(cv::kLongAddressLow));
+    } else if (report.deed != CvDeed::Failed) {
+      values[report.cv.arrayIndex()] = static_cast<char>(bench.sets.value(report.cv));
+    }
+  }
 }
 
 ExitStatus runVehicle(const VehicleCall& call, CliContext& context) {
@@ -269,10 +297,11 @@ ExitStatus runVehicle(const VehicleCall& call, CliContext& context) {
     return ExitStatus::Failed;
   }
   const bool good = printCvs(bench, planned, context);
-  const bool addressRead = !call.write && bench.controls.at(QStringLiteral("chkDcAdrRead")).checked;
-  bench.cmdOK(vehicle.cvs);
-  vehicle.store(addressRead ? std::optional(bench.controls.at(QStringLiteral("dc_adr")).text)
-                            : std::nullopt);
+  tellRemarks(bench, context);
+  takeReport(bench, vehicle.cvs);
+  const CvReport* address = bench.report().of(CvIndex(cv::kAddress));
+  const bool addressRead = address != nullptr && address->deed == CvDeed::Read;
+  vehicle.store(addressRead ? std::optional(QString::number(address->value)) : std::nullopt);
   return good && bench.jobEnd == JobEnd::Complete ? ExitStatus::Done : ExitStatus::Failed;
 }
 

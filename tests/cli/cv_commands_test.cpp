@@ -24,6 +24,21 @@ TEST_F(CvCommandsTest, AFailedCvIsToldAndTheOthersAreStillRead) {
   EXPECT_EQ(console.results, (QStringList{"700\t-1021\tKein ACK vom Decoder", "1\t3"}));
 }
 
+TEST_F(CvCommandsTest, BehindABankRegisterThatFailedNothingIsWritten) {
+  for (const char* setting : {"0", "1"}) {
+    writeIni("LOKARI", QByteArray("BaseUnit=TAMSMC\r\nComPort=3\r\nTimeout=2\r\nDelay=0\r\n"
+                                  "ContinueOnError=") +
+                           setting + "\r\n");
+    for (const int cv : {31, 32}) {
+      layout.onProgrammingTrack()->readOnly = {cv};
+      line_.writes.clear();
+      EXPECT_EQ(run("cv write 31=16 32=3 257=100 5=1"), 1);
+      EXPECT_EQ(line_.sent(), cv == 31 ? "xPTWD 31, 16\r" : "xPTWD 31, 16\rxPTWD 32, 3\r");
+      EXPECT_EQ(console.results.last(), QStringLiteral("%1\t-1021\tKein ACK vom Decoder").arg(cv));
+    }
+  }
+}
+
 TEST_F(CvCommandsTest, ASilentStationIsToldAsSuch) {
   faults.add({.kind = sim::FaultKind::Silence});
   EXPECT_EQ(run("cv read 1"), 1);

@@ -121,18 +121,70 @@ TEST_F(VehicleCommandsTest, WritesOnTheMainTrackWhereTheDescriptionAllowsIt) {
 }
 
 TEST_F(VehicleCommandsTest, AFailedCvIsMarkedAndTheStatusTellsIt) {
-  writeIni("LOKARI", "BaseUnit=TAMSMC\r\nComPort=3\r\nTimeout=2\r\nDelay=0\r\nContinue=1\r\n");
+  writeIni("LOKARI", "BaseUnit=TAMSMC\r\nComPort=3\r\nTimeout=2\r\nDelay=0\r\nContinueOnError=1\r\n");
   decoder().present = {{1, 48}};
   EXPECT_EQ(run("vehicle read Anlage 3 --cv 3,49"), 1);
   EXPECT_EQ(console.results, QStringList({"3\t33\t1", "49\t0\t2"}));
   EXPECT_EQ(stored().recCvMarks[0].at(48), '2');
 }
 
+TEST_F(VehicleCommandsTest, ADeadTrackCostsNoStoredValue) {
+  writeIni("LOKARI", "BaseUnit=TAMSMC\r\nComPort=3\r\nTimeout=2\r\nDelay=0\r\nContinueOnError=1\r\n");
+  store(3, 17);
+  store(29, 6);
+  store(49, 2);
+  const QByteArray before = stored().recCvValues[0];
+  faults.add({.kind = sim::FaultKind::NoAck, .count = sim::Fault::kAlways});
+  EXPECT_EQ(run("vehicle read Anlage 3 --cv 3,29,49 --yes"), 1);
+  EXPECT_EQ(console.results, QStringList({"3\t17\t2", "29\t6\t2", "49\t2\t2"}));
+  const CvRecord record = stored();
+  EXPECT_EQ(record.recCvValues[0], before);
+  for (const int cv : {3, 29, 49}) EXPECT_EQ(record.recCvMarks[0].at(cv - 1), '2') << cv;
+  EXPECT_EQ(record.recCvMarks[0].at(4), '\0') << "CV 5 was not asked for";
+}
+
+TEST_F(VehicleCommandsTest, AFailureThatEndsTheRunNamesItsCvAndStoresWhatWasReadBefore) {
+  writeIni("LOKARI",
+           "BaseUnit=TAMSMC\r\nComPort=3\r\nTimeout=2\r\nDelay=0\r\n"
+           "ContinueOnError=0\r\nAddressCheck=0\r\nManufacturerCheck=0\r\n");
+  store(49, 2);
+  decoder().present = {{1, 48}};
+  EXPECT_EQ(run("vehicle read Anlage 3 --cv 3,49,257:2"), 1);
+  EXPECT_EQ(console.results, QStringList({"3\t33\t1", "49\t2\t2"}));
+  const qsizetype told = console.messages.indexOf(QStringLiteral("Kein ACK vom Decoder"));
+  ASSERT_GE(told, 0);
+  EXPECT_EQ(console.messages.value(told + 1), "CV 49");
+  EXPECT_EQ(stored().recCvValues[0].at(48), 2);
+  EXPECT_EQ(stored().recCvMarks[0].at(48), '2');
+  EXPECT_EQ(stored().recCvMarks[0].at(1023), '\0') << "never reached";
+}
+
+TEST_F(VehicleCommandsTest, AWriteThatIsCancelledPrintsAndStoresOnlyWhatItDid) {
+  store(3, 9);
+  store(49, 3);
+  faults.add({.kind = sim::FaultKind::Silence, .count = sim::Fault::kAlways, .skip = 5});
+  clock.schedule(3000, [&] { interrupt.raise(); });
+  EXPECT_EQ(run("vehicle write Anlage 3 --cv 3,49"), 1);
+  EXPECT_EQ(line_.sent().count("xPTWD"), 2);
+  EXPECT_EQ(console.results, QStringList({"3\t9\t1"}));
+  EXPECT_TRUE(console.messages.contains("CV 3: geschrieben, nicht geprüft!"));
+  EXPECT_EQ(stored().recCvMarks[0].at(2), '1');
+  EXPECT_EQ(stored().recCvMarks[0].at(48), '\0');
+}
+
+TEST_F(VehicleCommandsTest, AnAddressThatTakesCv29WithItSaysSo) {
+  EXPECT_EQ(run("vehicle write Anlage 3 --cv 1 --yes"), 0);
+  EXPECT_EQ(console.results, QStringList({"1\t3\t1"}));
+  const QStringList named =
+      console.messages.filter(QStringLiteral("Mit der Adresse ging auch CV 29"));
+  EXPECT_EQ(named.size(), 1);
+}
+
 TEST_F(VehicleCommandsTest, AnotherAddressStopsTheJobUnlessTheUserSaysYes) {
   decoder().setAddress(47);
   EXPECT_EQ(run("vehicle read Anlage 3 --cv 3"), 1);
   EXPECT_TRUE(console.messages.contains("Abweichende Adresse im Empfänger (47)! [Abbruch]"));
-  EXPECT_EQ(console.results, QStringList({"3\t0\t0"}));
+  EXPECT_TRUE(console.results.isEmpty()) << "this run read nothing";
   EXPECT_EQ(run("vehicle read Anlage 3 --cv 3 --yes"), 0);
   EXPECT_EQ(console.results, QStringList({"3\t33\t1"}));
 }
@@ -158,7 +210,7 @@ TEST_F(VehicleCommandsTest, CtrlCEndsTheJobAndKeepsWhatWasRead) {
   faults.add({.kind = sim::FaultKind::Silence, .count = sim::Fault::kAlways, .skip = 5});
   clock.schedule(2000, [&] { interrupt.raise(); });
   EXPECT_EQ(run("vehicle read Anlage 3 --cv 3,5,49"), 1);
-  EXPECT_EQ(console.results, QStringList({"3\t33\t1", "5\t0\t0", "49\t0\t0"}));
+  EXPECT_EQ(console.results, QStringList({"3\t33\t1"}));
   EXPECT_EQ(stored().recCvValues[0].at(2), 33);
   EXPECT_FALSE(line_.isOpen());
 }

@@ -108,7 +108,7 @@ class MainJob {
     tour_.step(QStringLiteral("Schreiben"), decoderIdle,
                [this] { press(QStringLiteral("cmdDcProg")); });
     tour_.step(QStringLiteral("Der Schreibvorgang läuft"), progress, [] {});
-    tour_.step(QStringLiteral("Der geschriebene Wert ist geprüft"), decoderIdle, [this] {
+    tour_.step(QStringLiteral("Der geschriebene Wert steht da"), decoderIdle, [this] {
       const auto* field = qobject_cast<QLineEdit*>(shownControl(kAcceleration));
       const bool blue =
           field->palette().color(QPalette::Active, QPalette::Text) == colourValue(TextColour::Blue);
