@@ -61,9 +61,7 @@ FrmDecoder::FrmDecoder(DecoderBench& bench, StationLink& link, Clock& clock,
 
   toolTip_ = new ToolTip(this, clock);
   connect(binder_, &ControlBinder::tipWanted, this, [this](QWidget* field, const QString& tag) {
-    const QString tip = bench_.DcToolTips(tag).trimmed();
-    field->setAccessibleDescription(tip);
-    toolTip_->showFor(field, tip);
+    toolTip_->showFor(field, bench_.DcToolTips(tag).trimmed());
   });
   connect(binder_, &ControlBinder::tipUnwanted, toolTip_, &ToolTip::hideTip);
   connectBench();
@@ -264,9 +262,9 @@ bool FrmDecoder::edit(CvRecord& record, const QString& address) {
 }
 
 QSize FrmDecoder::designSize() const {
-  // A page of twenty rows with their longest names on two lines.
+  // A page of twenty rows with their longest names on two lines, and the legend below it.
   const QFontMetrics metrics = fontMetrics();
-  return sizeHint().expandedTo({158 * metrics.averageCharWidth(), 40 * metrics.lineSpacing()});
+  return sizeHint().expandedTo({158 * metrics.averageCharWidth(), 42 * metrics.lineSpacing()});
 }
 
 void FrmDecoder::accepted() {
