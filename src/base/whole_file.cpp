@@ -18,7 +18,7 @@ namespace lokari {
 namespace {
 
 /// Bytes that wait for each other on their way to the file.
-constexpr qsizetype kChunk = 64 * 1024;
+constexpr qsizetype kChunk = qsizetype{64} * 1024;
 constexpr mode_t kAllMayUse = 0666;
 constexpr mode_t kModeBits = 07777;
 
