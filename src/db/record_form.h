@@ -126,8 +126,9 @@ class RecordForm : public QObject {
   void edited(const QString& control, const QString& text);
   void focusGained(const QString& control);
   void focusLost(const QString& control);
-  /// False when a key is to be thrown away; `key` is its character, backspace being 8.
-  bool takesKey(const QString& control, QChar key);
+  /// False when a key is to be thrown away; `key` is its character, backspace being 8. It takes the
+  /// place of `replaced` selected characters: what does not lengthen a text passes its limit.
+  bool takesKey(const QString& control, QChar key, qsizetype replaced = 0);
   /// A click on `dc_type_1` to `dc_type_3`.
   void clickType(int type);
 

@@ -74,7 +74,7 @@ void RecordForm::clickType(int type) {
   noteUnsaved();
 }
 
-bool RecordForm::takesKey(const QString& control, QChar key) {
+bool RecordForm::takesKey(const QString& control, QChar key, qsizetype replaced) {
   const FormField* field = formField(control);
   if (field == nullptr || key == kBackspace) return true;
   switch (field->keys) {
@@ -87,7 +87,9 @@ bool RecordForm::takesKey(const QString& control, QChar key) {
     case KeyFilter::Collection:
       break;
   }
-  if (key < kFirstTyped || text(control).size() <= kCollectionLimit) return true;
+  constexpr QChar kDelete(127);
+  const bool lengthens = key >= kFirstTyped && key != kDelete && replaced == 0;
+  if (!lengthens || text(control).size() <= kCollectionLimit) return true;
   parts_.prompt.beep();
   return false;
 }

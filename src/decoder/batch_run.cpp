@@ -117,13 +117,17 @@ void BatchRun::run() {
   view_->setCancelCaption(QStringLiteral("Abbruch"));
   bench_.parts_.clock.pump();
   total_ = countPlanned();
+  const QString leftOut = bench_.leftOut(direction_.write);
   if (total_ == 0) {
     bench_.jobEnd = JobEnd::NothingMarked;
-    bench_.parts_.prompt.message(textOf(direction_.nothingToDo));
+    bench_.parts_.prompt.message(textOf(direction_.nothingToDo), Icon::Warning, leftOut);
     link().cancelRequested = false;
     bench_.commRunning = false;
     view_->hide();
   } else {
+    if (!leftOut.isEmpty()) {
+      bench_.parts_.prompt.message(textOf(direction_.leavesOut), Icon::Information, leftOut);
+    }
     runSession();
   }
   view_->setCancelCaption(QStringLiteral("OK"));

@@ -47,6 +47,7 @@ class BatchRun {
     const char16_t* nothingToDo;  ///< message when nothing is marked
     const char16_t* takingOver;   ///< below the question about another maker: what OK does
     int addressSteps;             ///< what a marked address counts
+    const char16_t* leavesOut;    ///< message when ticked CVs are left out
   };
 
   BatchRun(DecoderBench& bench, bool progOn, const Direction& direction);

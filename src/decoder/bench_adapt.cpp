@@ -29,6 +29,7 @@ void DecoderBench::adapt() {
   controls.setCaption(QStringLiteral("lblDcDrvLeg2"), QString::number(description.INTERNALSTEPS));
   adaptRows();
   adaptFixedFields();
+  showIdleTicks();
   controls.setEnabled(QStringLiteral("ssDecoder"), true);
   controls.setEnabled(QStringLiteral("cvTable"), true);
   if (!windowOpening) refreshFields(false);

@@ -174,4 +174,8 @@ bool BenchControls::setHolds(const QString& name, const std::optional<QString>& 
   return set(name, &Control::holds, holds);
 }
 
+bool BenchControls::setIdle(const QString& name, const QString& reason) {
+  return set(name, &Control::idle, reason);
+}
+
 }  // namespace lokari

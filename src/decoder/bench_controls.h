@@ -25,6 +25,7 @@ struct Control {
   TextColour colour = TextColour::Normal;
   /// Value fields: the value that holds beside a text that was not taken; empty for none.
   std::optional<QString> holds;
+  QString idle;  ///< check boxes: why no job acts upon the tick; empty when one does
 
   bool operator==(const Control&) const = default;
 };
@@ -71,6 +72,7 @@ class BenchControls : public QObject {
   bool setChecked(const QString& name, bool checked);
   bool setColour(const QString& name, TextColour colour);
   bool setHolds(const QString& name, const std::optional<QString>& holds);
+  bool setIdle(const QString& name, const QString& reason);
 
  signals:
   void changed(const QString& name);

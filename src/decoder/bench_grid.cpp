@@ -25,7 +25,9 @@ GridRow DecoderBench::gridRow(int row) const {
           .note = noteOf(cv),
           .read = entry.cvRead,
           .write = entry.cvWrite,
-          .details = !entry.cvBits.isEmpty()};
+          .details = !entry.cvBits.isEmpty(),
+          .readOnly = !gridEditable(cv),
+          .idle = idleReason(cv)};
 }
 
 void DecoderBench::makeTableNames() {
@@ -93,6 +95,7 @@ void DecoderBench::gridClicked(int row, GridColumn column) {
 void DecoderBench::openGridEdit(int row) {
   gridEditRow_ = row;
   const CvIndex cv = grid_.cvAt(row);
+  gridEditMark_ = sets.mark(cv);
   controls.setTag(gridField(), QString::number(cv.value()));
   controls.setText(gridField(), QString::number(sets.value(cv)));
   controls.setVisible(gridField(), true);
@@ -104,6 +107,15 @@ void DecoderBench::closeGridEdit() {
   gridEditRow_ = 0;
   controls.setVisible(gridField(), false);
   emit gridEditClosed();
+}
+
+void DecoderBench::gridEditGivenUp() {
+  const CvIndex cv = grid_.cvAt(gridEditRow_);
+  if (!cv.inRange()) return;
+  // Typing took the mark of a value that stays.
+  sets.setMark(cv, gridEditMark_);
+  closeGridEdit();
+  showValue(cv);
 }
 
 void DecoderBench::gridEditLeft() {

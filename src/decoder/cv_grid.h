@@ -39,7 +39,9 @@ struct GridRow {
   QString note = {};                       ///< what the colour does not tell
   bool read = false;                       ///< picture chkbox_x.bmp, else chkbox.bmp
   bool write = false;
-  bool details = false;  ///< picture bitbut.bmp
+  bool details = false;   ///< picture bitbut.bmp
+  bool readOnly = false;  ///< neither the value nor the tick for writing can be changed
+  QString idle = {};      ///< why no job acts upon its ticks; empty when one does
 };
 
 /// Which CV stands in which row, and the range that a click on a header works on.

@@ -11,11 +11,8 @@ CvSets::CvSets() {
 void CvSets::clear() {
   const QByteArray zeros(kCvArraySize, '\0');
   for (Set& set : sets_) {
-    set = {.values = zeros,
-           .marks = zeros,
-           .name = {},
-           .settledValues = zeros,
-           .settledMarks = zeros};
+    set = {
+        .values = zeros, .marks = zeros, .name = {}, .settledValues = zeros, .settledMarks = zeros};
   }
   currentSet_ = SetNumber(1);
   currentSetName.clear();
@@ -94,6 +91,19 @@ int CvSets::unstored() const {
     if (typed || accessed) ++count;
   }
   return count;
+}
+
+bool CvSets::differs(const CvSets& from) const {
+  CvSets here = *this;
+  CvSets there = from;
+  here.storeCurrent();
+  there.storeCurrent();
+  for (size_t i = 0; i < sets_.size(); ++i) {
+    const Set& a = here.sets_[i];
+    const Set& b = there.sets_[i];
+    if (a.values != b.values || a.marks != b.marks || a.name != b.name) return true;
+  }
+  return false;
 }
 
 void CvSets::load(SetNumber set) {

@@ -69,6 +69,9 @@ class CvSets {
   /// How many CVs of the working copy were typed or read since. The address is none of them.
   int unstored() const;
 
+  /// Whether any set holds other values or marks than that of another copy, or has another name.
+  bool differs(const CvSets& from) const;
+
   int value(CvIndex cv) const { return static_cast<quint8>(cvValues[cv.arrayIndex()]); }
   void setValue(CvIndex cv, int value) { cvValues[cv.arrayIndex()] = static_cast<char>(value); }
   CvMark mark(CvIndex cv) const { return static_cast<CvMark>(cvMarks[cv.arrayIndex()]); }

@@ -1,5 +1,7 @@
 #include "decoder/decoder_bench.h"
 
+#include <algorithm>
+
 #include "base/prompt.h"
 #include "db/catalogue.h"
 #include "db/cv_record.h"
@@ -60,6 +62,7 @@ void DecoderBench::open(const CvRecord& record, const QString& address) {
   windowOpening = false;
   sets.settleAll();
   selectTab(0);
+  opened_ = present();
 }
 
 void DecoderBench::showSetNames() {
@@ -123,8 +126,8 @@ void DecoderBench::finishChoice() {
 
 bool DecoderBench::mayDropValues() {
   // A job asks its own questions.
-  const int count = commRunning ? 0 : sets.unstored();
-  if (count == 0) return true;
+  if (commRunning || !unsavedOfType()) return true;
+  const int count = std::max(1, sets.unstored());
   const QString what =
       count == 1 ? QStringLiteral("Ein eingegebener oder gelesener CV-Wert ist")
                  : QStringLiteral("%1 eingegebene oder gelesene CV-Werte sind").arg(count);

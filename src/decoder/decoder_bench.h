@@ -68,6 +68,9 @@ enum class JobEnd {
   Complete,   ///< every CV was tried; their marks tell which failed
 };
 
+/// What the user wants with values that leaving the window would lose.
+enum class Leave { Stay, Store, Drop };
+
 class DecoderBench : public QObject {
   Q_OBJECT
 
@@ -122,6 +125,14 @@ class DecoderBench : public QObject {
   /// gives a message and leaves the record's number.
   void cmdOK(CvRecord& record);
   void cmdCancel();
+  /// Whether the window has anything that the record does not: values that were read, written or
+  /// typed, a name, an address, a type.
+  bool unsaved() const;
+  /// Whether the current set holds values or marks that came about under the present type and are
+  /// not stored: another type would put its defaults in their place.
+  bool unsavedOfType() const;
+  /// Asks where something is unsaved.
+  Leave askToLeave();
 
   /// A choice in `cbDcManuf`, `cbDcDecoder`. Choosing what is chosen changes nothing; a change that
   /// would lose values asks. False when the user then stays with the type he has.
@@ -132,7 +143,11 @@ class DecoderBench : public QObject {
   /// `cbDcVer` loses the focus: its text is the current set's new name.
   void setNameLeft(const QString& text);
   /// False when a key in the text of `cbDcVer` is to be swallowed. `code` is its character code.
-  static bool setNameTakes(const QString& text, int code) { return code < 32 || text.size() < 8; }
+  /// `replaced` characters of the text are selected: what does not lengthen it passes.
+  static bool setNameTakes(const QString& text, int code, qsizetype replaced = 0) {
+    constexpr int kDelete = 127;
+    return code < 32 || code == kDelete || text.size() < 8 || replaced > 0;
+  }
 
   /// Reads the two selectors, loads the description file that they name and adapts everything.
   void ChangeDecoder();
@@ -179,6 +194,8 @@ class DecoderBench : public QObject {
   void gridSelected(int first, int last) { grid_.select(first, last); }
   void gridHeaderClicked(GridColumn column);
   void gridClicked(int row, GridColumn column);
+  /// Escape in the cell in hand: it is as it was.
+  void gridEditGivenUp();
 
   // ---- Values and colours ---------------------------------------------------------------------
 
@@ -207,6 +224,10 @@ class DecoderBench : public QObject {
   void WriteComm();
   /// Whether a job would handle a CV as things are marked now. The address has a box of its own.
   bool isPlanned(bool write, CvIndex cv) const;
+  /// Why no job acts upon the ticks of a CV; empty when one does.
+  QString idleReason(CvIndex cv) const;
+  /// The ticked CVs that a job would leave out, a line a reason; empty for none.
+  QString leftOut(bool write) const;
   JobEnd jobEnd = JobEnd::NothingMarked;
   /// What the last batch job did; `lblReport` tells its remarks.
   const BatchReport& report() const { return report_; }
@@ -303,6 +324,8 @@ class DecoderBench : public QObject {
   bool givesWay(const QString& field) const;
   /// Every text that was not taken gives way to the value that holds.
   void giveWay();
+  // Ticks that no job acts upon: bench_ticks.cpp.
+  void showIdleTicks();
   void fieldChanged(const QString& field);
   void refuseAddress();
   bool userChange() const { return !commRunning && !windowOpening && !refreshing; }
@@ -382,7 +405,19 @@ class DecoderBench : public QObject {
   QHash<QString, int> rowOfField_;
   CvGrid grid_;
   int gridEditRow_ = 0;
+  CvMark gridEditMark_ = CvMark::None;  // of the cell in hand, before it was touched
   int selectedTab_ = 0;
+  // What leaving would lose: bench_unsaved.cpp.
+  struct Kept {
+    CvSets sets;
+    QString address;
+    QString maker;
+    QString decoder;
+  };
+  Kept present() const;
+  bool inHand(const QString& field, CvIndex cv, const QString& range) const;
+  bool anyInHand() const;
+  Kept opened_;           // as the record was opened
   QString addressHeld_;   // the address that holds while its text is none
   CvIndex userRowCv_{9};  // CV of the spare row of the drive page
   bool progressEnabled_ = false;

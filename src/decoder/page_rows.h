@@ -54,12 +54,13 @@ struct PageRow {
   QString text;
   TextColour colour = TextColour::Normal;
   std::optional<QString> holds = {};  ///< the value that holds beside a text that was not taken
-  bool locked = false;           ///< the value field
+  bool locked = false;                ///< the value field
   bool read = false;
   bool readEnabled = true;
   bool write = false;
   bool writeEnabled = true;
   bool bitEnabled = false;
+  QString idle = {};  ///< why no job acts upon its ticks; empty when one does
 
   QString fieldName() const { return QStringLiteral("txt%1_%2").arg(pageName(page)).arg(number); }
 };

@@ -21,7 +21,8 @@ ReadBatch::ReadBatch(DecoderBench& bench, bool progOn)
                 .takingOver = u"OK übernimmt diesen Hersteller und seinen ersten Decodertyp mit "
                               u"dessen Vorgabewerten. Die angekreuzten CVs werden dann nicht "
                               u"gelesen.",
-                .addressSteps = 1}) {}
+                .addressSteps = 1,
+                .leavesOut = u"Nicht gelesen werden, obwohl angekreuzt:"}) {}
 
 bool ReadBatch::checks() {
   if (cancelled()) return endAs(End::Orderly);

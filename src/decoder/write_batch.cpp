@@ -20,7 +20,8 @@ WriteBatch::WriteBatch(DecoderBench& bench, bool progOn)
                 .nothingToDo = u"Keine Daten zum Schreiben ausgewählt!",
                 .takingOver = u"OK übernimmt diesen Hersteller und seinen ersten Decodertyp mit "
                               u"dessen Vorgabewerten. Geschrieben wird in beiden Fällen nichts.",
-                .addressSteps = 2}) {}
+                .addressSteps = 2,
+                .leavesOut = u"Nicht geschrieben werden, obwohl angekreuzt:"}) {}
 
 WriteBatch::Written WriteBatch::write(CvIndex cv, int wanted,
                                       const std::function<void()>& onFailure) {

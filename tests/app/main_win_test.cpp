@@ -204,6 +204,21 @@ TEST_F(MainWinTest, ACollectionHasSixteenCharactersAndASeventeenthBeeps) {
   EXPECT_EQ(collection->currentText(), QStringLiteral("123456789012345"));
 }
 
+TEST_F(MainWinTest, AFullCollectionTakesDeleteAndTypingOverASelection) {
+  startWith(kVehicles);
+  QComboBox* collection = list(u"dc_coll");
+  collection->setFocus();
+  collection->lineEdit()->selectAll();
+  type(collection, "1234567890123456");
+  collection->lineEdit()->setSelection(0, 1);
+  type(collection, "x");
+  EXPECT_EQ(collection->currentText(), QStringLiteral("x234567890123456"));
+  collection->lineEdit()->setCursorPosition(0);
+  QTest::keyClick(collection, Qt::Key_Delete);
+  EXPECT_EQ(collection->currentText(), QStringLiteral("234567890123456"));
+  EXPECT_EQ(outside_.prompt.beeps, 0);
+}
+
 TEST_F(MainWinTest, ARemarkEndsAt240Characters) {
   startWith(kVehicles);
   auto* remark = child<QPlainTextEdit>(u"md_info");

@@ -222,6 +222,15 @@ TEST_F(RecordFormTest, ACollectionTakesSixteenCharactersAndControlKeysAlways) {
   EXPECT_TRUE(form_.takesKey(str("dc_coll"), QChar(13)));
 }
 
+TEST_F(RecordFormTest, AFullCollectionTakesWhatDoesNotLengthenIt) {
+  open();
+  type("dc_coll", "1234567890123456");
+  EXPECT_TRUE(form_.takesKey(str("dc_coll"), QChar(127)));
+  EXPECT_TRUE(form_.takesKey(str("dc_coll"), u'x', 1));
+  EXPECT_EQ(prompt_.beeps, 0);
+  EXPECT_FALSE(form_.takesKey(str("st_group"), u'x', 1)) << "another filter holds";
+}
+
 TEST_F(RecordFormTest, AChoiceInADropDownIsSavedAtOnceWithTheOtherChanges) {
   open();
   type("fz_code", "042");

@@ -91,6 +91,53 @@ TEST_F(FrmDecoderGrid, AReadOnlyCvCanNeitherBeMarkedForWritingNorEdited) {
   });
 }
 
+TEST_F(FrmDecoderGrid, CellsOfAReadOnlyCvLookIt) {
+  editGrid([&] {
+    const QAbstractItemModel* cvs = grid()->model();
+    for (const GridColumn column : {GridColumn::Value, GridColumn::Write}) {
+      const QModelIndex cell = cvs->index(1, static_cast<int>(column));
+      EXPECT_EQ(cell.data(Qt::ToolTipRole).toString(), QStringLiteral("Nur lesbar"));
+      EXPECT_TRUE(cell.data(Qt::BackgroundRole).isValid());
+    }
+    EXPECT_FALSE(cvs->index(0, 3).data(Qt::BackgroundRole).isValid());
+    EXPECT_EQ(cvs->index(1, 4).data(Qt::ToolTipRole).toString(),
+              QStringLiteral("Ohne Wirkung: steht auf keiner Seite dieses Decoders"));
+  });
+}
+
+TEST_F(FrmDecoderGrid, ATickThatDoesNothingLooksDifferent) {
+  describe("SPEEDTABLE=N\nCV_50=Ohne Seite,0-9,4,0\nCV_51=Mit Seite,0-9,4,3\n");
+  editGrid([&] {
+    clickCell(1, GridColumn::Read);
+    clickCell(2, GridColumn::Read);
+    grid()->clearSelection();
+    grid()->setCurrentIndex({});
+    grid()->setAlternatingRowColors(false);
+    const auto picture = [&](int row) {
+      return grid()->viewport()->grab(grid()->visualRect(grid()->model()->index(row, 4))).toImage();
+    };
+    EXPECT_NE(picture(0), picture(1));
+    EXPECT_EQ(grid()->model()->index(0, 4).data(Qt::AccessibleDescriptionRole).toString(),
+              QStringLiteral("Ohne Wirkung: steht auf keiner Seite dieses Decoders"));
+  });
+}
+
+TEST_F(FrmDecoderGrid, TheBoxesOfPagedModeLookDifferentBeyondCv4) {
+  describe("PROGMODE=1\nSPEEDTABLE=N\nCV_3=drei\nCV_50=Zeile,0-9,4,3\n");
+  edit([&] {
+    EXPECT_EQ(button("chkRd_3")->toolTip(), QString());
+    EXPECT_EQ(button("chkRd_3")->graphicsEffect(), nullptr);
+    EXPECT_NE(button("chkRd_19")->graphicsEffect(), nullptr);
+    tabs()->setCurrentIndex(2);
+    EXPECT_NE(button("chkFuncRd_1")->graphicsEffect(), nullptr);
+    EXPECT_EQ(button("chkFuncRd_1")->toolTip(),
+              QStringLiteral("Ohne Wirkung: mit der Programmierart dieses Decoders nicht "
+                             "erreichbar"));
+    click("chkFuncRd_1");
+    EXPECT_TRUE(read(50)) << "it can be made all the same";
+  });
+}
+
 TEST_F(FrmDecoderGrid, AHeadTogglesEveryRowOnItsOwn) {
   editGrid([&] {
     clickCell(1, GridColumn::Read);

@@ -217,7 +217,10 @@ void MainWin::openDecoderWindow() {
   // The command line may have stored other values since the record was shown.
   form.refreshCvSets();
   CvRecord record = form.workingCopy();
-  const bool success = frmDecoder.edit(record, form.text(QStringLiteral("dc_adr")));
+  const QString address = form.text(QStringLiteral("dc_adr"));
+  const bool success = frmDecoder.edit(record, address,
+                                       vehicleLine(form.text(QStringLiteral("st_sname")), address,
+                                                   form.text(QStringLiteral("dc_coll"))));
   frmDecoder_ = nullptr;
   if (!success) return;
   form.storeProgrammed(record, bench.controls.at(QStringLiteral("dc_adr")).text,

@@ -97,7 +97,9 @@ void RecordBinder::connectFields() {
             [this, name](const QString& text) { form_.edited(name, text); });
     connect(field, &RecordField::entered, this, [this, name] { form_.focusGained(name); });
     connect(field, &RecordField::left, this, [this, name] { form_.focusLost(name); });
-    field->takesKey = [this, name](QChar key) { return form_.takesKey(name, key); };
+    field->takesKey = [this, name](QChar key, qsizetype replaced) {
+      return form_.takesKey(name, key, replaced);
+    };
   }
   for (int type = 1; type <= 3; ++type) {
     connect(controls_.page.option(type), &QRadioButton::clicked, this,

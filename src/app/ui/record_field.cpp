@@ -166,7 +166,9 @@ bool RecordField::throwsAway(const QString& typed) const {
   // Keys without a character, and the control keys but backspace, pass.
   if (typed.isEmpty() || !takesKey) return false;
   const QChar key = typed.front();
-  return (key.isPrint() || key == u'\b') && !takesKey(key);
+  const qsizetype replaced =
+      lines_ != nullptr ? lines_->textCursor().selectedText().size() : line_->selectedText().size();
+  return (key.isPrint() || key == u'\b') && !takesKey(key, replaced);
 }
 
 bool RecordField::eventFilter(QObject* watched, QEvent* event) {

@@ -38,7 +38,7 @@ class RecordField final : public QObject {
   void selectAll();
 
   /// Asked for each character typed: false throws the key away. Backspace is 8.
-  std::function<bool(QChar)> takesKey;
+  std::function<bool(QChar, qsizetype)> takesKey;
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 

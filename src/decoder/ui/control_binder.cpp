@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QGraphicsOpacityEffect>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -29,6 +30,19 @@ QPushButton* disabledButton(QWidget* parent, const QString& name, const QString&
   button->setAutoDefault(false);
   button->setEnabled(false);
   return button;
+}
+
+void showIdle(QCheckBox* box, const QString& reason) {
+  const QString said = reason.isEmpty() ? QString() : QStringLiteral("Ohne Wirkung: ") + reason;
+  box->setToolTip(said);
+  box->setAccessibleDescription(said);
+  if (reason.isEmpty()) {
+    box->setGraphicsEffect(nullptr);
+  } else if (box->graphicsEffect() == nullptr) {
+    auto* pale = new QGraphicsOpacityEffect(box);
+    pale->setOpacity(kIdleOpacity);
+    box->setGraphicsEffect(pale);
+  }
 }
 
 QLabel* holdsLabel(QWidget* parent, const QString& field) {
@@ -123,6 +137,7 @@ QCheckBox* ControlBinder::checkBox(QWidget* parent, const QString& name, const Q
   bind(name, [box](const Control& control) {
     box->setChecked(control.checked);
     showState(box, control);
+    showIdle(box, control.idle);
   });
   connect(box, &QCheckBox::clicked, this,
           [this, name](bool checked) { bench_.checkBoxToggled(name, checked); });

@@ -80,6 +80,9 @@ class ControlBinder final : public QObject {
 /// A button that nothing can be done with yet: its dialog is not in the program.
 QPushButton* disabledButton(QWidget* parent, const QString& name, const QString& text);
 
+/// A tick that no job acts upon looks different and says why.
+void showIdle(QCheckBox* box, const QString& reason);
+
 /// A label for the value that holds beside a field, hidden until showHolds().
 QLabel* holdsLabel(QWidget* parent, const QString& field);
 void showHolds(QLabel* label, const std::optional<QString>& holds);

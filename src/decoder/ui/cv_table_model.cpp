@@ -1,5 +1,7 @@
 #include "decoder/ui/cv_table_model.h"
 
+#include <QApplication>
+
 #include <algorithm>
 
 #include "decoder/ui/text_colour.h"
@@ -88,6 +90,22 @@ CvTableModel::Mark CvTableModel::mark(const QModelIndex& index) const {
   return Mark::None;
 }
 
+QString CvTableModel::limit(const QModelIndex& index) const {
+  const GridRow row = bench_.gridRow(gridRow(index));
+  if (row.number.isEmpty()) return {};
+  const GridColumn column = columnOf(index);
+  const bool ofWriting = column == GridColumn::Value || column == GridColumn::Write;
+  if (ofWriting && row.readOnly) return QStringLiteral("Nur lesbar");
+  const bool tick = column == GridColumn::Read || column == GridColumn::Write;
+  return tick && !row.idle.isEmpty() ? QStringLiteral("Ohne Wirkung: ") + row.idle : QString();
+}
+
+QString CvTableModel::remark(const QModelIndex& index) const {
+  const QString note =
+      columnOf(index) == GridColumn::Value ? bench_.gridRow(gridRow(index)).note : QString();
+  return note.isEmpty() ? limit(index) : note;
+}
+
 QVariant CvTableModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
   const GridColumn column = columnOf(index);
@@ -95,12 +113,16 @@ QVariant CvTableModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
       return text(bench_.gridRow(gridRow(index)), column);
     case Qt::ToolTipRole:
-      if (column == GridColumn::Value) return bench_.gridRow(gridRow(index)).note;
       return column == GridColumn::Name || column == GridColumn::Range
                  ? text(bench_.gridRow(gridRow(index)), column)
-                 : QString();
+                 : remark(index);
     case Qt::AccessibleDescriptionRole:
-      return column == GridColumn::Value ? bench_.gridRow(gridRow(index)).note : QString();
+      return remark(index);
+    case Qt::BackgroundRole: {
+      const bool ofWriting = column == GridColumn::Value || column == GridColumn::Write;
+      if (!ofWriting || !bench_.gridRow(gridRow(index)).readOnly) return {};
+      return groundValue(Ground::ReadOnly, QApplication::palette());
+    }
     case Qt::AccessibleTextRole:
       return column >= GridColumn::Read ? spoken(mark(index))
                                         : text(bench_.gridRow(gridRow(index)), column);

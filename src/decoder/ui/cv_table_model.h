@@ -21,6 +21,11 @@ class CvTableModel final : public QAbstractTableModel {
   /// What stands in a cell of the columns "Lesen", "Schreiben" and "Details".
   enum class Mark { None, Empty, Crossed, Bits };
   Mark mark(const QModelIndex& index) const;
+  /// What makes a cell other than it looks: it is read-only, or its tick has no effect. Empty for
+  /// most.
+  QString limit(const QModelIndex& index) const;
+  /// What is known of the value, else the limit.
+  QString remark(const QModelIndex& index) const;
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;

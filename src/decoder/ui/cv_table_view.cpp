@@ -29,6 +29,14 @@ class PictureDelegate final : public QStyledItemDelegate {
     QStyledItemDelegate::paint(painter, option, index);
     const auto mark = model_.mark(index);
     if (mark == CvTableModel::Mark::None) return;
+    painter->save();
+    if (!model_.limit(index).isEmpty()) painter->setOpacity(kIdleOpacity);
+    draw(painter, option, mark);
+    painter->restore();
+  }
+
+ private:
+  void draw(QPainter* painter, const QStyleOptionViewItem& option, CvTableModel::Mark mark) const {
     const QPixmap& picture = pictureOf(mark, option.widget->devicePixelRatioF());
     if (picture.isNull()) {
       painter->drawText(option.rect, Qt::AlignCenter, signOf(mark));
@@ -39,7 +47,6 @@ class PictureDelegate final : public QStyledItemDelegate {
     painter->drawPixmap(middle - QPointF(size.width() / 2, size.height() / 2), picture);
   }
 
- private:
   /// Without its picture the mark can still be seen.
   static QString signOf(CvTableModel::Mark mark) {
     if (mark == CvTableModel::Mark::Bits) return QStringLiteral("...");
@@ -197,8 +204,12 @@ void CvTableView::placeEditor() {
 bool CvTableView::eventFilter(QObject* watched, QEvent* event) {
   if (watched == tabText_ && event->type() == QEvent::KeyPress) {
     const int key = static_cast<QKeyEvent*>(event)->key();
-    // Leaving the box is what takes its value, with either key; the window stays open.
-    if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Escape) {
+    if (key == Qt::Key_Escape) {
+      bench_.gridEditGivenUp();
+      return true;
+    }
+    // Leaving the box is what takes its value; the window stays open.
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
       setFocus();
       return true;
     }

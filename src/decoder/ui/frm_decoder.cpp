@@ -38,6 +38,15 @@ constexpr qsizetype kSetNameLength = 8;
 
 }  // namespace
 
+QString vehicleLine(const QString& name, const QString& address, const QString& collection) {
+  const auto orNone = [](const QString& label, const QString& text) {
+    return label + (text.isEmpty() ? QStringLiteral("(keine)") : text);
+  };
+  return (name.isEmpty() ? QStringLiteral("(ohne Namen)") : name) +
+         orNone(QStringLiteral(", Adresse "), address) +
+         orNone(QStringLiteral(", Sammlung "), collection);
+}
+
 FrmDecoder::FrmDecoder(DecoderBench& bench, StationLink& link, Clock& clock,
                        const Pictures& pictures, const WindowScale& scale, QWidget* parent)
     : QDialog(parent),
@@ -69,9 +78,17 @@ FrmDecoder::FrmDecoder(DecoderBench& bench, StationLink& link, Clock& clock,
 }
 
 void FrmDecoder::makeHeader(QBoxLayout* rows) {
+  QWidget* parent = rows->parentWidget();
+  lblVehicle_ = new QLabel(parent);
+  lblVehicle_->setObjectName(QStringLiteral("lblVehicle"));
+  lblVehicle_->setTextFormat(Qt::PlainText);
+  lblVehicle_->setWordWrap(true);
+  QFont semibold = lblVehicle_->font();
+  semibold.setWeight(QFont::DemiBold);
+  lblVehicle_->setFont(semibold);
+  rows->addWidget(lblVehicle_);
   auto* line = new QHBoxLayout;
   line->setSpacing(8);
-  QWidget* parent = rows->parentWidget();
   const auto caption = [&](const QString& text, QWidget* buddy) {
     auto* label = new QLabel(text, parent);
     label->setBuddy(buddy);
@@ -249,8 +266,10 @@ void FrmDecoder::connectBench() {
           [this](bool success) { done(success ? Accepted : Rejected); });
 }
 
-bool FrmDecoder::edit(CvRecord& record, const QString& address) {
+bool FrmDecoder::edit(CvRecord& record, const QString& address, const QString& vehicle) {
   record_ = &record;
+  lblVehicle_->setText(vehicle);
+  lblVehicle_->setVisible(!vehicle.isEmpty());
   if (parentWidget()) move(parentWidget()->window()->pos() + kFromMainWindow);
   resize(designSize());
   scale_.ResizeWindow(this);
@@ -272,8 +291,16 @@ void FrmDecoder::accepted() {
 }
 
 void FrmDecoder::reject() {
-  binder_->forgetLeft();
-  bench_.cmdCancel();
+  switch (bench_.askToLeave()) {
+    case Leave::Stay:
+      return;
+    case Leave::Store:
+      accepted();
+      return;
+    case Leave::Drop:
+      binder_->forgetLeft();
+      bench_.cmdCancel();
+  }
 }
 
 void FrmDecoder::showEvent(QShowEvent* event) {
@@ -349,7 +376,8 @@ bool FrmDecoder::eventFilter(QObject* watched, QEvent* event) {
   if (watched == cbDcVer_ && event->type() == QEvent::KeyPress) {
     const QString typed = static_cast<QKeyEvent*>(event)->text();
     if (!typed.isEmpty() &&
-        !DecoderBench::setNameTakes(cbDcVer_->currentText(), typed.at(0).unicode()))
+        !DecoderBench::setNameTakes(cbDcVer_->currentText(), typed.at(0).unicode(),
+                                    cbDcVer_->lineEdit()->selectedText().size()))
       return true;
   }
   return QDialog::eventFilter(watched, event);

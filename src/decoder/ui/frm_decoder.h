@@ -12,6 +12,7 @@
 class QBoxLayout;
 class QComboBox;
 class QGridLayout;
+class QLabel;
 class QTabWidget;
 
 namespace lokari {
@@ -25,6 +26,9 @@ class ToolTip;
 class WindowScale;
 struct CvRecord;
 
+/// Says which vehicle it is, for FrmDecoder::edit().
+QString vehicleLine(const QString& name, const QString& address, const QString& collection);
+
 class FrmDecoder final : public QDialog {
   Q_OBJECT
 
@@ -35,9 +39,11 @@ class FrmDecoder final : public QDialog {
 
   /// Shows a record's sets until the user has done; `address` is the text of the main window's
   /// `dc_adr`. True after cmdOK: the record's sets, decoder and maker are those of the window.
-  bool edit(CvRecord& record, const QString& address);
+  /// `vehicle` is what `lblVehicle` says whose decoder it is.
+  bool edit(CvRecord& record, const QString& address, const QString& vehicle = {});
 
-  /// Escape and the window manager's close button: the same as `cmdCancel`.
+  /// Escape and the window manager's close button: the same as `cmdCancel`. What would be lost is
+  /// asked about.
   void reject() override;
 
  protected:
@@ -67,6 +73,7 @@ class FrmDecoder final : public QDialog {
   const WindowScale& scale_;
   ControlBinder* binder_;
   ToolTip* toolTip_;
+  QLabel* lblVehicle_ = nullptr;
   QTabWidget* ssDecoder_ = nullptr;
   QComboBox* cbDcVer_ = nullptr;
   std::vector<RowsPage*> rowsPages_;  // by tab number; null for the two fixed ones

@@ -187,6 +187,8 @@ void RowsPage::showRow(int row) {
   found->read->setChecked(state.read);
   found->read->setEnabled(state.readEnabled);
   found->read->setAccessibleName(state.labelTip + QStringLiteral(" lesen"));
+  showIdle(found->read, state.idle);
+  showIdle(found->write, state.idle);
   found->write->setChecked(state.write);
   found->write->setEnabled(state.writeEnabled);
   found->write->setAccessibleName(state.labelTip + QStringLiteral(" schreiben"));

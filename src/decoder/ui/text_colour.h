@@ -24,4 +24,7 @@ QColor groundValue(Ground ground, const QPalette& palette);
 /// so that it looks disabled.
 void colourText(QWidget* control, TextColour colour, Ground ground = Ground::Plain);
 
+/// How much of a tick is seen that no job acts upon.
+inline constexpr double kIdleOpacity = 0.4;
+
 }  // namespace lokari

@@ -1,0 +1,102 @@
+// Whether the bench has anything that the record does not.
+#include "bench_fixture.h"
+
+namespace lokari {
+namespace {
+
+constexpr const char* kRows = "[X]\nSPEEDTABLE=N\nCV_3=drei\nCV_30=a,0-63,5,5\nCV_31=b,0-255,0,5\n";
+
+class BenchUnsaved : public BenchFixture {
+ protected:
+  void type(int cv, const char* text) { bench->rowEdited(rowOf(cv), QString::fromLatin1(text)); }
+  void leave(int cv) { bench->rowLeft(rowOf(cv)); }
+};
+
+TEST_F(BenchUnsaved, ARecordThatWasOnlyLookedAtHasNothingToLose) {
+  record.recCvValues[0][29] = 40;
+  openEco(kRows);
+  bench->selectTab(4);
+  bench->chooseSet(QStringLiteral("Set 2"));
+  bench->chooseSet(QStringLiteral("Set 1"));
+  EXPECT_FALSE(bench->unsaved());
+  EXPECT_EQ(bench->askToLeave(), Leave::Drop);
+  EXPECT_TRUE(prompt.asked.isEmpty());
+}
+
+TEST_F(BenchUnsaved, ATypedValueIsUnsavedFromItsFirstCharacter) {
+  openEco(kRows);
+  type(30, "7");
+  EXPECT_TRUE(bench->unsaved()) << "leaving the field would take it";
+  leave(30);
+  EXPECT_TRUE(bench->unsaved());
+  type(30, "0");
+  leave(30);
+  EXPECT_FALSE(bench->unsaved()) << "back at what the record has";
+}
+
+TEST_F(BenchUnsaved, WhatNoFieldTakesIsNothingToSave) {
+  openEco(kRows);
+  type(30, "64");
+  EXPECT_FALSE(bench->unsaved()) << "out of range";
+  type(30, "abc");
+  EXPECT_FALSE(bench->unsaved());
+}
+
+TEST_F(BenchUnsaved, ReadAndWrittenValuesAreUnsaved) {
+  openEco(kRows);
+  decoder().store(30, 0);
+  markRow(30);
+  read();
+  EXPECT_TRUE(bench->unsaved()) << "the same value, but now it is known";
+  CvRecord stored;
+  stored.InitDcData();
+  bench->cmdOK(stored);
+  stored.recDecoder = QStringLiteral("AT-ECO");
+  bench->open(stored, QStringLiteral("3"));
+  EXPECT_FALSE(bench->unsaved());
+  markRowForWriting(31);
+  write();
+  EXPECT_TRUE(bench->unsaved());
+}
+
+TEST_F(BenchUnsaved, AnotherSetsValuesCountAfterItWasLeft) {
+  openEco(kRows);
+  type(30, "7");
+  leave(30);
+  bench->chooseSet(QStringLiteral("Set 2"));
+  EXPECT_TRUE(bench->unsaved());
+  EXPECT_FALSE(bench->unsavedOfType()) << "another type would not touch it";
+}
+
+TEST_F(BenchUnsaved, ANameAndAnAddressAreUnsaved) {
+  openEco(kRows);
+  bench->setNameLeft(QStringLiteral("Winter"));
+  EXPECT_TRUE(bench->unsaved());
+  bench->setNameLeft(QStringLiteral("Set 1"));
+  EXPECT_FALSE(bench->unsaved());
+  bench->fieldEdited(QStringLiteral("dc_adr"), QStringLiteral("77"));
+  EXPECT_TRUE(bench->unsaved());
+}
+
+TEST_F(BenchUnsaved, TheDefaultsOfAChosenTypeAreNotTheUsersValues) {
+  chooseEco(kRows);
+  EXPECT_EQ(value(30), 5);
+  EXPECT_TRUE(bench->unsaved()) << "the type is another";
+  EXPECT_FALSE(bench->unsavedOfType());
+  type(30, "6");
+  leave(30);
+  EXPECT_TRUE(bench->unsavedOfType());
+}
+
+TEST_F(BenchUnsaved, TheQuestionOffersThreeWaysAndStaysByDefault) {
+  openEco(kRows);
+  type(30, "7");
+  EXPECT_EQ(bench->askToLeave(), Leave::Stay);
+  EXPECT_EQ(prompt.shown.last(), "Die Änderungen in diesem Fenster sind nicht gespeichert!");
+  prompt.choices = {0, 1};
+  EXPECT_EQ(bench->askToLeave(), Leave::Drop);
+  EXPECT_EQ(bench->askToLeave(), Leave::Store);
+}
+
+}  // namespace
+}  // namespace lokari
