@@ -45,7 +45,6 @@ QString DecoderBench::idleReason(CvIndex cv) const {
                        cv.value() > 6 && cv != CvIndex(cv::kUserRow);
     return spare ? QStringLiteral("es gilt das Kästchen der Seite Fahren") : QString();
   }
-  if (cv == CvIndex(cv::kAddress)) return QStringLiteral("es gilt das Kästchen der Adresse");
   if (description.PROGMODE != 0)
     return QStringLiteral("mit der Programmierart dieses Decoders nicht erreichbar");
   if (cv::inTable(cv)) return QStringLiteral("die Tabelle dieses Decoders ist kürzer");
@@ -66,7 +65,7 @@ void DecoderBench::showIdleTicks() {
 
 QString DecoderBench::leftOut(bool write) const {
   std::map<QString, CvList> cvs;
-  for (int i = 1; i <= kHighestCvIndex; ++i) {
+  for (int i = 2; i <= kHighestCvIndex; ++i) {
     const CvIndex cv(i);
     const CvDescriptor& entry = description.info(cv);
     if (!(write ? entry.cvWrite : entry.cvRead) || isPlanned(write, cv)) continue;
