@@ -114,7 +114,13 @@ class CvSets {
   };
   static size_t index(SetNumber set) { return static_cast<size_t>(set.arrayIndex()); }
   void load(SetNumber set);
-  Set current() const { return {cvValues, cvMarks, currentSetName, unproved_, lost_}; }
+  Set current() const {
+    return {.values = cvValues,
+            .marks = cvMarks,
+            .name = currentSetName,
+            .unproved = unproved_,
+            .lost = lost_};
+  }
   void takeCv(const Set& from, CvIndex cv);
 
   std::array<Set, SetNumber::kCount> sets_;
