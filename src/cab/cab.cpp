@@ -1,10 +1,12 @@
 #include "cab/cab.h"
 
+#include <QPointer>
 #include <QScopedValueRollback>
 
 #include <algorithm>
 #include <utility>
 
+#include "base/prompt.h"
 #include "cab/cab_line.h"
 #include "link/station_link.h"
 
@@ -28,7 +30,11 @@ Cab::Cab(const CabParts& parts, int address, const std::optional<CabRecord>& rec
   setTitle(noRecord_ ? parts_.records.nameOf(address) : record_.shortName);
   protocol_ =
       parts_.makeProtocol(kind().family, line(), state_,
-                          {.stateArrived = [this](FunctionMask mask) { stateArrived(mask); }});
+                          {.stateArrived = [this](FunctionMask mask) { stateArrived(mask); },
+                           .stopFailed =
+                               [self = QPointer<Cab>(this)](bool stopped, StopFault fault) {
+                                 if (self) self->stopFailed(stopped, fault);
+                               }});
   if (kind().cab.linkStaysOpen) adoptSession();
 }
 
@@ -47,6 +53,9 @@ void Cab::vsbSpeed(int value) {
   exchange(kSpeed, [this] {
     state_.speed = bar_;
     protocol_->sendSpeed();
+    // Stations that do not answer would be sent positions faster than their line takes them, and a
+    // stop would stand in line behind all of them.
+    link().waitUntilSent();
     state_.canBusy = false;
   });
 }
@@ -90,10 +99,56 @@ void Cab::imgMan() {
 }
 
 void Cab::imgStop() {
-  if (isUnloading()) return;
-  state_.stopped = !state_.stopped;
-  emit stoppedChanged(state_.stopped);
-  urgent([this] { protocol_->sendStopped(); });
+  // A stop that still waits for its line must not be followed by the go of a second press.
+  if (isUnloading() || stopPending_) return;
+  stopPending_ = true;
+  const bool stopped = !state_.stopped;
+  urgent(
+      [this, stopped] {
+        // The line is there, and no message stands in the way: the order counts from here on.
+        stopPending_ = false;
+        failedStop_.reset();
+        showStopped(stopped);
+        emit noticeChanged();
+        protocol_->sendStopped();
+      },
+      [this, stopped](const QString& reason) {
+        stopPending_ = false;
+        stopFailed(stopped, StopFault::NotSent, reason);
+      });
+}
+
+void Cab::stopFailed(bool stopped, StopFault fault, const QString& reason) {
+  if (fault == StopFault::NotSent) prompt().beep();
+  failedStop_ = {stopped, fault, reason};
+  // Pressed again meanwhile, the newer order counts.
+  if (state_.stopped == stopped) showStopped(!stopped);
+  emit noticeChanged();
+}
+
+void Cab::showStopped(bool stopped) {
+  state_.stopped = stopped;
+  emit stoppedChanged(stopped);
+}
+
+QString Cab::notice() const {
+  const QString line = SlotUnit::notice();
+  if (!failedStop_) return line;
+  const QString order = failedStop_->stopped ? QStringLiteral("Halt") : QStringLiteral("Los");
+  switch (failedStop_->fault) {
+    case StopFault::NotSent: {
+      const QString failed = QStringLiteral("%1 wurde nicht gesendet!").arg(order);
+      if (!line.isEmpty()) return failed + u'\n' + line;
+      return (failed + u' ' + failedStop_->reason).trimmed();
+    }
+    case StopFault::Refused:
+      return QStringLiteral("Die Zentrale hat „%1“ abgelehnt!\n%2").arg(order, line).trimmed();
+    case StopFault::Silent:
+      return QStringLiteral("Die Zentrale hat „%1“ nicht bestätigt!\n%2")
+          .arg(order, line)
+          .trimmed();
+  }
+  return line;
 }
 
 bool Cab::keyDown(QChar key) {

@@ -46,6 +46,8 @@ class Cab final : public SlotUnit {
   bool loading() const { return loading_; }
   /// The station has told the vehicle's state at load.
   bool hasState() const { return hasState_; }
+  /// Tells a stop or go that failed, ahead of what the line has to tell.
+  QString notice() const override;
   /// `cbCV`, `txtCV`, `udCV`.
   const MainProgramming& programming() const { return programming_; }
 
@@ -60,7 +62,8 @@ class Cab final : public SlotUnit {
   void imgDirForward() { setDirection(false); }
   void imgDirBackward() { setDirection(true); }
   void imgMan();
-  /// Goes out at once, also while another handler waits for the station.
+  /// Goes out at once, also while another handler waits for the station. `stopped` changes when
+  /// the message has gone out, and back when the station does not take it.
   void imgStop();
   /// A key pressed in the speed bar, by its character: "0" to "7" are lamps, "+" and "-" the
   /// directions, "m" and "M" the manual mode, the space bar the stop. False for any other.
@@ -98,6 +101,8 @@ class Cab final : public SlotUnit {
   void tick();
 
   void setDirection(bool backward);
+  void showStopped(bool stopped);
+  void stopFailed(bool stopped, StopFault fault, const QString& reason = {});
   void writeCV(const MainProgramming::Step& step, int mode);
 
   CabParts parts_;
@@ -111,6 +116,15 @@ class Cab final : public SlotUnit {
   bool inSpeedChange_ = false;  // the program moves the bar
   bool loading_ = false;
   bool hasState_ = false;
+  bool stopPending_ = false;  // pressed, and not on the wire yet
+
+  /// The last stop or go, when it does not hold.
+  struct FailedStop {
+    bool stopped;
+    StopFault fault;
+    QString reason;
+  };
+  std::optional<FailedStop> failedStop_;
 };
 
 }  // namespace lokari

@@ -4,10 +4,12 @@
 
 #include <algorithm>
 
+#include "link/link_error.h"
 #include "link/station_link.h"
 #include "link/station_protocol.h"
 
 namespace lokari {
+
 void CabLine::put(Queue& queue, Waiting next) {
   const auto same = std::find_if(queue.begin(), queue.end(), [&](const Waiting& each) {
     return each.owner == next.owner && each.what == next.what;
@@ -63,6 +65,11 @@ void CabLine::runBackground() {
 }
 
 void CabLine::urgent(std::function<void()> run) {
+  if (restoring_) {
+    // There is no line yet; it goes out first when there is one.
+    behindRestore_.push_back(std::move(run));
+    return;
+  }
   link_.protocol().gate().betweenMessages([this, action = std::move(run)] {
     {
       const QScopedValueRollback busy(depth_, depth_ + 1);
@@ -74,6 +81,37 @@ void CabLine::urgent(std::function<void()> run) {
 
 void CabLine::send(const std::function<void()>& write) {
   link_.protocol().gate().sendWhole(write);
+}
+
+void CabLine::noteGone(const QString& reason) {
+  if (gone_ && reason == goneReason_) return;
+  gone_ = true;
+  goneReason_ = reason;
+  emit goneChanged();
+}
+
+void CabLine::noteBack() {
+  if (!gone_) return;
+  gone_ = false;
+  goneReason_.clear();
+  emit goneChanged();
+}
+
+void CabLine::restore() {
+  if (!gone_ || restoring_) return;
+  QString failure;
+  {
+    const QScopedValueRollback restoring(restoring_, true);
+    failure = link_.reopen();
+  }
+  if (failure.isEmpty()) noteBack();
+  // They meet a line that is still gone themselves, and tell it.
+  while (!behindRestore_.empty()) {
+    const auto next = std::move(behindRestore_.front());
+    behindRestore_.pop_front();
+    urgent(next);
+  }
+  if (!failure.isEmpty()) throw LinkError(failure);
 }
 
 void CabLine::forget(const void* owner) {

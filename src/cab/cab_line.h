@@ -1,23 +1,30 @@
 // The one station link that all cabs and panels share. Waits let events run, so another cab's
 // button, a timer or the stop can arrive inside an exchange; here they get their order.
+//
+// It also knows whether the line is there at all: what fails on it says so once, and every cab and
+// panel shows it.
 #pragma once
+
+#include <QObject>
+#include <QString>
 
 #include <deque>
 #include <functional>
 #include <memory>
 
 #include "base/clock.h"
+#include "cab/stop_fault.h"
 
 namespace lokari {
 
 class StationLink;
 
-class CabLine {
+class CabLine final : public QObject {
+  Q_OBJECT
+
  public:
   /// `link` must outlive it.
   explicit CabLine(StationLink& link) : link_(link) {}
-  CabLine(const CabLine&) = delete;
-  CabLine& operator=(const CabLine&) = delete;
 
   StationLink& link() const { return link_; }
 
@@ -52,10 +59,28 @@ class CabLine {
   /// Forgets what still waits for `owner`, which is about to go.
   void forget(const void* owner);
 
+  // ---- Whether the line is there ----------------------------------------------------------------
+
+  /// The last message found no way out: the device was pulled, its port does not open.
+  bool isGone() const { return gone_; }
+  /// Why, a whole sentence; empty while the line is there.
+  const QString& goneReason() const { return goneReason_; }
+  void noteGone(const QString& reason);
+  /// A message went out.
+  void noteBack();
+  /// Ahead of a command: opens a line that is gone anew, with the sessions that it had. Throws
+  /// LinkError when it does not open.
+  void restore();
+
   /// Replies to urgent messages that have not been taken yet. Kept by protocols whose replies do
   /// not tell what they reply to: the one whose wait the message got into takes them behind its
   /// own.
-  int repliesOwed = 0;
+  /// Each tells the failure of its message.
+  std::deque<std::function<void(StopFault)>> repliesOwed;
+
+ signals:
+  /// The line is gone, or back.
+  void goneChanged();
 
  private:
   struct Waiting {
@@ -77,6 +102,10 @@ class CabLine {
   Queue waiting_;
   Queue background_;
   std::unique_ptr<Clock::Alarm> wake_;
+  bool gone_ = false;
+  QString goneReason_;
+  bool restoring_ = false;
+  std::deque<std::function<void()>> behindRestore_;  // urgent ones
 };
 
 }  // namespace lokari

@@ -51,7 +51,9 @@ std::optional<FunctionMask> Cab::readState() {
   try {
     if (kind().cab.dropsInputAtLoad) link().protocol().dropInput();
     return protocol_->readState();
-  } catch (const LinkError&) {
+  } catch (const LinkError& error) {
+    // A port that did not open has told why already.
+    if (!line().isGone()) line().noteGone(error.message());
     return std::nullopt;
   }
 }

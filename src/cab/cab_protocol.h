@@ -2,9 +2,10 @@
 // commands. One object serves one cab.
 //
 // Messages go out through CabLine::send(). The operations are called one at a time for the whole
-// link (CabLine::exchange()), but setStopped(), which may come while another operation waits for
+// link (CabLine::exchange()), but sendStopped(), which may come while another operation waits for
 // its answer: it must put its message on the wire at once and leave the answer of the one that
-// waits to it as far as the protocol can tell them apart. A failed send is not told.
+// waits to it as far as the protocol can tell them apart. Every operation throws LinkError when its
+// message finds no way out.
 #pragma once
 
 #include <QtGlobal>
@@ -15,6 +16,7 @@
 
 #include "base/clock.h"
 #include "cab/cab_state.h"
+#include "cab/stop_fault.h"
 
 namespace lokari {
 
@@ -28,7 +30,9 @@ using FunctionMask = quint32;
 struct CabHooks {
   /// The station has told the vehicle's state outside the reading at load: direction and speed are
   /// in the state, `mask` has the functions. The speed bar itself does not move.
-  std::function<void(FunctionMask mask)> stateArrived;
+  std::function<void(FunctionMask mask)> stateArrived = {};
+  /// A stop (`stopped`) or go that went out does not hold. May be called when the cab has gone.
+  std::function<void(bool stopped, StopFault fault)> stopFailed = {};
 };
 
 class CabProtocol {

@@ -41,7 +41,7 @@ QByteArray IbxTalk::ask(const QByteArray& command, int size) {
     return reply;
   } catch (const LinkError&) {
     giveUpOwed();
-    return {};
+    throw;
   }
 }
 
@@ -49,28 +49,42 @@ int IbxTalk::tell(const QByteArray& command) {
   return byteAt(ask(command, 1), 0);
 }
 
-void IbxTalk::tellAtOnce(const QByteArray& command) {
-  ++line_.repliesOwed;
+void IbxTalk::tellAtOnce(const QByteArray& command, Failed failed) {
+  // Ahead of the sending: one that waits for its end is replied to behind this one.
+  line_.repliesOwed.push_back(std::move(failed));
   try {
     send(command);
-    if (!line_.isNested()) takeOwed();
+  } catch (const LinkError&) {
+    line_.repliesOwed.pop_back();
+    giveUpOwed();
+    throw;
+  }
+  if (line_.isNested()) return;
+  try {
+    takeOwed();
   } catch (const LinkError&) {
     giveUpOwed();
+    throw;
   }
 }
 
 void IbxTalk::takeOwed() {
-  while (line_.repliesOwed > 0) {
+  while (!line_.repliesOwed.empty()) {
     const QByteArray reply = takeReply(1);
     // Silence is over for all of them: what did not come by now does not come.
     if (reply.isEmpty()) return giveUpOwed();
-    --line_.repliesOwed;
-    if (byteAt(reply, 0) != 0) link().prompt().beep();
+    const Failed failed = std::move(line_.repliesOwed.front());
+    line_.repliesOwed.pop_front();
+    if (byteAt(reply, 0) == 0) continue;
+    link().prompt().beep();
+    failed(StopFault::Refused);
   }
 }
 
 void IbxTalk::giveUpOwed() {
-  if (std::exchange(line_.repliesOwed, 0) > 0) link().prompt().beep();
+  const auto owed = std::exchange(line_.repliesOwed, {});
+  if (!owed.empty()) link().prompt().beep();
+  for (const Failed& failed : owed) failed(StopFault::Silent);
 }
 
 }  // namespace lokari

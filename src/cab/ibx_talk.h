@@ -8,27 +8,32 @@
 
 #include <QByteArray>
 
+#include <functional>
+
+#include "cab/stop_fault.h"
+
 namespace lokari {
 
 class CabLine;
 class StationLink;
 
+/// Every operation throws LinkError when the line is gone.
 class IbxTalk {
  public:
   /// `line` must outlive it.
   explicit IbxTalk(CabLine& line) : line_(line) {}
 
   /// Sends a command and gives the reply: `size` bytes, one when it is refused, fewer when no more
-  /// came within `timeoutVal` or after a cancel, none when the line is gone. Input that waits ahead
-  /// of it is dropped.
+  /// came within `timeoutVal` or after a cancel. Input that waits ahead of it is dropped.
   QByteArray ask(const QByteArray& command, int size);
 
   /// Sends a command that one byte replies to and gives it, 0 for accepted; -1 for none.
   int tell(const QByteArray& command);
 
   /// Sends a stop or go at once, also inside another command's wait, which then takes the reply.
-  /// One that is refused, not answered or not sent beeps.
-  void tellAtOnce(const QByteArray& command);
+  /// One that is refused or not answered beeps and calls `failed`, which may outlive its cab.
+  using Failed = std::function<void(StopFault)>;
+  void tellAtOnce(const QByteArray& command, Failed failed);
 
  private:
   StationLink& link() const;

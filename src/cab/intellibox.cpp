@@ -44,7 +44,13 @@ class IntelliboxCab final : public CabProtocol {
     }
   }
 
-  void sendStopped() override { talk_.tellAtOnce(state().stopped ? ibx::stop() : ibx::go()); }
+  void sendStopped() override {
+    // By value: the reply may be taken by another cab, when this one has gone.
+    talk_.tellAtOnce(state().stopped ? ibx::stop() : ibx::go(),
+                     [told = hooks().stopFailed, stopped = state().stopped](StopFault fault) {
+                       if (told) told(stopped, fault);
+                     });
+  }
 
  private:
   static constexpr int kLastFunction = 7;

@@ -14,7 +14,12 @@ class LenzCab : public CabProtocol {
   LenzCab(CabLine& line, CabState& state, CabHooks hooks)
       : CabProtocol(line, state, std::move(hooks)), talk_(line) {}
 
-  void sendStopped() final { talk_.send(state().stopped ? lenz::stopAll() : lenz::resume()); }
+  void sendStopped() final {
+    talk_.send(state().stopped ? lenz::stopAll() : lenz::resume(),
+               [told = hooks().stopFailed, stopped = state().stopped] {
+                 if (told) told(stopped, StopFault::NotSent);
+               });
+  }
 
  protected:
   LenzTalk& talk() { return talk_; }

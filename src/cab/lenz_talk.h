@@ -10,28 +10,31 @@ namespace lokari {
 class CabLine;
 class StationLink;
 
+/// Every operation throws LinkError when the line is gone.
 class LenzTalk {
  public:
   /// `line` must outlive it. The interface is the one that the settings name.
   explicit LenzTalk(CabLine& line);
 
-  const LenzInterface& type() const { return framing_.type(); }
+  const LenzInterface& type() const { return type_; }
 
   /// Sends a message that has its check byte. What waits until it is out is dropped, since it
-  /// cannot be the reply; unless it belongs to the question around a stop. A failure is not told.
-  void send(const QByteArray& message);
+  /// cannot be the reply; unless it belongs to the question around a stop.
+  /// `lost` as in LenzFraming::lnzSend().
+  void send(const QByteArray& message, std::function<void()> lost = {});
 
   /// Sends `message` and its check byte and gives the reply, at least `size` bytes of it; empty
-  /// when it does not come whole within `timeoutVal`, at a cancel, and when the line is gone.
+  /// when it does not come whole within `timeoutVal`, and at a cancel.
   /// `lingers`: a pause of 100 ms lets a longer reply come in whole.
   QByteArray ask(const QByteArray& message, int size, bool lingers = false);
 
  private:
   StationLink& link() const;
-  void write(const QByteArray& message);
+  /// The one of the session, which knows whose message waits for the line.
+  LenzFraming& framing() const;
 
   CabLine& line_;
-  LenzFraming framing_;
+  const LenzInterface& type_;
 };
 
 }  // namespace lokari

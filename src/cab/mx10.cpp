@@ -29,6 +29,13 @@ class Bus {
     return code == 0;
   }
 
+  /// The same for a command. Throws LinkError when the bus does not take it.
+  void command(const CanMessage& message) const {
+    if (!write(message)) {
+      throw LinkError(QStringLiteral("Die CAN-Schnittstelle nimmt keine Nachricht an!"));
+    }
+  }
+
   /// Sends a question and waits for its answer; false when the bus does not take it.
   bool ask(const CanMessage& question) const {
     if (!write(question)) return false;
@@ -59,12 +66,8 @@ class Mx10Cab final : public CabProtocol {
 
   std::optional<FunctionMask> readState() override {
     const Busy busy(state());
-    try {
-      bus_.settle();
-      return read();
-    } catch (const LinkError&) {
-      return {};
-    }
+    bus_.settle();
+    return read();
   }
 
   void sendSpeed() override {
@@ -88,24 +91,16 @@ class Mx10Cab final : public CabProtocol {
   /// Without the pause of the other messages: a stop must not wait.
   void sendStopped() override {
     const Busy busy(state());
-    try {
-      // Inside another exchange what waits is that one's answer.
-      if (!line().isNested()) bus_.station().ClearMX10Input();
-      bus_.write(mx10::track(state().stopped));
-    } catch (const LinkError&) {
-      // A failed send is not told.
-    }
+    // Inside another exchange what waits is that one's answer.
+    if (!line().isNested()) bus_.station().ClearMX10Input();
+    bus_.command(mx10::track(state().stopped));
   }
 
   void tick() override {
     if (state().canBusy) return;
-    try {
-      bus_.station().ClearMX10Input();
-      bus_.settle();
-      bus_.write(mx10::keepAlive(state().address));
-    } catch (const LinkError&) {
-      // The device has gone; the next reading tells.
-    }
+    bus_.station().ClearMX10Input();
+    bus_.settle();
+    bus_.command(mx10::keepAlive(state().address));
   }
 
  private:
@@ -127,12 +122,8 @@ class Mx10Cab final : public CabProtocol {
 
   void send(const CanMessage& message) {
     const Busy busy(state());
-    try {
-      bus_.settle();
-      bus_.write(message);
-    } catch (const LinkError&) {
-      // A failed send is not told.
-    }
+    bus_.settle();
+    bus_.command(message);
   }
 
   Bus bus_;
@@ -143,22 +134,14 @@ class Mx10Panel final : public PanelProtocol {
   Mx10Panel(CabLine& line, PanelState& state) : PanelProtocol(line, state), bus_(line) {}
 
   std::optional<quint8> readState() override {
-    try {
-      bus_.settle();
-      if (!bus_.ask(mx10::outputsQuestion(state().address))) return {};
-      return mx10::outputsIn(bus_.station());
-    } catch (const LinkError&) {
-      return {};
-    }
+    bus_.settle();
+    if (!bus_.ask(mx10::outputsQuestion(state().address))) return {};
+    return mx10::outputsIn(bus_.station());
   }
 
   void sendOutput(int n) override {
-    try {
-      bus_.settle();
-      bus_.write(mx10::output(state().address, n, state().outOn[static_cast<size_t>(n)]));
-    } catch (const LinkError&) {
-      // A failed send is not told.
-    }
+    bus_.settle();
+    bus_.command(mx10::output(state().address, n, state().outOn[static_cast<size_t>(n)]));
   }
 
  private:

@@ -4,7 +4,6 @@
 #include "cab/mx1_text_codec.h"
 #include "cab/speed_steps.h"
 #include "cab/zimo_flags.h"
-#include "link/link_error.h"
 #include "link/serial_line.h"
 #include "link/station_link.h"
 
@@ -35,7 +34,6 @@ class Mx1TextCab final : public CabProtocol {
   void sendStopped() override;
 
  private:
-  std::optional<FunctionMask> askState();
   /// The number that the station knows the vehicle by, or nothing.
   std::optional<int> vehicleNumber();
   QByteArray takeAnswer();
@@ -49,14 +47,6 @@ class Mx1TextCab final : public CabProtocol {
 };
 
 std::optional<FunctionMask> Mx1TextCab::readState() {
-  try {
-    return askState();
-  } catch (const LinkError&) {
-    return {};
-  }
-}
-
-std::optional<FunctionMask> Mx1TextCab::askState() {
   // Until the station has told an index there is nothing to drive by.
   state().locoCmd.clear();
   const std::optional<int> number = vehicleNumber();
@@ -119,24 +109,16 @@ void Mx1TextCab::sendFunction(int n) {
 
 void Mx1TextCab::sendCommand() {
   if (state().locoCmd.isEmpty()) return;
-  try {
-    line().send([&] { link().serial().write(state().locoCmd); });
-    if (!state().addrIndexed) return;
-    // The station tells the index of the vehicle that it drives.
-    link().WaitForData(mx1cab::kIndexLineLength);
-    link().serial().read();
-  } catch (const LinkError&) {
-    // The link tells the user of a lost port when the next session opens; a throttle goes on.
-  }
+  line().send([&] { link().serial().write(state().locoCmd); });
+  if (!state().addrIndexed) return;
+  // The station tells the index of the vehicle that it drives.
+  link().WaitForData(mx1cab::kIndexLineLength);
+  link().serial().read();
 }
 
 /// It names no vehicle, so that no line about an index answers it.
 void Mx1TextCab::sendStopped() {
-  try {
-    line().send([&] { link().serial().write(mx1cab::trackPower(!state().stopped)); });
-  } catch (const LinkError&) {
-    // As above.
-  }
+  line().send([&] { link().serial().write(mx1cab::trackPower(!state().stopped)); });
 }
 
 }  // namespace

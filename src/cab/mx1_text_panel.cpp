@@ -2,7 +2,6 @@
 #include "cab/cab_line.h"
 #include "cab/mx1_text.h"
 #include "cab/mx1_text_codec.h"
-#include "link/link_error.h"
 #include "link/mx1_text.h"
 #include "link/serial_line.h"
 #include "link/station_link.h"
@@ -19,25 +18,17 @@ class Mx1TextPanel final : public PanelProtocol {
     // A command for another unit would go out if the address were cut to its nine bits.
     if (unit < 0 || unit > mx1cab::kHighestUnit) return {};
     state().panelCmd = mx1cab::switchCommand(unit);
-    try {
-      line().send([&] { link().serial().write(mx1cab::askOutputs(unit)); });
-      link().WaitForData(mx1cab::kOutputsLength);
-      return mx1cab::parseOutputs(link().serial().read());
-    } catch (const LinkError&) {
-      return {};
-    }
+    line().send([&] { link().serial().write(mx1cab::askOutputs(unit)); });
+    link().WaitForData(mx1cab::kOutputsLength);
+    return mx1cab::parseOutputs(link().serial().read());
   }
 
   void sendOutput(int n) override {
     if (state().panelCmd.isEmpty()) return;
-    try {
-      if (wasRefused()) sendCommand();
-      mx1cab::setOutput(state().panelCmd, state().address, n,
-                        state().outOn.at(static_cast<size_t>(n)));
-      sendCommand();
-    } catch (const LinkError&) {
-      // A lost port shows when the next session opens.
-    }
+    if (wasRefused()) sendCommand();
+    mx1cab::setOutput(state().panelCmd, state().address, n,
+                      state().outOn.at(static_cast<size_t>(n)));
+    sendCommand();
   }
 
  private:

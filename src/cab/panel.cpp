@@ -22,8 +22,9 @@ void Panel::onLoad() {
   std::optional<quint8> mask;
   try {
     mask = protocol_->readState();
-  } catch (const LinkError&) {
-    // No answer, like that of a station that keeps silent.
+  } catch (const LinkError& error) {
+    // A port that did not open has told why already.
+    if (!line().isGone()) line().noteGone(error.message());
   }
   if (mask) {
     show(*mask);

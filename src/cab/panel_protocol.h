@@ -13,6 +13,7 @@ namespace lokari {
 class CabLine;
 class StationLink;
 
+/// Every operation throws LinkError when its message finds no way out.
 class PanelProtocol {
  public:
   PanelProtocol(CabLine& line, PanelState& state) : line_(line), state_(state) {}
@@ -23,8 +24,7 @@ class PanelProtocol {
   /// The reading at load; the session is open. Two bits per output: a set bit 2i means that output
   /// i is off. Sets `panelCmd` where the family keeps one. Nothing when it failed.
   virtual std::optional<quint8> readState() = 0;
-  /// Sends `outOn[n]`, n from 0 to 3. A failed send is not told, save for a beep where the station
-  /// refuses.
+  /// Sends `outOn[n]`, n from 0 to 3. A station that refuses it beeps.
   virtual void sendOutput(int n) = 0;
 
  protected:

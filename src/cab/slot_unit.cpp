@@ -19,9 +19,16 @@ SlotUnit::Entered::~Entered() {
 }
 
 SlotUnit::SlotUnit(CabLine& line, Prompt& prompt, int address)
-    : line_(line), prompt_(prompt), address_(address), kind_(line.link().settings().station()) {}
+    : line_(line), prompt_(prompt), address_(address), kind_(line.link().settings().station()) {
+  connect(&line_, &CabLine::goneChanged, this, &SlotUnit::noticeChanged);
+}
 
 SlotUnit::~SlotUnit() = default;
+
+QString SlotUnit::notice() const {
+  if (!line_.isGone()) return {};
+  return QStringLiteral("Keine Verbindung zur Zentrale. %1").arg(line_.goneReason()).trimmed();
+}
 
 StationLink& SlotUnit::link() const {
   return line_.link();
@@ -60,7 +67,14 @@ void SlotUnit::release() {
 void SlotUnit::openSession() {
   ++sessions_;
   const QString failure = link().initComm(true, false, false);
-  if (!failure.isEmpty()) prompt_.message(failure, Icon::Warning);
+  if (failure.isEmpty()) {
+    line_.noteBack();
+    return;
+  }
+  // Behind the message the window says what it was.
+  const QString& reason = link().openFailureReason();
+  line_.noteGone(reason.isEmpty() ? failure : reason);
+  prompt_.message(failure, Icon::Warning);
 }
 
 void SlotUnit::finishSessions() {
@@ -71,39 +85,56 @@ bool SlotUnit::hasStation() const {
   return link().settings().baseUnit == kind_.kind;
 }
 
-void SlotUnit::run(const std::function<void()>& exchange) {
+void SlotUnit::talk(const std::function<void()>& exchange, Opening opening) {
+  if (opening == Opening::Reopens) line_.restore();
+  exchange();
+  line_.noteBack();
+}
+
+void SlotUnit::run(const std::function<void()>& exchange, Opening opening) {
   const Entered entered(*this);
   // What ended another job must not end the waits of this one. A unit that is going waits no more.
   if (!unloading_) link().cancelRequested = false;
+  if (!hasStation()) return;
   try {
-    if (hasStation()) exchange();
-  } catch (const LinkError&) {
+    talk(exchange, opening);
+  } catch (const LinkError& error) {
     // The lamps and arrows keep what the user did.
+    line_.noteGone(error.message());
   }
 }
 
 void SlotUnit::exchange(int what, std::function<void()> run) {
   const Entered entered(*this);
-  line_.exchange(this, what,
-                 [this, self = shared_from_this(), job = std::move(run)] { this->run(job); });
+  line_.exchange(this, what, [this, self = shared_from_this(), job = std::move(run)] {
+    this->run(job, Opening::Reopens);
+  });
 }
 
-void SlotUnit::urgent(std::function<void()> run) {
+void SlotUnit::urgent(std::function<void()> run, std::function<void(const QString&)> failed) {
   const Entered entered(*this);
-  line_.urgent([this, self = shared_from_this(), job = std::move(run)] {
-    const Entered inside(*this);
-    try {
-      if (hasStation()) job();
-    } catch (const LinkError&) {
-      // As above.
-    }
-  });
+  line_.urgent(
+      [this, self = shared_from_this(), job = std::move(run), tellFailure = std::move(failed)] {
+        const Entered inside(*this);
+        if (!hasStation()) {
+          tellFailure(QStringLiteral("In den Optionen steht jetzt eine andere Zentrale."));
+          return;
+        }
+        try {
+          talk(job, Opening::Reopens);
+        } catch (const LinkError& error) {
+          line_.noteGone(error.message());
+          tellFailure(error.message());
+        }
+      });
 }
 
 void SlotUnit::background(std::function<void()> run) {
   const Entered entered(*this);
-  line_.background(this,
-                   [this, self = shared_from_this(), job = std::move(run)] { this->run(job); });
+  // Nobody waits for a poll: where the line has to be opened anew, the next command does it.
+  line_.background(this, [this, self = shared_from_this(), job = std::move(run)] {
+    this->run(job, Opening::AsItIs);
+  });
 }
 
 }  // namespace lokari

@@ -40,6 +40,8 @@ class SlotUnit : public QObject, public std::enable_shared_from_this<SlotUnit> {
   /// switched. What was asked for before still goes out.
   void unload();
   bool isUnloading() const { return unloading_; }
+  /// What the user has to know of the line, in lines of German; empty when all is well.
+  virtual QString notice() const;
 
   /// It is going: its slot is free and its window disappears. Called once.
   std::function<void()> onUnload;
@@ -49,6 +51,8 @@ class SlotUnit : public QObject, public std::enable_shared_from_this<SlotUnit> {
  signals:
   /// load() has ended: show everything.
   void loaded();
+  /// notice() changed.
+  void noticeChanged();
 
  protected:
   /// Stands on the stack while a public operation runs: keeps the object, and tells onGone behind
@@ -72,10 +76,12 @@ class SlotUnit : public QObject, public std::enable_shared_from_this<SlotUnit> {
   Prompt& prompt() const { return prompt_; }
   void setTitle(const QString& name);
 
-  /// Runs an exchange by the order of the line; see CabLine::exchange(). A failed send is not told.
+  /// Runs an exchange by the order of the line; see CabLine::exchange(). A line that is gone is
+  /// opened anew ahead of it; a failure is the line's to tell.
   void exchange(int what, std::function<void()> run);
-  /// The same for a message that gets through at once; see CabLine::urgent().
-  void urgent(std::function<void()> run);
+  /// The same for a message that gets through at once; see CabLine::urgent(). `failed` learns why
+  /// it did not go out.
+  void urgent(std::function<void()> run, std::function<void(const QString& reason)> failed);
   /// The same for what can wait; see CabLine::background().
   void background(std::function<void()> run);
   /// The name of an exchange that none may take the place of.
@@ -94,7 +100,10 @@ class SlotUnit : public QObject, public std::enable_shared_from_this<SlotUnit> {
   virtual void onUnloading() {}
 
  private:
-  void run(const std::function<void()>& exchange);
+  enum class Opening { Reopens, AsItIs };
+  void run(const std::function<void()>& exchange, Opening opening);
+  /// Throws LinkError when the line is gone and does not come back.
+  void talk(const std::function<void()>& exchange, Opening opening);
   /// The options still name the kind that it was opened on; another one would not understand it.
   bool hasStation() const;
   void release();

@@ -3,7 +3,6 @@
 #include "cab/cab_line.h"
 #include "cab/speed_steps.h"
 #include "cab/z21_codec.h"
-#include "link/link_error.h"
 #include "link/station_link.h"
 #include "link/z21.h"
 
@@ -22,11 +21,7 @@ Z21Protocol& Z21Cab::station() const {
 }
 
 std::optional<FunctionMask> Z21Cab::readState() {
-  try {
-    ask(state().address, Patience::TimeOut);
-  } catch (const LinkError&) {
-    return {};
-  }
+  ask(state().address, Patience::TimeOut);
   const auto vehicle = reply();
   if (!vehicle || vehicle->address != state().address) return {};
   take(*vehicle);
@@ -46,12 +41,8 @@ void Z21Cab::sendStopped() {
 }
 
 void Z21Cab::tick() {
-  try {
-    ask(state().address, Patience::Poll);
-    tell(state().address);
-  } catch (const LinkError&) {
-    // The device has gone; the next command tells.
-  }
+  ask(state().address, Patience::Poll);
+  tell(state().address);
 }
 
 void Z21Cab::sendZ21(int address, int speed, int function, bool backward) {
@@ -64,16 +55,12 @@ void Z21Cab::sendZ21(int address, int speed, int function, bool backward) {
   } else {
     text = z21::stopText(state().stopped);
   }
-  try {
-    // Inside another exchange its answer is still awaited: that one is left alone.
-    if (!line().isNested()) station().z21Wanted.clear();
-    line().send([&] { station().z21Send(text); });
-    if (line().isNested()) return;
-    link().Delay(0);
-    readZ21State(address);
-  } catch (const LinkError&) {
-    // A failed send is not told.
-  }
+  // Inside another exchange its answer is still awaited: that one is left alone.
+  if (!line().isNested()) station().z21Wanted.clear();
+  line().send([&] { station().z21Send(text); });
+  if (line().isNested()) return;
+  link().Delay(0);
+  readZ21State(address);
 }
 
 bool Z21Cab::readZ21State(int address) {

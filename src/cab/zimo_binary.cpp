@@ -5,6 +5,7 @@
 #include "cab/zimo_binary_codec.h"
 #include "cab/zimo_binary_exchange.h"
 #include "cab/zimo_flags.h"
+#include "link/link_error.h"
 #include "link/station_link.h"
 #include "link/zimo_binary_framing.h"
 
@@ -39,6 +40,7 @@ class ZimoBinaryCab final : public CabProtocol {
 
   FunctionMask take(const QByteArray& answer);
   void openStation(ZimoBinaryFraming& framing);
+  void settle(bool stopped);
 
   void sendFlag(int bit, bool set) {
     zbincab::setBits(state().locoCmd, Field::Flags, bit, set);
@@ -104,9 +106,21 @@ void ZimoBinaryCab::sendStopped() {
   withZimoFraming(link(), [&](ZimoBinaryFraming& framing) {
     line().send([&] { framing.zbinSendAhead(zbincab::trackPower(!state().stopped)); });
   });
-  line().exchange(this, kSettle, [&link = link()] {
-    withZimoFraming(link, [](ZimoBinaryFraming& framing) { framing.zbinSettle(); });
-  });
+  line().exchange(this, kSettle, [this, stopped = state().stopped] { settle(stopped); });
+}
+
+/// Its own exchange, with nobody around it who would take the failure.
+void ZimoBinaryCab::settle(bool stopped) {
+  try {
+    withZimoFraming(link(), [&](ZimoBinaryFraming& framing) {
+      framing.zbinSettle();
+      if (framing.zbinAheadFailed && hooks().stopFailed)
+        hooks().stopFailed(stopped, StopFault::Silent);
+    });
+  } catch (const LinkError& error) {
+    line().noteGone(error.message());
+    if (hooks().stopFailed) hooks().stopFailed(stopped, StopFault::Silent);
+  }
 }
 
 }  // namespace

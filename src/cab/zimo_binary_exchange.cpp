@@ -14,6 +14,12 @@ constexpr int kMostExchanges = 20;
 constexpr int kBusyPauseMs = 100;
 constexpr int kFailurePauseMs = 500;
 
+void checkOpen(StationLink& link) {
+  if (!link.serial().isOpen()) {
+    throw LinkError(QStringLiteral("Die Schnittstelle zur Zentrale ist nicht mehr da!"));
+  }
+}
+
 }  // namespace
 
 ZimoBinaryFraming* zimoFraming(StationLink& link) {
@@ -24,11 +30,10 @@ ZimoBinaryFraming* zimoFraming(StationLink& link) {
 void withZimoFraming(StationLink& link, const std::function<void(ZimoBinaryFraming&)>& talk) {
   ZimoBinaryFraming* const framing = zimoFraming(link);
   if (framing == nullptr) return;
-  try {
-    talk(*framing);
-  } catch (const LinkError&) {
-    // The link tells of a lost port when the next session opens; a throttle goes on.
-  }
+  checkOpen(link);
+  talk(*framing);
+  // The framing ends its rounds on a port that is lost, without a word.
+  checkOpen(link);
 }
 
 std::optional<QByteArray> askZimoBinary(StationLink& link, ZimoBinaryFraming& framing,

@@ -18,7 +18,8 @@ class ZimoBinaryFraming;
 /// The framing of the link's station; null once the options name another family.
 ZimoBinaryFraming* zimoFraming(StationLink& link);
 
-/// Runs `talk` with the framing, if there is one. A port that is lost on the way is not told.
+/// Runs `talk` with the framing, if there is one. Throws LinkError when the
+/// port is gone, or is lost on the way.
 void withZimoFraming(StationLink& link, const std::function<void(ZimoBinaryFraming&)>& talk);
 
 /// The first good answer to `question`, of at least `least` bytes. Nothing after five busy answers

@@ -54,11 +54,11 @@ void CabSession::tellNoState() {
 }
 
 void CabSession::exchange(const std::function<void()>& run) {
-  line_.exchange(this, 0, [&run] {
+  line_.exchange(this, 0, [this, &run] {
     try {
       run();
-    } catch (const LinkError&) {
-      // The port tells what became of it.
+    } catch (const LinkError& error) {
+      lost_ = error.message();
     }
   });
 }
@@ -66,6 +66,7 @@ void CabSession::exchange(const std::function<void()>& run) {
 bool CabSession::command(const std::function<void()>& send) {
   if (!open_ || context_.interrupt.raised) return false;
   const int beeps = context_.prompt.beeps();
+  lost_.clear();
   exchange(send);
   return confirmed(beeps);
 }
@@ -73,18 +74,19 @@ bool CabSession::command(const std::function<void()>& send) {
 bool CabSession::stop(const std::function<void()>& send) {
   if (!open_) return false;
   const int beeps = context_.prompt.beeps();
-  line_.urgent([&send] {
+  lost_.clear();
+  line_.urgent([this, &send] {
     try {
       send();
-    } catch (const LinkError&) {
-      // As above.
+    } catch (const LinkError& error) {
+      lost_ = error.message();
     }
   });
   return confirmed(beeps);
 }
 
 bool CabSession::confirmed(int beepsBefore) {
-  QString fault = portFault();
+  QString fault = lost_.isEmpty() ? portFault() : std::exchange(lost_, {});
   if (fault.isEmpty()) {
     if (context_.prompt.beeps() == beepsBefore) return true;
     fault = QStringLiteral("Die Digitalzentrale hat einen Befehl nicht bestätigt!");
@@ -94,7 +96,7 @@ bool CabSession::confirmed(int beepsBefore) {
   return false;
 }
 
-/// Messages tell no failure themselves: a device that has vanished shows here.
+/// What was written may be lost with a device that has vanished since.
 QString CabSession::portFault() {
   try {
     context_.link.protocol().arrived(std::numeric_limits<qint32>::max());

@@ -48,6 +48,7 @@ class CabSession {
   bool opened_ = false;  // once at least
   bool failed_ = false;
   bool toldUnsent_ = false;
+  QString lost_;  // what the last exchange found of the line
 };
 
 /// Refuses, as a wrong call, a station kind without cabs; `job` is what it cannot do.

@@ -1,10 +1,14 @@
 #include "link/lenz_framing.h"
 
+#include <QScopedValueRollback>
+
 #include <array>
+#include <utility>
 
 #include "base/bytes.h"
 #include "base/clock.h"
 #include "link/lenz_codec.h"
+#include "link/link_error.h"
 #include "link/serial_line.h"
 #include "link/station_link.h"
 
@@ -31,19 +35,41 @@ const LenzInterface& lenzInterface(StationKind kind) {
   Q_UNREACHABLE();
 }
 
-void LenzFraming::lnzSend(const QByteArray& msg) {
+void LenzFraming::lnzSend(const QByteArray& msg, std::function<void()> lost) {
   SerialLine& line = link_.serial();
   if (type_.usb) {
     line.write(bytes({0xFF, 0xFE}) + msg);
     return;
   }
+  if (requesting_) {
+    ahead_.push_back({msg, std::move(lost)});
+    return;
+  }
+  try {
+    request();
+    while (!ahead_.empty()) {
+      line.write(ahead_.front().msg);
+      ahead_.pop_front();
+      request();
+    }
+    line.write(msg);
+  } catch (const LinkError&) {
+    for (const Ahead& each : std::exchange(ahead_, {})) {
+      if (each.lost) each.lost();
+    }
+    throw;
+  }
+}
+
+void LenzFraming::request() {
+  const QScopedValueRollback requesting(requesting_, true);
+  SerialLine& line = link_.serial();
   line.setRtsEnable(false);
   link_.DelayMsec(kRequestPulseMs);
   line.setRtsEnable(true);
   Clock& clock = link_.clock();
   const Millis deadline = (clock.wholeSeconds() + link_.settings().timeoutVal) * 1000;
   clock.waitUntil([&] { return line.ctsHolding() || link_.cancelRequested; }, deadline);
-  line.write(msg);
 }
 
 QByteArray LenzFraming::unwrapped(const QByteArray& reply) const {

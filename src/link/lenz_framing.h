@@ -4,6 +4,9 @@
 
 #include <QByteArray>
 
+#include <deque>
+#include <functional>
+
 #include "base/station_kind.h"
 #include "link/open_questions.h"
 
@@ -34,7 +37,10 @@ class LenzFraming {
   /// Sends a message with its check byte. Not on USB, the request-to-send line drops for 50 ms
   /// first and up to `timeoutVal` seconds pass until the station raises clear-to-send; the message
   /// goes out in any case, also after a cancel.
-  void lnzSend(const QByteArray& msg);
+  ///
+  /// Asked for while another message waits for the line, it takes that one's turn as soon as the
+  /// line is granted, and the other one asks anew. `lost` is called when the line is lost before.
+  void lnzSend(const QByteArray& msg, std::function<void()> lost = {});
 
   /// What a reply says: on USB without its first two bytes, if it has more than two.
   QByteArray unwrapped(const QByteArray& reply) const;
@@ -51,9 +57,19 @@ class LenzFraming {
   OpenQuestions& cvQuestions() { return cvQuestions_; }
 
  private:
+  struct Ahead {
+    QByteArray msg;
+    std::function<void()> lost;
+  };
+
+  /// Asks the station for the line and waits until it has it.
+  void request();
+
   StationLink& link_;
   const LenzInterface& type_;
   OpenQuestions cvQuestions_;
+  bool requesting_ = false;
+  std::deque<Ahead> ahead_;
 };
 
 }  // namespace lokari

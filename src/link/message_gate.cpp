@@ -13,11 +13,14 @@ void MessageGate::sendWhole(const std::function<void()>& write) {
   try {
     write();
   } catch (...) {
-    sending_ = false;
-    // They wanted to be on the wire, and it is gone.
-    waiting_.clear();
+    // What waits meets the broken line itself, and can tell that it did not get out.
+    runWaiting();
     throw;
   }
+  runWaiting();
+}
+
+void MessageGate::runWaiting() {
   sending_ = false;
   while (!sending_ && !waiting_.empty()) {
     const auto next = std::move(waiting_.front());

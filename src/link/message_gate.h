@@ -9,12 +9,14 @@ namespace lokari {
 class MessageGate {
  public:
   /// Runs `write`, which puts one message on the wire. What came to betweenMessages() meanwhile
-  /// runs right behind it; an exception of `write` takes it along.
+  /// runs right behind it, also behind a `write` that throws; such actions must not throw.
   void sendWhole(const std::function<void()>& write);
   /// Runs `action` now, or behind the message that is going out.
   void betweenMessages(std::function<void()> action);
 
  private:
+  void runWaiting();
+
   bool sending_ = false;
   std::deque<std::function<void()>> waiting_;
 };

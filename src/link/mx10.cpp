@@ -73,6 +73,15 @@ void Mx10Protocol::open(bool progOn, int& step) {
   }
 }
 
+void Mx10Protocol::reopen(int users) {
+  // An interface that vanished still counts as open, and a station whose network was away has
+  // forgotten who logged on.
+  close(true);
+  int step = 0;
+  open(false, step);
+  for (int user = 1; user < users; ++user) open(false, step);
+}
+
 void Mx10Protocol::connectStation(int& step) {
   link().lastCvFailed = false;
   step = 1904;

@@ -2,6 +2,9 @@
 
 #include <QFile>
 
+#include <algorithm>
+#include <sys/ioctl.h>
+
 #include "link/link_error.h"
 #include "link/port_table.h"
 
@@ -51,6 +54,8 @@ void QtSerialLine::open(const SerialSettings& settings) {
   if (!port_.open(QIODevice::ReadWrite)) fail(openFault(port_.error()));
   vanished_ = false;
   port_.clear();
+  sinceOpen_.start();
+  sentBy_ = 0;
 }
 
 void QtSerialLine::close() {
@@ -130,6 +135,17 @@ void QtSerialLine::write(const QByteArray& data) {
   port_.write(data);
   port_.flush();
   check();
+  sentBy_ = std::max(sentBy_, sinceOpen_.elapsed()) + timeOnWire(data.size(), settings_.baudrate);
+}
+
+Millis QtSerialLine::untilSent() {
+  check();
+  // What the system still holds shows a station that keeps the line; it does not know what an
+  // adapter has in its own memory, which the rate tells.
+  int held = 0;
+  if (ioctl(port_.handle(), TIOCOUTQ, &held) != 0) held = 0;
+  const Millis byQueue = timeOnWire(port_.bytesToWrite() + held, settings_.baudrate);
+  return std::max({byQueue, sentBy_ - sinceOpen_.elapsed(), Millis{0}});
 }
 
 void QtSerialLine::setRtsEnable(bool raised) {

@@ -1,6 +1,7 @@
 // A serial port of this machine, by the number that the port table gives it.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QSerialPort>
 
 #include "link/serial_line.h"
@@ -25,6 +26,7 @@ class QtSerialLine final : public SerialLine {
   qsizetype inBufferCount() override;
   QByteArray read(qsizetype most = 0) override;
   void write(const QByteArray& data) override;
+  Millis untilSent() override;
   void setRtsEnable(bool raised) override;
   void setDtrEnable(bool raised) override;
   bool ctsHolding() override;
@@ -44,6 +46,8 @@ class QtSerialLine final : public SerialLine {
   SerialSettings settings_;
   QString device_;
   bool vanished_ = false;
+  QElapsedTimer sinceOpen_;
+  Millis sentBy_ = 0;  // when all that was written is on the wire at its rate, since the opening
 };
 
 }  // namespace lokari

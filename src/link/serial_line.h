@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 
+#include "base/clock.h"
 #include "base/station_kind.h"
 
 namespace lokari {
@@ -12,6 +13,13 @@ struct SerialSettings {
   int baudrate = 0;  ///< bits per second
   Handshaking handshaking = Handshaking::None;
 };
+
+/// What bytes take on the wire: a start bit, eight of data and a stop bit each.
+inline Millis timeOnWire(qint64 bytes, int baudrate) {
+  constexpr qint64 kBits = 10;
+  constexpr qint64 kSecond = 1000;
+  return baudrate > 0 ? (bytes * kBits * kSecond + baudrate - 1) / baudrate : 0;
+}
 
 /// Every operation but close() and isOpen() throws LinkError when the port is not open, cannot do
 /// it, or its device has vanished.
@@ -31,6 +39,8 @@ class SerialLine {
   virtual QByteArray read(qsizetype most = 0) = 0;
   /// Sends without waiting for the line.
   virtual void write(const QByteArray& data) = 0;
+  /// How long it takes until everything written is on the wire; 0 when nothing is left to send.
+  virtual Millis untilSent() = 0;
 
   /// The request-to-send line. Lowering it suspends the handshaking until it is raised again.
   virtual void setRtsEnable(bool raised) = 0;

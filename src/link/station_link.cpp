@@ -1,10 +1,13 @@
 #include "link/station_link.h"
 
+#include <algorithm>
+
 #include "base/clock.h"
 #include "link/can_log.h"
 #include "link/cv_frame.h"
 #include "link/link_error.h"
 #include "link/protocol_table.h"
+#include "link/serial_line.h"
 #include "link/station_protocol.h"
 
 namespace lokari {
@@ -78,6 +81,20 @@ QString StationLink::initComm(bool, bool, bool progOn) {
   return {};
 }
 
+QString StationLink::reopen() {
+  const int users = commUseCount;
+  cancelRequested = false;
+  QString failure;
+  try {
+    protocol().reopen(users);
+  } catch (const LinkError& error) {
+    failure = error.message();
+  }
+  // Some kinds take a part back when they fail.
+  commUseCount = users;
+  return failure;
+}
+
 QString StationLink::openForJob(bool progOn) {
   const int users = commUseCount;
   const QString failure = initComm(true, true, progOn);
@@ -132,6 +149,16 @@ void StationLink::Delay(int seconds) {
 
 void StationLink::DelayMsec(int ms) {
   clock().waitUntil([] { return false; }, clock().now() + ms);
+}
+
+void StationLink::waitUntilSent() {
+  SerialLine& line = serial();
+  const Millis latest = clock().now() + Millis{1000} * settings().timeoutVal;
+  while (line.isOpen() && !cancelRequested && clock().now() < latest) {
+    const Millis left = line.untilSent();
+    if (left <= 0) return;
+    clock().waitUntil([this] { return cancelRequested; }, std::min(clock().now() + left, latest));
+  }
 }
 
 int StationLink::ReadCV(int cv, int address) {

@@ -43,6 +43,9 @@ class StationLink {
   /// initComm() for a job that ends when it fails: what a failed call leaves behind would keep the
   /// port of a later session open.
   QString openForJob(bool progOn);
+  /// Opens the transport of the running sessions anew after it was lost; how many there are stays.
+  /// Empty on success, else why it does not open, a whole sentence. Switches nothing on.
+  QString reopen();
   /// What lies behind the number in the last initComm()'s message, such as a port without a device;
   /// a whole sentence, empty when there is no more to tell.
   const QString& openFailureReason() const;
@@ -62,6 +65,9 @@ class StationLink {
   /// That many whole seconds; 0 is the short pause of 100 ms; below 0 nothing.
   void Delay(int seconds);
   void DelayMsec(int ms);
+  /// Waits until the serial line, if one is open, has sent all that was written; until the cancel
+  /// and `timeoutVal` seconds at most.
+  void waitUntilSent();
 
   /// A value 0 to 255 or a negative code, see cv_result.h. `cv` counts from 1. `address` is used
   /// by the Z21 and the CAN stations. Needs an open session. A port that vanishes throws LinkError.

@@ -29,6 +29,13 @@ class StationProtocol {
   /// the transport open. A LinkError fails the session with `step` in the message, which the
   /// protocol keeps at the step in hand; it starts at 0.
   virtual void open(bool progOn, int& step) = 0;
+  /// Opens the transport of `users` running sessions anew after it was lost, without switching
+  /// anything on. Does nothing when it finds the transport open.
+  virtual void reopen(int users) {
+    Q_UNUSED(users)
+    int step = 0;
+    open(false, step);
+  }
   /// Says goodbye, between the first second of endcomm() and FinishComm(). A LinkError is
   /// ignored: the line is gone.
   virtual void farewell(bool leaveMode, bool progOn) = 0;

@@ -22,6 +22,17 @@ Z21Protocol::~Z21Protocol() {
 }
 
 void Z21Protocol::open(bool, int& step) {
+  if (!z21Connected) connectStation(step, true);
+  link().Delay(1);
+}
+
+void Z21Protocol::reopen(int) {
+  int step = 0;
+  const bool isOpen = link().udp().state() == UdpSocket::kOpen;
+  if (!isOpen || !z21Connected) connectStation(step, false);
+}
+
+void Z21Protocol::connectStation(int& step, bool powerOn) {
   UdpSocket& socket = link().udp();
   const auto inRounds = [&](int rounds, const auto& done) {
     for (int i = 0; i < rounds && !done() && !isHopeless() && !link().cancelRequested; ++i) {
@@ -32,24 +43,24 @@ void Z21Protocol::open(bool, int& step) {
     throw LinkError(whyNotOpen());
   };
 
-  if (!z21Connected) {
-    socket.close();
-    link().clock().pump();
-    z21Connected = false;
-    socket.onArrival = [this](qsizetype) { datagramArrived(); };
-    socket.onRefused = [this] { portClosed_ = true; };
-    socket.onClosed = [this] { z21Connected = false; };
-    socket.open(link().settings().ipAddr, kStationPort);
-    inRounds(kOpenRounds, [&] { return socket.state() == UdpSocket::kOpen; });
-    z21ReplyLen = 0;
-    unread_.clear();
-    checksOfBytes_.reset();
+  socket.close();
+  link().clock().pump();
+  z21Connected = false;
+  portClosed_ = false;
+  socket.onArrival = [this](qsizetype) { datagramArrived(); };
+  socket.onRefused = [this] { portClosed_ = true; };
+  socket.onClosed = [this] { z21Connected = false; };
+  socket.open(link().settings().ipAddr, kStationPort);
+  inRounds(kOpenRounds, [&] { return socket.state() == UdpSocket::kOpen; });
+  z21ReplyLen = 0;
+  unread_.clear();
+  checksOfBytes_.reset();
+  if (powerOn) {
     z21Send(z21::kPowerOn);
     link().Delay(0);
-    z21Send(z21::kAskSerialNumber);
-    inRounds(kAnswerRounds, [&] { return z21Connected; });
   }
-  link().Delay(1);
+  z21Send(z21::kAskSerialNumber);
+  inRounds(kAnswerRounds, [&] { return z21Connected; });
 }
 
 bool Z21Protocol::isHopeless() const {

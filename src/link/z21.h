@@ -18,6 +18,7 @@ class Z21Protocol final : public StationProtocol {
   // -- session and waiting; what is waited for is the length of the awaited message
 
   void open(bool progOn, int& step) override;
+  void reopen(int users) override;
   void farewell(bool leaveMode, bool progOn) override;
   void close(bool lastUser) override;
   qint32 bufferCount() override { return z21ReplyLen; }
@@ -54,6 +55,8 @@ class Z21Protocol final : public StationProtocol {
   QByteArray z21LastReply;  ///< the last message taken out of a datagram
 
  private:
+  /// Opens the socket and waits for the station's first word.
+  void connectStation(int& step, bool powerOn);
   bool isHopeless() const;
   QString whyNotOpen() const;
   void datagramArrived();

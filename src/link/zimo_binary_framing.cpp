@@ -94,6 +94,7 @@ void ZimoBinaryFraming::zbinSendMsg(const QByteArray& msg) {
 void ZimoBinaryFraming::zbinSendAhead(const QByteArray& msg) {
   if (!link_.serial().isOpen()) return;
   zbinAhead = msg;
+  zbinAheadFailed = false;
   unsettled_ = true;
   zbinSend(msg, false);
   ++answersAhead_;
@@ -107,6 +108,7 @@ bool ZimoBinaryFraming::answersAhead(const QByteArray& reply) {
 }
 
 void ZimoBinaryFraming::forgetAhead() {
+  zbinAheadFailed = unsettled_;
   zbinAhead.clear();
   unsettled_ = false;
   answersAhead_ = 0;
@@ -130,6 +132,7 @@ void ZimoBinaryFraming::zbinSettle() {
   }
   if (!unsettled_) return;
   unsettled_ = false;
+  zbinAheadFailed = true;
   link_.prompt().beep();
 }
 

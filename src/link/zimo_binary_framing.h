@@ -47,11 +47,12 @@ class ZimoBinaryFraming {
   /// The port was opened anew: what was sent ahead before is history.
   void forgetAhead();
 
-  int zbinSeq = 0;          ///< sequence number of the next frame, 0 to 255
-  int zbinRxSeq = -1;       ///< first byte of the last frame received; -1 before the first
-  bool zbinSound = true;    ///< the checksum of the last frame received was right
-  bool zbinSilent = false;  ///< the last zbinReceive() waited in vain for the first bytes
-  QByteArray zbinAhead;     ///< what zbinSendAhead() sent last; empty before the first
+  int zbinSeq = 0;               ///< sequence number of the next frame, 0 to 255
+  int zbinRxSeq = -1;            ///< first byte of the last frame received; -1 before the first
+  bool zbinSound = true;         ///< the checksum of the last frame received was right
+  bool zbinSilent = false;       ///< the last zbinReceive() waited in vain for the first bytes
+  QByteArray zbinAhead;          ///< what zbinSendAhead() sent last; empty before the first
+  bool zbinAheadFailed = false;  ///< it was given up without a confirmation
 
  private:
   /// What stands behind a frame's start, its closing 17 included; empty when there is none.

@@ -1,5 +1,6 @@
 // Panels on the Intellibox and the Tams MC, by script.
 #include "cab_fixture.h"
+#include "link/link_error.h"
 
 namespace lokari {
 namespace {
@@ -71,10 +72,10 @@ TEST_P(IntelliboxPanel, InputThatWaitsIsDropped) {
   EXPECT_EQ(prompt.beeps, 0);
 }
 
-TEST_P(IntelliboxPanel, AVanishedDeviceIsAFailedReadingAndAnUnnoticedSwitch) {
+TEST_P(IntelliboxPanel, AVanishedDeviceIsToldByEveryOperation) {
   expect("95 02").then([this] { line.vanish(); }, 300);
-  EXPECT_FALSE(readPanel());
-  EXPECT_NO_THROW(output(0, true));
+  EXPECT_THROW(readPanel(), LinkError);
+  EXPECT_THROW(output(0, true), LinkError);
   EXPECT_EQ(prompt.beeps, 0);
 }
 
@@ -82,7 +83,7 @@ TEST_P(IntelliboxPanel, AStopInsideAPanelsQuestionLeavesBothReplies) {
   expect("95 02").then([this] { stop(true); }, 20);
   expect("A5").answer(fromHex("00 A6 00"), 20);
   EXPECT_EQ(readPanel(), 0x69);
-  EXPECT_EQ(cabLine.repliesOwed, 0);
+  EXPECT_TRUE(cabLine.repliesOwed.empty());
 }
 
 TEST_P(IntelliboxPanel, AnAddressWithoutAGroupIsNeverSent) {

@@ -1,5 +1,6 @@
 // Cabs on the Lenz interfaces, by script.
 #include "cab_fixture.h"
+#include "link/link_error.h"
 
 namespace lokari {
 namespace {
@@ -286,13 +287,13 @@ TEST_P(LaterLenzCab, ACancelEndsTheReadingAsAFailure) {
   EXPECT_LE(timeOf([this] { EXPECT_FALSE(read()); }), 600);
 }
 
-TEST_P(LaterLenzCab, AVanishedDeviceIsAFailedReadingAndAnUnnoticedCommand) {
+TEST_P(LaterLenzCab, AVanishedDeviceIsToldByEveryOperation) {
   expect("E3 00 00 03 E0");
   line.then([this] { line.vanish(); }, 300);
-  EXPECT_FALSE(read());
-  EXPECT_NO_THROW(speed(5));
-  EXPECT_NO_THROW(function(0, true));
-  EXPECT_NO_THROW(stop(true));
+  EXPECT_THROW(read(), LinkError);
+  EXPECT_THROW(speed(5), LinkError);
+  EXPECT_THROW(function(0, true), LinkError);
+  EXPECT_THROW(stop(true), LinkError);
   EXPECT_FALSE(cabLine.isBusy());
 }
 
@@ -319,14 +320,29 @@ TEST_P(LaterLenzCab, AStopInsideAQuestionThatIsNotAnsweredGoesOutWithin100Ms) {
   EXPECT_LE(line.writes[1].at - pressed, 100);
 }
 
-TEST_P(LaterLenzCab, AStopWhileAMessageGoesOutFollowsItWithin100Ms) {
+TEST_P(LaterLenzCab, AStopGoesOutWithin100MsAlsoWhileAMessageWaitsForTheLine) {
   const Millis pressed = clock.now() + 1;
   clock.schedule(1, [this] { stop(true); });
+  // Where the station is asked for the line, the stop takes the turn of the message that asks.
+  const bool takesTheTurn = GetParam() == StationKind::Li100V3;
+  if (takesTheTurn) expect("80 80");
   expect("E3 00 00 03 E0");
   line.answer(wire("E4 04 A5 13 05 53"), 200);
-  expect("80 80");
+  if (!takesTheTurn) expect("80 80");
   EXPECT_EQ(read(), 0b1010'0111U);
-  EXPECT_LE(line.writes[1].at - pressed, 100);
+  EXPECT_LE(line.writes[takesTheTurn ? 0 : 1].at - pressed, 100);
+}
+
+TEST_P(LaterLenzCab, AMessageThatGaveItsTurnToAStopAsksForTheLineAnew) {
+  const bool asks = GetParam() == StationKind::Li100V3;
+  line.rtsChanges.clear();
+  clock.schedule(1, [this] { stop(true); });
+  if (asks) expect("80 80");
+  expect("E3 00 00 03 E0");
+  line.answer(wire("E4 04 A5 13 05 53"), 200);
+  if (!asks) expect("80 80");
+  EXPECT_TRUE(read());
+  EXPECT_EQ(line.rtsChanges, asks ? (QList<bool>{false, true, false, true}) : QList<bool>{});
 }
 
 TEST_P(LaterLenzCab, AStopInsideAQuestionLeavesItsReplyWhole) {

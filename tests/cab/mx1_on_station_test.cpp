@@ -2,6 +2,7 @@
 // every fault must end as it should.
 #include "cab/cab_line.h"
 #include "cab/cab_table.h"
+#include "link/link_error.h"
 #include "link/station_protocol.h"
 #include "sim/session_fixture.h"
 
@@ -165,14 +166,12 @@ TEST_P(Mx1Cab, NonsenseForEverFailsTheReading) {
   EXPECT_EQ(panel->readState(), std::nullopt);
 }
 
-TEST_P(Mx1Cab, AStationThatIsPulledOutFailsTheReadingAndNoSendThrows) {
+TEST_P(Mx1Cab, AStationThatIsPulledOutIsToldAndTheSessionCloses) {
   fault("unplugged");
-  EXPECT_EQ(read(3), std::nullopt);
-  EXPECT_EQ(read(1000), std::nullopt);
-  EXPECT_EQ(panel->readState(), std::nullopt);
-  cab->sendSpeed();
-  cab->sendStopped();
-  panel->sendOutput(0);
+  EXPECT_THROW(read(3), LinkError);
+  EXPECT_THROW(read(1000), LinkError);
+  EXPECT_THROW(panel->readState(), LinkError);
+  EXPECT_THROW(cab->sendStopped(), LinkError);
   link->endcomm(false, false);
   EXPECT_EQ(link->commUseCount, 0);
 }

@@ -2,6 +2,7 @@
 // sends.
 #include "cab/cab_line.h"
 #include "cab/cab_table.h"
+#include "link/link_error.h"
 #include "support/link_fixture.h"
 
 namespace lokari {
@@ -176,11 +177,11 @@ TEST_F(Mx1TextCabTest, ACancelledWaitIsAFailedReading) {
   EXPECT_EQ(timeOf([&] { EXPECT_EQ(readState(), std::nullopt); }), 100);
 }
 
-TEST_F(Mx1TextCabTest, AVanishedPortIsAFailedReadingAndNoSendNoticesIt) {
+TEST_F(Mx1TextCabTest, AVanishedPortIsToldByTheReadingAndByEverySend) {
   line.expect("AFN03\r").then([&] { line.vanish(); }, 100);
-  EXPECT_EQ(readState(), std::nullopt);
-  cab->sendSpeed();
-  cab->sendStopped();
+  EXPECT_THROW(readState(), LinkError);
+  EXPECT_THROW(cab->sendSpeed(), LinkError);
+  EXPECT_THROW(cab->sendStopped(), LinkError);
 }
 
 // -- sending

@@ -1,6 +1,7 @@
 // A switch panel on the MX1 with the text protocol.
 #include "cab/cab_line.h"
 #include "cab/cab_table.h"
+#include "link/link_error.h"
 #include "support/link_fixture.h"
 
 namespace lokari {
@@ -66,13 +67,13 @@ TEST_P(Mx1TextPanelTest, SilenceShortAndNonsenseAreFailedReadings) {
   }
 }
 
-TEST_P(Mx1TextPanelTest, ACancelledWaitAndAVanishedPortAreFailedReadings) {
+TEST_P(Mx1TextPanelTest, ACancelledWaitIsAFailedReadingAndAVanishedPortIsTold) {
   line.expect("AWN05\r").then([&] { link.cancelRequested = true; }, 100);
   EXPECT_EQ(timeOf([&] { EXPECT_EQ(panel->readState(), std::nullopt); }), 100);
   link.cancelRequested = false;
   line.expect("AWN05\r").then([&] { line.vanish(); }, 100);
-  EXPECT_EQ(panel->readState(), std::nullopt);
-  turn(0, true);
+  EXPECT_THROW(panel->readState(), LinkError);
+  EXPECT_THROW(turn(0, true), LinkError);
 }
 
 TEST_P(Mx1TextPanelTest, SwitchesEachOutputOnAndOff) {

@@ -1,6 +1,7 @@
 // Cabs and panels on the simulated stations of the serial line.
 #include "cab/cab_line.h"
 #include "cab/cab_table.h"
+#include "link/link_error.h"
 #include "sim/session_fixture.h"
 
 namespace lokari {
@@ -167,12 +168,12 @@ TEST_P(SerialCab, EveryFaultOfTheLineIsAFailureAndTheNextReadingGoesAhead) {
   }
 }
 
-TEST_P(SerialCab, AStationThatIsPulledOutIsAFailureAndTheSessionCloses) {
+TEST_P(SerialCab, AStationThatIsPulledOutIsToldAndTheSessionCloses) {
   fault("unplugged");
-  EXPECT_FALSE(read());
-  EXPECT_NO_THROW(cab->sendSpeed());
-  EXPECT_NO_THROW(panel->sendOutput(0));
-  EXPECT_FALSE(panel->readState());
+  EXPECT_THROW(read(), LinkError);
+  EXPECT_THROW(cab->sendSpeed(), LinkError);
+  EXPECT_THROW(panel->sendOutput(0), LinkError);
+  EXPECT_THROW(panel->readState(), LinkError);
   link->FinishComm();
   EXPECT_EQ(link->commUseCount, 0);
 }

@@ -1,6 +1,7 @@
 // A cab on the MX1 and the MX1ULF with the Zimo binary protocol.
 #include "cab/cab_line.h"
 #include "cab/cab_table.h"
+#include "link/link_error.h"
 #include "zimo_script.h"
 
 namespace lokari {
@@ -137,13 +138,13 @@ TEST_F(Mx1BinCabTest, ACancelEndsTheReading) {
   EXPECT_EQ(timeOf([&] { EXPECT_EQ(readState(), std::nullopt); }), 700);
 }
 
-TEST_F(Mx1BinCabTest, AVanishedPortEndsTheReadingAndNoSendNoticesIt) {
+TEST_F(Mx1BinCabTest, AVanishedPortEndsTheReadingAndEverySendTellsIt) {
   expectPayload("08 00 03").then([&] { line.vanish(); }, 200);
-  EXPECT_EQ(readState(), std::nullopt);
+  EXPECT_THROW(readState(), LinkError);
   EXPECT_LT(clock.now(), 2000);
-  cab->sendSpeed();
+  EXPECT_THROW(cab->sendSpeed(), LinkError);
   state.stopped = true;
-  cab->sendStopped();
+  EXPECT_THROW(cab->sendStopped(), LinkError);
   EXPECT_EQ(prompt.beeps, 0);
 }
 

@@ -1,6 +1,7 @@
 // A switch panel on the MX1 and the MX1ULF with the Zimo binary protocol.
 #include "cab/cab_line.h"
 #include "cab/cab_table.h"
+#include "link/link_error.h"
 #include "zimo_script.h"
 
 namespace lokari {
@@ -57,11 +58,11 @@ TEST_P(ZimoBinaryPanelTest, OtherAnswersAreAskedAgainTwentyTimesAtMost) {
   EXPECT_EQ(panel->readState(), std::nullopt);
 }
 
-TEST_P(ZimoBinaryPanelTest, SilenceAndAVanishedPortAreFailedReadings) {
+TEST_P(ZimoBinaryPanelTest, SilenceIsAFailedReadingAndAVanishedPortIsTold) {
   expectPayload("09 00 05");
   EXPECT_EQ(timeOf([&] { EXPECT_EQ(panel->readState(), std::nullopt); }), 31000);
   expectPayload("09 00 05").then([&] { line.vanish(); }, 100);
-  EXPECT_EQ(panel->readState(), std::nullopt);
+  EXPECT_THROW(panel->readState(), LinkError);
   EXPECT_EQ(prompt.beeps, 0);
 }
 

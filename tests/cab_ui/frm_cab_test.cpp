@@ -54,8 +54,8 @@ TEST_F(FrmCabTest, TheBarSendsItsPositionAndTheNumberFollows) {
   FrmCab* window = openCab();
   SpeedBar* vsbSpeed = bar(window);
   QTest::mouseClick(vsbSpeed, Qt::LeftButton, {}, QPoint(20, 1));
-  EXPECT_EQ(textOf(window, "labSpeed"), QStringLiteral("127"));
-  EXPECT_EQ(sent(), QStringList{QStringLiteral("Stufe 127")});
+  EXPECT_EQ(textOf(window, "labSpeed"), QStringLiteral("10"));
+  EXPECT_EQ(sent(), QStringList{QStringLiteral("Stufe 10")});
 }
 
 TEST_F(FrmCabTest, AnArrowSendsOnMouseDownAndIsGreenAtRestAfterwards) {

@@ -21,7 +21,7 @@ TEST(MessageGateTest, WhatIsWantedBetweenMessagesRunsNowOrBehindTheOneThatGoesOu
   EXPECT_EQ(log, "now first part last behind ");
 }
 
-TEST(MessageGateTest, AMessageThatFailedTakesWhatWaitedForItAlong) {
+TEST(MessageGateTest, WhatWaitedForAMessageThatFailedRunsAllTheSame) {
   MessageGate gate;
   std::string log;
   EXPECT_THROW(gate.sendWhole([&] {
@@ -30,7 +30,7 @@ TEST(MessageGateTest, AMessageThatFailedTakesWhatWaitedForItAlong) {
   }),
                std::runtime_error);
   gate.sendWhole([&] { log += "next "; });
-  EXPECT_EQ(log, "next ");
+  EXPECT_EQ(log, "behind next ");
 }
 
 }  // namespace

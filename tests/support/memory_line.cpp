@@ -1,5 +1,7 @@
 #include "support/memory_line.h"
 
+#include <algorithm>
+
 #include "link/link_error.h"
 
 namespace lokari::test {
@@ -37,7 +39,19 @@ QByteArray MemoryLine::read(qsizetype most) {
 void MemoryLine::write(const QByteArray& data) {
   check();
   writes.append({clock_.now(), data});
-  onWrite(data);
+  if (!atLineSpeed) {
+    onWrite(data);
+    return;
+  }
+  sentBy_ = std::max(sentBy_, clock_.now()) + timeOnWire(data.size(), opened.baudrate);
+  clock_.schedule(sentBy_ - clock_.now(), [this, data] {
+    if (isOpen()) onWrite(data);
+  });
+}
+
+Millis MemoryLine::untilSent() {
+  check();
+  return std::max<Millis>(sentBy_ - clock_.now(), 0);
 }
 
 void MemoryLine::setRtsEnable(bool raised) {

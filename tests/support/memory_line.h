@@ -19,6 +19,7 @@ class MemoryLine : public SerialLine {
   qsizetype inBufferCount() override;
   QByteArray read(qsizetype most = 0) override;
   void write(const QByteArray& data) override;
+  Millis untilSent() override;
   void setRtsEnable(bool raised) override;
   void setDtrEnable(bool raised) override;
   bool ctsHolding() override;
@@ -34,6 +35,8 @@ class MemoryLine : public SerialLine {
     QByteArray data;
   };
 
+  /// Bytes take their time on the wire, at the rate the line was opened with; else none.
+  bool atLineSpeed = false;
   bool failsToOpen = false;
   bool cts = true;
   SerialSettings opened;   ///< as the line was last opened
@@ -56,6 +59,7 @@ class MemoryLine : public SerialLine {
 
   VirtualClock& clock_;
   QByteArray input_;
+  Millis sentBy_ = 0;
   bool open_ = false;
   bool vanished_ = false;
 };

@@ -23,6 +23,7 @@ int MemorySocket::state() const {
 
 void MemorySocket::send(const QByteArray& datagram) {
   if (state_ != kOpen) throw LinkError(QStringLiteral("Die Netzwerkverbindung ist nicht offen!"));
+  if (failsToSend) throw LinkError(QStringLiteral("Netzwerkfehler beim Senden!"));
   sent.append(datagram);
   onSend(datagram);
 }

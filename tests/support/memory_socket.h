@@ -33,6 +33,7 @@ class MemorySocket : public UdpSocket {
   QString faultAfterOpen;
   /// state() after open(): kOpen, or another number for a socket that does not come up.
   int stateAfterOpen = kOpen;
+  bool failsToSend = false;  ///< the network is away
   QString openedHost;
   quint16 openedRemotePort = 0;
   quint16 openedLocalPort = 0;

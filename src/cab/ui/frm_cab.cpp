@@ -8,6 +8,7 @@
 #include "cab/cab.h"
 #include "cab/ui/function_lamps.h"
 #include "cab/ui/main_cv_box.h"
+#include "cab/ui/notice_line.h"
 #include "cab/ui/picture_button.h"
 #include "cab/ui/speed_bar.h"
 #include "db/ui/picture_frame.h"
@@ -51,7 +52,11 @@ FrmCab::FrmCab(const std::shared_ptr<Cab>& cab, const Pictures& pictures, const 
     : SlotForm(cab, scale), cab_(*cab) {
   setObjectName(QStringLiteral("frmCab"));
   setWindowIcon(pictures.icon(QStringLiteral("lokari.bmp")));
-  auto* columns = new QHBoxLayout(contents());
+  auto* all = new QVBoxLayout(contents());
+  all->setSpacing(8);
+  auto* columns = new QHBoxLayout;
+  all->addLayout(columns, 1);
+  all->addWidget(makeNotice());
   columns->setSpacing(14);
   makeSpeed(columns);
   auto* rows = new QVBoxLayout;
@@ -169,6 +174,7 @@ void FrmCab::showAll() {
 
 void FrmCab::showSpeed(int speed) {
   labSpeed_->setText(QString::number(speed));
+  vsbSpeed_->startFrom(speed);
 }
 
 void FrmCab::showDirection() {

@@ -7,6 +7,7 @@
 #include <QPushButton>
 
 #include "cab/panel.h"
+#include "cab/ui/notice_line.h"
 #include "cab/ui/picture_button.h"
 
 namespace lokari {
@@ -29,6 +30,7 @@ FrmPanel::FrmPanel(const std::shared_ptr<Panel>& panel, const Pictures& pictures
   makeHeader(rows);
   makeSwitches(rows, pictures);
   makeFooter(rows);
+  rows->addWidget(makeNotice());
   contents()->findChild<QLineEdit*>(QStringLiteral("dc_adr"))->installEventFilter(this);
   connect(&panel_, &Panel::loaded, this, &FrmPanel::showAll);
   connect(&panel_, &Panel::outputChanged, this, &FrmPanel::showOutput);

@@ -6,6 +6,7 @@
 
 #include "base/ui/window_scale.h"
 #include "cab/slot_unit.h"
+#include "cab/ui/notice_line.h"
 
 namespace lokari {
 
@@ -16,6 +17,14 @@ SlotForm::SlotForm(std::shared_ptr<SlotUnit> unit, const WindowScale& scale)
   dc_adr->setObjectName(QStringLiteral("dc_adr"));
   dc_adr->setAccessibleName(QStringLiteral("Adresse"));
   dc_adr->hide();
+}
+
+NoticeLine* SlotForm::makeNotice() {
+  auto* notice = new NoticeLine(contents_);
+  const auto show = [this, notice] { notice->showText(unit_->notice()); };
+  connect(unit_.get(), &SlotUnit::noticeChanged, notice, show);
+  connect(unit_.get(), &SlotUnit::loaded, notice, show);
+  return notice;
 }
 
 SlotForm::~SlotForm() = default;

@@ -9,6 +9,7 @@
 
 namespace lokari {
 
+class NoticeLine;
 class SlotUnit;
 class WindowScale;
 
@@ -33,6 +34,8 @@ class SlotForm : public QWidget, public SlotWindow {
   const WindowScale& scale() const { return scale_; }
   /// The parent of all controls.
   QWidget* contents() const { return contents_; }
+  /// What the unit has to tell of the line; goes below all controls.
+  NoticeLine* makeNotice();
 
  private:
   std::shared_ptr<SlotUnit> unit_;

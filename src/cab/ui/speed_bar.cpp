@@ -1,7 +1,10 @@
 #include "cab/ui/speed_bar.h"
 
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QSignalBlocker>
+#include <QWheelEvent>
 
 #include <algorithm>
 #include <cmath>
@@ -63,16 +66,49 @@ QRectF SpeedBar::grip() const {
   return {kEdge, centreOf(value()) - kGripHeight / 2, kGripWidth, kGripHeight};
 }
 
+bool SpeedBar::meetLabel() {
+  if (value() == start_) return false;
+  const QSignalBlocker quiet(this);
+  setValue(start_);
+  return true;
+}
+
+void SpeedBar::sliderChange(SliderChange change) {
+  if (change == SliderValueChange) start_ = value();
+  QSlider::sliderChange(change);
+}
+
+void SpeedBar::keyPressEvent(QKeyEvent* event) {
+  const bool toAnEnd = event->key() == Qt::Key_Home || event->key() == Qt::Key_End;
+  const bool byKey = toAnEnd || event->key() == Qt::Key_Up || event->key() == Qt::Key_Down ||
+                     event->key() == Qt::Key_Left || event->key() == Qt::Key_Right ||
+                     event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown;
+  const bool parted = byKey && meetLabel();
+  const int before = value();
+  QSlider::keyPressEvent(event);
+  // Asked for in so many words, an end is sent also when the label says that it is reached.
+  if (parted && toAnEnd && value() == before) emit valueChanged(before);
+}
+
+void SpeedBar::wheelEvent(QWheelEvent* event) {
+  if (!event->angleDelta().isNull()) meetLabel();
+  QSlider::wheelEvent(event);
+}
+
 void SpeedBar::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) {
     event->ignore();
     return;
   }
-  const bool onGrip = grip().contains(event->position());
-  taken_ = onGrip ? event->position().y() - centreOf(value()) : 0;
-  setSliderDown(true);
-  if (!onGrip) setValue(valueAt(event->position().y()));
   event->accept();
+  if (grip().contains(event->position())) {
+    taken_ = event->position().y() - centreOf(value());
+    setSliderDown(true);
+    return;
+  }
+  const bool faster = event->position().y() < centreOf(value());
+  meetLabel();
+  triggerAction(faster ? SliderPageStepAdd : SliderPageStepSub);
 }
 
 void SpeedBar::mouseMoveEvent(QMouseEvent* event) {
