@@ -187,6 +187,9 @@ void Cab::stepCVDown() {
 void Cab::writeCV(const MainProgramming::Step& step, int mode) {
   emit programmingChanged();
   if (isUnloading()) return;
+  // At once: a program that is killed must not leave the decoder with a value that nobody knows of.
+  const std::vector<ChangedCV> changes{{.number = step.number, .value = step.value}};
+  parts_.records.storeCVs(record_, programming_.cvSet(), changes);
   exchange(kCv + step.number, [this, step, mode] {
     const QScopedValueRollback job(link().commJob, CommJob::WriteMain);
     // The last job may have left the other track chosen.
@@ -205,8 +208,6 @@ void Cab::writeCV(const MainProgramming::Step& step, int mode) {
 
 void Cab::onUnloading() {
   cabTimer_.reset();
-  const std::vector<ChangedCV> changes = programming_.changes();
-  if (!changes.empty()) parts_.records.storeCVs(record_, programming_.cvSet(), changes);
 }
 
 }  // namespace lokari

@@ -43,6 +43,9 @@ class Cab final : public SlotUnit {
   bool manualVisible() const { return kind().cab.manual; }
   /// The vehicle's picture as an encoded file, empty for none.
   const QByteArray& picture() const { return record_.picture; }
+  /// The collection of the record that it is for: the same address may be in several. Empty for
+  /// none.
+  const QString& collection() const { return record_.collection; }
   bool loading() const { return loading_; }
   /// The station has told the vehicle's state at load.
   bool hasState() const { return hasState_; }

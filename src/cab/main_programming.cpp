@@ -41,7 +41,6 @@ void MainProgramming::load(const CabRecord& record, const QString& basePath,
   const auto text = descriptionText(record, basePath);
   if (!text) return;
   list_ = readMainCVs(*text, kind.highestWritableCv);
-  cvChanged_.assign(list_.entries.size(), false);
   available_ = list_.progMain;
 }
 
@@ -87,17 +86,7 @@ std::optional<MainProgramming::Step> MainProgramming::step(int by) {
   const int value = valueOf(*cv) + by;
   if (value < 0 || value > kHighestValue) return std::nullopt;
   cvValues_[cv->number - 1] = static_cast<char>(value);
-  cvChanged_[static_cast<size_t>(cvIndex_)] = true;
   return Step{cv->number, value};
-}
-
-std::vector<ChangedCV> MainProgramming::changes() const {
-  std::vector<ChangedCV> changes;
-  for (size_t i = 0; i < cvChanged_.size(); ++i) {
-    const MainCV& cv = list_.entries[i];
-    if (cvChanged_[i]) changes.push_back({cv.number, valueOf(cv)});
-  }
-  return changes;
 }
 
 }  // namespace lokari

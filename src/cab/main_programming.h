@@ -5,7 +5,6 @@
 #include <QStringList>
 
 #include <optional>
-#include <vector>
 
 #include "base/station_kind.h"
 #include "cab/main_cvs.h"
@@ -44,8 +43,6 @@ class MainProgramming {
   int progMode() const { return list_.progMode; }
   /// 1 to 5.
   int cvSet() const { return cvSet_; }
-  /// The entries that were changed, with their values.
-  std::vector<ChangedCV> changes() const;
 
  private:
   std::optional<Step> step(int by);
@@ -54,7 +51,6 @@ class MainProgramming {
 
   MainCVs list_;
   QByteArray cvValues_;
-  std::vector<bool> cvChanged_;
   int cvSet_ = 1;
   int cvIndex_ = 0;  // place of the entry on show
   bool available_ = false;

@@ -29,6 +29,7 @@ CabRecord VehicleRecords::onShow() const {
   return {.database = session_->database().path(),
           .recNo = form.text(QStringLiteral("dc_recno")).toLongLong(),
           .shortName = form.text(QStringLiteral("st_sname")),
+          .collection = form.text(QStringLiteral("dc_coll")),
           .maker = maker ? maker->name : QString(),
           .cvs = cvs,
           .picture = form.picture()};

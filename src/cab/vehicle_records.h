@@ -16,10 +16,11 @@ class Prompt;
 
 /// The record that a cab was opened for.
 struct CabRecord {
-  QString database;   ///< path of the database it is in
-  qint64 recNo = 0;   ///< `dc_recno`; 0 for a record that is not stored yet
-  QString shortName;  ///< `st_sname`
-  QString maker;      ///< `DC_MANUF_TEXT` of its manufacturer, empty for none
+  QString database;         ///< path of the database it is in
+  qint64 recNo = 0;         ///< `dc_recno`; 0 for a record that is not stored yet
+  QString shortName;        ///< `st_sname`
+  QString collection = {};  ///< `dc_coll`
+  QString maker;            ///< `DC_MANUF_TEXT` of its manufacturer, empty for none
   CvRecord cvs;
   QByteArray picture;  ///< as an encoded file, empty for none
 };

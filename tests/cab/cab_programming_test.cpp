@@ -167,6 +167,15 @@ TEST_F(CabProgramming, TheChangesGoIntoTheSetOfTheRecordAndIntoTheMainWindow) {
   EXPECT_EQ(form().workingCopy().recCvValues[1][2], 11);
 }
 
+TEST_F(CabProgramming, AStepIsStoredAtOnceAndNotOnlyWhenTheCabCloses) {
+  const auto cab = open();
+  cab->stepCVUp();
+  EXPECT_EQ(stored("DC_CV_1", 3), 11);
+  EXPECT_EQ(form().workingCopy().recCvValues[1][2], 11);
+  cab->stepCVUp();
+  EXPECT_EQ(stored("DC_CV_1", 3), 12);
+}
+
 TEST_F(CabProgramming, ARecordThatIsNoLongerOnShowIsFoundByItsNumber) {
   const auto cab = open();
   cab->stepCVDown();
@@ -215,7 +224,7 @@ TEST_F(CabProgramming, AnotherDatabaseDoesNotGetTheChangesOfThisOne) {
   session.mnuDbOpen();
   ASSERT_EQ(session.dbPath(), other.path());
   prompt.shown.clear();
-  cab->cmdOK();
+  cab->stepCVUp();
   EXPECT_EQ(prompt.shown,
             QStringList{QStringLiteral("Die geänderten CV-Werte von \"Lok\" werden nicht "
                                        "gespeichert: Es ist eine andere Datenbank geöffnet.")});

@@ -50,6 +50,12 @@ TEST_F(FrmCabTest, LampsBeyondTheStationsFunctionsAreHiddenWithTheirNumbersAndGr
   }
 }
 
+TEST_F(FrmCabTest, ALabelNamesTheCollectionSinceAnAddressMayBeInSeveral) {
+  FrmCab* window = openCab();
+  EXPECT_TRUE(control<QLabel>(window, "labCollection")->isVisible());
+  EXPECT_EQ(textOf(window, "labCollection"), QStringLiteral("Sammlung: Anlage"));
+}
+
 TEST_F(FrmCabTest, TheBarSendsItsPositionAndTheNumberFollows) {
   FrmCab* window = openCab();
   SpeedBar* vsbSpeed = bar(window);

@@ -145,6 +145,31 @@ TEST_F(DlgOptionsLinkTest, AnotherLineIsNotTestedWhileACabHoldsTheConfiguredOne)
   link.FinishComm();
 }
 
+TEST_F(DlgOptionsLinkTest, OkRefusesAnotherStationOrPortWhileACabIsOpenAndWritesNothing) {
+  line.expect("\r");
+  EXPECT_EQ(link.initComm(true, false, false), "");
+  open();
+  const QString refusal = QStringLiteral(
+      "Ein Fahrpult oder Schaltpult hält die eingestellte Verbindung offen.\n"
+      "Bitte alle schließen, dann kann eine andere getestet werden!");
+  click("optComPort5");
+  click("cmdOK");
+  EXPECT_EQ(prompt.shown, QStringList{refusal});
+  EXPECT_TRUE(dialog->isVisible());
+  EXPECT_EQ(settings.comPort, 3);
+  click("optComPort3");
+  click("optComTypeTams");
+  click("cmdOK");
+  EXPECT_EQ(prompt.shown, (QStringList{refusal, refusal}));
+  EXPECT_TRUE(dialog->isVisible());
+  EXPECT_EQ(settings.baseUnit, StationKind::Mx1);
+  EXPECT_EQ(iniText(), "");
+  click("optComTypeZimo");
+  click("cmdOK");
+  EXPECT_FALSE(dialog->isVisible());
+  EXPECT_TRUE(iniText().contains("BaseUnit=MX1\r\n"));
+}
+
 TEST_F(DlgOptionsLinkTest, AWrongEntryIsNotTested) {
   open();
   line_("txtComTimeout")->setText("");

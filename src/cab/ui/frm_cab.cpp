@@ -101,7 +101,16 @@ void FrmCab::makeHeader(QBoxLayout* rows) {
   labName_ = label(contents(), QStringLiteral("labName"), kNameLetters);
   labName_->setAccessibleName(QStringLiteral("Fahrzeug"));
   labName_->setAlignment(Qt::AlignCenter);
-  rows->addWidget(labName_);
+  labCollection_ = new QLabel(contents());
+  labCollection_->setObjectName(QStringLiteral("labCollection"));
+  labCollection_->setAccessibleName(QStringLiteral("Sammlung"));
+  labCollection_->setTextFormat(Qt::PlainText);
+  labCollection_->setAlignment(Qt::AlignCenter);
+  auto* names = new QVBoxLayout;
+  names->setSpacing(0);
+  names->addWidget(labName_);
+  names->addWidget(labCollection_);
+  rows->addLayout(names);
 }
 
 void FrmCab::makeDriveButtons(QBoxLayout* rows, const Pictures& pictures) {
@@ -130,7 +139,7 @@ void FrmCab::makeDriveButtons(QBoxLayout* rows, const Pictures& pictures) {
 void FrmCab::makeFooter(QBoxLayout* rows) {
   auto* cmdOK = new QPushButton(QStringLiteral("&OK"), contents());
   cmdOK->setObjectName(QStringLiteral("cmdOK"));
-  cmdOK->setToolTip(QStringLiteral("Fahrpult schließen; geänderte CVs kommen zum Fahrzeug"));
+  cmdOK->setToolTip(QStringLiteral("Fahrpult schließen"));
   connect(cmdOK, &QPushButton::clicked, this, [this] { cab_.cmdOK(); });
   rows->addWidget(cmdOK, 0, Qt::AlignRight);
 }
@@ -160,6 +169,8 @@ void FrmCab::showAll() {
   setWindowTitle(cab_.caption());
   labName_->setText(cab_.labName());
   labName_->setVisible(!cab_.labName().isEmpty());
+  labCollection_->setText(QStringLiteral("Sammlung: %1").arg(cab_.collection()));
+  labCollection_->setVisible(!cab_.collection().isEmpty());
   picContainer_->showPicture(cab_.picture());
   picContainer_->setVisible(!cab_.picture().isEmpty());
   showSpeed(cab_.state().speed);

@@ -48,6 +48,7 @@ class FrmCab final : public SlotForm {
   QLabel* labSpeed_ = nullptr;
   PictureFrame* picContainer_ = nullptr;
   QLabel* labName_ = nullptr;
+  QLabel* labCollection_ = nullptr;
   PictureButton* imgDirForward_ = nullptr;
   PictureButton* imgDirBackward_ = nullptr;
   PictureButton* imgMan_ = nullptr;

@@ -96,9 +96,18 @@ bool DlgOptions::checked(const OptionsForm& form) {
   return false;
 }
 
+bool DlgOptions::isHeldBack(const OptionsForm& form) {
+  if (parts_.link.commUseCount == 0 || sameLine(form, parts_.settings)) return false;
+  parts_.prompt.message(
+      QStringLiteral("Ein Fahrpult oder Schaltpult hält die eingestellte Verbindung offen.\n"
+                     "Bitte alle schließen, dann kann eine andere getestet werden!"));
+  return true;
+}
+
 void DlgOptions::accept() {
   const OptionsForm taken = form();
-  if (testing_ || !checked(taken)) return;
+  // Cabs drive on the line that they have; on another one their stop would reach nobody.
+  if (testing_ || !checked(taken) || isHeldBack(taken)) return;
   takeForm(taken, parts_.settings);
   const QList<IniEntry> entries = optionEntries(parts_.settings);
   QStringList texts;
@@ -123,13 +132,8 @@ void DlgOptions::reject() {
 void DlgOptions::testLink() {
   const OptionsForm tried = form();
   if (testing_ || !checked(tried)) return;
-  if (parts_.link.commUseCount > 0 && !sameLine(tried, parts_.settings)) {
-    // The test would be answered on the line that is open, or take it from whoever drives on it.
-    parts_.prompt.message(
-        QStringLiteral("Ein Fahrpult oder Schaltpult hält die eingestellte Verbindung offen.\n"
-                       "Bitte alle schließen, dann kann eine andere getestet werden!"));
-    return;
-  }
+  // The test would be answered on the line that is open, or take it from whoever drives on it.
+  if (isHeldBack(tried)) return;
   // Without an answer the progress dialog may be closed while the session still says goodbye.
   testing_ = true;
   contents_->setEnabled(false);

@@ -59,6 +59,8 @@ class DlgOptions final : public QDialog {
   void select(const StationChoice& choice);
   /// True when every entry can be taken; else the user has been told and stands in the field.
   bool checked(const OptionsForm& form);
+  /// A cab or panel holds another line open than the form's; the user has been told.
+  bool isHeldBack(const OptionsForm& form);
   void testLink();
 
   OptionsParts parts_;
