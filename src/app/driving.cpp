@@ -8,6 +8,8 @@
 #include "db/database_session.h"
 #include "db/form_names.h"
 #include "link/station_link.h"
+#include "link/switch_on_question.h"
+#include "link/track_stop.h"
 
 namespace lokari {
 namespace {
@@ -22,9 +24,17 @@ Driving::Driving(StationLink& link, DatabaseSession& session, Prompt& prompt,
       session_(session),
       prompt_(prompt),
       line_(link),
+      stop_(line_, makeCabProtocol),
       records_(&session, prompt),
       cabs_({line_, prompt, records_, basePath, makeCabProtocol}, std::move(windows.makeCab)),
-      panels_({line_, prompt, makePanelProtocol}, std::move(windows.makePanel)) {}
+      panels_({line_, prompt, makePanelProtocol}, std::move(windows.makePanel)),
+      makeWait_(std::move(windows.makeWait)) {
+  link_.trackStop().send = [this] { return stop_.send(); };
+}
+
+Driving::~Driving() {
+  link_.trackStop().send = nullptr;
+}
 
 std::optional<double> Driving::dcType() const {
   const auto type = parseNumber(session_.form().text(QStringLiteral("dc_type")));
@@ -61,28 +71,70 @@ void Driving::butSwitch() {
   }
   const auto address = addressOnShow();
   if (!address) return;
-  panels_.OpenPanel(*address, session_.form().text(QStringLiteral("st_sname")));
+  const QString name = session_.form().text(QStringLiteral("st_sname"));
+  if (panels_.isOpen(*address) || !hasCabs()) {
+    panels_.OpenPanel(*address, name);
+    return;
+  }
+  openNew(StationUse::Panel, *address,
+          [this, number = *address, name](const Opening&) -> SlotUnit* {
+            return panels_.OpenPanel(number, name) ? panels_.panelFor(number) : nullptr;
+          });
 }
 
 void Driving::OpenCab(int address, bool noRecord) {
   // Now: until the line is free, the user may go on to another record.
   const auto record = noRecord ? std::nullopt : std::optional(records_.onShow());
-  if (cabs_.isOpen(address)) {
+  if (cabs_.isOpen(address) || !hasCabs()) {
     cabs_.OpenCab(address, record);
     return;
   }
-  whenFree(&cabs_, ++asked_, [this, address, record] { openNewCab(address, record); });
+  openNew(StationUse::Cab, address, [this, address, record](const Opening& opening) {
+    return openNewCab(address, record, opening);
+  });
 }
 
-void Driving::openNewCab(int address, const std::optional<CabRecord>& record) {
+bool Driving::hasCabs() const {
+  return link_.settings().station().cab.available();
+}
+
+void Driving::openNew(StationUse use, int address,
+                      const std::function<SlotUnit*(const Opening&)>& open) {
+  if (!waiting_.insert({use, address}).second) return;
+  const QString what =
+      use == StationUse::Cab ? QStringLiteral("Fahrpult") : QStringLiteral("Schaltpult");
+  const auto opening = std::make_shared<Opening>(link_);
+  opening->show(makeWait_, QStringLiteral("%1 für Adresse %2: Warte auf die Digitalzentrale ...")
+                               .arg(what)
+                               .arg(address));
+  whenFree(this, ++asked_, [this, use, address, open, opening] {
+    waiting_.erase({use, address});
+    if (opening->isGivenUp()) return;
+    auto leave = askToSwitchOn(link_, use);
+    if (!leave) return opening->end();
+    opening->leave = std::move(*leave);
+    opening->begin();
+    SlotUnit* unit = open(*opening);
+    if (unit == nullptr) return opening->end();
+    opening->follow(*unit);
+  });
+}
+
+SlotUnit* Driving::openNewCab(int address, const std::optional<CabRecord>& record,
+                              const Opening& opening) {
   if (!link_.settings().station().cab.linkStaysOpen) {
-    cabs_.OpenCab(address, record);
-    return;
+    return cabs_.OpenCab(address, record) ? cabs_.cabFor(address) : nullptr;
   }
   const QString failure = link_.initComm(true, false, false);
-  if (!failure.isEmpty()) prompt_.message(failure);
+  if (failure.isEmpty() && !opening.isGivenUp() && cabs_.OpenCab(address, record)) {
+    return cabs_.cabFor(address);
+  }
   // A cab takes the session over; without one there is nobody to give it back.
-  if (!failure.isEmpty() || !cabs_.OpenCab(address, record)) link_.FinishComm();
+  if (!failure.isEmpty() && !opening.isGivenUp()) {
+    prompt_.message(failure, Icon::Warning, link_.openFailureReason());
+  }
+  link_.FinishComm();
+  return nullptr;
 }
 
 void Driving::runAlone(const void* owner, std::function<void()> job) {

@@ -5,9 +5,12 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 
+#include "app/opening.h"
 #include "cab/cab_fleet.h"
 #include "cab/cab_line.h"
+#include "cab/layout_stop.h"
 #include "cab/panel_fleet.h"
 #include "cab/vehicle_records.h"
 
@@ -20,6 +23,7 @@ class StationLink;
 struct DrivingWindows {
   CabFleet::WindowFactory makeCab;
   PanelFleet::WindowFactory makePanel;
+  WaitWindowFactory makeWait;
 };
 
 class Driving {
@@ -27,6 +31,9 @@ class Driving {
   /// Link, session and prompt must outlive it. `basePath` is the folder of the description files.
   Driving(StationLink& link, DatabaseSession& session, Prompt& prompt, const QString& basePath,
           DrivingWindows windows);
+  ~Driving();
+  Driving(const Driving&) = delete;
+  Driving& operator=(const Driving&) = delete;
 
   /// A cab for the vehicle on show; the user is told when there is none to be had.
   void butDrive();
@@ -53,17 +60,24 @@ class Driving {
   /// The type of the record on show; nothing, and a message, when it has none.
   std::optional<double> dcType() const;
   std::optional<int> addressOnShow() const;
-  void openNewCab(int address, const std::optional<CabRecord>& record);
+  /// Opens what is not there yet: shows that it waits, and asks whether it may switch the layout on.
+  /// `open` gives the unit that is loading, null for none.
+  void openNew(StationUse use, int address, const std::function<SlotUnit*(const Opening&)>& open);
+  SlotUnit* openNewCab(int address, const std::optional<CabRecord>& record, const Opening& opening);
+  bool hasCabs() const;
   void whenFree(const void* owner, int what, std::function<void()> job);
 
   StationLink& link_;
   DatabaseSession& session_;
   Prompt& prompt_;
   CabLine line_;
+  LayoutStop stop_;
   VehicleRecords records_;
   CabFleet cabs_;
   PanelFleet panels_;
-  int asked_ = 0;        // cabs asked for by way of the line
+  WaitWindowFactory makeWait_;
+  std::set<std::pair<StationUse, int>> waiting_;  // what was asked for and has not begun
+  int asked_ = 0;        // cabs and panels asked for by way of the line
   bool closed_ = false;  // closeAll() has begun
 };
 

@@ -37,6 +37,9 @@ bool Workbench::start(WorkbenchView& view) {
           [this](std::shared_ptr<Cab> cab) { return view_->makeCabWindow(std::move(cab)); },
           [this](std::shared_ptr<Panel> panel) {
             return view_->makePanelWindow(std::move(panel));
+          },
+          [this](const QString& text, std::function<void()> giveUp) {
+            return view_->makeWaitWindow(text, std::move(giveUp));
           }});
   view.bind(*session_);
   if (session_->InitDB() > 0) return false;

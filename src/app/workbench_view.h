@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <memory>
 
 namespace lokari {
@@ -11,6 +12,7 @@ class Cab;
 class DatabaseSession;
 class Panel;
 class SlotWindow;
+class WaitWindow;
 
 class WorkbenchView {
  public:
@@ -28,6 +30,9 @@ class WorkbenchView {
   /// The windows of cabs and panels; each keeps what it shows for as long as it lives.
   virtual std::unique_ptr<SlotWindow> makeCabWindow(std::shared_ptr<Cab> cab) = 0;
   virtual std::unique_ptr<SlotWindow> makePanelWindow(std::shared_ptr<Panel> panel) = 0;
+  /// Says that a cab or a panel waits for the station; `giveUp` is the user's "Abbruch".
+  virtual std::unique_ptr<WaitWindow> makeWaitWindow(const QString& text,
+                                                     std::function<void()> giveUp) = 0;
 };
 
 }  // namespace lokari

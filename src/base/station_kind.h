@@ -48,11 +48,19 @@ struct CabFeatures {
   int timerMs;            ///< period of the cab's timer; 0 for none
   bool linkStaysOpen;     ///< the session is opened ahead of the cab and stays open between uses
   bool dropsInputAtLoad;  ///< input that waits is dropped before the state is read
-  bool programsOnMain;    ///< the cab offers CVs for programming on the main track
-  /// Reading a vehicle's state switches the track power on.
-  bool readingSwitchesOn = false;
-
+  bool programsOnMain;  
   bool available() const { return funcCount >= 0; }
+};
+
+/// What a window or a command does with the station.
+enum class StationUse { Cab, Panel, Test, CvJob };
+
+/// What switches the layout on by itself on a kind, also one that was stopped.
+struct SwitchesOn {
+  bool opening = false;  ///< the first session, whatever it is for
+  bool cab = false;      ///< reading a vehicle's state
+  bool test = false;     ///< the communication test
+  bool cvJob = false;    ///< reading and writing CVs
 };
 
 struct StationKindRow {
@@ -71,6 +79,7 @@ struct StationKindRow {
   bool locksLimitedFields;     ///< and then their value field is locked as well
   CabFeatures cab;
   bool takesFirmware = false;  ///< has a boot loader that loads new firmware
+  SwitchesOn switchesOn = {};
   WriteAnswer writeAnswer = WriteAnswer::ReadBack;
 
   bool provesWrites(bool onProgrammingTrack) const {
@@ -83,23 +92,26 @@ inline constexpr int kNoCvLimit = 4864;
 // clang-format off
 inline constexpr std::array<StationKindRow, 13> kStationKinds{{
     {StationKind::Mx1,     u"MX1",     ProtocolFamily::Mx1Text,    Transport::Serial, 9600,  Handshaking::None,          false, false, true,  false, 255,        true,  false, {12, true, 0, false, true, true}, true},
-    {StationKind::Li100,   u"LI100",   ProtocolFamily::Lenz,       Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, false, false, kNoCvLimit, true,  false, {4, false, 0, false, true, false}},
-    {StationKind::Li100V3, u"LI100V3", ProtocolFamily::Lenz,       Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, true,  true,  {7, false, 0, false, true, true}},
-    {StationKind::Ibx,     u"IBX",     ProtocolFamily::Intellibox, Transport::Serial, 2400,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false, {7, false, 0, false, true, true}, false, WriteAnswer::Accepted},
+    {StationKind::Li100,   u"LI100",   ProtocolFamily::Lenz,       Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, false, false, kNoCvLimit, true,  false, {4, false, 0, false, true, false}, false, {.test = true, .cvJob = true}},
+    {StationKind::Li100V3, u"LI100V3", ProtocolFamily::Lenz,       Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, true,  true,  {7, false, 0, false, true, true}, false, {.test = true, .cvJob = true}},
+    {StationKind::Ibx,     u"IBX",     ProtocolFamily::Intellibox, Transport::Serial, 2400,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false, {7, false, 0, false, true, true}, false, {}, WriteAnswer::Accepted},
     {StationKind::Mx1V25,  u"MX1V25",  ProtocolFamily::Mx1Text,    Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, true,  false, 255,        true,  false, {12, true, 0, false, true, true}, true},
-    {StationKind::LiUsb,   u"LIUSB",   ProtocolFamily::Lenz,       Transport::Serial, 57600, Handshaking::RequestToSend, false, true,  true,  false, kNoCvLimit, true,  true,  {7, false, 0, false, true, true}},
-    {StationKind::TamsMc,  u"TAMSMC",  ProtocolFamily::Tams,       Transport::Serial, 2400,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false, {7, false, 0, false, true, true}, false, WriteAnswer::Accepted},
+    {StationKind::LiUsb,   u"LIUSB",   ProtocolFamily::Lenz,       Transport::Serial, 57600, Handshaking::RequestToSend, false, true,  true,  false, kNoCvLimit, true,  true,  {7, false, 0, false, true, true}, false, {.test = true, .cvJob = true}},
+    {StationKind::TamsMc,  u"TAMSMC",  ProtocolFamily::Tams,       Transport::Serial, 2400,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false, {7, false, 0, false, true, true}, false, {}, WriteAnswer::Accepted},
     {StationKind::Mx1Bin,  u"MX1BIN",  ProtocolFamily::ZimoBinary, Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false, {12, true, 0, false, true, true}},
-    {StationKind::Mx1Ulf,  u"MX1ULF",  ProtocolFamily::ZimoBinary, Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, false, false, kNoCvLimit, false, false, {12, true, 0, false, true, true, true}},
-    {StationKind::LiDp,    u"LIDP",    ProtocolFamily::LiDp,       Transport::Serial, 57600, Handshaking::None,          false, false, false, false, kNoCvLimit, false, false, {-1, false, 0, false, false, false}, false, WriteAnswer::Accepted},
-    {StationKind::Mx10,    u"MX10",    ProtocolFamily::Mx10,       Transport::Can,    0,     Handshaking::None,          false, false, true,  true,  kNoCvLimit, false, false, {28, true, 2000, true, true, true}, false, WriteAnswer::Accepted},
-    {StationKind::Mx10Ip,  u"MX10IP",  ProtocolFamily::Mx10,       Transport::Can,    0,     Handshaking::None,          true,  false, true,  true,  kNoCvLimit, false, false, {28, true, 2000, true, true, true}, false, WriteAnswer::Accepted},
-    {StationKind::Z21Ip,   u"Z21IP",   ProtocolFamily::Z21,        Transport::Udp,    0,     Handshaking::None,          true,  false, true,  true,  kNoCvLimit, false, false, {28, false, 500, true, false, true}},
+    {StationKind::Mx1Ulf,  u"MX1ULF",  ProtocolFamily::ZimoBinary, Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, false, false, kNoCvLimit, false, false, {12, true, 0, false, true, true}, false, {.cab = true}},
+    {StationKind::LiDp,    u"LIDP",    ProtocolFamily::LiDp,       Transport::Serial, 57600, Handshaking::None,          false, false, false, false, kNoCvLimit, false, false, {-1, false, 0, false, false, false}, false, {}, WriteAnswer::Accepted},
+    {StationKind::Mx10,    u"MX10",    ProtocolFamily::Mx10,       Transport::Can,    0,     Handshaking::None,          false, false, true,  true,  kNoCvLimit, false, false, {28, true, 2000, true, true, true}, false, {}, WriteAnswer::Accepted},
+    {StationKind::Mx10Ip,  u"MX10IP",  ProtocolFamily::Mx10,       Transport::Can,    0,     Handshaking::None,          true,  false, true,  true,  kNoCvLimit, false, false, {28, true, 2000, true, true, true}, false, {}, WriteAnswer::Accepted},
+    {StationKind::Z21Ip,   u"Z21IP",   ProtocolFamily::Z21,        Transport::Udp,    0,     Handshaking::None,          true,  false, true,  true,  kNoCvLimit, false, false, {28, false, 500, true, false, true}, false, {.opening = true, .cvJob = true}},
 }};
 // clang-format on
 
 /// The row of a kind.
 const StationKindRow& stationKind(StationKind kind);
+
+/// Whether that use switches a stopped layout on. `sessionOpen`: others use the station already.
+bool switchesOn(const StationKindRow& kind, StationUse use, bool sessionOpen);
 
 /// The row whose name equals `name` without regard to case, or nullptr.
 const StationKindRow* stationKindByName(QStringView name);

@@ -9,6 +9,7 @@
 #include "base/prompt.h"
 #include "cab/cab_line.h"
 #include "link/station_link.h"
+#include "link/track_stop.h"
 
 namespace lokari {
 namespace {
@@ -35,6 +36,9 @@ Cab::Cab(const CabParts& parts, int address, const std::optional<CabRecord>& rec
                                [self = QPointer<Cab>(this)](bool stopped, StopFault fault) {
                                  if (self) self->stopFailed(stopped, fault);
                                }});
+  // One stop for the whole layout: whoever pressed it, every cab shows it.
+  state_.stopped = link().trackStop().isHeld();
+  connect(&link().trackStop(), &TrackStop::heldChanged, this, &Cab::showHeld);
   if (kind().cab.linkStaysOpen) adoptSession();
 }
 
@@ -129,6 +133,13 @@ void Cab::stopFailed(bool stopped, StopFault fault, const QString& reason) {
 void Cab::showStopped(bool stopped) {
   state_.stopped = stopped;
   emit stoppedChanged(stopped);
+  // The other cabs show it, too.
+  TrackStop& layout = link().trackStop();
+  stopped ? layout.noteStopped() : layout.noteReleased();
+}
+
+void Cab::showHeld(bool held) {
+  if (std::exchange(state_.stopped, held) != held) emit stoppedChanged(held);
 }
 
 QString Cab::notice() const {

@@ -106,6 +106,7 @@ class Cab final : public SlotUnit {
   void setDirection(bool backward);
   void showStopped(bool stopped);
   void stopFailed(bool stopped, StopFault fault, const QString& reason = {});
+  void showHeld(bool held);
   void writeCV(const MainProgramming::Step& step, int mode);
 
   CabParts parts_;

@@ -24,6 +24,7 @@ void Cab::onLoad() {
   state_.funcCount = kind().cab.funcCount;
   const std::optional<FunctionMask> mask = readWithOneRetry();
   hasState_ = mask.has_value();
+  emit answered();
   if (!hasState_) {
     prompt().message(QStringLiteral("Keine Daten von Digitalzentrale erhalten"), Icon::Warning);
   }

@@ -12,7 +12,7 @@ struct CabState {
   static constexpr int kHighestFunction = 28;
   static constexpr int kHighestSpeed = 127;
 
-  int address = 0;                ///< `dc_adr`, 1 to 10239
+  int address = 0;                ///< `dc_adr`, 1 to 10239; 0 for no vehicle
   bool stopped = false;           ///< the track was stopped by this cab
   int speed = 0;                  ///< position of the speed bar, 0 to 127, whatever the step count
   int steps = 128;                ///< speed steps of the vehicle: 14, 27, 28 or 128

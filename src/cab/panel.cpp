@@ -26,6 +26,7 @@ void Panel::onLoad() {
     // A port that did not open has told why already.
     if (!line().isGone()) line().noteGone(error.message());
   }
+  emit answered();
   if (mask) {
     show(*mask);
   } else {

@@ -9,10 +9,10 @@ namespace lokari {
 PanelFleet::PanelFleet(PanelParts parts, WindowFactory makeWindow)
     : parts_(std::move(parts)), makeWindow_(std::move(makeWindow)), slots_(parts_.line, kPanels) {}
 
-void PanelFleet::OpenPanel(int address, const QString& shortName) {
+bool PanelFleet::OpenPanel(int address, const QString& shortName) {
   if (!parts_.line.link().settings().station().cab.available()) {
     parts_.prompt.message(QStringLiteral("Fahrregler für diese Digitalzentrale nicht verfügbar!"));
-    return;
+    return false;
   }
   const auto result = slots_.open(address, [&]() -> SlotTable::Opened {
     auto panel = std::make_shared<Panel>(parts_, address, shortName);
@@ -21,6 +21,7 @@ void PanelFleet::OpenPanel(int address, const QString& shortName) {
   if (result == SlotTable::Result::Full) {
     parts_.prompt.message(QStringLiteral("Keine weiteren Schaltfenster möglich!"), Icon::None);
   }
+  return result == SlotTable::Result::Made;
 }
 
 }  // namespace lokari

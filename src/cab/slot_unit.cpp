@@ -1,5 +1,7 @@
 #include "cab/slot_unit.h"
 
+#include <QScopedValueRollback>
+
 #include <utility>
 
 #include "base/prompt.h"
@@ -42,13 +44,17 @@ void SlotUnit::setTitle(const QString& name) {
 void SlotUnit::load(bool& loadFlag) {
   const Entered entered(*this);
   if (unloading_ || std::exchange(loadFlag, true)) return;
-  onLoad();
+  {
+    const QScopedValueRollback loading(loading_, true);
+    onLoad();
+  }
   emit loaded();
 }
 
 void SlotUnit::unload() {
   const Entered entered(*this);
   if (std::exchange(unloading_, true)) return;
+  emit leaving();
   onUnloading();
   if (onUnload) onUnload();
   // Behind what was asked for before, and never under an exchange that waits for its answer.

@@ -42,6 +42,8 @@ class SlotUnit : public QObject, public std::enable_shared_from_this<SlotUnit> {
   bool isUnloading() const { return unloading_; }
   /// What the user has to know of the line, in lines of German; empty when all is well.
   virtual QString notice() const;
+  /// load() is reading the station.
+  bool isLoading() const { return loading_; }
 
   /// It is going: its slot is free and its window disappears. Called once.
   std::function<void()> onUnload;
@@ -49,6 +51,10 @@ class SlotUnit : public QObject, public std::enable_shared_from_this<SlotUnit> {
   std::function<void()> onGone;
 
  signals:
+  /// The reading at load has ended, with or without an answer; messages follow.
+  void answered();
+  /// unload() has begun.
+  void leaving();
   /// load() has ended: show everything.
   void loaded();
   /// notice() changed.
@@ -117,6 +123,7 @@ class SlotUnit : public QObject, public std::enable_shared_from_this<SlotUnit> {
   int sessions_ = 0;
   int distinct_ = kFirstDistinct;
   int entered_ = 0;
+  bool loading_ = false;
   bool unloading_ = false;
   bool released_ = false;
 };

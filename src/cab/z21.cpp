@@ -58,7 +58,8 @@ void Z21Cab::sendZ21(int address, int speed, int function, bool backward) {
   // Inside another exchange its answer is still awaited: that one is left alone.
   if (!line().isNested()) station().z21Wanted.clear();
   line().send([&] { station().z21Send(text); });
-  if (line().isNested()) return;
+  // A stop without a vehicle has nothing to ask for either.
+  if (line().isNested() || address == 0) return;
   link().Delay(0);
   readZ21State(address);
 }

@@ -7,6 +7,7 @@
 #include "cab/zimo_flags.h"
 #include "link/link_error.h"
 #include "link/station_link.h"
+#include "link/track_stop.h"
 #include "link/zimo_binary_framing.h"
 
 namespace lokari {
@@ -63,11 +64,12 @@ std::optional<FunctionMask> ZimoBinaryCab::readState() {
   return functions;
 }
 
-/// The MX1ULF tells of vehicles once its track power is on. Reading again must not undo a stop
-/// that was pressed after the first reading.
+/// The MX1ULF tells of vehicles once its track power is on. Reading must not undo a stop that was
+/// pressed behind the question whether it may switch on, nor one after the first reading.
 void ZimoBinaryCab::openStation(ZimoBinaryFraming& framing) {
-  if (!link().settings().station().cab.readingSwitchesOn) return;
+  if (!link().settings().station().switchesOn.cab) return;
   if (hasOpened_ && framing.zbinAhead == zbincab::trackPower(false)) return;
+  if (link().trackStop().isHeld()) return;
   hasOpened_ = true;
   framing.zbinSettle();
   framing.zbinSend(zbincab::trackPower(true), false);

@@ -127,7 +127,7 @@ ExitStatus drive(const Call& call, CliContext& context) {
   // The stop is on its way before anything is waited for.
   bool halted = wish.stop && throttle.setStopped(true);
   const bool told = throttle.read();
-  if (wish.stop && kind.cab.readingSwitchesOn) halted = throttle.setStopped(true);
+  if (wish.stop && kind.switchesOn.cab) halted = throttle.setStopped(true);
   if (told && !context.interrupt.raised) {
     throttle.act(wish);
     results = throttle.fields();

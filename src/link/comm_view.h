@@ -28,6 +28,9 @@ class CommView {
   virtual void setProgressEnabled(bool enabled) = 0;
   /// `cmdCancel`: "Abbruch" while a job runs, "OK" when it has finished.
   virtual void setCancelCaption(const QString& caption) = 0;
+  /// The session says goodbye to the station from now on, or has done it. `cmdCancel` then ends the
+  /// waits of the farewell, whatever it did before.
+  virtual void setFarewell(bool running) { Q_UNUSED(running) }
   /// Closes the dialog; the job has ended orderly.
   virtual void hide() = 0;
 };

@@ -25,7 +25,7 @@ void LenzProtocol::sayGoodbye(bool) {
   for (int pass = 0; pass < kFarewellPasses; ++pass) {
     dropInput();
     for (int tries = 0; tries < kFarewellTries; ++tries) {
-      if (framing_.resume(framing_.type().farewellWant)) return;
+      if (framing_.resume(framing_.type().farewellWant) || link().isFarewellHurried()) return;
       link().Delay(1);
     }
   }

@@ -11,6 +11,7 @@
 #include "link/link_error.h"
 #include "link/serial_line.h"
 #include "link/station_link.h"
+#include "link/track_stop.h"
 
 namespace lokari {
 namespace {
@@ -69,7 +70,9 @@ void LenzFraming::request() {
   line.setRtsEnable(true);
   Clock& clock = link_.clock();
   const Millis deadline = (clock.wholeSeconds() + link_.settings().timeoutVal) * 1000;
-  clock.waitUntil([&] { return line.ctsHolding() || link_.cancelRequested; }, deadline);
+  clock.waitUntil(
+      [&] { return line.ctsHolding() || link_.cancelRequested || link_.isFarewellHurried(); },
+      deadline);
 }
 
 QByteArray LenzFraming::unwrapped(const QByteArray& reply) const {
@@ -88,8 +91,10 @@ QByteArray LenzFraming::takeReply() {
 bool LenzFraming::resume(int want) {
   lnzSend(lenz::resume());
   link_.WaitForData(want);
-  if (link_.getBufferCount() < kShortestMessage) return false;
-  return lenz::tellsResumed(unwrapped(link_.serial().read()));
+  const bool resumed = link_.getBufferCount() >= kShortestMessage &&
+                       lenz::tellsResumed(unwrapped(link_.serial().read()));
+  // Insisting would switch the layout on behind the stop.
+  return link_.trackStop().noteSwitchedOn() || resumed;
 }
 
 }  // namespace lokari

@@ -1,14 +1,18 @@
 #include "link/station_link.h"
 
+#include <QScopedValueRollback>
+
 #include <algorithm>
 
 #include "base/clock.h"
 #include "link/can_log.h"
+#include "link/comm_view.h"
 #include "link/cv_frame.h"
 #include "link/link_error.h"
 #include "link/protocol_table.h"
 #include "link/serial_line.h"
 #include "link/station_protocol.h"
+#include "link/track_stop.h"
 
 namespace lokari {
 namespace {
@@ -39,11 +43,13 @@ struct StationLink::Impl {
   std::unique_ptr<StationProtocol> protocol;
   StationKind protocolKind = StationKind::Mx1;  ///< of `protocol`
   QString openFailureReason;
+  std::unique_ptr<TrackStop> trackStop;
 };
 
 StationLink::StationLink(const Settings& settings, Clock& clock, Prompt& prompt,
                          Transports transports)
     : impl_(std::make_unique<Impl>(settings, clock, prompt, transports)) {
+  impl_->trackStop = std::make_unique<TrackStop>(*this);
   if (canLog() != nullptr) canLog()->begin();
 }
 
@@ -78,6 +84,7 @@ QString StationLink::initComm(bool, bool, bool progOn) {
     impl_->openFailureReason = error.message();
     return openFailure(step);
   }
+  trackStop().noteSession();
   return {};
 }
 
@@ -108,6 +115,9 @@ const QString& StationLink::openFailureReason() const {
 }
 
 void StationLink::endcomm(bool leaveMode, bool progOn) {
+  // A session that does not open says goodbye inside its opening.
+  const QScopedValueRollback farewell(farewell_, Farewell::Running);
+  if (view() != nullptr) view()->setFarewell(true);
   Delay(1);
   try {
     protocol().farewell(leaveMode, progOn);
@@ -116,6 +126,11 @@ void StationLink::endcomm(bool leaveMode, bool progOn) {
   }
   lastCvFailed = false;
   FinishComm();
+  if (view() != nullptr) view()->setFarewell(false);
+}
+
+void StationLink::hurryFarewell() {
+  if (isSayingGoodbye()) farewell_ = Farewell::Hurried;
 }
 
 void StationLink::FinishComm() {
@@ -138,13 +153,18 @@ void StationLink::WaitForData(qint32 want, int timeoutSeconds) {
   const qint64 lastSecond = time.wholeSeconds() + timeoutSeconds;
   station.beginWait();
   time.pump();
-  time.waitUntil([&] { return station.arrived(want) || cancelRequested; }, (lastSecond + 1) * 1000);
+  time.waitUntil(
+      [&] { return station.arrived(want) || cancelRequested || isFarewellHurried(); },
+      (lastSecond + 1) * 1000);
   time.pump();
 }
 
 void StationLink::Delay(int seconds) {
-  if (seconds == 0) DelayMsec(kShortPause);
-  for (int i = 0; i < seconds; ++i) DelayMsec(1000);
+  // The short pauses pace the line: they last also when the user is in a hurry.
+  if (seconds == 0) return DelayMsec(kShortPause);
+  if (seconds < 0) return;
+  clock().waitUntil([this] { return isFarewellHurried(); },
+                    clock().now() + Millis{1000} * seconds);
 }
 
 void StationLink::DelayMsec(int ms) {
@@ -174,6 +194,10 @@ int StationLink::WriteCV(int cv, int value, int address, int mode) {
 
 int StationLink::getAddrIndex(int address) {
   return protocol().addrIndex(address);
+}
+
+TrackStop& StationLink::trackStop() {
+  return *impl_->trackStop;
 }
 
 void StationLink::setView(CommView* view) {

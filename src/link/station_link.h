@@ -19,6 +19,7 @@ class CommView;
 class Prompt;
 class SerialLine;
 class StationProtocol;
+class TrackStop;
 class UdpSocket;
 
 /// The three transports; a session uses the one of its station kind.
@@ -51,6 +52,12 @@ class StationLink {
   const QString& openFailureReason() const;
   /// Says goodbye to the station and closes the session.
   void endcomm(bool leaveMode, bool progOn);
+  /// While endcomm() runs: ends all waits that are left. What the farewell has to say is still said,
+  /// each message once.
+  void hurryFarewell();
+  bool isSayingGoodbye() const { return farewell_ != Farewell::None; }
+  /// A farewell sends a message no second time once it is hurried.
+  bool isFarewellHurried() const { return farewell_ == Farewell::Hurried; }
   /// Closes the transport only; a serial port when `commUseCount` has come down to 0.
   void FinishComm();
 
@@ -95,18 +102,25 @@ class StationLink {
   /// The protocol of the configured station kind, for messages beyond CVs.
   StationProtocol& protocol();
 
+  /// Whether this program has stopped the layout, and its stop.
+  TrackStop& trackStop();
+
   int commUseCount = 0;          ///< sessions open
   bool cancelRequested = false;  ///< ends every wait
   bool cancelStays = false;      ///< the program is ending: opening a session clears no cancel
   CommJob commJob = CommJob::None;
+  CommJob runningJob = CommJob::None;  ///< what the progress dialog is doing now
   bool progTrack = false;     ///< programming track, from initComm()
   bool lastCvFailed = false;  ///< a batch went on past a failed CV
   int pomAddr = 0;            ///< address of main-track writes
   int progMode = 0;           ///< 1 paged, 2 register, others direct: reads, Tams writes
 
  private:
+  enum class Farewell { None, Running, Hurried };
+
   struct Impl;
   std::unique_ptr<Impl> impl_;
+  Farewell farewell_ = Farewell::None;
 };
 
 }  // namespace lokari

@@ -3,6 +3,7 @@
 #include "base/clock.h"
 #include "link/link_error.h"
 #include "link/station_link.h"
+#include "link/track_stop.h"
 #include "link/udp_socket.h"
 #include "link/z21_codec.h"
 
@@ -58,6 +59,7 @@ void Z21Protocol::connectStation(int& step, bool powerOn) {
   if (powerOn) {
     z21Send(z21::kPowerOn);
     link().Delay(0);
+    link().trackStop().noteSwitchedOn();
   }
   z21Send(z21::kAskSerialNumber);
   inRounds(kAnswerRounds, [&] { return z21Connected; });
@@ -83,6 +85,7 @@ void Z21Protocol::farewell(bool leaveMode, bool progOn) {
     z21Send(z21::kPowerOn);
     link().Delay(0);
     z21ReplyLen = 0;
+    link().trackStop().noteSwitchedOn();
   }
   if (leaveMode && link().commJob != CommJob::WriteMain) link().Delay(1);
 }

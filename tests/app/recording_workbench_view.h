@@ -3,6 +3,7 @@
 
 #include <QStringList>
 
+#include "app/opening.h"
 #include "app/workbench_view.h"
 #include "cab/cab.h"
 #include "cab/panel.h"
@@ -38,10 +39,30 @@ class RecordingWorkbenchView final : public WorkbenchView {
     return std::make_unique<FakeWindow>(windows, std::move(panel));
   }
 
+  std::unique_ptr<WaitWindow> makeWaitWindow(const QString& text,
+                                             std::function<void()> giveUp) override {
+    steps << QStringLiteral("wait ") + text;
+    giveUpWaiting = std::move(giveUp);
+    return std::make_unique<Waiting>(waiting);
+  }
+
+  int waiting = 0;  ///< wait windows that are up
+  std::function<void()> giveUpWaiting;  ///< of the last one
   QStringList steps;
   WindowLog windows;
 
  private:
+  class Waiting final : public WaitWindow {
+   public:
+    explicit Waiting(int& count) : count_(count) { ++count_; }
+    ~Waiting() override { --count_; }
+    Waiting(const Waiting&) = delete;
+    Waiting& operator=(const Waiting&) = delete;
+
+   private:
+    int& count_;
+  };
+
   ScriptedPrompt& prompt_;
 };
 

@@ -12,6 +12,7 @@
 
 #include "app/driving.h"
 #include "app/ui/catalogue_menu.h"
+#include "app/ui/dlg_wait.h"
 #include "app/ui/frm_about.h"
 #include "app/ui/frm_entry.h"
 #include "app/ui/list_menu.h"
@@ -22,6 +23,7 @@
 #include "app/ui/record_field.h"
 #include "app/ui/record_page.h"
 #include "app/ui/report_menu.h"
+#include "app/ui/stop_key.h"
 #include "app/ui/tool_row.h"
 #include "app/workbench.h"
 #include "cab/ui/frm_cab.h"
@@ -30,6 +32,7 @@
 #include "db/ui/dlg_table.h"
 #include "decoder/decoder_bench.h"
 #include "decoder/ui/frm_decoder.h"
+#include "link/track_stop.h"
 #include "link/ui/dlg_comm.h"
 #include "station/firmware_file.h"
 #include "station/send_firm.h"
@@ -142,6 +145,7 @@ void MainWin::bind(DatabaseSession& session) {
   connect(tools_->button(QStringLiteral("butSwitch")), &QToolButton::clicked, this,
           [this] { workbench_.driving().butSwitch(); });
   binder_->offer(QStringLiteral("butSwitch"));
+  offerStop();
   menu_->enable(QStringLiteral("mnuDbOpen"), [&session] { session.mnuDbOpen(); });
   menu_->enable(QStringLiteral("mnuDbNew"), [&session] { session.mnuDbNew(); });
   offerCatalogue(workbench_, *menu_, scale_, this);
@@ -155,6 +159,15 @@ void MainWin::bind(DatabaseSession& session) {
   menu_->enable(QStringLiteral("mnuFirmware"), [this] { mnuFirmware(); });
   connect(&session, &DatabaseSession::opened, this, [this] { workbench_.SetCaption(); });
   connect(&session, &DatabaseSession::busyChanged, this, &MainWin::showBusy);
+}
+
+// Whatever the record's buttons are doing: a stop is never off.
+void MainWin::offerStop() {
+  TrackStop& stop = workbench_.link().trackStop();
+  QToolButton* butStop = tools_->button(QStringLiteral("butStop"));
+  butStop->setEnabled(true);
+  connect(butStop, &QToolButton::clicked, this, [&stop] { stop.pressAndTell(); });
+  stopKey_ = std::make_unique<StopKey>(stop);
 }
 
 void MainWin::showBusy(bool busy) {
@@ -197,6 +210,11 @@ std::unique_ptr<SlotWindow> MainWin::makeCabWindow(std::shared_ptr<Cab> cab) {
 
 std::unique_ptr<SlotWindow> MainWin::makePanelWindow(std::shared_ptr<Panel> panel) {
   return std::make_unique<FrmPanel>(panel, pictures_, scale_);
+}
+
+std::unique_ptr<WaitWindow> MainWin::makeWaitWindow(const QString& text,
+                                                    std::function<void()> giveUp) {
+  return lokari::makeWaitWindow(text, std::move(giveUp), this);
 }
 
 void MainWin::butProg() {

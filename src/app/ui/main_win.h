@@ -15,6 +15,7 @@ namespace lokari {
 
 class FrmDecoder;
 class FrmEntry;
+class StopKey;
 class MainMenu;
 class Navigator;
 class RecordBinder;
@@ -40,6 +41,8 @@ class MainWin final : public QMainWindow, public WorkbenchView {
   void bind(DatabaseSession& session) override;
   std::unique_ptr<SlotWindow> makeCabWindow(std::shared_ptr<Cab> cab) override;
   std::unique_ptr<SlotWindow> makePanelWindow(std::shared_ptr<Panel> panel) override;
+  std::unique_ptr<WaitWindow> makeWaitWindow(const QString& text,
+                                             std::function<void()> giveUp) override;
 
   const WindowScale& scale() const { return scale_; }
 
@@ -59,6 +62,7 @@ class MainWin final : public QMainWindow, public WorkbenchView {
   void mnuHelpInfo();
   void butProg();
   void openDecoderWindow();
+  void offerStop();
   void showBusy(bool busy);
 
   Workbench& workbench_;
@@ -73,6 +77,7 @@ class MainWin final : public QMainWindow, public WorkbenchView {
   RecordBinder* binder_ = nullptr;
   FrmEntry* frmEntry_ = nullptr;
   FrmDecoder* frmDecoder_ = nullptr;  // while it is open
+  std::unique_ptr<StopKey> stopKey_;
   bool started_ = false;
   QSet<QObject*> givenUp_;  // dialogs that endProgram() has asked to close
 };

@@ -36,6 +36,7 @@ constexpr std::array<Tool, 11> kTools{{
     {u"butProg", u"Pro&grammieren", u"prog_n.bmp", u"Decoder lesen und schreiben"},
     {u"butDrive", u"F&ahren", u"fahr_n.bmp", u"Fahrpult öffnen"},
     {u"butSwitch", u"Sc&halten", u"schalt_n.bmp", u"Schaltpult öffnen"},
+    {u"butStop", u"Halt", u"stop_n.bmp", u"Ganze Anlage anhalten, Taste Pause"},
 }};
 constexpr QStringView kFirstOnTheRight = u"butProg";
 

@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 
 #include "cab/cab.h"
@@ -70,6 +71,8 @@ FrmCab::FrmCab(const std::shared_ptr<Cab>& cab, const Pictures& pictures, const 
   rows->addWidget(mainCvs_);
   makeFooter(rows);
   connectCab();
+  installEventFilter(this);
+  for (QWidget* control : findChildren<QWidget*>()) control->installEventFilter(this);
   showAll();
   vsbSpeed_->setFocus();
 }
@@ -84,7 +87,6 @@ void FrmCab::makeSpeed(QBoxLayout* columns) {
       QStringLiteral("Geschwindigkeit: mit der Maus, dem Mausrad oder den Pfeiltasten.\n"
                      "Tasten: 0 bis 7 Funktionen, + vorwärts, − rückwärts, M manuell, "
                      "Leertaste Halt und Los"));
-  vsbSpeed_->installEventFilter(this);
   labSpeed_->setMinimumWidth(labSpeed_->fontMetrics().horizontalAdvance(QStringLiteral("000")));
   rows->addWidget(labSpeed_);
   rows->addWidget(vsbSpeed_, 1, Qt::AlignHCenter);
@@ -134,6 +136,11 @@ void FrmCab::makeDriveButtons(QBoxLayout* rows, const Pictures& pictures) {
   labMan_ = addCaptioned(line, imgMan_, imgMan_->text());
   labStop_ = addCaptioned(line, imgStop_, {});
   rows->addLayout(line);
+  labWhole_ = new QLabel(contents());
+  labWhole_->setObjectName(QStringLiteral("labWhole"));
+  labWhole_->setAlignment(Qt::AlignHCenter);
+  labWhole_->setWordWrap(true);
+  rows->addWidget(labWhole_);
 }
 
 void FrmCab::makeFooter(QBoxLayout* rows) {
@@ -218,11 +225,28 @@ void FrmCab::showStopped() {
   imgStop_->showOn(stopped);
   imgStop_->setText(word);
   imgStop_->setAccessibleName(word);
-  imgStop_->setToolTip(word + QStringLiteral(", Leertaste"));
+  const QString whole = stopped
+                            ? QStringLiteral("„Los“ lässt alle Fahrzeuge mit ihrer "
+                                             "Geschwindigkeit weiterfahren.")
+                            : QStringLiteral("„Halt“ hält die ganze Anlage an.");
+  imgStop_->setToolTip(whole + QStringLiteral("\nLeertaste; Pause hält aus jedem Fenster an."));
   labStop_->setText(word);
+  labWhole_->setText(whole);
+}
+
+// Whatever has the focus: who looks for the stop does not look for the focus first.
+bool FrmCab::takesSpaceBar(QObject* watched, const QKeyEvent& key) {
+  if (key.key() != Qt::Key_Space || key.modifiers() != Qt::NoModifier) return false;
+  const auto* field = qobject_cast<QLineEdit*>(watched);
+  if (field != nullptr && !field->isReadOnly()) return false;
+  if (!key.isAutoRepeat()) cab_.imgStop();
+  return true;
 }
 
 bool FrmCab::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress &&
+      takesSpaceBar(watched, *static_cast<QKeyEvent*>(event)))
+    return true;
   if (watched == vsbSpeed_ && event->type() == QEvent::KeyPress) {
     const auto* key = static_cast<QKeyEvent*>(event);
     const bool plain = (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) == 0;

@@ -27,10 +27,11 @@ class FrmCab final : public SlotForm {
   QPoint designPlace() const override;
 
  protected:
-  /// The keys of the speed bar.
+  /// The keys of the speed bar, and the space bar of the whole window.
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  bool takesSpaceBar(QObject* watched, const QKeyEvent& key);
   void makeSpeed(QBoxLayout* columns);
   void makeHeader(QBoxLayout* rows);
   void makeDriveButtons(QBoxLayout* rows, const Pictures& pictures);
@@ -55,6 +56,7 @@ class FrmCab final : public SlotForm {
   QLabel* labMan_ = nullptr;
   PictureButton* imgStop_ = nullptr;
   QLabel* labStop_ = nullptr;
+  QLabel* labWhole_ = nullptr;  // whom the stop button is for
   FunctionLamps* lamps_ = nullptr;
   MainCvBox* mainCvs_ = nullptr;
 };

@@ -1,5 +1,6 @@
 #include "cab/ui/picture_button.h"
 
+#include <QKeyEvent>
 #include <QPainter>
 
 #include <algorithm>
@@ -105,6 +106,14 @@ void PictureButton::enterEvent(QEnterEvent* event) {
 void PictureButton::leaveEvent(QEvent* event) {
   QAbstractButton::leaveEvent(event);
   update();
+}
+
+void PictureButton::keyPressEvent(QKeyEvent* event) {
+  if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
+    return QAbstractButton::keyPressEvent(event);
+  }
+  // A key that is held down acts once.
+  if (!event->isAutoRepeat()) click();
 }
 
 void PictureButton::mouseMoveEvent(QMouseEvent* event) {

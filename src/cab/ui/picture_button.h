@@ -38,6 +38,8 @@ class PictureButton final : public QAbstractButton {
   void enterEvent(QEnterEvent* event) override;
   void leaveEvent(QEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
+  /// Enter presses it.
+  void keyPressEvent(QKeyEvent* event) override;
   void nextCheckState() override {}
 
  private:

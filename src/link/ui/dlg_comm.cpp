@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -15,6 +16,8 @@
 #include <utility>
 
 #include "link/station_link.h"
+#include "link/switch_on_question.h"
+#include "link/track_stop.h"
 
 namespace lokari {
 namespace {
@@ -80,12 +83,21 @@ void DlgComm::build() {
   cmdCopyText_->setAutoDefault(false);
   connect(cmdCopyText_, &QPushButton::clicked, this, &DlgComm::copyText);
 
+  cmdStop_ = new QPushButton(QStringLiteral("Halt"), this);
+  cmdStop_->setObjectName(QStringLiteral("cmdStop"));
+  cmdStop_->setAccessibleName(QStringLiteral("Ganze Anlage anhalten"));
+  cmdStop_->setAutoDefault(false);
+  connect(cmdStop_, &QPushButton::clicked, this, [this] { link_.trackStop().pressAndTell(); });
+
   // Three equal columns: the button that ends stays in the middle.
   auto* buttons = new QGridLayout;
   buttons->addWidget(cmdCopyText_, 0, 0, Qt::AlignLeft);
   buttons->addWidget(cmdCancel_, 0, 1, Qt::AlignHCenter);
-  for (int column = 0; column < 3; ++column) buttons->setColumnStretch(column, 1);
-  buttons->setColumnMinimumWidth(2, cmdCopyText_->sizeHint().width());
+  buttons->addWidget(cmdStop_, 0, 2, Qt::AlignRight);
+  for (int column = 0; column < 3; ++column) {
+    buttons->setColumnStretch(column, 1);
+    buttons->setColumnMinimumWidth(column, cmdCopyText_->sizeHint().width());
+  }
 
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(16, 16, 16, 16);
@@ -99,10 +111,10 @@ void DlgComm::build() {
   frontTimer_->setSingleShot(true);
   frontTimer_->setInterval(kFrontPatienceMs);
   connect(frontTimer_, &QTimer::timeout, this, &DlgComm::startJob);
-  prepare();
+  prepare(CommJob::None);
 }
 
-void DlgComm::prepare() {
+void DlgComm::prepare(CommJob job) {
   lblCommStatus_->clear();
   lblCommDetail_->clear();
   resetProgress();
@@ -111,10 +123,17 @@ void DlgComm::prepare() {
   cmdCancel_->setEnabled(true);
   cmdCancel_->setFocus();
   cmdCopyText_->hide();
+  const bool transfer = job == CommJob::SendFirm;
+  cmdStop_->setEnabled(!transfer && link_.settings().station().cab.available());
+  cmdStop_->setToolTip(
+      transfer ? QStringLiteral("Während der Übertragung wird kein Halt gesendet.")
+               : QStringLiteral("Ganze Anlage anhalten, Taste Pause; der Auftrag wird abgebrochen"));
 }
 
 void DlgComm::run(CommJob job, std::function<void()> work) {
-  prepare();
+  const auto leave = askToSwitchOn(link_, job);
+  if (!leave) return;
+  prepare(job);
   link_.commJob = job;
   work_ = std::move(work);
   failure_ = nullptr;
@@ -136,6 +155,7 @@ void DlgComm::startJob() {
   frontTimer_->stop();
   stage_ = Stage::Running;
   link_.cancelRequested = false;
+  const QScopedValueRollback running(link_.runningJob, link_.commJob);
   try {
     work_();
   } catch (...) {
@@ -154,6 +174,7 @@ void DlgComm::cancel() {
   const bool close = stage_ != Stage::Running || cmdCancel_->text() == endedCaption() ||
                      link_.commJob == CommJob::ProgressOnly;
   link_.cancelRequested = true;
+  link_.hurryFarewell();
   cmdCancel_->setEnabled(false);
   if (close) hide();
 }
@@ -224,6 +245,15 @@ void DlgComm::setCancelCaption(const QString& caption) {
     cmdCancel_->setEnabled(true);
     cmdCancel_->setFocus();
   }
+}
+
+// The result keeps its place above; a first press of the button does not count for the farewell.
+void DlgComm::setFarewell(bool running) {
+  if (stage_ != Stage::Running) return;
+  setDetail(running ? QStringLiteral("Abschied von der Digitalzentrale ... „%1“ beendet das Warten.")
+                          .arg(cmdCancel_->text())
+                    : QString());
+  if (running) cmdCancel_->setEnabled(true);
 }
 
 void DlgComm::hide() {

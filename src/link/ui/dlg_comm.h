@@ -28,7 +28,8 @@ class DlgComm final : public QDialog, public CommView {
   /// Sets `commJob`, shows the dialog modally and starts `work` when the dialog first comes to the
   /// front. Comes back when the work has ended and the dialog is closed: by the work's hide(), or
   /// by the user after it. While it runs it is the link's view. What the work throws is thrown on,
-  /// with the dialog closed.
+  /// with the dialog closed. A job that switches on a layout that we have stopped asks first; when
+  /// the user does not want it nothing happens.
   void run(CommJob job, std::function<void()> work);
 
   void setStatus(const QString& text) override;
@@ -37,6 +38,7 @@ class DlgComm final : public QDialog, public CommView {
   void resetProgress() override;
   void setProgressEnabled(bool enabled) override;
   void setCancelCaption(const QString& caption) override;
+  void setFarewell(bool running) override;
   void hide() override;
 
   /// The Escape key and the window manager's close button: the same as `cmdCancel`.
@@ -52,7 +54,7 @@ class DlgComm final : public QDialog, public CommView {
   enum class Stage { Waiting, Running, Ended };
 
   void build();
-  void prepare();
+  void prepare(CommJob job);
   void startJob();
   void cancel();
   void makeRoom();
@@ -64,6 +66,7 @@ class DlgComm final : public QDialog, public CommView {
   QLabel* lblCommDetail_ = nullptr;
   QProgressBar* panProgress_ = nullptr;
   QPushButton* cmdCancel_ = nullptr;
+  QPushButton* cmdStop_ = nullptr;      // stops the layout
   QPushButton* cmdCopyText_ = nullptr;  // of a job that has ended
   QTimer* frontTimer_ = nullptr;
 

@@ -1,0 +1,43 @@
+#include "cab/layout_stop.h"
+
+#include "base/prompt.h"
+#include "cab/cab_line.h"
+#include "link/link_error.h"
+#include "link/station_link.h"
+#include "link/track_stop.h"
+
+namespace lokari {
+
+LayoutStop::LayoutStop(CabLine& line, CabProtocolFactory makeProtocol)
+    : line_(line), makeProtocol_(std::move(makeProtocol)) {
+  state_.stopped = true;
+}
+
+LayoutStop::~LayoutStop() = default;
+
+bool LayoutStop::send() {
+  StationLink& link = line_.link();
+  const StationKindRow& kind = link.settings().station();
+  if (kind_ != &kind) {
+    kind_ = &kind;
+    protocol_ = makeProtocol_(
+        kind.family, line_, state_,
+        {.stopFailed = [&link](bool, StopFault) { link.trackStop().noteReleased(); }});
+  }
+  const auto failed = std::make_shared<bool>(false);
+  line_.urgent([this, &link, failed] {
+    try {
+      line_.restore();
+      link.trackStop().noteStopped();
+      protocol_->sendStopped();
+      line_.noteBack();
+    } catch (const LinkError& error) {
+      link.trackStop().noteReleased();
+      line_.noteGone(error.message());
+      *failed = true;
+    }
+  });
+  return !*failed;
+}
+
+}  // namespace lokari

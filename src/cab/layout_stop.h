@@ -1,0 +1,30 @@
+// The stop of the whole layout that needs no cab: it goes out on whatever session is open.
+#pragma once
+
+#include <memory>
+
+#include "cab/cab.h"
+
+namespace lokari {
+
+class LayoutStop {
+ public:
+  /// `line` must outlive it.
+  LayoutStop(CabLine& line, CabProtocolFactory makeProtocol);
+  ~LayoutStop();
+  LayoutStop(const LayoutStop&) = delete;
+  LayoutStop& operator=(const LayoutStop&) = delete;
+
+  /// Sends it at once, as a cab's goes out, and tells the link's TrackStop when it is on the wire.
+  /// False when it found no way out. Only on kinds with cabs.
+  bool send();
+
+ private:
+  CabLine& line_;
+  CabProtocolFactory makeProtocol_;
+  const StationKindRow* kind_ = nullptr;  // of `protocol_`
+  CabState state_;                        // of no vehicle
+  std::unique_ptr<CabProtocol> protocol_;
+};
+
+}  // namespace lokari

@@ -1,0 +1,71 @@
+#include "link/track_stop.h"
+
+#include <QScopedValueRollback>
+
+#include "base/prompt.h"
+#include "link/station_link.h"
+
+namespace lokari {
+namespace {
+
+QString textOf(TrackStop::Outcome outcome, const StationKindRow& kind) {
+  switch (outcome) {
+    case TrackStop::Outcome::NoSession:
+      return QStringLiteral("Halt nicht gesendet: Keine Verbindung zur Digitalzentrale ist offen!");
+    case TrackStop::Outcome::NotSent:
+      return QStringLiteral("Halt nicht gesendet: Die Verbindung zur Digitalzentrale ist weg!");
+    case TrackStop::Outcome::NoStop:
+      return QStringLiteral("Halt nicht gesendet: %1 hat keinen Halt!")
+          .arg(QString::fromUtf16(kind.name));
+    default:
+      return {};
+  }
+}
+
+}  // namespace
+
+TrackStop::Agreement::Agreement(TrackStop& stop) : stop_(stop) {
+  if (stop_.hold_ == Hold::Stopped) stop_.hold_ = Hold::ReleaseAgreed;
+}
+
+TrackStop::Agreement::~Agreement() {
+  if (stop_.hold_ == Hold::ReleaseAgreed) stop_.hold_ = Hold::Stopped;
+}
+
+void TrackStop::set(Hold hold) {
+  const bool before = isHeld();
+  hold_ = hold;
+  if (isHeld() != before) emit heldChanged(isHeld());
+}
+
+TrackStop::Outcome TrackStop::press() {
+  if (link_.runningJob == CommJob::SendFirm) return Outcome::FirmwareTransfer;
+  if (!link_.settings().station().cab.available()) return Outcome::NoStop;
+  if (link_.commUseCount == 0 || !send) return Outcome::NoSession;
+  const bool sent = send();
+  const bool usesStation =
+      link_.runningJob != CommJob::None && link_.runningJob != CommJob::ProgressOnly;
+  if (usesStation) link_.cancelRequested = true;
+  return sent ? Outcome::Sent : Outcome::NotSent;
+}
+
+void TrackStop::pressAndTell() {
+  const Outcome outcome = press();
+  if (outcome == Outcome::FirmwareTransfer) return link_.prompt().beep();
+  const QString text = textOf(outcome, link_.settings().station());
+  // Whoever goes on pressing the key gets one box.
+  if (text.isEmpty() || telling_) return;
+  const QScopedValueRollback telling(telling_, true);
+  link_.prompt().message(text, Icon::Warning,
+                         QStringLiteral("Bitte die Anlage an der Zentrale anhalten."));
+}
+
+void TrackStop::noteSession() {
+  if (hold_ == Hold::ReleaseAgreed) set(Hold::None);
+}
+
+bool TrackStop::noteSwitchedOn() {
+  return hold_ == Hold::Stopped && send && send();
+}
+
+}  // namespace lokari
