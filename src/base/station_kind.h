@@ -48,7 +48,9 @@ struct CabFeatures {
   int timerMs;            ///< period of the cab's timer; 0 for none
   bool linkStaysOpen;     ///< the session is opened ahead of the cab and stays open between uses
   bool dropsInputAtLoad;  ///< input that waits is dropped before the state is read
-  bool programsOnMain;  
+  bool programsOnMain;    ///< the cab offers CVs for programming on the main track
+  bool functionGroups = true;  ///< one message carries several functions: all must be known
+
   bool available() const { return funcCount >= 0; }
 };
 
@@ -101,9 +103,9 @@ inline constexpr std::array<StationKindRow, 13> kStationKinds{{
     {StationKind::Mx1Bin,  u"MX1BIN",  ProtocolFamily::ZimoBinary, Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false, {12, true, 0, false, true, true}},
     {StationKind::Mx1Ulf,  u"MX1ULF",  ProtocolFamily::ZimoBinary, Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, false, false, kNoCvLimit, false, false, {12, true, 0, false, true, true}, false, {.cab = true}},
     {StationKind::LiDp,    u"LIDP",    ProtocolFamily::LiDp,       Transport::Serial, 57600, Handshaking::None,          false, false, false, false, kNoCvLimit, false, false, {-1, false, 0, false, false, false}, false, {}, WriteAnswer::Accepted},
-    {StationKind::Mx10,    u"MX10",    ProtocolFamily::Mx10,       Transport::Can,    0,     Handshaking::None,          false, false, true,  true,  kNoCvLimit, false, false, {28, true, 2000, true, true, true}, false, {}, WriteAnswer::Accepted},
-    {StationKind::Mx10Ip,  u"MX10IP",  ProtocolFamily::Mx10,       Transport::Can,    0,     Handshaking::None,          true,  false, true,  true,  kNoCvLimit, false, false, {28, true, 2000, true, true, true}, false, {}, WriteAnswer::Accepted},
-    {StationKind::Z21Ip,   u"Z21IP",   ProtocolFamily::Z21,        Transport::Udp,    0,     Handshaking::None,          true,  false, true,  true,  kNoCvLimit, false, false, {28, false, 500, true, false, true}, false, {.opening = true, .cvJob = true}},
+    {StationKind::Mx10,    u"MX10",    ProtocolFamily::Mx10,       Transport::Can,    0,     Handshaking::None,          false, false, true,  true,  kNoCvLimit, false, false, {28, true, 2000, true, true, true, false}, false, {}, WriteAnswer::Accepted},
+    {StationKind::Mx10Ip,  u"MX10IP",  ProtocolFamily::Mx10,       Transport::Can,    0,     Handshaking::None,          true,  false, true,  true,  kNoCvLimit, false, false, {28, true, 2000, true, true, true, false}, false, {}, WriteAnswer::Accepted},
+    {StationKind::Z21Ip,   u"Z21IP",   ProtocolFamily::Z21,        Transport::Udp,    0,     Handshaking::None,          true,  false, true,  true,  kNoCvLimit, false, false, {28, false, 500, true, false, true, false}, false, {.opening = true, .cvJob = true}},
 }};
 // clang-format on
 

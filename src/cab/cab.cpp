@@ -9,6 +9,7 @@
 #include "base/prompt.h"
 #include "cab/cab_line.h"
 #include "link/station_link.h"
+#include "link/switch_on_question.h"
 #include "link/track_stop.h"
 
 namespace lokari {
@@ -39,6 +40,7 @@ Cab::Cab(const CabParts& parts, int address, const std::optional<CabRecord>& rec
   // One stop for the whole layout: whoever pressed it, every cab shows it.
   state_.stopped = link().trackStop().isHeld();
   connect(&link().trackStop(), &TrackStop::heldChanged, this, &Cab::showHeld);
+  connect(&line(), &CabLine::goneChanged, this, &Cab::lineChanged);
   if (kind().cab.linkStaysOpen) adoptSession();
 }
 
@@ -65,12 +67,18 @@ void Cab::vsbSpeed(int value) {
 }
 
 void Cab::cmdFunc(int n) {
-  if (!hasFunction(n) || isUnloading()) return;
+  if (!hasFunction(n) || isUnloading() || !functionsKnown()) return;
   bool& lamp = state_.funcOn[static_cast<size_t>(n)];
   lamp = !lamp;
   const bool on = lamp;
   emit functionChanged(n, on);
   exchange(distinct(), [this, n, on] {
+    // The reading that it waited for gave nothing.
+    if (!functionsKnown()) {
+      state_.funcOn[static_cast<size_t>(n)] = false;
+      emit functionChanged(n, false);
+      return;
+    }
     if (std::exchange(state_.funcOn[static_cast<size_t>(n)], on) != on) {
       emit functionChanged(n, on);
     }
@@ -143,6 +151,14 @@ void Cab::showHeld(bool held) {
 }
 
 QString Cab::notice() const {
+  QString text = stopNotice();
+  if (isStateMissing()) {
+    text += QStringLiteral("\nDie Zentrale hat den Stand des Fahrzeugs nicht gemeldet.");
+  }
+  return text.trimmed();
+}
+
+QString Cab::stopNotice() const {
   const QString line = SlotUnit::notice();
   if (!failedStop_) return line;
   const QString order = failedStop_->stopped ? QStringLiteral("Halt") : QStringLiteral("Los");
@@ -186,11 +202,21 @@ void Cab::chooseCV(const QString& name) {
   emit programmingChanged();
 }
 
+// Some stations are told to go on ahead of a CV that is not confirmed at once.
+bool Cab::mayWriteCV() {
+  const auto leave = askToSwitchOn(link(), StationUse::CvJob);
+  if (!leave) return false;
+  if (*leave && state_.stopped) imgStop();
+  return true;
+}
+
 void Cab::stepCVUp() {
+  if (!mayWriteCV()) return;
   if (const auto step = programming_.stepUp()) writeCV(*step, programming_.progMode());
 }
 
 void Cab::stepCVDown() {
+  if (!mayWriteCV()) return;
   // The way down takes the method of the decoder window.
   if (const auto step = programming_.stepDown()) writeCV(*step, link().progMode);
 }

@@ -49,6 +49,10 @@ class Cab final : public SlotUnit {
   bool loading() const { return loading_; }
   /// The station has told the vehicle's state at load.
   bool hasState() const { return hasState_; }
+  /// The station has told nothing, and the reading at load is over: what is shown are the defaults.
+  bool isStateMissing() const { return wasRead_ && !hasState_; }
+  /// False while switching one function would send others that nobody knows.
+  bool functionsKnown() const { return !isStateMissing() || !kind().cab.functionGroups; }
   /// Tells a stop or go that failed, ahead of what the line has to tell.
   QString notice() const override;
   /// `cbCV`, `txtCV`, `udCV`.
@@ -71,6 +75,10 @@ class Cab final : public SlotUnit {
   /// A key pressed in the speed bar, by its character: "0" to "7" are lamps, "+" and "-" the
   /// directions, "m" and "M" the manual mode, the space bar the stop. False for any other.
   bool keyDown(QChar key);
+
+  /// `cmdReread`: asks the station once more for the state that is missing. By itself the cab does so
+  /// only when its line has come back.
+  void reread();
 
   /// A click in `cbCV`.
   void chooseCV(const QString& name);
@@ -101,12 +109,15 @@ class Cab final : public SlotUnit {
   void showFunctions(FunctionMask mask, int highest);
   void stateArrived(FunctionMask mask);
   void startTimer();
+  void lineChanged();
   void tick();
 
   void setDirection(bool backward);
   void showStopped(bool stopped);
   void stopFailed(bool stopped, StopFault fault, const QString& reason = {});
   void showHeld(bool held);
+  QString stopNotice() const;
+  bool mayWriteCV();
   void writeCV(const MainProgramming::Step& step, int mode);
 
   CabParts parts_;
@@ -120,6 +131,7 @@ class Cab final : public SlotUnit {
   bool inSpeedChange_ = false;  // the program moves the bar
   bool loading_ = false;
   bool hasState_ = false;
+  bool wasRead_ = false;      // the reading at load is over
   bool stopPending_ = false;  // pressed, and not on the wire yet
 
   /// The last stop or go, when it does not hold.

@@ -10,6 +10,8 @@ namespace lokari {
 namespace {
 
 constexpr int kReadings = 2;
+/// The name of an exchange: asked for twice, it is read once.
+constexpr int kReread = 2;
 
 bool holds(FunctionMask mask, int n) {
   return (mask >> n & 1U) != 0;
@@ -25,21 +27,50 @@ void Cab::onLoad() {
   const std::optional<FunctionMask> mask = readWithOneRetry();
   hasState_ = mask.has_value();
   emit answered();
-  if (!hasState_) {
-    prompt().message(QStringLiteral("Keine Daten von Digitalzentrale erhalten"), Icon::Warning);
+  if (!hasState_ && isGivenUp()) {
+    loading_ = false;
+    return unload();
   }
+  if (!hasState_) tellNoAnswer();
   display(mask.value_or(0));
   state_.canBusy = false;
   loading_ = false;
+  wasRead_ = true;
   if (hasSession() && !isUnloading()) startTimer();
+}
+
+void Cab::reread() {
+  if (!isStateMissing() || isUnloading()) return;
+  exchange(kReread, [this] {
+    if (hasState_) return;
+    // A CAN session that heard nothing has been given back.
+    if (!hasSession() && !openSession()) throw LinkError(line().goneReason());
+    if (kind().cab.dropsInputAtLoad) link().protocol().dropInput();
+    const auto mask = protocol_->readState();
+    state_.canBusy = false;
+    if (!mask) {
+      prompt().beep();
+      return;
+    }
+    hasState_ = true;
+    display(*mask);
+    emit noticeChanged();
+    if (!cabTimer_) startTimer();
+  });
+}
+
+void Cab::lineChanged() {
+  if (!line().isGone()) reread();
 }
 
 std::optional<FunctionMask> Cab::readWithOneRetry() {
   for (int readings = 0; readings < kReadings; ++readings) {
     // Where the link stays open, the cab has come with a session and only lost it if reading
     // failed.
-    if (!kind().cab.linkStaysOpen || !hasSession()) openSession();
-    if (const auto mask = readState()) return mask;
+    const bool isOpen = (kind().cab.linkStaysOpen && hasSession()) || openSession();
+    if (isOpen) {
+      if (const auto mask = readState()) return mask;
+    }
     // At the end of the program, or of the user's patience.
     if (link().cancelRequested) break;
     // A CAN session that hears nothing is worth being opened anew.

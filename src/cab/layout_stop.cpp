@@ -24,15 +24,16 @@ bool LayoutStop::send() {
         kind.family, line_, state_,
         {.stopFailed = [&link](bool, StopFault) { link.trackStop().noteReleased(); }});
   }
+  const bool before = link.trackStop().isHeld();
   const auto failed = std::make_shared<bool>(false);
-  line_.urgent([this, &link, failed] {
+  line_.urgent([this, &link, before, failed] {
     try {
       line_.restore();
       link.trackStop().noteStopped();
       protocol_->sendStopped();
       line_.noteBack();
     } catch (const LinkError& error) {
-      link.trackStop().noteReleased();
+      if (!before) link.trackStop().noteReleased();
       line_.noteGone(error.message());
       *failed = true;
     }

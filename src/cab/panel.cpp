@@ -18,20 +18,17 @@ Panel::Panel(const PanelParts& parts, int address, const QString& shortName)
 Panel::~Panel() = default;
 
 void Panel::onLoad() {
-  openSession();
   std::optional<quint8> mask;
   try {
-    mask = protocol_->readState();
+    if (openSession()) mask = protocol_->readState();
   } catch (const LinkError& error) {
     // A port that did not open has told why already.
     if (!line().isGone()) line().noteGone(error.message());
   }
   emit answered();
-  if (mask) {
-    show(*mask);
-  } else {
-    prompt().message(QStringLiteral("Keine Daten von Digitalzentrale erhalten"), Icon::Warning);
-  }
+  if (mask) return show(*mask);
+  if (isGivenUp()) return unload();
+  tellNoAnswer();
 }
 
 void Panel::show(quint8 mask) {

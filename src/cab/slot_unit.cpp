@@ -70,17 +70,30 @@ void SlotUnit::release() {
   released_ = true;
 }
 
-void SlotUnit::openSession() {
+bool SlotUnit::openSession() {
   ++sessions_;
-  const QString failure = link().initComm(true, false, false);
-  if (failure.isEmpty()) {
+  openFailure_ = link().initComm(true, false, false);
+  openReason_ = link().openFailureReason();
+  if (openFailure_.isEmpty()) {
     line_.noteBack();
-    return;
+    return true;
   }
   // Behind the message the window says what it was.
-  const QString& reason = link().openFailureReason();
-  line_.noteGone(reason.isEmpty() ? failure : reason);
-  prompt_.message(failure, Icon::Warning);
+  line_.noteGone(openReason_.isEmpty() ? openFailure_ : openReason_);
+  return false;
+}
+
+void SlotUnit::tellNoAnswer() {
+  const QString noData = QStringLiteral("Keine Daten von Digitalzentrale erhalten");
+  if (openFailure_.isEmpty()) {
+    prompt_.message(noData, Icon::Warning);
+  } else {
+    prompt_.message(openFailure_, Icon::Warning, (openReason_ + u'\n' + noData).trimmed());
+  }
+}
+
+bool SlotUnit::isGivenUp() const {
+  return link().cancelRequested && !unloading_;
 }
 
 void SlotUnit::finishSessions() {

@@ -92,8 +92,13 @@ class SlotUnit : public QObject, public std::enable_shared_from_this<SlotUnit> {
   void background(std::function<void()> run);
   /// The name of an exchange that none may take the place of.
   int distinct() { return ++distinct_; }
-  /// Opens the session, or joins it; a failure is told.
-  void openSession();
+  /// Opens the session, or joins it; false when it does not open.
+  bool openSession();
+  /// The message of a reading that gave nothing: that the session does not open, with the reason
+  /// below, or that the station does not answer.
+  void tellNoAnswer();
+  /// The user has given up waiting for the station.
+  bool isGivenUp() const;
   /// Ahead of load(), on kinds whose link stays open: the opener's session becomes this one's.
   void adoptSession() { ++sessions_; }
   /// Gives all of it back.
@@ -121,6 +126,8 @@ class SlotUnit : public QObject, public std::enable_shared_from_this<SlotUnit> {
   QString caption_;
   QString labName_;
   int sessions_ = 0;
+  QString openFailure_;  // of the last openSession()
+  QString openReason_;
   int distinct_ = kFirstDistinct;
   int entered_ = 0;
   bool loading_ = false;

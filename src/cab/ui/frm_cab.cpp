@@ -57,7 +57,7 @@ FrmCab::FrmCab(const std::shared_ptr<Cab>& cab, const Pictures& pictures, const 
   all->setSpacing(8);
   auto* columns = new QHBoxLayout;
   all->addLayout(columns, 1);
-  all->addWidget(makeNotice());
+  makeReread(all);
   columns->setSpacing(14);
   makeSpeed(columns);
   auto* rows = new QVBoxLayout;
@@ -75,6 +75,27 @@ FrmCab::FrmCab(const std::shared_ptr<Cab>& cab, const Pictures& pictures, const 
   for (QWidget* control : findChildren<QWidget*>()) control->installEventFilter(this);
   showAll();
   vsbSpeed_->setFocus();
+}
+
+void FrmCab::makeReread(QBoxLayout* rows) {
+  cmdReread_ = new QPushButton(QStringLiteral("&Neu lesen"), contents());
+  cmdReread_->setObjectName(QStringLiteral("cmdReread"));
+  cmdReread_->setToolTip(QStringLiteral("Den Stand des Fahrzeugs bei der Zentrale erfragen"));
+  cmdReread_->hide();
+  connect(cmdReread_, &QPushButton::clicked, this, [this] { cab_.reread(); });
+  auto* line = new QHBoxLayout;
+  line->addWidget(makeNotice(), 1);
+  line->addWidget(cmdReread_, 0, Qt::AlignTop);
+  rows->addLayout(line);
+}
+
+// What nobody knows is not offered.
+void FrmCab::showKnown() {
+  cmdReread_->setVisible(cab_.isStateMissing());
+  lamps_->setEnabled(cab_.functionsKnown());
+  lamps_->setToolTip(cab_.functionsKnown()
+                         ? QString()
+                         : QStringLiteral("Der Stand der Funktionen ist nicht bekannt."));
 }
 
 void FrmCab::makeSpeed(QBoxLayout* columns) {
@@ -160,6 +181,7 @@ void FrmCab::connectCab() {
   connect(lamps_, &FunctionLamps::pressed, this, [this](int n) { cab_.cmdFunc(n); });
 
   connect(&cab_, &Cab::loaded, this, &FrmCab::showAll);
+  connect(&cab_, &Cab::noticeChanged, this, &FrmCab::showKnown);
   connect(&cab_, &Cab::barMoved, vsbSpeed_, &SpeedBar::setValue);
   connect(&cab_, &Cab::speedShown, this, &FrmCab::showSpeed);
   connect(&cab_, &Cab::functionChanged, lamps_, &FunctionLamps::showOn);
@@ -187,6 +209,7 @@ void FrmCab::showAll() {
   showDirection();
   showManual();
   showStopped();
+  showKnown();
   mainCvs_->showList();
 }
 

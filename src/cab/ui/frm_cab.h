@@ -6,6 +6,7 @@
 
 class QBoxLayout;
 class QLabel;
+class QPushButton;
 
 namespace lokari {
 
@@ -32,6 +33,7 @@ class FrmCab final : public SlotForm {
 
  private:
   bool takesSpaceBar(QObject* watched, const QKeyEvent& key);
+  void makeReread(QBoxLayout* rows);
   void makeSpeed(QBoxLayout* columns);
   void makeHeader(QBoxLayout* rows);
   void makeDriveButtons(QBoxLayout* rows, const Pictures& pictures);
@@ -43,6 +45,7 @@ class FrmCab final : public SlotForm {
   void showDirection();
   void showManual();
   void showStopped();
+  void showKnown();
 
   Cab& cab_;
   SpeedBar* vsbSpeed_ = nullptr;
@@ -57,6 +60,7 @@ class FrmCab final : public SlotForm {
   PictureButton* imgStop_ = nullptr;
   QLabel* labStop_ = nullptr;
   QLabel* labWhole_ = nullptr;  // whom the stop button is for
+  QPushButton* cmdReread_ = nullptr;
   FunctionLamps* lamps_ = nullptr;
   MainCvBox* mainCvs_ = nullptr;
 };
