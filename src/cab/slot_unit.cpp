@@ -84,12 +84,8 @@ bool SlotUnit::openSession() {
 }
 
 void SlotUnit::tellNoAnswer() {
-  const QString noData = QStringLiteral("Keine Daten von Digitalzentrale erhalten");
-  if (openFailure_.isEmpty()) {
-    prompt_.message(noData, Icon::Warning);
-  } else {
-    prompt_.message(openFailure_, Icon::Warning, (openReason_ + u'\n' + noData).trimmed());
-  }
+  if (!openFailure_.isEmpty()) prompt_.message(openFailure_, Icon::Warning, openReason_);
+  prompt_.message(QStringLiteral("Keine Daten von Digitalzentrale erhalten"), Icon::Warning);
 }
 
 bool SlotUnit::isGivenUp() const {

@@ -94,8 +94,8 @@ class SlotUnit : public QObject, public std::enable_shared_from_this<SlotUnit> {
   int distinct() { return ++distinct_; }
   /// Opens the session, or joins it; false when it does not open.
   bool openSession();
-  /// The message of a reading that gave nothing: that the session does not open, with the reason
-  /// below, or that the station does not answer.
+  /// The messages of a reading that gave nothing: where the session does not open, that, once, with
+  /// the reason below; and that the station has told nothing.
   void tellNoAnswer();
   /// The user has given up waiting for the station.
   bool isGivenUp() const;

@@ -62,6 +62,7 @@ class CancelByInterrupt {
     interrupt_.action = [&link] {
       link.cancelRequested = true;
       link.cancelStays = true;
+      link.hurryFarewell();
     };
     if (interrupt_.raised) interrupt_.action();
   }
@@ -72,6 +73,13 @@ class CancelByInterrupt {
  private:
   Interrupt& interrupt_;
 };
+
+/// Nobody is asked here: the owner of a layout that stands reads at least what happens to it.
+void tellSwitchingOn(const Command& command, const StationKindRow& kind, Console& console) {
+  if (!command.use || !switchesOn(kind, *command.use, false)) return;
+  console.message(QStringLiteral("Achtung: %1 schaltet an %2 die Anlage ein, auch eine angehaltene.")
+                      .arg(QString::fromUtf16(command.words), QString::fromUtf16(kind.name)));
+}
 
 ExitStatus runCommand(QStringList arguments, const CliWorld& world) {
   const bool yes = arguments.removeAll(QStringLiteral("--yes")) > 0;
@@ -96,6 +104,7 @@ ExitStatus runCommand(QStringList arguments, const CliWorld& world) {
   CliContext context{paths,  settings,        world.clock,
                      prompt, world.console,   Results(world.console, call.has(u"--json")),
                      link,   world.interrupt, world.programs};
+  tellSwitchingOn(command, settings.station(), world.console);
   return command.run(call, context);
 }
 

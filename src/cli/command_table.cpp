@@ -71,17 +71,17 @@ constexpr std::array kFirmware{
 constexpr std::array kCheck{kJson};
 
 constexpr std::array kCommands{
-    Command{u"cv read",       u"liest CVs", kCvRead, true, cvRead},
-    Command{u"cv write",      u"schreibt CVs", kCvWrite, true, cvWrite},
-    Command{u"test",          u"prüft die Verbindung und nennt die Zentrale", kTest, true, testStation},
+    Command{u"cv read",       u"liest CVs", kCvRead, true, cvRead, StationUse::CvJob},
+    Command{u"cv write",      u"schreibt CVs", kCvWrite, true, cvWrite, StationUse::CvJob},
+    Command{u"test",          u"prüft die Verbindung und nennt die Zentrale", kTest, true, testStation, StationUse::Test},
     Command{u"vehicles",      u"nennt die Fahrzeuge der Datenbank", kVehicles, false, vehicles},
-    Command{u"vehicle read",  u"liest CVs in ein Fahrzeug der Datenbank", kVehicleJob, true, vehicleRead},
-    Command{u"vehicle write", u"schreibt CVs eines Fahrzeugs der Datenbank", kVehicleJob, true, vehicleWrite},
+    Command{u"vehicle read",  u"liest CVs in ein Fahrzeug der Datenbank", kVehicleJob, true, vehicleRead, StationUse::CvJob},
+    Command{u"vehicle write", u"schreibt CVs eines Fahrzeugs der Datenbank", kVehicleJob, true, vehicleWrite, StationUse::CvJob},
     Command{u"export csv",    u"schreibt die Fahrzeuge in eine CSV-Datei für Tabellenprogramme", kExportCsv, false, exportCsvFile},
     Command{u"export rzk",    u"übernimmt die Fahrzeuge in eine RZK-Fahrzeugdatei", kExportRzk, false, exportRzk},
     Command{u"import access", u"übernimmt eine Access-Datenbank in eine neue daneben, V2 in die eingestellte", kImportAccess, false, importAccess},
-    Command{u"drive",         u"fährt ein Fahrzeug und nennt seinen Zustand", kDrive, true, drive},
-    Command{u"switch",        u"schaltet die Ausgänge eines Funktionsteils und nennt sie", kSwitch, true, switchOutputs},
+    Command{u"drive",         u"fährt ein Fahrzeug und nennt seinen Zustand", kDrive, true, drive, StationUse::Cab},
+    Command{u"switch",        u"schaltet die Ausgänge eines Funktionsteils und nennt sie", kSwitch, true, switchOutputs, StationUse::Panel},
     Command{u"firmware",      u"spielt Firmware in ein MX1-2000-Basisgerät ein", kFirmware, true, firmware},
     Command{u"check",         u"prüft die Datenbank und die Beschreibungsdateien", kCheck, false, check},
 };

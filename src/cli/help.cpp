@@ -61,6 +61,15 @@ QString syntaxOf(const Command& command) {
   return line;
 }
 
+QStringList switchedOnBy(const Command& command) {
+  QStringList names;
+  if (!command.use) return names;
+  for (const StationKindRow& kind : kStationKinds) {
+    if (switchesOn(kind, *command.use, false)) names << QString::fromUtf16(kind.name);
+  }
+  return names;
+}
+
 QStringList helpLines() {
   QStringList lines{
       QStringLiteral("Aufruf: lokari-cli [--settings STAMM] BEFEHL [Argumente] [--yes]"),
@@ -80,7 +89,13 @@ QStringList helpLines() {
                "Ergebnisse stehen in der Standardausgabe, durch Tabulatoren getrennt; mit")
         << QStringLiteral("--json steht in jeder Zeile ein JSON-Objekt.")
         << QStringLiteral("Rückgabe: 0 alles erledigt, 1 etwas ist misslungen, 2 falscher Aufruf")
-        << QStringLiteral("oder keine Verbindung. Strg-C ist die Schaltfläche Abbruch.");
+        << QStringLiteral("oder keine Verbindung. Strg-C ist die Schaltfläche Abbruch.") << QString()
+        << QStringLiteral("Eine angehaltene Anlage schalten ohne Rückfrage wieder ein:");
+  for (const Command& command : commandTable()) {
+    const QStringList kinds = switchedOnBy(command);
+    if (kinds.isEmpty()) continue;
+    lines << QStringLiteral("  %1 an %2").arg(wordsOf(command), kinds.join(QStringLiteral(", ")));
+  }
   return lines;
 }
 
@@ -89,6 +104,12 @@ QStringList helpLines(const Command& command) {
                     QString::fromUtf16(command.purpose), QString()};
   lines += argumentLines(command.arguments);
   if (!command.arguments.empty()) lines << QString();
+  const QStringList kinds = switchedOnBy(command);
+  if (!kinds.isEmpty()) {
+    lines << QStringLiteral("Schaltet eine angehaltene Anlage wieder ein an ") +
+                 kinds.join(QStringLiteral(", "))
+          << QString();
+  }
   lines << QStringLiteral("Weitere Befehle: ") + otherCommands(command).join(QStringLiteral(", "));
   return lines;
 }

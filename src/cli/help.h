@@ -15,6 +15,9 @@ QString headOf(const ArgumentRow& row);
 /// "0 bis 127: Stellung des Reglers"
 QString meaningOf(const ArgumentRow& row);
 
+/// Names of the kinds whose stopped layout the command switches on again; empty for none.
+QStringList switchedOnBy(const Command& command);
+
 /// All commands.
 QStringList helpLines();
 /// One command with its arguments.

@@ -186,5 +186,74 @@ TEST_F(DrivingTest, WhatNeedsTheStationForItselfKeepsANewCabWaiting) {
   EXPECT_EQ(outside_.serial.opens, 1);
 }
 
+TEST_F(DrivingTest, FahrenShowsAtOnceThatItWaitsAndUntilTheStationHasAnswered) {
+  start("BaseUnit=MX1BIN\r\n");
+  int waitingInTheMiddle = 0;
+  outside_.clock.schedule(500, [&] { waitingInTheMiddle = view_.waiting; });
+  driving().butDrive();
+  EXPECT_EQ(waitingInTheMiddle, 1);
+  EXPECT_EQ(view_.waiting, 0);
+  EXPECT_TRUE(view_.steps.contains(
+      QStringLiteral("wait Fahrpult für Adresse 3: Warte auf die Digitalzentrale ...")));
+}
+
+TEST_F(DrivingTest, AbbruchEndsTheWaitingAndNoCabOpens) {
+  start("BaseUnit=MX1BIN\r\n");
+  const Millis before = outside_.clock.now();
+  outside_.clock.schedule(2500, [&] { view_.giveUpWaiting(); });
+  driving().butDrive();
+  outside_.clock.advance(100);
+  EXPECT_LT(outside_.clock.now() - before, 5000);
+  EXPECT_EQ(view_.waiting, 0);
+  EXPECT_EQ(driving().cabs().cabForms(1), nullptr);
+  EXPECT_EQ(workbench_->link().commUseCount, 0);
+  EXPECT_FALSE(outside_.serial.isOpen());
+  EXPECT_EQ(outside_.prompt.shown, QStringList());
+}
+
+TEST_F(DrivingTest, AbbruchWhileTheSessionOpensTellsNoFailure) {
+  start("BaseUnit=Z21IP\r\nIPAddr=127.000.000.001\r\n");
+  outside_.clock.schedule(300, [&] { view_.giveUpWaiting(); });
+  driving().butDrive();
+  EXPECT_EQ(outside_.prompt.shown, QStringList());
+  EXPECT_EQ(driving().cabs().cabForms(1), nullptr);
+  EXPECT_EQ(workbench_->link().commUseCount, 0);
+}
+
+TEST_F(DrivingTest, AbbruchWhileAnotherJobHasTheLineForgetsTheCab) {
+  start("BaseUnit=MX1\r\n");
+  driving().runAlone(this, [&] {
+    driving().OpenCab(7, true);
+    EXPECT_EQ(view_.waiting, 1);
+    view_.giveUpWaiting();
+    EXPECT_EQ(view_.waiting, 0);
+    EXPECT_FALSE(workbench_->link().cancelRequested);
+  });
+  EXPECT_EQ(driving().cabs().cabCount(), 0);
+  EXPECT_EQ(outside_.serial.opens, 0);
+}
+
+TEST_F(DrivingTest, ASecondPressWhileItWaitsAsksNoSecondTime) {
+  start("BaseUnit=MX1\r\n");
+  driving().runAlone(this, [&] {
+    driving().OpenCab(7, true);
+    driving().OpenCab(7, true);
+    EXPECT_EQ(view_.waiting, 1);
+  });
+  EXPECT_EQ(driving().cabs().cabCount(), 1);
+  EXPECT_EQ(view_.waiting, 0);
+}
+
+TEST_F(DrivingTest, APortThatIsMissingIsToldOnceWithItsReason) {
+  start("BaseUnit=MX1\r\n");
+  outside_.serial.failsToOpen = true;
+  driving().butDrive();
+  EXPECT_EQ(outside_.prompt.shown,
+            (QStringList{"Kann Kommunikationsschnittstelle nicht öffnen (0)!",
+                         "Keine Daten von Digitalzentrale erhalten"}));
+  EXPECT_EQ(outside_.prompt.below.first(), "Kein Gerät!");
+  EXPECT_NE(driving().cabs().cabForms(1), nullptr);
+}
+
 }  // namespace
 }  // namespace lokari

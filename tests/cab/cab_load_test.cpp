@@ -101,13 +101,16 @@ TEST_F(CabLoad, ADeviceThatVanishesIsAFailedReading) {
   EXPECT_EQ(prompt.shown, QStringList{kNoData});
 }
 
-TEST_F(CabLoad, ALinkThatCannotBeOpenedIsToldAheadOfEachReading) {
+TEST_F(CabLoad, ALinkThatCannotBeOpenedIsToldOnceWithItsReasonBelow) {
   serial.failsToOpen = true;
   station.answers = {std::nullopt};
   const auto cab = make();
   load(*cab);
   const QString failure = QStringLiteral("Kann Kommunikationsschnittstelle nicht öffnen (0)!");
-  EXPECT_EQ(prompt.shown, QStringList({failure, failure, kNoData}));
+  EXPECT_EQ(prompt.shown, QStringList({failure, kNoData}));
+  EXPECT_EQ(prompt.below.first(), QStringLiteral("Kein Gerät!"));
+  EXPECT_TRUE(cab->isStateMissing());
+  EXPECT_TRUE(cab->notice().startsWith(QStringLiteral("Keine Verbindung zur Zentrale.")));
 }
 
 TEST_F(CabLoad, BothSessionsOfARetriedReadingAreGivenBack) {

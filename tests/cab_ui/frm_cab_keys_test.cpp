@@ -81,14 +81,33 @@ TEST_F(FrmCabKeys, ShortcutsOfTheProgramAreNoFunctions) {
   EXPECT_EQ(sent(), QStringList());
 }
 
-TEST_F(FrmCabKeys, ALampWithTheFocusIsPressedByTheSpaceBar) {
-  QTest::keyClick(picture(window, "cmdFunc_11"), Qt::Key_Space);
-  EXPECT_EQ(sent(), QStringList{QStringLiteral("F11 ein")});
+TEST_F(FrmCabKeys, LampsAndArrowsWithTheFocusArePressedByEnter) {
+  QTest::keyClick(picture(window, "cmdFunc_11"), Qt::Key_Return);
+  QTest::keyClick(picture(window, "imgDirBackward"), Qt::Key_Enter);
+  EXPECT_EQ(sent(), (QStringList{QStringLiteral("F11 ein"), QStringLiteral("rückwärts")}));
 }
 
-TEST_F(FrmCabKeys, AnArrowWithTheFocusIsPressedByTheSpaceBar) {
-  QTest::keyClick(picture(window, "imgDirBackward"), Qt::Key_Space);
-  EXPECT_EQ(sent(), QStringList{QStringLiteral("rückwärts")});
+TEST_F(FrmCabKeys, TheSpaceBarIsTheStopWhateverHasTheFocus) {
+  for (const char* name : {"cmdFunc_11", "imgDirBackward", "cmdOK", "vsbSpeed", "cbCV"}) {
+    QTest::keyClick(control<QWidget>(window, name), Qt::Key_Space);
+    EXPECT_EQ(sent(), QStringList{QStringLiteral("Halt")}) << name;
+    QTest::keyClick(control<QWidget>(window, name), Qt::Key_Space);
+    EXPECT_EQ(sent(), QStringList{QStringLiteral("Los")}) << name;
+  }
+  EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(FrmCabKeys, InATextFieldTheSpaceBarIsAnEmptyPlace) {
+  auto* field = control<QLineEdit>(window, "dc_adr");
+  QTest::keyClick(field, Qt::Key_Space);
+  EXPECT_EQ(sent(), QStringList());
+}
+
+TEST_F(FrmCabKeys, TheCabSaysWhomHaltAndLosAreFor) {
+  EXPECT_EQ(textOf(window, "labWhole"), QStringLiteral("„Halt“ hält die ganze Anlage an."));
+  key(Qt::Key_Space);
+  EXPECT_EQ(textOf(window, "labWhole"),
+            QStringLiteral("„Los“ lässt alle Fahrzeuge mit ihrer Geschwindigkeit weiterfahren."));
 }
 
 }  // namespace

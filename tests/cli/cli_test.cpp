@@ -135,5 +135,20 @@ TEST_F(CliTest, AnUnknownStationReachesNone) {
   EXPECT_NE(run("check"), 2) << "no station is needed";
 }
 
+TEST_F(CliTest, TheHelpSaysWhichCommandsSwitchAStoppedLayoutOn) {
+  EXPECT_EQ(run("--help"), 0);
+  EXPECT_TRUE(console.results.contains("  test an LI100, LI100V3, LIUSB, Z21IP"));
+  EXPECT_TRUE(console.results.contains("  drive an MX1ULF, Z21IP"));
+  EXPECT_TRUE(console.results.contains("  switch an Z21IP"));
+}
+
+TEST_F(CliTest, StandardErrorSaysThatACommandSwitchesOnBeforeItDoes) {
+  writeIni("LOKARI", "BaseUnit=LI100\r\nComPort=3\r\nTimeout=1\r\nDelay=0\r\n");
+  line_.failsToOpen = true;
+  EXPECT_EQ(run("test"), 2);
+  EXPECT_EQ(console.messages.first(),
+            "Achtung: test schaltet an LI100 die Anlage ein, auch eine angehaltene.");
+}
+
 }  // namespace
 }  // namespace lokari

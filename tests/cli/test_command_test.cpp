@@ -48,7 +48,9 @@ TEST_F(TestCommand, AnotherLenzInterfaceThanTheConfiguredOneIsNamed) {
   const CliWorld world{folder.path(), clock, {lenz, socket, can}, console, interrupt};
   EXPECT_EQ(runCli({"test"}, world), ExitStatus::Done);
   EXPECT_EQ(console.results.first(), "Lenz Zentrale Version 3.6");
-  EXPECT_EQ(console.messages, QStringList{"Angeschlossen ist LI100V3, eingestellt ist LI100!"});
+  EXPECT_EQ(console.messages,
+            (QStringList{"Achtung: test schaltet an LI100 die Anlage ein, auch eine angehaltene.",
+                         "Angeschlossen ist LI100V3, eingestellt ist LI100!"}));
 }
 
 TEST_F(TestCommand, WhatAnswersWithoutSenseIsAFailure) {

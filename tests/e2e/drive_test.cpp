@@ -67,7 +67,7 @@ TEST_P(DriveOnSimulator, DrivesAndReadsTheStateBack) {
         QStringList{"drive", "3"}}) {
     const test::ProgramRun run = cli(call);
     EXPECT_EQ(run.output, state(64, "rückwärts", 3));
-    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(run.errors, test::switchingNote(GetParam().name, "drive", StationUse::Cab));
     EXPECT_EQ(run.status, 0);
   }
 }
@@ -78,7 +78,7 @@ TEST_P(DriveOnSimulator, SwitchesAndReadsTheOutputsBack) {
                                   QStringList{"switch", "5", "2=on"}}) {
     const test::ProgramRun run = cli(call);
     EXPECT_EQ(run.output, "1\taus\n2\tein\n3\taus\n4\taus\n");
-    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(run.errors, test::switchingNote(GetParam().name, "switch", StationUse::Panel));
     EXPECT_EQ(run.status, 0);
   }
 }

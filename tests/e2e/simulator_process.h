@@ -10,6 +10,8 @@
 
 #include <csignal>
 
+#include "base/station_kind.h"
+
 namespace lokari::test {
 
 /// A built program by its name, another one by its path.
@@ -58,6 +60,14 @@ struct ProgramRun {
   QByteArray output;
   QByteArray errors;
 };
+
+/// What standard error begins with where the command switches the layout on of a kind; else nothing.
+inline QByteArray switchingNote(const char* kind, const char* command, StationUse use) {
+  const StationKindRow* row = stationKindByName(QString::fromLatin1(kind));
+  if (row == nullptr || !switchesOn(*row, use, false)) return {};
+  return QByteArray("Achtung: ") + command + " schaltet an " + kind +
+         " die Anlage ein, auch eine angehaltene.\n";
+}
 
 /// A program in a data folder of its own.
 class RunningProgram {

@@ -75,7 +75,7 @@ TEST_P(TestOnEveryKind, TellsTheStationAndItsState) {
                                         port(), "--state", "off", "--state", "stop"});
   const test::ProgramRun run = cli();
   EXPECT_EQ(run.output, GetParam().output);
-  EXPECT_EQ(run.errors, "");
+  EXPECT_EQ(run.errors, test::switchingNote(GetParam().name, "test", StationUse::Test));
   EXPECT_EQ(run.status, 0);
 }
 
@@ -83,7 +83,9 @@ TEST_P(TestOnEveryKind, WithoutAStationTellsWhereToLook) {
   const test::ProgramRun run = cli();
   EXPECT_EQ(run.status, 2);
   EXPECT_EQ(run.output, "");
-  EXPECT_TRUE(run.errors.startsWith("Kann Kommunikationsschnittstelle nicht öffnen ("));
+  EXPECT_TRUE(
+      run.errors.startsWith(test::switchingNote(GetParam().name, "test", StationUse::Test) +
+                            "Kann Kommunikationsschnittstelle nicht öffnen ("));
   EXPECT_TRUE(run.errors.endsWith(" prüfen.\n"));
 }
 

@@ -142,5 +142,26 @@ TEST_F(LiUsbSession, ThreeBytesThatBeginWithTheResumptionAreNotEnough) {
   EXPECT_EQ(line.writes.size(), 2);
 }
 
+TEST_F(Li100V3Session, AFarewellToASilentStationIsShownAndHurriedByASecondAbbruch) {
+  expect(kResume);
+  bool shown = false;
+  clock.schedule(2500, [&] {
+    shown = view.farewell;
+    link.hurryFarewell();
+  });
+  const Millis took = timeOf([&] { link.endcomm(true, true); });
+  EXPECT_TRUE(shown);
+  EXPECT_FALSE(view.farewell);
+  EXPECT_LT(took, 2600);
+  EXPECT_FALSE(line.isOpen());
+}
+
+TEST_F(Li100V3Session, AFarewellHurriedFromItsStartStillSendsItsMessageOnce) {
+  expect(kResume);
+  clock.schedule(10, [&] { link.hurryFarewell(); });
+  EXPECT_LT(timeOf([&] { link.endcomm(true, true); }), 500);
+  EXPECT_EQ(line.sent(), fromHex(kResume));
+}
+
 }  // namespace
 }  // namespace lokari

@@ -342,5 +342,25 @@ TEST_F(DlgCommTest, EveryControlIsNamedForScreenReaders) {
   EXPECT_FALSE(panProgress()->accessibleName().isEmpty());
 }
 
+TEST_F(DlgCommTest, AFarewellShowsItselfAndTheButtonEndsItsWaits) {
+  dialog_.run(CommJob::ReadProgTrack, [&] {
+    ASSERT_EQ(link.initComm(true, true, true), QString());
+    press();
+    EXPECT_FALSE(cmdCancel()->isEnabled());
+    QString detail;
+    clock.schedule(500, [&] {
+      detail = lblCommDetail()->text();
+      EXPECT_TRUE(cmdCancel()->isEnabled());
+      press();
+    });
+    const Millis took = timeOf([&] { link.endcomm(true, true); });
+    EXPECT_EQ(detail, QStringLiteral("Abschied von der Digitalzentrale ... „Abbruch“ beendet das "
+                                     "Warten."));
+    EXPECT_EQ(lblCommDetail()->text(), QString());
+    EXPECT_EQ(took, 500);
+    dialog_.hide();
+  });
+}
+
 }  // namespace
 }  // namespace lokari

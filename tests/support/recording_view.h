@@ -16,6 +16,7 @@ class RecordingView final : public CommView {
   void resetProgress() override { percents << 0; }
   void setProgressEnabled(bool enabled) override { progressEnabled = enabled; }
   void setCancelCaption(const QString& caption) override { captions << caption; }
+  void setFarewell(bool running) override { farewell = running; }
   void hide() override { ++hides; }
 
   QStringList statuses;    ///< every text of `lblCommStatus`
@@ -23,6 +24,7 @@ class RecordingView final : public CommView {
   QList<double> percents;  ///< every progress shown; 0 also for a reset
   QStringList captions;    ///< every caption of `cmdCancel`
   bool progressEnabled = false;
+  bool farewell = false;  ///< the session is saying goodbye
   int hides = 0;
 };
 
