@@ -60,8 +60,8 @@ class Driving {
   /// The type of the record on show; nothing, and a message, when it has none.
   std::optional<double> dcType() const;
   std::optional<int> addressOnShow() const;
-  /// Opens what is not there yet: shows that it waits, and asks whether it may switch the layout on.
-  /// `open` gives the unit that is loading, null for none.
+  /// Opens what is not there yet: shows that it waits, and asks whether it may switch the layout
+  /// on. `open` gives the unit that is loading, null for none.
   void openNew(StationUse use, int address, const std::function<SlotUnit*(const Opening&)>& open);
   SlotUnit* openNewCab(int address, const std::optional<CabRecord>& record, const Opening& opening);
   bool hasCabs() const;
@@ -77,8 +77,8 @@ class Driving {
   PanelFleet panels_;
   WaitWindowFactory makeWait_;
   std::set<std::pair<StationUse, int>> waiting_;  // what was asked for and has not begun
-  int asked_ = 0;        // cabs and panels asked for by way of the line
-  bool closed_ = false;  // closeAll() has begun
+  int asked_ = 0;                                 // cabs and panels asked for by way of the line
+  bool closed_ = false;                           // closeAll() has begun
 };
 
 }  // namespace lokari

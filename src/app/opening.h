@@ -1,5 +1,5 @@
-// A cab or a panel that was asked for and is not there yet: it may wait for its turn on the line, for
-// the session, for the station's answer. The user sees that it waits, and can give up.
+// A cab or a panel that was asked for and is not there yet: it may wait for its turn on the line,
+// for the session, for the station's answer. The user sees that it waits, and can give up.
 #pragma once
 
 #include <QPointer>

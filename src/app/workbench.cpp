@@ -35,9 +35,7 @@ bool Workbench::start(WorkbenchView& view) {
       *link_, *session_, parts_.prompt, parts_.paths.basePath,
       DrivingWindows{
           [this](std::shared_ptr<Cab> cab) { return view_->makeCabWindow(std::move(cab)); },
-          [this](std::shared_ptr<Panel> panel) {
-            return view_->makePanelWindow(std::move(panel));
-          },
+          [this](std::shared_ptr<Panel> panel) { return view_->makePanelWindow(std::move(panel)); },
           [this](const QString& text, std::function<void()> giveUp) {
             return view_->makeWaitWindow(text, std::move(giveUp));
           }});

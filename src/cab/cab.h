@@ -76,8 +76,8 @@ class Cab final : public SlotUnit {
   /// directions, "m" and "M" the manual mode, the space bar the stop. False for any other.
   bool keyDown(QChar key);
 
-  /// `cmdReread`: asks the station once more for the state that is missing. By itself the cab does so
-  /// only when its line has come back.
+  /// `cmdReread`: asks the station once more for the state that is missing. By itself the cab does
+  /// so only when its line has come back.
   void reread();
 
   /// A click in `cbCV`.

@@ -25,7 +25,9 @@ class CabFleet {
   /// The cab in a slot, 1 to 32, null for an empty one.
   Cab* cabForms(int slot) const { return static_cast<Cab*>(slots_.form(slot)); }
   /// The open cab of an address, null for none.
-  Cab* cabFor(int address) const { return isOpen(address) ? cabForms(slots_.slotOf(address)) : nullptr; }
+  Cab* cabFor(int address) const {
+    return isOpen(address) ? cabForms(slots_.slotOf(address)) : nullptr;
+  }
   bool isOpen(int address) const { return slots_.slotOf(address) > 0; }
   int cabCount() const { return slots_.count(); }
   int cabLoadIndex() const { return slots_.loadIndex(); }

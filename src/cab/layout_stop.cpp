@@ -15,14 +15,25 @@ LayoutStop::LayoutStop(CabLine& line, CabProtocolFactory makeProtocol)
 
 LayoutStop::~LayoutStop() = default;
 
+// From the event loop: the station's answer is taken in the middle of an exchange.
+void LayoutStop::noteFailed(StopFault fault) {
+  StationLink& link = line_.link();
+  link.trackStop().noteReleased();
+  const QString what =
+      fault == StopFault::Refused ? QStringLiteral("abgelehnt") : QStringLiteral("nicht bestätigt");
+  tell_ = link.clock().after(0, [&link, what] {
+    link.prompt().message(QStringLiteral("Die Zentrale hat „Halt“ %1!").arg(what), Icon::Warning,
+                          QStringLiteral("Bitte die Anlage an der Zentrale anhalten."));
+  });
+}
+
 bool LayoutStop::send() {
   StationLink& link = line_.link();
   const StationKindRow& kind = link.settings().station();
   if (kind_ != &kind) {
     kind_ = &kind;
-    protocol_ = makeProtocol_(
-        kind.family, line_, state_,
-        {.stopFailed = [&link](bool, StopFault) { link.trackStop().noteReleased(); }});
+    protocol_ = makeProtocol_(kind.family, line_, state_,
+                              {.stopFailed = [this](bool, StopFault fault) { noteFailed(fault); }});
   }
   const bool before = link.trackStop().isHeld();
   const auto failed = std::make_shared<bool>(false);

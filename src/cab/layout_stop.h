@@ -20,11 +20,14 @@ class LayoutStop {
   bool send();
 
  private:
+  void noteFailed(StopFault fault);
+
   CabLine& line_;
   CabProtocolFactory makeProtocol_;
   const StationKindRow* kind_ = nullptr;  // of `protocol_`
   CabState state_;                        // of no vehicle
   std::unique_ptr<CabProtocol> protocol_;
+  std::unique_ptr<Clock::Alarm> tell_;
 };
 
 }  // namespace lokari

@@ -77,8 +77,9 @@ class CancelByInterrupt {
 /// Nobody is asked here: the owner of a layout that stands reads at least what happens to it.
 void tellSwitchingOn(const Command& command, const StationKindRow& kind, Console& console) {
   if (!command.use || !switchesOn(kind, *command.use, false)) return;
-  console.message(QStringLiteral("Achtung: %1 schaltet an %2 die Anlage ein, auch eine angehaltene.")
-                      .arg(QString::fromUtf16(command.words), QString::fromUtf16(kind.name)));
+  console.message(
+      QStringLiteral("Achtung: %1 schaltet an %2 die Anlage ein, auch eine angehaltene.")
+          .arg(QString::fromUtf16(command.words), QString::fromUtf16(kind.name)));
 }
 
 ExitStatus runCommand(QStringList arguments, const CliWorld& world) {

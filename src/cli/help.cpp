@@ -89,7 +89,8 @@ QStringList helpLines() {
                "Ergebnisse stehen in der Standardausgabe, durch Tabulatoren getrennt; mit")
         << QStringLiteral("--json steht in jeder Zeile ein JSON-Objekt.")
         << QStringLiteral("Rückgabe: 0 alles erledigt, 1 etwas ist misslungen, 2 falscher Aufruf")
-        << QStringLiteral("oder keine Verbindung. Strg-C ist die Schaltfläche Abbruch.") << QString()
+        << QStringLiteral("oder keine Verbindung. Strg-C ist die Schaltfläche Abbruch.")
+        << QString()
         << QStringLiteral("Eine angehaltene Anlage schalten ohne Rückfrage wieder ein:");
   for (const Command& command : commandTable()) {
     const QStringList kinds = switchedOnBy(command);

@@ -153,9 +153,8 @@ void StationLink::WaitForData(qint32 want, int timeoutSeconds) {
   const qint64 lastSecond = time.wholeSeconds() + timeoutSeconds;
   station.beginWait();
   time.pump();
-  time.waitUntil(
-      [&] { return station.arrived(want) || cancelRequested || isFarewellHurried(); },
-      (lastSecond + 1) * 1000);
+  time.waitUntil([&] { return station.arrived(want) || cancelRequested || isFarewellHurried(); },
+                 (lastSecond + 1) * 1000);
   time.pump();
 }
 
@@ -163,8 +162,7 @@ void StationLink::Delay(int seconds) {
   // The short pauses pace the line: they last also when the user is in a hurry.
   if (seconds == 0) return DelayMsec(kShortPause);
   if (seconds < 0) return;
-  clock().waitUntil([this] { return isFarewellHurried(); },
-                    clock().now() + Millis{1000} * seconds);
+  clock().waitUntil([this] { return isFarewellHurried(); }, clock().now() + Millis{1000} * seconds);
 }
 
 void StationLink::DelayMsec(int ms) {

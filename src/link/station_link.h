@@ -52,8 +52,8 @@ class StationLink {
   const QString& openFailureReason() const;
   /// Says goodbye to the station and closes the session.
   void endcomm(bool leaveMode, bool progOn);
-  /// While endcomm() runs: ends all waits that are left. What the farewell has to say is still said,
-  /// each message once.
+  /// While endcomm() runs: ends all waits that are left. What the farewell has to say is still
+  /// said, each message once.
   void hurryFarewell();
   bool isSayingGoodbye() const { return farewell_ != Farewell::None; }
   /// A farewell sends a message no second time once it is hurried.
@@ -110,10 +110,10 @@ class StationLink {
   bool cancelStays = false;      ///< the program is ending: opening a session clears no cancel
   CommJob commJob = CommJob::None;
   CommJob runningJob = CommJob::None;  ///< what the progress dialog is doing now
-  bool progTrack = false;     ///< programming track, from initComm()
-  bool lastCvFailed = false;  ///< a batch went on past a failed CV
-  int pomAddr = 0;            ///< address of main-track writes
-  int progMode = 0;           ///< 1 paged, 2 register, others direct: reads, Tams writes
+  bool progTrack = false;              ///< programming track, from initComm()
+  bool lastCvFailed = false;           ///< a batch went on past a failed CV
+  int pomAddr = 0;                     ///< address of main-track writes
+  int progMode = 0;                    ///< 1 paged, 2 register, others direct: reads, Tams writes
 
  private:
   enum class Farewell { None, Running, Hurried };

@@ -57,8 +57,9 @@ class TrackStop final : public QObject {
 
   /// A session has opened. For the link alone.
   void noteSession();
-  /// A message that switches the layout on has gone out and its answer has had its time. A stop that
-  /// was pressed meanwhile goes out again: then true. For the protocols, which know their messages.
+  /// A message that switches the layout on has gone out and its answer has had its time. A stop
+  /// that was pressed meanwhile goes out again: then true. For the protocols, which know their
+  /// messages.
   bool noteSwitchedOn();
 
  signals:

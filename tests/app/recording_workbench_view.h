@@ -46,7 +46,7 @@ class RecordingWorkbenchView final : public WorkbenchView {
     return std::make_unique<Waiting>(waiting);
   }
 
-  int waiting = 0;  ///< wait windows that are up
+  int waiting = 0;                      ///< wait windows that are up
   std::function<void()> giveUpWaiting;  ///< of the last one
   QStringList steps;
   WindowLog windows;

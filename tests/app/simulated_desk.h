@@ -25,8 +25,9 @@ class SimulatedDesk : public ::testing::Test {
  protected:
   explicit SimulatedDesk(StationKind kind) {
     const QByteArray name = QString::fromUtf16(stationKind(kind).name).toLatin1();
-    folder.settings("BaseUnit=" + name +
-                    "\r\nComPort=3\r\nIPAddr=127.000.000.001\r\nTimeout=2\r\nDelay=0\r\nCANLog=0\r\n");
+    folder.settings(
+        "BaseUnit=" + name +
+        "\r\nComPort=3\r\nIPAddr=127.000.000.001\r\nTimeout=2\r\nDelay=0\r\nCANLog=0\r\n");
     folder.add({{QStringLiteral("Anlage"), 3, QStringLiteral("Lok")},
                 {QStringLiteral("Anlage"), 5, QStringLiteral("Weiche")}});
     folder.change(5, {{QStringLiteral("DC_TYPE"), 2}});

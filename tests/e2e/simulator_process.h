@@ -61,7 +61,8 @@ struct ProgramRun {
   QByteArray errors;
 };
 
-/// What standard error begins with where the command switches the layout on of a kind; else nothing.
+/// What standard error begins with where the command switches the layout on of a kind; else
+/// nothing.
 inline QByteArray switchingNote(const char* kind, const char* command, StationUse use) {
   const StationKindRow* row = stationKindByName(QString::fromLatin1(kind));
   if (row == nullptr || !switchesOn(*row, use, false)) return {};

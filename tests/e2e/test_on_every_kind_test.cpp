@@ -83,9 +83,8 @@ TEST_P(TestOnEveryKind, WithoutAStationTellsWhereToLook) {
   const test::ProgramRun run = cli();
   EXPECT_EQ(run.status, 2);
   EXPECT_EQ(run.output, "");
-  EXPECT_TRUE(
-      run.errors.startsWith(test::switchingNote(GetParam().name, "test", StationUse::Test) +
-                            "Kann Kommunikationsschnittstelle nicht öffnen ("));
+  EXPECT_TRUE(run.errors.startsWith(test::switchingNote(GetParam().name, "test", StationUse::Test) +
+                                    "Kann Kommunikationsschnittstelle nicht öffnen ("));
   EXPECT_TRUE(run.errors.endsWith(" prüfen.\n"));
 }
 

@@ -248,10 +248,10 @@ void FrmCab::showStopped() {
   imgStop_->showOn(stopped);
   imgStop_->setText(word);
   imgStop_->setAccessibleName(word);
-  const QString whole = stopped
-                            ? QStringLiteral("„Los“ lässt alle Fahrzeuge mit ihrer "
-                                             "Geschwindigkeit weiterfahren.")
-                            : QStringLiteral("„Halt“ hält die ganze Anlage an.");
+  const QString whole = stopped ? QStringLiteral(
+                                      "„Los“ lässt alle Fahrzeuge mit ihrer "
+                                      "Geschwindigkeit weiterfahren.")
+                                : QStringLiteral("„Halt“ hält die ganze Anlage an.");
   imgStop_->setToolTip(whole + QStringLiteral("\nLeertaste; Pause hält aus jedem Fenster an."));
   labStop_->setText(word);
   labWhole_->setText(whole);
@@ -267,8 +267,7 @@ bool FrmCab::takesSpaceBar(QObject* watched, const QKeyEvent& key) {
 }
 
 bool FrmCab::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::KeyPress &&
-      takesSpaceBar(watched, *static_cast<QKeyEvent*>(event)))
+  if (event->type() == QEvent::KeyPress && takesSpaceBar(watched, *static_cast<QKeyEvent*>(event)))
     return true;
   if (watched == vsbSpeed_ && event->type() == QEvent::KeyPress) {
     const auto* key = static_cast<QKeyEvent*>(event);

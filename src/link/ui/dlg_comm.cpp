@@ -126,8 +126,9 @@ void DlgComm::prepare(CommJob job) {
   const bool transfer = job == CommJob::SendFirm;
   cmdStop_->setEnabled(!transfer && link_.settings().station().cab.available());
   cmdStop_->setToolTip(
-      transfer ? QStringLiteral("Während der Übertragung wird kein Halt gesendet.")
-               : QStringLiteral("Ganze Anlage anhalten, Taste Pause; der Auftrag wird abgebrochen"));
+      transfer
+          ? QStringLiteral("Während der Übertragung wird kein Halt gesendet.")
+          : QStringLiteral("Ganze Anlage anhalten, Taste Pause; der Auftrag wird abgebrochen"));
 }
 
 void DlgComm::run(CommJob job, std::function<void()> work) {
@@ -250,9 +251,10 @@ void DlgComm::setCancelCaption(const QString& caption) {
 // The result keeps its place above; a first press of the button does not count for the farewell.
 void DlgComm::setFarewell(bool running) {
   if (stage_ != Stage::Running) return;
-  setDetail(running ? QStringLiteral("Abschied von der Digitalzentrale ... „%1“ beendet das Warten.")
-                          .arg(cmdCancel_->text())
-                    : QString());
+  setDetail(running
+                ? QStringLiteral("Abschied von der Digitalzentrale ... „%1“ beendet das Warten.")
+                      .arg(cmdCancel_->text())
+                : QString());
   if (running) cmdCancel_->setEnabled(true);
 }
 
