@@ -83,6 +83,8 @@ void DlgWait::keyPressEvent(QKeyEvent* event) {
 std::unique_ptr<WaitWindow> makeWaitWindow(const QString& text, std::function<void()> giveUp,
                                            QWidget* parent) {
   auto* window = new DlgWait(text, std::move(giveUp), parent);
+  window->adjustSize();
+  window->move(parent->mapToGlobal(parent->rect().center()) - window->rect().center());
   window->show();
   return std::make_unique<Shown>(window);
 }

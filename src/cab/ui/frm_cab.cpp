@@ -161,6 +161,8 @@ void FrmCab::makeDriveButtons(QBoxLayout* rows, const Pictures& pictures) {
   labWhole_->setObjectName(QStringLiteral("labWhole"));
   labWhole_->setAlignment(Qt::AlignHCenter);
   labWhole_->setWordWrap(true);
+  // No button moves away from under the mouse when the words get longer.
+  labWhole_->setMinimumHeight(2 * labWhole_->fontMetrics().lineSpacing());
   rows->addWidget(labWhole_);
 }
 
