@@ -37,9 +37,13 @@ Cab::Cab(const CabParts& parts, int address, const std::optional<CabRecord>& rec
                                [self = QPointer<Cab>(this)](bool stopped, StopFault fault) {
                                  if (self) self->stopFailed(stopped, fault);
                                }});
-  // One stop for the whole layout: whoever pressed it, every cab shows it.
-  state_.stopped = link().trackStop().isHeld();
-  connect(&link().trackStop(), &TrackStop::heldChanged, this, &Cab::showHeld);
+  // A release is one for the whole layout, whoever pressed it; so is a stop that no cab sent.
+  TrackStop& layout = link().trackStop();
+  state_.stopped = layout.isHeld();
+  connect(&layout, &TrackStop::stoppedForAll, this, [this] { showHeld(true); });
+  connect(&layout, &TrackStop::heldChanged, this, [this](bool held) {
+    if (!held) showHeld(false);
+  });
   connect(&line(), &CabLine::goneChanged, this, &Cab::lineChanged);
   if (kind().cab.linkStaysOpen) adoptSession();
 }
@@ -141,7 +145,6 @@ void Cab::stopFailed(bool stopped, StopFault fault, const QString& reason) {
 void Cab::showStopped(bool stopped) {
   state_.stopped = stopped;
   emit stoppedChanged(stopped);
-  // The other cabs show it, too.
   TrackStop& layout = link().trackStop();
   stopped ? layout.noteStopped() : layout.noteReleased();
 }

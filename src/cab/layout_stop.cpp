@@ -40,7 +40,7 @@ bool LayoutStop::send() {
   line_.urgent([this, &link, before, failed] {
     try {
       line_.restore();
-      link.trackStop().noteStopped();
+      link.trackStop().noteStoppedForAll();
       protocol_->sendStopped();
       line_.noteBack();
     } catch (const LinkError& error) {

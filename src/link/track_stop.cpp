@@ -38,6 +38,11 @@ void TrackStop::set(Hold hold) {
   if (isHeld() != before) emit heldChanged(isHeld());
 }
 
+void TrackStop::noteStoppedForAll() {
+  noteStopped();
+  emit stoppedForAll();
+}
+
 TrackStop::Outcome TrackStop::press() {
   if (link_.runningJob == CommJob::SendFirm) return Outcome::FirmwareTransfer;
   if (!link_.settings().station().cab.available()) return Outcome::NoStop;

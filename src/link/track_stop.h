@@ -40,6 +40,8 @@ class TrackStop final : public QObject {
 
   /// A stop, or a go, went out.
   void noteStopped() { set(Hold::Stopped); }
+  /// A stop that belongs to no cab went out: every cab shows it.
+  void noteStoppedForAll();
   void noteReleased() { set(Hold::None); }
 
   /// While it lives, the next session that opens is known to switch the layout on: the user has
@@ -64,6 +66,7 @@ class TrackStop final : public QObject {
 
  signals:
   void heldChanged(bool held);
+  void stoppedForAll();
 
  private:
   enum class Hold { None, Stopped, ReleaseAgreed };
