@@ -138,5 +138,36 @@ TEST_P(StoppedLayout, GoesOnWhenTheUserSaysSoAndEveryCabShowsIt) {
   EXPECT_EQ(prompt().asked.size(), 0);
 }
 
+class StoppedLi100V3 : public test::SimulatedDesk {
+ protected:
+  StoppedLi100V3() : SimulatedDesk(StationKind::Li100V3) {}
+};
+
+TEST_F(StoppedLi100V3, ACvStepOfACabAsksAndAbbruchChangesNothing) {
+  folder.write(QStringLiteral("Zimo/MX620.dec"), "PROGMAIN=J\nCV_3=Anfahren\n");
+  folder.change(3, {{QStringLiteral("DC_MANUF"), 145}, {QStringLiteral("DC_DECODER"), "MX620"}});
+  ASSERT_EQ(form().FindFirst(QStringLiteral("DC_ADR=5")), FindResult::Found);
+  ASSERT_EQ(form().FindFirst(QStringLiteral("DC_ADR=3")), FindResult::Found);
+  driving().butDrive();
+  Cab* cab = driving().cabs().cabForms(1);
+  ASSERT_NE(cab, nullptr);
+  ASSERT_TRUE(cab->programming().isAvailable());
+  cab->imgStop();
+  clock().advance(1000);
+  const auto before = line->writes.size();
+  const QString value = cab->programming().shownValue();
+  cab->stepCVUp();
+  EXPECT_EQ(prompt().asked.size(), 1);
+  EXPECT_EQ(line->writes.size(), before);
+  EXPECT_EQ(cab->programming().shownValue(), value);
+  EXPECT_TRUE(halted());
+  prompt().choices = {0};
+  cab->stepCVUp();
+  clock().advance(3000);
+  EXPECT_FALSE(halted());
+  EXPECT_FALSE(stop().isHeld());
+  EXPECT_NE(cab->programming().shownValue(), value);
+}
+
 }  // namespace
 }  // namespace lokari
