@@ -49,7 +49,7 @@ int ConsolePrompt::choose(const Choice& choice) {
 }
 
 bool ConsolePrompt::waitUntil(const QString& text, const std::function<bool()>& done) {
-  console_.message(oneLine(text, {}));
+  console_.message(terminalText(text, {}));
   for (QDeadlineTimer limit(kPatience); !limit.hasExpired();) {
     if (done()) return true;
     QThread::msleep(kAskAgainMs);

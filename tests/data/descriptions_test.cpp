@@ -96,8 +96,8 @@ TEST(ShippedDescriptions, EveryCvCanBeReadOrWritten) {
     const DecoderDescription description = load(name);
     for (int i = 2; i <= kHighestCvIndex; ++i) {
       const CvIndex cv(i);
-      if (description.info(cv).exists())
-        EXPECT_TRUE(description.reachable(cv)) << name.toStdString() << ": " << i;
+      if (!description.info(cv).exists()) continue;
+      EXPECT_TRUE(description.reachable(cv)) << name.toStdString() << ": " << i;
     }
   }
 }

@@ -24,7 +24,7 @@ struct Tool {
 };
 
 /// Left of the gap the work on records, right of it the work on the layout.
-constexpr std::array<Tool, 11> kTools{{
+constexpr std::array<Tool, 12> kTools{{
     {u"butTable", u"&Liste", u"tab_n.bmp", u"Fahrzeugliste"},
     {u"butFind", u"&Suchen", u"such_n.bmp", u"Fahrzeuge suchen"},
     {u"butNew", u"&Neu", u"neu_n.bmp", u"Neuer Datensatz"},
