@@ -21,6 +21,7 @@ struct Caption {
 
 /// Columns without a labelled field.
 constexpr Caption kCaptions[] = {
+    {u"DC_ADR", u"Adresse"},
     {u"DC_TYPE", u"Art des Datensatzes"},
     {u"DC_MANUF", u"Decoderhersteller (Nummer)"},
     {u"DC_DECODER", u"Decodertyp"},

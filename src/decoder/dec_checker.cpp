@@ -136,7 +136,8 @@ class WholeChecker {
   /// The bit text of an output must not give it another number than the function mapping does.
   void checkOutputs(const FuncMapRow& row) {
     static const QRegularExpression output(QStringLiteral("Ausgang ([0-9]+)"));
-    for (const BitGroup& group : BitDescription(description_.info(row.cv).cvBits).groups()) {
+    const BitDescription bits(description_.info(row.cv).cvBits);
+    for (const BitGroup& group : bits.groups()) {
       const auto match = output.match(group.title);
       const int number = group.position + 1 + row.offset;
       if (!match.hasMatch() || group.type != 1 || match.captured(1).toInt() == number) continue;

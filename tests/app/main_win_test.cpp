@@ -428,6 +428,8 @@ TEST_F(MainWinTest, TheDecoderWindowsValuesGoToTheRecordAndToDiskWithTheNextMove
 TEST_F(MainWinTest, ACancelledDecoderWindowChangesNothing) {
   folder_.copyData(QStringLiteral("Default.dec"));
   startWith(kVehicles);
+  // The window asks before it drops what was typed.
+  outside_.prompt.choices = {0};
   whenDecoderWindowShows([&](QDialog& frmDecoder) {
     auto* field = frmDecoder.findChild<QLineEdit*>(QStringLiteral("txtDcComAccTime"));
     field->setFocus();

@@ -133,7 +133,9 @@ TEST_P(PortMissing, ACabWithoutItsPortShowsThatItHasNoLine) {
   line->failsToOpen = true;
   cabs.OpenCab(3, false);
   clock.advance(20000);
-  EXPECT_EQ(noticeOf(frmCab), QStringLiteral("Keine Verbindung zur Zentrale. Kein Gerät!"));
+  EXPECT_EQ(noticeOf(frmCab),
+            QStringLiteral("Keine Verbindung zur Zentrale. Kein Gerät!\n"
+                           "Die Zentrale hat den Stand des Fahrzeugs nicht gemeldet."));
   click(frmCab, "imgStop");
   clock.advance(20000);
   EXPECT_EQ(stopOf(frmCab), QStringLiteral("Halt"));

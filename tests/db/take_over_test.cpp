@@ -81,7 +81,7 @@ TEST_F(TakeOverTest, ARowWithAValueThatItsColumnCannotHoldIsSkippedAndNamed) {
   EXPECT_EQ(report_.skipped.size(), 2);
   EXPECT_TRUE(report_.remarks().contains(
       str("Satz 1 (Adresse 70000, Sammlung \"Anlage\") ist nicht übernommen: \"70000\" ist kein "
-          "gültiger Wert für das Feld DC_ADR.")));
+          "gültiger Wert für das Feld Adresse.")));
   EXPECT_TRUE(report_.remarks().contains(
       str("Tabelle DCMANUFS, Zeile 1 ist nicht übernommen: Ein Feld, das einen Wert haben muss, "
           "ist leer.")));

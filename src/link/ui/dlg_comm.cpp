@@ -116,7 +116,8 @@ void DlgComm::build() {
 
 void DlgComm::prepare(CommJob job) {
   lblCommStatus_->clear();
-  lblCommDetail_->clear();
+  farewell_.clear();
+  setDetail(QString());
   resetProgress();
   setProgressEnabled(false);
   cmdCancel_->setText(runningCaption());
@@ -210,7 +211,14 @@ void DlgComm::keepButtonsOnScreen() {
 }
 
 void DlgComm::setDetail(const QString& text) {
-  lblCommDetail_->setText(text);
+  detail_ = text;
+  showDetail();
+}
+
+void DlgComm::showDetail() {
+  QStringList lines{detail_, farewell_};
+  lines.removeAll(QString());
+  lblCommDetail_->setText(lines.join(u'\n'));
   makeRoom();
 }
 
@@ -251,10 +259,12 @@ void DlgComm::setCancelCaption(const QString& caption) {
 // The result keeps its place above; a first press of the button does not count for the farewell.
 void DlgComm::setFarewell(bool running) {
   if (stage_ != Stage::Running) return;
-  setDetail(running
-                ? QStringLiteral("Abschied von der Digitalzentrale ... „%1“ beendet das Warten.")
-                      .arg(cmdCancel_->text())
-                : QString());
+  farewell_ = running ? QStringLiteral(
+                            "Abschied von der Digitalzentrale ... „%1“ beendet das "
+                            "Warten.")
+                            .arg(cmdCancel_->text())
+                      : QString();
+  showDetail();
   if (running) cmdCancel_->setEnabled(true);
 }
 

@@ -50,6 +50,8 @@ class DlgComm final : public QDialog, public CommView {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
+  /// What the job has to add, and that the farewell runs.
+  void showDetail();
   /// Where the one job of a run() stands.
   enum class Stage { Waiting, Running, Ended };
 
@@ -73,6 +75,8 @@ class DlgComm final : public QDialog, public CommView {
   std::function<void()> work_;
   Stage stage_ = Stage::Ended;
   std::exception_ptr failure_;
+  QString detail_;
+  QString farewell_;
 };
 
 }  // namespace lokari
