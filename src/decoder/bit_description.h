@@ -58,7 +58,9 @@ class BitDescription {
   explicit BitDescription(const QString& text);
 
   /// The groups that have a control. A description may have none.
-  const std::vector<BitGroup>& groups() const { return groups_; }
+  const std::vector<BitGroup>& groups() const& { return groups_; }
+  /// They live as long as the description: a temporary one would leave a loop over nothing.
+  const std::vector<BitGroup>& groups() const&& = delete;
 
   /// The new value from one entry per group; an entry that is missing, out of its group's range, or
   /// that makes the value more than the CV holds, is refused.

@@ -195,7 +195,7 @@ QString bitsFault(const QString& bits) {
     position += width;
   }
   if (position > kBitsOfCv) return QStringLiteral("Die Bitgruppen haben zusammen mehr als 8 Bit.");
-  if (BitDescription(bits).groups().empty()) {
+  if (const BitDescription shown(bits); shown.groups().empty()) {
     return QStringLiteral("Die Bitgruppen \"%1\" zeigen nichts an.").arg(bits);
   }
   return {};

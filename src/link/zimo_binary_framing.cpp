@@ -117,6 +117,8 @@ void ZimoBinaryFraming::forgetAhead() {
 void ZimoBinaryFraming::zbinSettle() {
   for (int tries = 0; unsettled_ && tries < kMostTries; ++tries) {
     if (!link_.serial().isOpen()) return forgetAhead();
+    // A cancelled job takes no answers; the next exchange settles what it leaves.
+    if (link_.cancelRequested) return;
     if (answersAhead_ == 0) zbinSendAhead(zbinAhead);
     zbin::Confirmation answer = zbin::Confirmation::None;
     // The answer to the last one counts; one more may go out while an earlier one is awaited.

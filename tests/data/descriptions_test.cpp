@@ -108,7 +108,8 @@ TEST(ShippedDescriptions, BitTextsNumberTheOutputsAsTheFunctionMatrixDoes) {
     const DecoderDescription description = load(name);
     if (!description.FUNCMAP) continue;
     for (const FuncMapRow& row : funcMapRows(description, QByteArray(kCvArraySize, '\0'))) {
-      for (const BitGroup& group : BitDescription(description.info(row.cv).cvBits).groups()) {
+      const BitDescription bits(description.info(row.cv).cvBits);
+      for (const BitGroup& group : bits.groups()) {
         ++texts;
         const QString output = QStringLiteral("Ausgang %1").arg(group.position + 1 + row.offset);
         EXPECT_TRUE(group.title == output || group.title.startsWith(output + QStringLiteral(" (")))

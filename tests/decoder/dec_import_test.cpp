@@ -239,7 +239,7 @@ TEST_F(DecImportTest, ATypeThatTheDatabaseRefusesReplacesNoFile) {
   write(place("Zimo/lang.dec"), "alt");
   import("lang.dec", "[MX64000000]\r\nMANUFACTURER=145\r\n");
   EXPECT_EQ(prompt_.shown.last(),
-            str("Der Text ist zu lang für das Feld DC_DECODER (höchstens 8 Zeichen)."));
+            str("Der Text ist zu lang für das Feld Decodertyp (höchstens 8 Zeichen)."));
   EXPECT_EQ(read(place("Zimo/lang.dec")), QByteArray("alt"));
 }
 
