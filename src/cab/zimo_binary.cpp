@@ -113,6 +113,8 @@ void ZimoBinaryCab::sendStopped() {
 
 /// Its own exchange, with nobody around it who would take the failure.
 void ZimoBinaryCab::settle(bool stopped) {
+  const ZimoBinaryFraming* const session = zimoFraming(link());
+  if (session != nullptr && !session->isUnsettled() && !session->zbinAheadFailed) return;
   try {
     withZimoFraming(link(), [&](ZimoBinaryFraming& framing) {
       framing.zbinSettle();

@@ -121,6 +121,7 @@ void ZimoBinaryProtocol::greet() {
 }
 
 void ZimoBinaryProtocol::sayGoodbye(bool) {
+  framing_.takeAnswersAhead();
   tell(zbin::logOff());
 }
 

@@ -1,5 +1,7 @@
 #include "link/zimo_binary_framing.h"
 
+#include <QScopedValueRollback>
+
 #include <algorithm>
 
 #include "base/clock.h"
@@ -14,6 +16,7 @@ namespace lokari {
 namespace {
 
 constexpr int kMostTries = 5;
+constexpr int kLastAnswerSeconds = 1;
 constexpr int kBusyPauseMs = 100;
 constexpr int kFailurePauseMs = 500;
 
@@ -105,6 +108,15 @@ bool ZimoBinaryFraming::answersAhead(const QByteArray& reply) {
   --answersAhead_;
   if (zbin::confirmation(zbinAhead, reply) == zbin::Confirmation::Done) unsettled_ = false;
   return true;
+}
+
+void ZimoBinaryFraming::takeAnswersAhead() {
+  const QScopedValueRollback cancelled(link_.cancelRequested, false);
+  while (unsettled_ && answersAhead_ > 0) {
+    const QByteArray reply = zbinReceive(kLastAnswerSeconds);
+    if (reply.isEmpty()) return;
+    answersAhead(reply);
+  }
 }
 
 void ZimoBinaryFraming::forgetAhead() {

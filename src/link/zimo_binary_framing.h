@@ -42,6 +42,12 @@ class ZimoBinaryFraming {
   /// Whether `reply` is one that is due to what was sent ahead; it counts as that from then on.
   bool answersAhead(const QByteArray& reply);
 
+  /// Takes the answers that are due, as far as they come within a second and also after a cancel:
+  /// behind the end of a session nobody can.
+  void takeAnswersAhead();
+  /// zbinSettle() has something to do.
+  bool isUnsettled() const { return unsettled_; }
+
   /// The input was dropped, and with it answers to what was sent ahead.
   void inputDropped() { answersAhead_ = 0; }
   /// The port was opened anew: what was sent ahead before is history.
