@@ -147,6 +147,23 @@ void Driving::whenFree(const void* owner, int what, std::function<void()> job) {
   });
 }
 
+void Driving::openBeside(const void* owner, std::function<void()> open) {
+  if (beside_.try_emplace(owner).second) openWhenIdle(owner, std::move(open));
+}
+
+// By value: the alarm that calls it goes.
+void Driving::openWhenIdle(const void* owner, std::function<void()> open) {
+  if (!line_.isBusy()) {
+    beside_.erase(owner);
+    if (!closed_) open();
+    return;
+  }
+  // The exchange in hand stands on the stack; the window opens from the event loop behind it.
+  whenFree(owner, 0, [this, owner, open] {
+    beside_[owner] = link_.clock().after(0, [this, owner, open] { openWhenIdle(owner, open); });
+  });
+}
+
 QStringList Driving::openTitles() const {
   QStringList titles;
   for (int slot = 1; slot <= cabs_.cabCount(); ++slot) {

@@ -3,11 +3,13 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <set>
 
 #include "app/opening.h"
+#include "base/clock.h"
 #include "cab/cab_fleet.h"
 #include "cab/cab_line.h"
 #include "cab/layout_stop.h"
@@ -46,6 +48,14 @@ class Driving {
   /// has ended. Now, or as soon as an exchange in hand has ended; asked for twice, it runs once.
   void runAlone(const void* owner, std::function<void()> job);
 
+  /// Opens a window that may ask for runAlone(): never on top of an exchange, which could not end
+  /// below it. Polls and keep-alives go on beside the window. Now, or as soon as an exchange in
+  /// hand has ended; asked for twice, it opens once.
+  void openBeside(const void* owner, std::function<void()> open);
+
+  /// Forgets a job of runAlone() that still waits; its owner is about to go.
+  void forget(const void* owner) { line_.forget(owner); }
+
   /// The end of the program: closes all cabs and panels in the order of their slots. Cabs and jobs
   /// that still wait for the line are forgotten.
   void closeAll();
@@ -66,6 +76,7 @@ class Driving {
   SlotUnit* openNewCab(int address, const std::optional<CabRecord>& record, const Opening& opening);
   bool hasCabs() const;
   void whenFree(const void* owner, int what, std::function<void()> job);
+  void openWhenIdle(const void* owner, std::function<void()> open);
 
   StationLink& link_;
   DatabaseSession& session_;
@@ -77,8 +88,9 @@ class Driving {
   PanelFleet panels_;
   WaitWindowFactory makeWait_;
   std::set<std::pair<StationUse, int>> waiting_;  // what was asked for and has not begun
-  int asked_ = 0;                                 // cabs and panels asked for by way of the line
-  bool closed_ = false;                           // closeAll() has begun
+  std::map<const void*, std::unique_ptr<Clock::Alarm>> beside_;  // windows that wait to open
+  int asked_ = 0;        // cabs and panels asked for by way of the line
+  bool closed_ = false;  // closeAll() has begun
 };
 
 }  // namespace lokari

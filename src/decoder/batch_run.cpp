@@ -139,6 +139,7 @@ void BatchRun::runSession() {
     bench_.jobEnd = JobEnd::NoSession;
     bench_.parts_.prompt.beep();
     status(failure);
+    view_->setDetail(link().openFailureReason());
     return;
   }
   bench_.commRunning = true;

@@ -153,8 +153,7 @@ void MainWin::bind(DatabaseSession& session) {
   binder_->offer(QStringLiteral("mnuDbPrint"));
   offerLists(workbench_, *menu_, scale_, this);
   menu_->enable(QStringLiteral("mnuParaOptions"), [this] {
-    // Its test asks the station, and its choices may name another one.
-    workbench_.driving().runAlone(menu_, [this] { openOptions(workbench_, scale_, this); });
+    workbench_.driving().openBeside(menu_, [this] { openOptions(workbench_, scale_, this); });
   });
   menu_->enable(QStringLiteral("mnuFirmware"), [this] { mnuFirmware(); });
   connect(&session, &DatabaseSession::opened, this, [this] { workbench_.SetCaption(); });
@@ -218,7 +217,7 @@ std::unique_ptr<WaitWindow> MainWin::makeWaitWindow(const QString& text,
 }
 
 void MainWin::butProg() {
-  workbench_.driving().runAlone(this, [this] { openDecoderWindow(); });
+  workbench_.driving().openBeside(this, [this] { openDecoderWindow(); });
 }
 
 void MainWin::openDecoderWindow() {
@@ -230,6 +229,10 @@ void MainWin::openDecoderWindow() {
                       workbench_.link(), workbench_.session().catalogue(),
                       workbench_.paths().basePath, workbench_.decTypes(), &form});
   FrmDecoder frmDecoder(bench, workbench_.link(), workbench_.clock(), pictures_, scale_, this);
+  // Cabs go on being polled until a job takes the line.
+  frmDecoder.alone = [this, &frmDecoder](std::function<void()> job) {
+    workbench_.driving().runAlone(&frmDecoder, std::move(job));
+  };
   showBusy(false);
   frmDecoder_ = &frmDecoder;
   // The command line may have stored other values since the record was shown.
@@ -240,6 +243,7 @@ void MainWin::openDecoderWindow() {
                                        vehicleLine(form.text(QStringLiteral("st_sname")), address,
                                                    form.text(QStringLiteral("dc_coll"))));
   frmDecoder_ = nullptr;
+  workbench_.driving().forget(&frmDecoder);
   if (!success) return;
   form.storeProgrammed(record, bench.controls.at(QStringLiteral("dc_adr")).text,
                        bench.controls.at(QStringLiteral("cbDcManuf")).text);

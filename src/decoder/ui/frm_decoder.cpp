@@ -347,9 +347,12 @@ void FrmDecoder::focusField(const QString& name, bool selectAll) {
 
 void FrmDecoder::runJob(CommJob job) {
   toolTip_->hideTip();
-  DlgComm dialog(link_, this);
-  scale_.ResizeWindow(&dialog);
-  dialog.run(job, [this] { bench_.runJob(); });
+  const auto run = [this, job] {
+    DlgComm dialog(link_, this);
+    scale_.ResizeWindow(&dialog);
+    dialog.run(job, [this] { bench_.runJob(); });
+  };
+  alone ? alone(run) : run();
 }
 
 void FrmDecoder::showSetNames(const Control& control) {

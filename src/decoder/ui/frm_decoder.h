@@ -5,6 +5,7 @@
 
 #include <QDialog>
 
+#include <functional>
 #include <vector>
 
 #include "decoder/decoder_bench.h"
@@ -41,6 +42,10 @@ class FrmDecoder final : public QDialog {
   /// `dc_adr`. True after cmdOK: the record's sets, decoder and maker are those of the window.
   /// `vehicle` is what `lblVehicle` says whose decoder it is.
   bool edit(CvRecord& record, const QString& address, const QString& vehicle = {});
+
+  /// Runs what needs the station for itself, at once or as soon as the station is free; without it,
+  /// at once. The window may be gone by then: who sets it forgets such a job.
+  std::function<void(std::function<void()> job)> alone;
 
   /// Escape and the window manager's close button: the same as `cmdCancel`. What would be lost is
   /// asked about.

@@ -137,17 +137,20 @@ void DlgOptions::testLink() {
   // Without an answer the progress dialog may be closed while the session still says goodbye.
   testing_ = true;
   contents_->setEnabled(false);
-  std::optional<StationChoice> connected;
-  {
-    const BorrowedLink lent(tried, parts_.settings);
-    DlgComm dialog(parts_.link, this);
-    scale_.ResizeWindow(&dialog);
-    dialog.run(CommJob::TestComm,
-               [&] { connected = TestComm(parts_.link, parts_.settings).connected; });
-  }
-  contents_->setEnabled(true);
-  testing_ = false;
-  if (connected) select(*connected);
+  const auto test = [this, tried] {
+    std::optional<StationChoice> connected;
+    {
+      const BorrowedLink lent(tried, parts_.settings);
+      DlgComm dialog(parts_.link, this);
+      scale_.ResizeWindow(&dialog);
+      dialog.run(CommJob::TestComm,
+                 [&] { connected = TestComm(parts_.link, parts_.settings).connected; });
+    }
+    contents_->setEnabled(true);
+    testing_ = false;
+    if (connected) select(*connected);
+  };
+  parts_.alone ? parts_.alone(test) : test();
 }
 
 }  // namespace lokari

@@ -4,6 +4,7 @@
 #include <QDialog>
 
 #include <array>
+#include <functional>
 #include <vector>
 
 #include "base/ini_file.h"
@@ -30,6 +31,9 @@ struct OptionsParts {
   Prompt& prompt;
   IniFile ini;
   PortTable ports;
+  /// Runs what needs the station for itself, at once or as soon as the station is free; without
+  /// it, at once.
+  std::function<void(std::function<void()> job)> alone = {};
 };
 
 class DlgOptions final : public QDialog {
