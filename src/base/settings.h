@@ -48,7 +48,8 @@ inline constexpr char16_t kTitle[] = u"Lokari V4.11";
 /// the initial one.
 Settings loadSettings(const IniFile& ini, const QString& appPath);
 
-/// The value of `BaseUnit` when it names no station kind; loadSettings() then keeps the initial one.
+/// The value of `BaseUnit` when it names no station kind; loadSettings() then keeps the initial
+/// one.
 std::optional<QString> unknownStation(const IniFile& ini);
 
 }  // namespace lokari

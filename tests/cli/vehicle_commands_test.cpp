@@ -121,7 +121,8 @@ TEST_F(VehicleCommandsTest, WritesOnTheMainTrackWhereTheDescriptionAllowsIt) {
 }
 
 TEST_F(VehicleCommandsTest, AFailedCvIsMarkedAndTheStatusTellsIt) {
-  writeIni("LOKARI", "BaseUnit=TAMSMC\r\nComPort=3\r\nTimeout=2\r\nDelay=0\r\nContinueOnError=1\r\n");
+  writeIni("LOKARI",
+           "BaseUnit=TAMSMC\r\nComPort=3\r\nTimeout=2\r\nDelay=0\r\nContinueOnError=1\r\n");
   decoder().present = {{1, 48}};
   EXPECT_EQ(run("vehicle read Anlage 3 --cv 3,49"), 1);
   EXPECT_EQ(console.results, QStringList({"3\t33\t1", "49\t0\t2"}));
@@ -129,7 +130,8 @@ TEST_F(VehicleCommandsTest, AFailedCvIsMarkedAndTheStatusTellsIt) {
 }
 
 TEST_F(VehicleCommandsTest, ADeadTrackCostsNoStoredValue) {
-  writeIni("LOKARI", "BaseUnit=TAMSMC\r\nComPort=3\r\nTimeout=2\r\nDelay=0\r\nContinueOnError=1\r\n");
+  writeIni("LOKARI",
+           "BaseUnit=TAMSMC\r\nComPort=3\r\nTimeout=2\r\nDelay=0\r\nContinueOnError=1\r\n");
   store(3, 17);
   store(29, 6);
   store(49, 2);
