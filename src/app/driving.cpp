@@ -147,15 +147,16 @@ void Driving::whenFree(const void* owner, int what, std::function<void()> job) {
   });
 }
 
-void Driving::openBeside(const void* owner, std::function<void()> open) {
-  if (beside_.try_emplace(owner).second) openWhenIdle(owner, std::move(open));
+void Driving::openBeside(const void* owner, const std::function<void()>& open) {
+  if (beside_.try_emplace(owner).second) openWhenIdle(owner, open);
 }
 
-// By value: the alarm that calls it goes.
-void Driving::openWhenIdle(const void* owner, std::function<void()> open) {
+void Driving::openWhenIdle(const void* owner, const std::function<void()>& open) {
   if (!line_.isBusy()) {
+    // The alarm that calls this goes, and what it holds with it.
+    const std::function<void()> run = open;
     beside_.erase(owner);
-    if (!closed_) open();
+    if (!closed_) run();
     return;
   }
   // The exchange in hand stands on the stack; the window opens from the event loop behind it.

@@ -51,7 +51,7 @@ class Driving {
   /// Opens a window that may ask for runAlone(): never on top of an exchange, which could not end
   /// below it. Polls and keep-alives go on beside the window. Now, or as soon as an exchange in
   /// hand has ended; asked for twice, it opens once.
-  void openBeside(const void* owner, std::function<void()> open);
+  void openBeside(const void* owner, const std::function<void()>& open);
 
   /// Forgets a job of runAlone() that still waits; its owner is about to go.
   void forget(const void* owner) { line_.forget(owner); }
@@ -76,7 +76,7 @@ class Driving {
   SlotUnit* openNewCab(int address, const std::optional<CabRecord>& record, const Opening& opening);
   bool hasCabs() const;
   void whenFree(const void* owner, int what, std::function<void()> job);
-  void openWhenIdle(const void* owner, std::function<void()> open);
+  void openWhenIdle(const void* owner, const std::function<void()>& open);
 
   StationLink& link_;
   DatabaseSession& session_;
