@@ -31,8 +31,8 @@ class CvIndex {
   /// Where `cvValues` and `cvMarks` hold it.
   constexpr int arrayIndex() const { return value_ - 1; }
   constexpr bool inRange() const { return value_ >= 1 && value_ <= kHighestCvIndex; }
-  auto operator<=>(const CvIndex&) const =
-      default;  // NOLINT(modernize-use-nullptr): mistaken about <=>
+  // NOLINTNEXTLINE(modernize-use-nullptr): the check is mistaken about <=>.
+  auto operator<=>(const CvIndex&) const = default;
 
  private:
   int value_ = 0;
