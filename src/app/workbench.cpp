@@ -64,6 +64,8 @@ void Workbench::findSavedRecord() {
 
 bool Workbench::shutDown() {
   RecordForm& form = session_->form();
+  // A query is no place: the record behind it is.
+  if (form.isSearching()) form.storeEdit();
   savePlace(ini_, form.position(), form.text(QStringLiteral("dc_coll")),
             form.text(QStringLiteral("dc_adr")));
   if (!form.close()) return false;

@@ -69,15 +69,20 @@ void VehicleRecords::storeCVs(const CabRecord& record, int set,
     if (records.position() < 0) return;
     const bool onShow = isOnShow(record);
     RecordForm& form = session_->form();
-    const QByteArray& kept = form.workingCopy().recCvValues[static_cast<size_t>(set - 1)];
-    QByteArray values = chkCVVar(onShow ? QVariant(kept) : records.value(valuesColumn(set)));
-    for (const ChangedCV& change : changes) {
-      values[change.number - 1] = static_cast<char>(change.value);
-    }
+    const auto changed = [&changes](QByteArray values) {
+      for (const ChangedCV& change : changes) {
+        values[change.number - 1] = static_cast<char>(change.value);
+      }
+      return values;
+    };
+    // The row as it is by now: what the window holds of it may be older, or not stored yet.
+    const QByteArray values = changed(chkCVVar(records.value(valuesColumn(set))));
     records.Edit();
     records.setValue(valuesColumn(set), values);
     records.Update();
-    if (onShow) form.takeCvValues(set, values);
+    if (!onShow) return;
+    const QByteArray kept = form.workingCopy().recCvValues[static_cast<size_t>(set - 1)];
+    form.takeCvValues(set, form.editMode() == EditMode::Edit ? changed(kept) : values);
   } catch (const StorageError& error) {
     prompt_.message(error.text());
   }

@@ -115,6 +115,8 @@ void ZimoBinaryCab::sendStopped() {
 void ZimoBinaryCab::settle(bool stopped) {
   const ZimoBinaryFraming* const session = zimoFraming(link());
   if (session != nullptr && !session->isUnsettled() && !session->zbinAheadFailed) return;
+  // A cancel belongs to the job before.
+  link().cancelRequested = false;
   try {
     withZimoFraming(link(), [&](ZimoBinaryFraming& framing) {
       framing.zbinSettle();

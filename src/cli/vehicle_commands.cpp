@@ -66,17 +66,43 @@ class VehicleRecord {
   const Database& database() const { return database_; }
   QString address() const { return records_.text(QStringLiteral("DC_ADR")); }
 
-  /// `address` is a new one, or nothing.
-  void store(const std::optional<QString>& address) {
+  /// Stores what `take` makes of the sets as they are in the file by now: others may have changed
+  /// the vehicle during a long job. A file that is held is waited for. `address` is a new one, or
+  /// nothing.
+  void store(Prompt& prompt, const std::function<void(CvRecord&)>& take,
+             const std::optional<QString>& address) {
+    const auto isStored = [&] {
+      try {
+        storeOnce(take, address);
+        return true;
+      } catch (const StorageError& error) {
+        if (error.code() != storage_error::kLocked) throw;
+        return false;
+      }
+    };
+    if (isStored()) return;
+    const QString held =
+        QStringLiteral("Die Datenbank wird gerade von einem anderen Programm benutzt.");
+    if (prompt.waitUntil(held + QStringLiteral(" Es wird gewartet ..."), isStored)) return;
+    throw StorageError(storage_error::kLocked, held);
+  }
+
+  CvRecord cvs;
+
+ private:
+  void storeOnce(const std::function<void(CvRecord&)>& take,
+                 const std::optional<QString>& address) {
+    records_.CancelUpdate();
+    records_.reread();
+    loadCvRecord(records_, cvs);
+    if (cvs.recManuf == 0) cvs.recDecoder.clear();
+    take(cvs);
     records_.Edit();
     assignCvRecord(records_, cvs);
     if (address) records_.setValue(QStringLiteral("DC_ADR"), toInt16(*address));
     records_.Update();
   }
 
-  CvRecord cvs;
-
- private:
   Database database_;
   RecordSet records_;
 };
@@ -298,10 +324,11 @@ ExitStatus runVehicle(const VehicleCall& call, CliContext& context) {
   }
   const bool good = printCvs(bench, planned, context);
   tellRemarks(bench, context);
-  takeReport(bench, vehicle.cvs);
   const CvReport* address = bench.report().of(CvIndex(cv::kAddress));
   const bool addressRead = address != nullptr && address->deed == CvDeed::Read;
-  vehicle.store(addressRead ? std::optional(QString::number(address->value)) : std::nullopt);
+  vehicle.store(
+      context.prompt, [&bench](CvRecord& record) { takeReport(bench, record); },
+      addressRead ? std::optional(QString::number(address->value)) : std::nullopt);
   return good && bench.jobEnd == JobEnd::Complete ? ExitStatus::Done : ExitStatus::Failed;
 }
 

@@ -48,16 +48,30 @@ void loadCvRecord(RecordSet& records, CvRecord& record) {
   record = loaded;
 }
 
+namespace {
+
+/// What the row holds already is no change: on a row that others changed too, theirs would go. A
+/// Null or a short array is brought to full size.
+void assign(RecordSet& records, const QString& column, const QVariant& value) {
+  const QVariant before = records.value(column);
+  const bool same = !before.isNull() && (value.typeId() == QMetaType::QByteArray
+                                             ? before.toByteArray() == value.toByteArray()
+                                             : before.toString() == value.toString());
+  if (!same) records.setValue(column, value);
+}
+
+}  // namespace
+
 void assignCvRecord(RecordSet& records, const CvRecord& record) {
   for (size_t set = 0; set < kCvSetCount; ++set) {
     const CvColumns& columns = kCvColumns[set];
-    records.setValue(name(columns.values), record.recCvValues[set]);
-    records.setValue(name(columns.marks), record.recCvMarks[set]);
-    records.setValue(name(columns.name), record.recCvName[set]);
+    assign(records, name(columns.values), record.recCvValues[set]);
+    assign(records, name(columns.marks), record.recCvMarks[set]);
+    assign(records, name(columns.name), record.recCvName[set]);
   }
-  records.setValue(QStringLiteral("DC_MANUF"), record.recManuf);
-  records.setValue(QStringLiteral("DC_DECODER"), record.recDecoder);
-  records.setValue(QStringLiteral("DC_DEC_VER"), record.recSetName);
+  assign(records, QStringLiteral("DC_MANUF"), record.recManuf);
+  assign(records, QStringLiteral("DC_DECODER"), record.recDecoder);
+  assign(records, QStringLiteral("DC_DEC_VER"), record.recSetName);
 }
 
 }  // namespace lokari

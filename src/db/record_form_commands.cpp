@@ -103,7 +103,13 @@ void RecordForm::deleteRecord() {
   validate(FormAction::Remove);
   const int place = position();
   try {
-    std::optional<RowValues> row = records_.row();
+    std::optional<RowValues> row;
+    try {
+      row = records_.row();
+    } catch (const StorageError& error) {
+      // Somebody was quicker: there is nothing to bring back.
+      if (error.code() != storage_error::kRecordDeleted) throw;
+    }
     records_.Delete();
     noteStored();
     rememberDeleted(std::move(row), place);

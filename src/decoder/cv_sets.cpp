@@ -128,7 +128,8 @@ void CvSets::takeCv(const Set& from, CvIndex cv) {
 void CvSets::setMark(CvIndex cv, CvMark mark) {
   cvMarks[cv.arrayIndex()] = static_cast<char>(mark);
   unproved_.erase(cv);
-  lost_.erase(cv);
+  // Only an access that went well replaces the value that a failed read has taken the place of.
+  if (mark == CvMark::Verified) lost_.erase(cv);
 }
 
 void CvSets::setWritten(CvIndex cv, bool proved) {

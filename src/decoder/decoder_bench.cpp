@@ -251,6 +251,7 @@ void DecoderBench::refreshFields(bool onlyGrid) {
 // ---- Jobs -------------------------------------------------------------------------------------
 
 void DecoderBench::runJob() {
+  finishChoice();
   if (refusedWithoutDescription()) {
     jobEnd = JobEnd::NoDescription;
     return;

@@ -27,6 +27,11 @@ constexpr int kUsbHead = 2;
 /// A station's shortest message.
 constexpr int kShortestMessage = 3;
 
+/// "Stop" or "go on" for the whole track.
+bool isTrackOrder(const QByteArray& msg) {
+  return msg.startsWith(bytes({0x21, 0x80})) || msg.startsWith(bytes({0x21, 0x81}));
+}
+
 }  // namespace
 
 const LenzInterface& lenzInterface(StationKind kind) {
@@ -49,8 +54,11 @@ void LenzFraming::lnzSend(const QByteArray& msg, std::function<void()> lost) {
   try {
     request();
     while (!ahead_.empty()) {
-      line.write(ahead_.front().msg);
+      const QByteArray first = ahead_.front().msg;
+      line.write(first);
       ahead_.pop_front();
+      // Of two orders to the track the newer one holds; behind it the older one would undo it.
+      if (ahead_.empty() && isTrackOrder(first) && isTrackOrder(msg)) return;
       request();
     }
     line.write(msg);

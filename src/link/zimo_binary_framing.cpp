@@ -1,8 +1,6 @@
 #include "link/zimo_binary_framing.h"
 
-#include <QScopedValueRollback>
-
-#include <algorithm>
+#include <utility>
 
 #include "base/clock.h"
 #include "base/prompt.h"
@@ -34,7 +32,9 @@ QByteArray ZimoBinaryFraming::zbinReceive(int seconds) {
   try {
     for (;;) {
       const auto left = static_cast<int>(lastSecond - link_.clock().wholeSeconds());
-      const QByteArray body = receiveBody(std::max(left, 0));
+      // News without end are no answer.
+      if (left < 0) return {};
+      const QByteArray body = receiveBody(left);
       if (body.isEmpty()) return {};
       const zbin::Reply reply = zbin::takeApart(body);
       zbinRxSeq = reply.seq;
@@ -111,12 +111,13 @@ bool ZimoBinaryFraming::answersAhead(const QByteArray& reply) {
 }
 
 void ZimoBinaryFraming::takeAnswersAhead() {
-  const QScopedValueRollback cancelled(link_.cancelRequested, false);
-  while (unsettled_ && answersAhead_ > 0) {
+  const bool cancelled = std::exchange(link_.cancelRequested, false);
+  for (int frames = 0; unsettled_ && answersAhead_ > 0 && frames < kMostTries; ++frames) {
     const QByteArray reply = zbinReceive(kLastAnswerSeconds);
-    if (reply.isEmpty()) return;
+    if (reply.isEmpty()) break;
     answersAhead(reply);
   }
+  link_.cancelRequested = link_.cancelRequested || cancelled;
 }
 
 void ZimoBinaryFraming::forgetAhead() {

@@ -222,6 +222,8 @@ void MainWin::butProg() {
 
 void MainWin::openDecoderWindow() {
   RecordForm& form = workbench_.session().form();
+  // The command line may have stored other values since the record was shown.
+  form.refreshCvSets();
   if (!form.prepareProgramming()) return;
   showBusy(true);
   workbench_.clock().pump();
@@ -235,8 +237,6 @@ void MainWin::openDecoderWindow() {
   };
   showBusy(false);
   frmDecoder_ = &frmDecoder;
-  // The command line may have stored other values since the record was shown.
-  form.refreshCvSets();
   CvRecord record = form.workingCopy();
   const QString address = form.text(QStringLiteral("dc_adr"));
   const bool success = frmDecoder.edit(record, address,

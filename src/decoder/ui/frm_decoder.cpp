@@ -291,6 +291,7 @@ void FrmDecoder::accepted() {
 }
 
 void FrmDecoder::reject() {
+  if (jobWaits_) return;
   switch (bench_.askToLeave()) {
     case Leave::Stay:
       return;
@@ -347,7 +348,12 @@ void FrmDecoder::focusField(const QString& name, bool selectAll) {
 
 void FrmDecoder::runJob(CommJob job) {
   toolTip_->hideTip();
+  if (jobWaits_) return;
+  jobWaits_ = true;
+  setEnabled(false);
   const auto run = [this, job] {
+    jobWaits_ = false;
+    setEnabled(true);
     DlgComm dialog(link_, this);
     scale_.ResizeWindow(&dialog);
     dialog.run(job, [this] { bench_.runJob(); });

@@ -84,6 +84,7 @@ class FrmDecoder final : public QDialog {
   std::vector<RowsPage*> rowsPages_;  // by tab number; null for the two fixed ones
   CvRecord* record_ = nullptr;
   qsizetype setNameLength_ = 0;
+  bool jobWaits_ = false;  // for the line; what it is to do must not change meanwhile
 };
 
 }  // namespace lokari
