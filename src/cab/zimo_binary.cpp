@@ -115,8 +115,8 @@ void ZimoBinaryCab::sendStopped() {
 void ZimoBinaryCab::settle(bool stopped) {
   const ZimoBinaryFraming* const session = zimoFraming(link());
   if (session != nullptr && !session->isUnsettled() && !session->zbinAheadFailed) return;
-  // A cancel belongs to the job before.
-  link().cancelRequested = false;
+  // A cancel belongs to the job before, unless it stays.
+  link().cancelRequested = link().cancelRequested && link().cancelStays;
   try {
     withZimoFraming(link(), [&](ZimoBinaryFraming& framing) {
       framing.zbinSettle();
