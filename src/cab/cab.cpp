@@ -209,8 +209,11 @@ void Cab::chooseCV(const QString& name) {
 bool Cab::mayWriteCV() {
   const auto leave = askToSwitchOn(link(), StationUse::CvJob);
   if (!leave) return false;
-  if (*leave && state_.stopped) imgStop();
-  return true;
+  if (!*leave) return true;
+  // Whoever stopped the layout: the go is this cab's. Without it the CV would reach nobody.
+  showHeld(true);
+  imgStop();
+  return !link().trackStop().isHeld();
 }
 
 void Cab::stepCVUp() {
