@@ -124,6 +124,7 @@ void Cab::imgStop() {
         // The line is there, and no message stands in the way: the order counts from here on.
         stopPending_ = false;
         failedStop_.reset();
+        heldBefore_ = link().trackStop().isHeld();
         showStopped(stopped);
         emit noticeChanged();
         protocol_->sendStopped();
@@ -138,7 +139,12 @@ void Cab::stopFailed(bool stopped, StopFault fault, const QString& reason) {
   if (fault == StopFault::NotSent) prompt().beep();
   failedStop_ = {stopped, fault, reason};
   // Pressed again meanwhile, the newer order counts.
-  if (state_.stopped == stopped) showStopped(!stopped);
+  if (state_.stopped == stopped) {
+    showHeld(!stopped);
+    // A stop that somebody else has sent still holds, whatever became of this order.
+    TrackStop& layout = link().trackStop();
+    heldBefore_ ? layout.noteStopped() : layout.noteReleased();
+  }
   emit noticeChanged();
 }
 

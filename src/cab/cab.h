@@ -133,6 +133,7 @@ class Cab final : public SlotUnit {
   bool hasState_ = false;
   bool wasRead_ = false;      // the reading at load is over
   bool stopPending_ = false;  // pressed, and not on the wire yet
+  bool heldBefore_ = false;   // the layout was held ahead of the last order
 
   /// The last stop or go, when it does not hold.
   struct FailedStop {

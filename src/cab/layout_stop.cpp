@@ -18,7 +18,7 @@ LayoutStop::~LayoutStop() = default;
 // From the event loop: the station's answer is taken in the middle of an exchange.
 void LayoutStop::noteFailed(StopFault fault) {
   StationLink& link = line_.link();
-  link.trackStop().noteReleased();
+  if (!heldBefore_) link.trackStop().noteReleased();
   const QString what =
       fault == StopFault::Refused ? QStringLiteral("abgelehnt") : QStringLiteral("nicht bestätigt");
   tell_ = link.clock().after(0, [&link, what] {
@@ -35,16 +35,16 @@ bool LayoutStop::send() {
     protocol_ = makeProtocol_(kind.family, line_, state_,
                               {.stopFailed = [this](bool, StopFault fault) { noteFailed(fault); }});
   }
-  const bool before = link.trackStop().isHeld();
+  heldBefore_ = link.trackStop().isHeld();
   const auto failed = std::make_shared<bool>(false);
-  line_.urgent([this, &link, before, failed] {
+  line_.urgent([this, &link, failed] {
     try {
       line_.restore();
       link.trackStop().noteStoppedForAll();
       protocol_->sendStopped();
       line_.noteBack();
     } catch (const LinkError& error) {
-      if (!before) link.trackStop().noteReleased();
+      if (!heldBefore_) link.trackStop().noteReleased();
       line_.noteGone(error.message());
       *failed = true;
     }

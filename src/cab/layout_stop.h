@@ -28,6 +28,7 @@ class LayoutStop {
   CabState state_;                        // of no vehicle
   std::unique_ptr<CabProtocol> protocol_;
   std::unique_ptr<Clock::Alarm> tell_;
+  bool heldBefore_ = false;  // the layout was held ahead of the last stop
 };
 
 }  // namespace lokari

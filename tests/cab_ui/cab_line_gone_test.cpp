@@ -1,6 +1,7 @@
 // A stop that does not get out, on every kind of station: the adapter is pulled, its port is
 // missing, the network is away, the station says no. And what becomes of it when the line is back.
 #include "cab_sim_fixture.h"
+#include "link/track_stop.h"
 
 namespace lokari {
 namespace {
@@ -170,6 +171,20 @@ TEST_P(StopRefused, AStopThatTheStationDoesNotConfirmStaysHaltAndIsTold) {
   EXPECT_EQ(control<QLabel>(window, "labNotice")->text(),
             QStringLiteral("Die Zentrale hat „Halt“ nicht bestätigt!"));
   EXPECT_GE(prompt.beeps, 1);
+}
+
+TEST_P(StopRefused, AStopThatIsNotConfirmedLeavesTheStopOfAnotherCabHolding) {
+  FrmCab* first = openCab(3);
+  FrmCab* second = openCab(100);
+  click(first, "imgStop");
+  clock.advance(1000);
+  ASSERT_TRUE(link->trackStop().isHeld());
+  fault("silence:immer");
+  click(second, "imgStop");
+  clock.advance(300000);
+  EXPECT_TRUE(link->trackStop().isHeld());
+  EXPECT_EQ(control<PictureButton>(first, "imgStop")->accessibleName(), QStringLiteral("Los"));
+  EXPECT_EQ(control<PictureButton>(second, "imgStop")->accessibleName(), QStringLiteral("Halt"));
 }
 
 }  // namespace
