@@ -95,7 +95,7 @@ void DecoderBench::gridClicked(int row, GridColumn column) {
 void DecoderBench::openGridEdit(int row) {
   gridEditRow_ = row;
   const CvIndex cv = grid_.cvAt(row);
-  gridEditMark_ = sets.mark(cv);
+  gridEditKept_ = sets;
   controls.setTag(gridField(), QString::number(cv.value()));
   controls.setText(gridField(), QString::number(sets.value(cv)));
   controls.setVisible(gridField(), true);
@@ -112,8 +112,8 @@ void DecoderBench::closeGridEdit() {
 void DecoderBench::gridEditGivenUp() {
   const CvIndex cv = grid_.cvAt(gridEditRow_);
   if (!cv.inRange()) return;
-  // Typing took the mark of a value that stays.
-  sets.setMark(cv, gridEditMark_);
+  // Typing took the mark of a value that stays, and what else is known of it.
+  sets.takeCv(gridEditKept_, cv);
   closeGridEdit();
   showValue(cv);
 }

@@ -144,7 +144,8 @@ void CvSets::takeFailedRead(CvIndex cv, int shown) {
   const int known = lostBefore ? lost->second.known : value(cv);
   setValue(cv, shown);
   setMark(cv, CvMark::Failed);
-  lost_.insert({cv, {known, shown}});
+  // Not insert(): what was lost before the value was changed is history.
+  lost_.insert_or_assign(cv, Lost{known, shown});
 }
 
 std::vector<LostValue> CvSets::lostValues() const {

@@ -75,7 +75,7 @@ class CvSets {
   int value(CvIndex cv) const { return static_cast<quint8>(cvValues[cv.arrayIndex()]); }
   void setValue(CvIndex cv, int value) { cvValues[cv.arrayIndex()] = static_cast<char>(value); }
   CvMark mark(CvIndex cv) const { return static_cast<CvMark>(cvMarks[cv.arrayIndex()]); }
-  /// Also ends what isUnproved() and lostValues() tell of the CV.
+  /// Also ends what isUnproved() tells of the CV; Verified ends what lostValues() tells.
   void setMark(CvIndex cv, CvMark mark);
 
   // ---- What the marks do not tell: known until the sets are cleared ----------------------------

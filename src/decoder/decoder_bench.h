@@ -405,7 +405,7 @@ class DecoderBench : public QObject {
   QHash<QString, int> rowOfField_;
   CvGrid grid_;
   int gridEditRow_ = 0;
-  CvMark gridEditMark_ = CvMark::None;  // of the cell in hand, before it was touched
+  CvSets gridEditKept_;  // before the cell in hand was touched
   int selectedTab_ = 0;
   // What leaving would lose: bench_unsaved.cpp.
   struct Kept {
