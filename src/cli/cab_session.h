@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "cab/cab_line.h"
-#include "cli/cli.h"
+#include "cli/context.h"
 
 namespace lokari {
 

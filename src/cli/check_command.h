@@ -1,7 +1,7 @@
 // `check`: what is wrong with the database and the description files.
 #pragma once
 
-#include "cli/cli.h"
+#include "cli/context.h"
 
 namespace lokari {
 

@@ -8,34 +8,9 @@
 
 #include <QStringList>
 
-#include <functional>
-
-#include "base/app_paths.h"
-#include "base/settings.h"
-#include "cli/console_prompt.h"
-#include "cli/results.h"
-#include "link/station_link.h"
+#include "cli/context.h"
 
 namespace lokari {
-
-class Console;
-
-enum class ExitStatus {
-  Done = 0,
-  Failed = 1,     ///< something failed
-  WrongCall = 2,  ///< wrong call, or no session: nothing was done
-};
-
-/// Ctrl-C.
-struct Interrupt {
-  bool raised = false;
-  std::function<void()> action;  ///< what it does now; may be empty
-
-  void raise() {
-    raised = true;
-    if (action) action();
-  }
-};
 
 /// What the process gives.
 struct CliWorld {
@@ -45,19 +20,6 @@ struct CliWorld {
   Console& console;
   Interrupt& interrupt;
   QString programs{};  ///< the folder of this program and of those that belong to it
-};
-
-/// What a command works with.
-struct CliContext {
-  const AppPaths& paths;
-  Settings& settings;
-  Clock& clock;
-  ConsolePrompt& prompt;
-  Console& console;
-  Results results;
-  StationLink& link;
-  Interrupt& interrupt;
-  QString programs{};  ///< as in CliWorld
 };
 
 /// `arguments` without the program's name.

@@ -1,7 +1,7 @@
 // A session of a command: opened with its checks, and closed with its farewell on every road.
 #pragma once
 
-#include "cli/cli.h"
+#include "cli/context.h"
 
 namespace lokari {
 

@@ -6,7 +6,7 @@
 
 #include "base/station_kind.h"
 #include "cli/call.h"
-#include "cli/cli.h"
+#include "cli/context.h"
 
 namespace lokari {
 

@@ -2,9 +2,9 @@
 
 #include "base/clock.h"
 #include "base/text_file.h"
-#include "cli/cli.h"
 #include "cli/console.h"
 #include "cli/console_view.h"
+#include "cli/context.h"
 
 namespace lokari {
 namespace {

@@ -1,7 +1,7 @@
 // `cv read` and `cv write`: single CVs, without a record.
 #pragma once
 
-#include "cli/cli.h"
+#include "cli/context.h"
 
 namespace lokari {
 

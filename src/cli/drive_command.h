@@ -1,7 +1,7 @@
 // lokari-cli drive.
 #pragma once
 
-#include "cli/cli.h"
+#include "cli/context.h"
 
 namespace lokari {
 

@@ -1,7 +1,7 @@
 // lokari-cli export: the vehicles into a file of another program.
 #pragma once
 
-#include "cli/cli.h"
+#include "cli/context.h"
 
 namespace lokari {
 

@@ -1,7 +1,7 @@
 // `firmware FILE`: new firmware for the station.
 #pragma once
 
-#include "cli/cli.h"
+#include "cli/context.h"
 
 namespace lokari {
 

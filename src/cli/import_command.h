@@ -1,7 +1,7 @@
 // `import access`: a database of Access comes into one of this program.
 #pragma once
 
-#include "cli/cli.h"
+#include "cli/context.h"
 
 namespace lokari {
 

@@ -1,7 +1,7 @@
 // lokari-cli switch.
 #pragma once
 
-#include "cli/cli.h"
+#include "cli/context.h"
 
 namespace lokari {
 

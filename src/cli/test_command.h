@@ -1,7 +1,7 @@
 // `test`: is the configured station there, and what is it?
 #pragma once
 
-#include "cli/cli.h"
+#include "cli/context.h"
 
 namespace lokari {
 

@@ -2,7 +2,7 @@
 // database, without the window.
 #pragma once
 
-#include "cli/cli.h"
+#include "cli/context.h"
 
 namespace lokari {
 

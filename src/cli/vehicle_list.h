@@ -1,7 +1,7 @@
 // `vehicles`: the vehicles of the database, one a line.
 #pragma once
 
-#include "cli/cli.h"
+#include "cli/context.h"
 
 namespace lokari {
 

@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "base/numbers.h"
-#include "db/foreign_changes.h"
+#include "db/column_captions.h"
 #include "db/storage_error.h"
 
 namespace lokari {

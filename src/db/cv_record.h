@@ -8,10 +8,10 @@
 
 #include <array>
 
+#include "db/cv_columns.h"
+
 namespace lokari {
 
-/// CV sets of a vehicle.
-inline constexpr size_t kCvSetCount = 5;
 /// Bytes of a stored array of values or marks: byte k belongs to internal CV index k + 1.
 inline constexpr qsizetype kCvFieldBytes = 4865;
 
@@ -33,22 +33,6 @@ struct CvRecord {
 /// A stored array at full size: Null gives zeros, a shorter field keeps its bytes and has zeros
 /// behind them, a longer one stays as it is.
 QByteArray chkCVVar(const QVariant& field);
-
-/// The columns of one CV set.
-struct CvColumns {
-  const char16_t* values;
-  const char16_t* marks;
-  const char16_t* name;
-};
-
-/// By set, in the order in which they are written to the record.
-inline constexpr std::array<CvColumns, kCvSetCount> kCvColumns{{
-    {u"DC_CV", u"DC_CV_ST", u"DC_CV_NAME"},
-    {u"DC_CV_1", u"DC_CV_1_ST", u"DC_CV_NAME_1"},
-    {u"DC_CV_2", u"DC_CV_2_ST", u"DC_CV_NAME_2"},
-    {u"DC_CV_3", u"DC_CV_3_ST", u"DC_CV_NAME_3"},
-    {u"DC_CV_4", u"DC_CV_4_ST", u"DC_CV_NAME_4"},
-}};
 
 class RecordSet;
 

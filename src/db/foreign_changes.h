@@ -7,9 +7,6 @@
 
 namespace lokari {
 
-/// The caption of a column: the label of its field, the CV set that it belongs to, or its name.
-QString captionOf(const QString& column);
-
 /// One line for each of the columns, with what is stored there and what `records` would store: at
 /// most a handful, with the number of the others.
 QString foreignChanges(const RecordSet& records, const RowValues& stored);

@@ -1,7 +1,8 @@
 // Reads the tokens of a query and builds the storage's statement of them.
 #pragma once
 
-#include "db/jet_sql.h"
+#include "db/columns.h"
+#include "db/jet_statement.h"
 #include "db/jet_tokens.h"
 
 namespace lokari {

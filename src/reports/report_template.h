@@ -18,13 +18,9 @@
 #include <string>
 #include <vector>
 
-namespace lokari {
+#include "reports/template_check.h"
 
-/// The names that a template may use.
-struct ReportFields {
-  QStringList report;
-  QStringList vehicle;
-};
+namespace lokari {
 
 /// What one text is made of, all texts in UTF-8. An empty value counts as one that is not there.
 struct ReportData {

@@ -2,8 +2,6 @@
 
 #include <optional>
 
-#include "reports/report_template.h"
-
 namespace lokari {
 namespace {
 

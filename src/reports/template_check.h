@@ -6,7 +6,11 @@
 
 namespace lokari {
 
-struct ReportFields;
+/// The names that a template may use.
+struct ReportFields {
+  QStringList report;
+  QStringList vehicle;
+};
 
 /// Name of the section that is repeated for each vehicle.
 inline constexpr char16_t kVehicleSection[] = u"fahrzeuge";
