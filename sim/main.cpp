@@ -46,9 +46,24 @@ void join(Station& station, Port& port, bool log) {
     port.close();
     QCoreApplication::quit();
   };
+}
+
+void listen(Station& station, PseudoTerminal& port, bool log) {
   port.onReceive = [&station, log](const QByteArray& data) {
     if (log) print(stdout, QStringLiteral("> ") + hexDump(data));
     station.receive(data);
+  };
+}
+
+/// On the network a station may tell its clients apart.
+void listen(Station& station, UdpServer& server, bool log) {
+  server.onReceiveFrom = [&station, log](int client, const QByteArray& data) {
+    if (log) print(stdout, QStringLiteral("> ") + hexDump(data));
+    station.receiveFrom(client, data);
+  };
+  station.onAnswerTo = [&server, log](int client, const QByteArray& data) {
+    if (log) print(stdout, QStringLiteral("< ") + hexDump(data));
+    server.sendTo(client, data);
   };
 }
 
@@ -71,16 +86,20 @@ int run(const Options& options) {
   layout.setOverloaded(options.overloaded);
   QString error = loadDecoders(options, layout);
   const StationRow& row = *stationByName(options.station);
-  const auto station = row.make({clock, layout, faults, options.answerDelay});
+  const Surroundings surroundings{clock, layout, faults, options.answerDelay};
+  const auto station =
+      options.makersForm ? row.makeMakers(surroundings, options.makers) : row.make(surroundings);
   PseudoTerminal terminal;
   UdpServer server;
   QString place;
   if (error.isEmpty() && row.wire == Wire::Serial) {
     join(*station, terminal, options.log);
+    listen(*station, terminal, options.log);
     error = terminal.open(options.link);
     place = QStringLiteral("%1 (%2)").arg(options.link, terminal.device());
   } else if (error.isEmpty()) {
     join(*station, server, options.log);
+    listen(*station, server, options.log);
     const quint16 port = options.udpPort != 0 ? options.udpPort : row.udpPort;
     error = server.open(port);
     place = QStringLiteral("127.0.0.1:%1").arg(port);

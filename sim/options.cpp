@@ -15,13 +15,32 @@ QString stationNames() {
   return names.join(QStringLiteral(", "));
 }
 
-int numberOf(const QString& text, Options& options) {
+QString makersNames() {
+  QStringList names;
+  for (const StationRow& row : stationTable()) {
+    if (row.makeMakers != nullptr) names << QString::fromUtf16(row.name);
+  }
+  return names.join(QStringLiteral(", "));
+}
+
+int numberOf(const QString& text, Options& options, int first = 0, int last = 65535) {
   bool valid = false;
   const int number = text.toInt(&valid);
-  if (!valid || number < 0 || number > 65535) {
-    options.error = QStringLiteral("\"%1\" ist keine Zahl von 0 bis 65535!").arg(text);
+  if (!valid || number < first || number > last) {
+    options.error =
+        QStringLiteral("\"%1\" ist keine Zahl von %2 bis %3!").arg(text).arg(first).arg(last);
   }
   return number;
+}
+
+void takeForm(Options& options, const QString& name) {
+  static const QHash<QString, bool> kForms{{QStringLiteral("ours"), false},
+                                           {QStringLiteral("makers"), true}};
+  if (!kForms.contains(name)) {
+    options.error = QStringLiteral("Die Form \"%1\" gibt es nicht!").arg(name);
+    return;
+  }
+  options.makersForm = kForms[name];
 }
 
 void takeState(Options& options, const QString& name) {
@@ -50,6 +69,13 @@ const QHash<QString, Setter>& settersWithValue() {
        [](Options& o, const QString& v) { o.answerDelay = numberOf(v, o); }},
       {QStringLiteral("--image"), [](Options& o, const QString& v) { o.image = v; }},
       {QStringLiteral("--state"), takeState},
+      {QStringLiteral("--form"), takeForm},
+      {QStringLiteral("--state-size"),
+       [](Options& o, const QString& v) { o.makers.stateSize = numberOf(v, o, 14, 21); }},
+      {QStringLiteral("--repeat"),
+       [](Options& o, const QString& v) { o.makers.broadcastsInARow = numberOf(v, o, 1, 3); }},
+      {QStringLiteral("--access-time"),
+       [](Options& o, const QString& v) { o.makers.accessTime = numberOf(v, o, 0, 90000); }},
       {QStringLiteral("--fault"),
        [](Options& o, const QString& v) {
          if (const auto fault = faultFromText(v)) {
@@ -74,6 +100,15 @@ void check(Options& options) {
     options.error = QStringLiteral("--link fehlt!");
   } else if (!row->takesFirmware && !options.image.isEmpty()) {
     options.error = QStringLiteral("%1 nimmt keine Firmware an!").arg(options.station);
+  } else if (options.makersForm && row->makeMakers == nullptr) {
+    options.error = QStringLiteral(
+                        "%1 gibt es nur mit --form ours: über die Nachrichten dieser "
+                        "Zentrale sagen keine Herstellerunterlagen genug!")
+                        .arg(options.station);
+  } else if (!options.makersForm && options.makers != MakersOptions()) {
+    options.error = QStringLiteral(
+        "--subscribers, --state-size, --repeat und --access-time "
+        "gelten nur mit --form makers!");
   }
 }
 
@@ -87,6 +122,8 @@ Options parseOptions(const QStringList& arguments) {
       options.help = true;
     } else if (argument == QLatin1String("--log")) {
       options.log = true;
+    } else if (argument == QLatin1String("--subscribers")) {
+      options.makers.subscribersOnly = true;
     } else if (const auto setter = settersWithValue().find(argument);
                setter == settersWithValue().end()) {
       options.error = QStringLiteral("Die Option \"%1\" gibt es nicht!").arg(argument);
@@ -106,6 +143,8 @@ QString helpText() {
 Simuliert eine Digitalzentrale mit Programmiergleis, Hauptgleis und Decodern.
 
   --station NAME   Zentrale: %1
+  --form ours      so, wie Lokari die Zentrale kennt (Vorgabe)
+  --form makers    streng nach den Herstellerunterlagen; für %2
   --link PFAD      serielle Zentralen: hier erscheint der Anschluss
   --port NUMMER    Netzwerk-Zentralen: anderer Port auf 127.0.0.1
   --decoder DATEI  Fahrzeuge aus einer Datei statt der eingebauten; auch mehrmals
@@ -121,10 +160,14 @@ Simuliert eine Digitalzentrale mit Programmiergleis, Hauptgleis und Decodern.
   --state NAME     Zustand des Gleises am Anfang, auch mehrmals:
                    off (Fahrspannung aus), stop (Nothalt), overload (Überstrom)
   --delay MS       Zeit bis zur Antwort (Vorgabe 20)
+  --subscribers    makers, Z21IP: Rundmeldungen und CV-Ergebnisse nur an Abonnenten (Flag 1)
+  --state-size N   makers, Z21IP: 14 bis 21 Bytes für den Zustand eines Fahrzeugs (Vorgabe 15)
+  --repeat N       makers, XpressNet: jede Rundmeldung 1- bis 3-mal (Vorgabe 1)
+  --access-time MS makers: Zeit für eine CV, bis 90000 (Vorgabe 250)
   --log            schreibt jede Nachricht mit
   --help           diese Hilfe
 )")
-      .arg(stationNames());
+      .arg(stationNames(), makersNames());
 }
 
 }  // namespace lokari::sim

@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include "sim/faults.h"
+#include "sim/makers/makers_options.h"
 
 namespace lokari::sim {
 
@@ -18,6 +19,8 @@ struct Options {
   bool powerOff = false;  ///< the state of the track at the start
   bool stopped = false;
   bool overloaded = false;
+  bool makersForm = false;  ///< the station as its maker's documents describe it
+  MakersOptions makers;
   bool log = false;
   bool help = false;
 

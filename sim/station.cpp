@@ -27,11 +27,24 @@ QByteArray garbage(qsizetype size) {
 
 }  // namespace
 
+void Station::receiveFrom(int client, const QByteArray& data) {
+  Q_UNUSED(client)
+  receive(data);
+}
+
 void Station::answer(const QByteArray& data) {
   answer(data, surroundings_.answerDelay);
 }
 
 void Station::answer(const QByteArray& data, Millis delay) {
+  answer(std::nullopt, data, delay);
+}
+
+void Station::answerTo(int client, const QByteArray& data, Millis delay) {
+  answer(client, data, delay);
+}
+
+void Station::answer(Recipient recipient, const QByteArray& data, Millis delay) {
   FaultPlan& faults = surroundings_.faults;
   Millis at = std::max(clock().now() + delay, lastAnswerAt_);
   if (faults.strike(FaultKind::Unplugged)) {
@@ -52,26 +65,30 @@ void Station::answer(const QByteArray& data, Millis delay) {
   QByteArray behind;
   if (const auto stray = faults.strike(FaultKind::Stray)) {
     const int place = stray->amount.value_or(kAhead);
-    if (place == kAhead) queue(unasked(), at);
+    if (place == kAhead) queue(recipient, unasked(), at);
     if (place == kInside) sent.insert(sent.size() / 2, unasked());
     if (place == kBehind) behind = unasked();
   }
   if (const auto split = faults.strike(FaultKind::Split)) {
     for (const char byte : sent) {
-      queue(QByteArray(1, byte), at);
+      queue(recipient, QByteArray(1, byte), at);
       at += split->amount.value_or(kDefaultGap);
     }
     return;
   }
-  queue(sent, at);
-  queue(behind, at);
+  queue(recipient, sent, at);
+  queue(recipient, behind, at);
 }
 
-void Station::queue(const QByteArray& data, Millis at) {
+void Station::queue(Recipient recipient, const QByteArray& data, Millis at) {
   if (data.isEmpty()) return;
   lastAnswerAt_ = at;
-  later(at - clock().now(), [this, data] {
-    if (onAnswer) onAnswer(data);
+  later(at - clock().now(), [this, recipient, data] {
+    if (recipient && onAnswerTo) {
+      onAnswerTo(*recipient, data);
+    } else if (onAnswer) {
+      onAnswer(data);
+    }
   });
 }
 

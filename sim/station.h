@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "base/clock.h"
@@ -39,9 +40,13 @@ class Station {
 
   /// Bytes from the program, in any portions; on UDP one datagram.
   virtual void receive(const QByteArray& data) = 0;
+  /// The same on a network, from one of several clients. Most stations do not tell them apart.
+  virtual void receiveFrom(int client, const QByteArray& data);
 
   /// Bytes to the program, or one datagram.
   std::function<void(const QByteArray&)> onAnswer;
+  /// One datagram to one client, by a station that tells them apart. Without it onAnswer has it.
+  std::function<void(int client, const QByteArray&)> onAnswerTo;
   /// The station is pulled out.
   std::function<void()> onUnplug;
   /// A station's boot loader is left, with this memory: 65536 bytes, 255 where nothing came.
@@ -55,6 +60,9 @@ class Station {
   /// The faults of the wire strike here.
   void answer(const QByteArray& data);
   void answer(const QByteArray& data, Millis delay);
+  void answerTo(int client, const QByteArray& data, Millis delay);
+  /// The usual time from a command to its answer.
+  Millis answerDelay() const { return surroundings_.answerDelay; }
 
   /// A message that the station sends without being asked, such as news of another throttle; empty
   /// for a station that only answers.
@@ -80,7 +88,11 @@ class Station {
     bool done = false;
   };
 
-  void queue(const QByteArray& data, Millis at);
+  /// Whom an answer is for: anybody who hears the wire, or one client.
+  using Recipient = std::optional<int>;
+
+  void answer(Recipient recipient, const QByteArray& data, Millis delay);
+  void queue(Recipient recipient, const QByteArray& data, Millis at);
   std::optional<TrackResult> trackFault();
 
   Surroundings surroundings_;

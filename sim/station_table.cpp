@@ -5,6 +5,9 @@
 #include "sim/intellibox_station.h"
 #include "sim/lenz_station.h"
 #include "sim/lidp_station.h"
+#include "sim/makers/p50x_station.h"
+#include "sim/makers/xpressnet_station.h"
+#include "sim/makers/z21_station.h"
 #include "sim/mx10_station.h"
 #include "sim/mx1_text_station.h"
 #include "sim/tams_station.h"
@@ -19,20 +22,31 @@ std::unique_ptr<Station> make(const Surroundings& surroundings) {
   return std::make_unique<Kind>(surroundings);
 }
 
+template <class Kind>
+std::unique_ptr<Station> makeMakers(const Surroundings& surroundings,
+                                    const MakersOptions& options) {
+  return std::make_unique<Kind>(surroundings, options);
+}
+
 constexpr std::array kStations{
-    StationRow{u"IBX", Wire::Serial, 0, make<IntelliboxStation>},
-    StationRow{u"LI100", Wire::Serial, 0, make<Li100Station>},
-    StationRow{u"LI100V3", Wire::Serial, 0, make<Li100V3Station>},
+    StationRow{u"IBX", Wire::Serial, 0, make<IntelliboxStation>, false,
+               makeMakers<makers::IntelliboxStation>},
+    StationRow{u"LI100", Wire::Serial, 0, make<Li100Station>, false,
+               makeMakers<makers::Li100Station>},
+    StationRow{u"LI100V3", Wire::Serial, 0, make<Li100V3Station>, false,
+               makeMakers<makers::Li100V3Station>},
     StationRow{u"LIDP", Wire::Serial, 0, make<LidpStation>},
-    StationRow{u"LIUSB", Wire::Serial, 0, make<LiUsbStation>},
+    StationRow{u"LIUSB", Wire::Serial, 0, make<LiUsbStation>, false,
+               makeMakers<makers::LiUsbStation>},
     StationRow{u"MX1", Wire::Serial, 0, make<Mx1Station>, true},
     StationRow{u"MX10", Wire::Serial, 0, make<Mx10KeyStation>},
     StationRow{u"MX10IP", Wire::Udp, 14520, make<Mx10IpStation>},
     StationRow{u"MX1BIN", Wire::Serial, 0, make<Mx1BinStation>},
     StationRow{u"MX1ULF", Wire::Serial, 0, make<Mx1UlfStation>},
     StationRow{u"MX1V25", Wire::Serial, 0, make<Mx1V25Station>, true},
-    StationRow{u"TAMSMC", Wire::Serial, 0, make<TamsStation>},
-    StationRow{u"Z21IP", Wire::Udp, 21105, make<Z21Station>},
+    StationRow{u"TAMSMC", Wire::Serial, 0, make<TamsStation>, false,
+               makeMakers<makers::TamsStation>},
+    StationRow{u"Z21IP", Wire::Udp, 21105, make<Z21Station>, false, makeMakers<makers::Z21Station>},
 };
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <memory>
 #include <span>
 
+#include "sim/makers/makers_options.h"
 #include "sim/station.h"
 
 namespace lokari::sim {
@@ -19,6 +20,9 @@ struct StationRow {
   quint16 udpPort;  ///< 0 on a serial line
   std::unique_ptr<Station> (*make)(const Surroundings& surroundings);
   bool takesFirmware = false;
+  /// The same kind as its maker's documents describe it; nullptr where none tell enough.
+  std::unique_ptr<Station> (*makeMakers)(const Surroundings& surroundings,
+                                         const MakersOptions& options) = nullptr;
 };
 
 std::span<const StationRow> stationTable();

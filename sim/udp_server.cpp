@@ -14,15 +14,27 @@ QString UdpServer::open(quint16 port) {
 }
 
 void UdpServer::send(const QByteArray& datagram) {
-  if (peerPort_ != 0) socket_.writeDatagram(datagram, peer_, peerPort_);
+  sendTo(last_, datagram);
+}
+
+void UdpServer::sendTo(int client, const QByteArray& datagram) {
+  if (client < 0 || client >= peers_.size()) return;
+  socket_.writeDatagram(datagram, peers_[client].address, peers_[client].port);
+}
+
+int UdpServer::clientOf(const Peer& peer) {
+  const qsizetype known = peers_.indexOf(peer);
+  if (known >= 0) return static_cast<int>(known);
+  peers_.append(peer);
+  return static_cast<int>(peers_.size()) - 1;
 }
 
 void UdpServer::receive() {
   while (socket_.hasPendingDatagrams()) {
     const QNetworkDatagram datagram = socket_.receiveDatagram();
-    peer_ = datagram.senderAddress();
-    peerPort_ = static_cast<quint16>(datagram.senderPort());
+    last_ = clientOf({datagram.senderAddress(), static_cast<quint16>(datagram.senderPort())});
     if (onReceive) onReceive(datagram.data());
+    if (onReceiveFrom) onReceiveFrom(last_, datagram.data());
   }
 }
 
