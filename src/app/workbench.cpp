@@ -94,6 +94,10 @@ void Workbench::mnuHelpSearch() {
   parts_.desktop.showHelpSearch(helpFile_);
 }
 
+void Workbench::showHelp(const HelpQuestion& question) {
+  if (!helpFile_.isEmpty()) parts_.desktop.showHelp(helpFile_, question);
+}
+
 void Workbench::mnuReadMe() {
   const QString path = placeFor(parts_.paths.appPath + QStringLiteral("/Readme.txt"));
   if (!parts_.desktop.openFile(path)) {

@@ -23,6 +23,7 @@ class Driving;
 class OldFormat;
 class Prompt;
 class WorkbenchView;
+struct HelpQuestion;
 
 /// What reaches outside; all of it must outlive the workbench.
 struct WorkbenchParts {
@@ -60,6 +61,8 @@ class Workbench {
 
   void mnuHelpContents();
   void mnuHelpSearch();
+  /// Opens the manual where the question is answered.
+  void showHelp(const HelpQuestion& question);
   void mnuReadMe();
   void mnuWeb();
 

@@ -6,6 +6,12 @@
 
 namespace lokari {
 
+/// What somebody wants to know who asks for help.
+struct HelpQuestion {
+  QString page;          ///< of the manual, with an anchor where one is meant
+  QString message = {};  ///< of the box that is open; its explanation goes before the page
+};
+
 class Desktop {
  public:
   virtual ~Desktop() = default;
@@ -19,9 +25,10 @@ class Desktop {
   /// The clipboard's picture as PNG, or empty.
   virtual QByteArray clipboardPicture() const = 0;
 
-  /// Opens the help file at its contents, or at its full-text search.
+  /// Opens the help file at its contents, at its full-text search, or where a question is answered.
   virtual void showHelpContents(const QString& helpFile) = 0;
   virtual void showHelpSearch(const QString& helpFile) = 0;
+  virtual void showHelp(const QString& helpFile, const HelpQuestion& question) = 0;
 };
 
 }  // namespace lokari

@@ -43,9 +43,14 @@ class RecordingDesktop final : public Desktop {
   void showHelpSearch(const QString& helpFile) override {
     log << QStringLiteral("search ") + helpFile;
   }
+  void showHelp(const QString& /*helpFile*/, const HelpQuestion& question) override {
+    log << QStringLiteral("help ") + question.page;
+    message = question.message;
+  }
 
   QStringList log;
   QByteArray clipboard;
+  QString message;  ///< of the box that help was last asked for
   bool works = true;
 };
 

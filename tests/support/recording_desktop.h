@@ -21,6 +21,9 @@ class RecordingDesktop final : public Desktop {
   QByteArray clipboardPicture() const override { return clipboard; }
   void showHelpContents(const QString& helpFile) override { opened << helpFile; }
   void showHelpSearch(const QString& helpFile) override { opened << helpFile; }
+  void showHelp(const QString& /*helpFile*/, const HelpQuestion& question) override {
+    opened << question.page;
+  }
 
   QStringList opened;
   QByteArray clipboard;

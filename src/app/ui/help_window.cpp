@@ -1,67 +1,82 @@
 #include "app/ui/help_window.h"
 
-#include <QFileInfo>
+#include <QApplication>
+#include <QCloseEvent>
 #include <QHelpContentWidget>
 #include <QHelpEngine>
-#include <QHelpSearchEngine>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QSplitter>
 #include <QTabWidget>
-#include <QTextBrowser>
 #include <QVBoxLayout>
 
+#include "app/help_places.h"
+#include "app/manual_messages.h"
+#include "app/ui/beside_modal.h"
+#include "app/ui/help_page.h"
+#include "app/ui/hit_list.h"
+#include "base/desktop.h"
+#include "base/ui/qt_prompt.h"
+
 namespace lokari {
-
-/// A browser that takes its pages from the help collection.
-class HelpWindow::Page final : public QTextBrowser {
- public:
-  Page(const QHelpEngine& engine, QWidget* parent) : QTextBrowser(parent), engine_(engine) {}
-
-  QVariant loadResource(int type, const QUrl& name) override {
-    const QUrl url = source().isEmpty() ? name : source().resolved(name);
-    if (url.scheme() == QStringLiteral("qthelp")) return engine_.fileData(url);
-    return QTextBrowser::loadResource(type, name);
-  }
-
- private:
-  const QHelpEngine& engine_;
-};
-
 namespace {
 
 constexpr int kContentsTab = 0;
 constexpr int kSearchTab = 1;
-const QUrl kFirstPage(QStringLiteral("qthelp://org.lokari.handbuch/handbuch/index.html"));
+constexpr QSize kSize(900, 620);
+/// Beside another window it may be this narrow.
+constexpr int kNarrowest = 560;
+const QString kBook = QStringLiteral("org.lokari.handbuch");
+
+QUrl urlOf(const QString& place) {
+  return QUrl(QStringLiteral("qthelp://%1/handbuch/%2").arg(kBook, place));
+}
 
 }  // namespace
 
 HelpWindow::HelpWindow(const QString& helpFile)
     : engine_(std::make_unique<QHelpEngine>(helpFile)),
+      besideModal_(std::make_unique<BesideModal>(*this)),
       tabs_(new QTabWidget),
-      page_(new Page(*engine_, this)),
+      page_(new HelpPage(*engine_, this)),
       query_(new QLineEdit),
       found_(new QLabel),
-      results_(new QListWidget) {
+      results_(new HitList) {
   setObjectName(QStringLiteral("frmHelp"));
   setWindowTitle(QStringLiteral("Lokari - Hilfe"));
+  setProperty(kOnlyBeside, true);
   new QShortcut(Qt::Key_Escape, this, this, &QWidget::close);
-  engine_->setReadOnly(false);
+  new QShortcut(QKeySequence::Back, this, page_, &QTextBrowser::backward);
+  new QShortcut(QKeySequence::Find, this, this, &HelpWindow::showSearch);
   engine_->setupData();
+  layOut(engine_->contentWidget());
+  connectContents();
+  query_->installEventFilter(this);
+  connect(query_, &QLineEdit::returnPressed, this, &HelpWindow::search);
+  results_->opened = [this](const ManualHit& hit) { openHit(hit); };
+  openPlace(QStringLiteral("index.html"));
+}
 
+HelpWindow::~HelpWindow() = default;
+
+void HelpWindow::layOut(QWidget* contents) {
   page_->setObjectName(QStringLiteral("txtPage"));
   page_->setAccessibleName(QStringLiteral("Hilfeseite"));
   query_->setObjectName(QStringLiteral("txtQuery"));
   query_->setAccessibleName(QStringLiteral("Suchbegriff"));
   query_->setPlaceholderText(QStringLiteral("Suchbegriff"));
+  query_->setClearButtonEnabled(true);
   found_->setObjectName(QStringLiteral("labFound"));
+  found_->setWordWrap(true);
+  found_->setText(QStringLiteral("Eingabe sucht; Pfeiltasten und Eingabe öffnen eine Fundstelle."));
   results_->setObjectName(QStringLiteral("lstResults"));
   results_->setAccessibleName(QStringLiteral("Fundstellen"));
   auto* start = new QPushButton(QStringLiteral("&Suchen"));
   start->setObjectName(QStringLiteral("cmdSearch"));
+  connect(start, &QPushButton::clicked, this, &HelpWindow::search);
 
   auto* searchPage = new QWidget;
   auto* line = new QHBoxLayout;
@@ -70,9 +85,8 @@ HelpWindow::HelpWindow(const QString& helpFile)
   auto* rows = new QVBoxLayout(searchPage);
   rows->addLayout(line);
   rows->addWidget(found_);
-  rows->addWidget(results_);
+  rows->addWidget(results_, 1);
 
-  auto* contents = engine_->contentWidget();
   contents->setObjectName(QStringLiteral("lstContents"));
   contents->setAccessibleName(QStringLiteral("Inhalt"));
   tabs_->setObjectName(QStringLiteral("tabHelp"));
@@ -86,30 +100,28 @@ HelpWindow::HelpWindow(const QString& helpFile)
   halves->setSizes({280, 600});
   auto* whole = new QVBoxLayout(this);
   whole->addWidget(halves);
-  resize(900, 620);
+  resize(kSize);
+}
 
+void HelpWindow::connectContents() {
+  auto* contents = engine_->contentWidget();
   connect(contents, &QHelpContentWidget::linkActivated, page_,
           [this](const QUrl& url) { page_->setSource(url); });
   connect(contents, &QHelpContentWidget::clicked, contents,
           [contents](const QModelIndex& index) { emit contents->activated(index); });
-  connect(engine_->contentModel(), &QHelpContentModel::contentsCreated, contents,
-          [contents] { contents->expandAll(); });
-  connect(start, &QPushButton::clicked, this, [this] { search(); });
-  connect(query_, &QLineEdit::returnPressed, this, [this] { search(); });
-  connect(results_, &QListWidget::itemClicked, this, [this](const QListWidgetItem* item) {
-    page_->setSource(item->data(Qt::UserRole).toUrl());
+  connect(engine_->contentModel(), &QHelpContentModel::contentsCreated, this, [this, contents] {
+    contents->expandAll();
+    showChapter();
   });
-  QHelpSearchEngine* finder = engine_->searchEngine();
-  connect(finder, &QHelpSearchEngine::searchingFinished, this, [this] { listResults(); });
-  connect(finder, &QHelpSearchEngine::indexingFinished, this, [this] {
-    indexed_ = true;
-    if (searchWaits_) search();
-  });
-  finder->reindexDocumentation();
-  page_->setSource(kFirstPage);
+  connect(page_, &QTextBrowser::sourceChanged, this, &HelpWindow::showChapter);
 }
 
-HelpWindow::~HelpWindow() = default;
+/// The contents stand at the page that is open.
+void HelpWindow::showChapter() {
+  auto* contents = engine_->contentWidget();
+  const QModelIndex chapter = contents->indexOf(page_->source().adjusted(QUrl::RemoveFragment));
+  if (chapter.isValid()) contents->setCurrentIndex(chapter);
+}
 
 QString HelpWindow::fault() const {
   if (!engine_->registeredDocumentations().isEmpty()) return {};
@@ -118,9 +130,36 @@ QString HelpWindow::fault() const {
 
 void HelpWindow::bringUp(int tab) {
   tabs_->setCurrentIndex(tab);
+  QWidget* front = QApplication::activeModalWidget();
+  if (front == nullptr) front = QApplication::activeWindow();
+  if (front != nullptr && front != this) {
+    asker_ = front;
+    if (!isVisible()) standBeside(*front);
+  }
+  if (isMinimized()) showNormal();
   show();
   raise();
   activateWindow();
+}
+
+/// Both are to be seen at once where the screen is wide enough.
+void HelpWindow::standBeside(const QWidget& window) {
+  const QRect screen = window.screen()->availableGeometry();
+  const QRect other = window.frameGeometry();
+  const int left = other.left() - screen.left();
+  const int right = screen.right() - other.right();
+  const int wide = std::clamp(std::max(left, right), std::min(kNarrowest, screen.width()),
+                              std::min(kSize.width(), screen.width()));
+  const QSize size(wide, std::min(kSize.height(), screen.height()));
+  const int x = right >= left ? std::min(other.right() + 1, screen.right() + 1 - wide)
+                              : std::max(other.left() - wide, screen.left());
+  const int y = std::clamp(other.top(), screen.top(), screen.bottom() + 1 - size.height());
+  setGeometry(QRect(QPoint(x, y), size));
+}
+
+void HelpWindow::closeEvent(QCloseEvent* event) {
+  QWidget::closeEvent(event);
+  if (asker_ != nullptr && asker_->isVisible()) asker_->activateWindow();
 }
 
 void HelpWindow::showContents() {
@@ -133,25 +172,61 @@ void HelpWindow::showSearch() {
   query_->selectAll();
 }
 
-void HelpWindow::search() {
-  searchWaits_ = !indexed_;
-  if (searchWaits_) {
-    found_->setText(QStringLiteral("Das Verzeichnis wird angelegt ..."));
-    return;
+void HelpWindow::answer(const HelpQuestion& question) {
+  if (question.message.isEmpty() || !openMessage(question.message)) {
+    openPlace(question.page.isEmpty() ? QStringLiteral("index.html") : question.page);
   }
-  engine_->searchEngine()->search(query_->text());
+  bringUp(kContentsTab);
+  page_->setFocus();
 }
 
-void HelpWindow::listResults() {
-  results_->clear();
-  const QHelpSearchEngine* finder = engine_->searchEngine();
-  const auto hits = finder->searchResults(0, finder->searchResultCount());
-  for (const QHelpSearchResult& hit : hits) {
-    auto* item = new QListWidgetItem(hit.title(), results_);
-    item->setData(Qt::UserRole, hit.url());
+void HelpWindow::openPlace(const QString& place) {
+  page_->setSource(urlOf(place));
+}
+
+bool HelpWindow::openMessage(const QString& message) {
+  const QString page = messagesPage();
+  const QString quoted = quotedAs(quotedMessages(QString::fromUtf8(file(page))), message);
+  if (!quoted.isEmpty()) page_->openText(urlOf(page), quoted);
+  return !quoted.isEmpty();
+}
+
+void HelpWindow::openHit(const ManualHit& hit) {
+  page_->openMarked(urlOf(hit.place), hit.stems);
+}
+
+void HelpWindow::search() {
+  const QList<ManualHit> hits = manual().find(query_->text());
+  results_->show(hits);
+  found_->setText(hits.isEmpty()     ? QStringLiteral("Nichts gefunden")
+                  : hits.size() == 1 ? QStringLiteral("1 Fundstelle")
+                                     : QStringLiteral("%1 Fundstellen").arg(hits.size()));
+  if (!hits.isEmpty()) results_->setFocus();
+}
+
+bool HelpWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == query_ && event->type() == QEvent::KeyPress &&
+      static_cast<QKeyEvent*>(event)->key() == Qt::Key_Down && results_->count() > 0) {
+    results_->setFocus();
+    return true;
   }
-  found_->setText(hits.isEmpty() ? QStringLiteral("Nichts gefunden")
-                                 : QStringLiteral("%1 Fundstellen").arg(hits.size()));
+  return QWidget::eventFilter(watched, event);
+}
+
+QByteArray HelpWindow::file(const QString& name) const {
+  return engine_->fileData(urlOf(name));
+}
+
+const ManualSearch& HelpWindow::manual() {
+  if (manual_ == nullptr) {
+    QList<ManualPage> pages;
+    for (const QUrl& url : engine_->files(kBook, QString(), QStringLiteral("html"))) {
+      pages.append({url.fileName(), QString::fromUtf8(engine_->fileData(url))});
+    }
+    manual_ = std::make_unique<ManualSearch>(
+        pages, QString::fromUtf8(file(QStringLiteral("suchworte.txt"))));
+  }
+  return *manual_;
 }
 
 }  // namespace lokari

@@ -1,22 +1,30 @@
 // The manual: contents, full-text search and the pages.
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 
 #include <memory>
 
+#include "app/manual_search.h"
+
 class QHelpEngine;
 class QLabel;
 class QLineEdit;
-class QListWidget;
 class QTabWidget;
-class QTextBrowser;
 
 namespace lokari {
 
+class BesideModal;
+class HelpPage;
+class HitList;
+struct HelpQuestion;
+
+/// Stays usable while a modal window is open, and stands beside the window that was in front when
+/// it came up.
 class HelpWindow final : public QWidget {
  public:
-  /// `helpFile` is a help collection (.qhc). The search index is made beside it at the first use.
+  /// `helpFile` is a help collection (.qhc).
   explicit HelpWindow(const QString& helpFile);
   ~HelpWindow() override;
 
@@ -25,22 +33,36 @@ class HelpWindow final : public QWidget {
 
   void showContents();
   void showSearch();
+  /// Opens the page, or the explanation of the message where the manual has one.
+  void answer(const HelpQuestion& question);
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  class Page;
-
+  void layOut(QWidget* contents);
+  void connectContents();
   void search();
-  void listResults();
+  void openHit(const ManualHit& hit);
+  void openPlace(const QString& place);
+  /// Opens the row of the messages' page that quotes `message`; false when there is none.
+  bool openMessage(const QString& message);
+  void showChapter();
   void bringUp(int tab);
+  void standBeside(const QWidget& window);
+  QByteArray file(const QString& name) const;
+  const ManualSearch& manual();
 
   std::unique_ptr<QHelpEngine> engine_;
+  std::unique_ptr<BesideModal> besideModal_;
+  std::unique_ptr<ManualSearch> manual_;  ///< made by the first search
   QTabWidget* tabs_;
-  QTextBrowser* page_;
+  HelpPage* page_;
   QLineEdit* query_;
   QLabel* found_;
-  QListWidget* results_;
-  bool indexed_ = false;
-  bool searchWaits_ = false;  ///< asked for before the index was ready
+  HitList* results_;
+  QPointer<QWidget> asker_;  ///< the window that was in front
 };
 
 }  // namespace lokari

@@ -62,7 +62,7 @@ const std::array<Menu, 4>& menus() {
       {u"mnuHelp",
        u"&?",
        {
-           {u"mnuHelpContents", u"&Inhalt...", u"F1"},
+           {u"mnuHelpContents", u"&Inhalt..."},
            {u"mnuHelpSearch", u"&Suchen...", u"Shift+F1"},
            {u"mnuReadMe", u"&ReadMe-Datei anzeigen", u"", true},
            {u"mnuWeb", u"Lokari &Webseite"},

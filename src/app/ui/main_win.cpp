@@ -15,6 +15,7 @@
 #include "app/ui/dlg_wait.h"
 #include "app/ui/frm_about.h"
 #include "app/ui/frm_entry.h"
+#include "app/ui/help_key.h"
 #include "app/ui/list_menu.h"
 #include "app/ui/main_menu.h"
 #include "app/ui/navigator.h"
@@ -95,6 +96,9 @@ void MainWin::connectMenus() {
   menu_->enable(QStringLiteral("mnuFileQuit"), [this] { mnuFileQuit(); });
   menu_->enable(QStringLiteral("mnuHelpContents"), [this] { workbench_.mnuHelpContents(); });
   menu_->enable(QStringLiteral("mnuHelpSearch"), [this] { workbench_.mnuHelpSearch(); });
+  helpKey_ = std::make_unique<HelpKey>(
+      [this](const HelpQuestion& question) { workbench_.showHelp(question); },
+      [this] { workbench_.mnuHelpSearch(); });
   menu_->enable(QStringLiteral("mnuReadMe"), [this] { workbench_.mnuReadMe(); });
   menu_->enable(QStringLiteral("mnuWeb"), [this] { workbench_.mnuWeb(); });
   menu_->enable(QStringLiteral("mnuHelpInfo"), [this] { mnuHelpInfo(); });

@@ -15,6 +15,7 @@ namespace lokari {
 
 class FrmDecoder;
 class FrmEntry;
+class HelpKey;
 class StopKey;
 class MainMenu;
 class Navigator;
@@ -77,6 +78,7 @@ class MainWin final : public QMainWindow, public WorkbenchView {
   RecordBinder* binder_ = nullptr;
   FrmEntry* frmEntry_ = nullptr;
   FrmDecoder* frmDecoder_ = nullptr;  // while it is open
+  std::unique_ptr<HelpKey> helpKey_;
   std::unique_ptr<StopKey> stopKey_;
   bool started_ = false;
   QSet<QObject*> givenUp_;  // dialogs that endProgram() has asked to close

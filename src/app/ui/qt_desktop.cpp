@@ -68,4 +68,8 @@ void QtDesktop::showHelpSearch(const QString& helpFile) {
   if (HelpWindow* window = helpWindow(helpFile)) window->showSearch();
 }
 
+void QtDesktop::showHelp(const QString& helpFile, const HelpQuestion& question) {
+  if (HelpWindow* window = helpWindow(helpFile)) window->answer(question);
+}
+
 }  // namespace lokari

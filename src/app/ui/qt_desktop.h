@@ -23,6 +23,7 @@ class QtDesktop final : public Desktop {
   QByteArray clipboardPicture() const override;
   void showHelpContents(const QString& helpFile) override;
   void showHelpSearch(const QString& helpFile) override;
+  void showHelp(const QString& helpFile, const HelpQuestion& question) override;
 
  private:
   /// The help window, or nullptr when the file is none of ours or cannot be read.

@@ -15,12 +15,19 @@
 namespace lokari {
 namespace {
 
+/// A window that only stands beside the others gets no boxes: it may go while one is open.
+bool takesBoxes(const QWidget* window) {
+  return !window->property(kOnlyBeside).toBool();
+}
+
 QWidget* windowInFront() {
   if (QWidget* modal = QApplication::activeModalWidget()) return modal;
-  if (QWidget* active = QApplication::activeWindow()) return active;
+  QWidget* active = QApplication::activeWindow();
+  if (active != nullptr && takesBoxes(active)) return active;
   // Another program has the focus, or nobody has: the box still belongs to our window.
   for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (window->isVisible() && window->windowType() == Qt::Window) return window;
+    if (window->isVisible() && window->windowType() == Qt::Window && takesBoxes(window))
+      return window;
   }
   return nullptr;
 }

@@ -7,6 +7,9 @@
 
 namespace lokari {
 
+/// A window with this property, true, is read beside the others; boxes never stand over it.
+inline constexpr const char* kOnlyBeside = "onlyBeside";
+
 /// Boxes stand over the window that has the user's attention and are titled with the program's
 /// name when they have no title of their own.
 class QtPrompt final : public Prompt {
