@@ -15,8 +15,9 @@ constexpr int kFewWords = 4;    ///< of a title, to which its other words make l
 constexpr int kWholeWord = 3;
 constexpr int kMeant = 2;
 constexpr int kPartOfWord = 1;
-/// Shorter words are parts of too many others.
-constexpr int kShortestPart = 4;
+/// Shorter words begin or end too many others ("halt" ends "schalt").
+constexpr int kShortestBeginning = 4;
+constexpr int kShortestEnding = 5;
 /// A section with all words comes before one with many of a single word.
 constexpr int kEveryTerm = 10'000;
 /// Letters of an excerpt, and of what of it stands before the word that was found.
@@ -33,10 +34,16 @@ int times(const QStringList& words, const QString& stem) {
   return static_cast<int>(words.count(stem));
 }
 
+/// "Sicherungskopie" and "Datensicherung" have "Sicherung" in them.
+bool isPart(const QString& stem, const QString& word) {
+  if (word == stem) return false;
+  return (stem.size() >= kShortestBeginning && word.startsWith(stem)) ||
+         (stem.size() >= kShortestEnding && word.endsWith(stem));
+}
+
 int partTimes(const QStringList& words, const QString& stem) {
-  if (stem.size() < kShortestPart) return 0;
-  return static_cast<int>(std::ranges::count_if(
-      words, [&](const QString& word) { return word != stem && word.contains(stem); }));
+  return static_cast<int>(
+      std::ranges::count_if(words, [&](const QString& word) { return isPart(stem, word); }));
 }
 
 int wordCount(const QString& title) {
@@ -50,9 +57,8 @@ int inTitle(int times, const QString& title, int weight) {
 
 /// Whether the word is one of those looked for, or has one of them in it.
 bool isFound(const QString& word, const QStringList& stems) {
-  return std::ranges::any_of(stems, [&](const QString& stem) {
-    return word == stem || (stem.size() >= kShortestPart && word.contains(stem));
-  });
+  return std::ranges::any_of(
+      stems, [&](const QString& stem) { return word == stem || isPart(stem, word); });
 }
 
 QString excerptOf(const QString& text, const QStringList& stems) {

@@ -12,6 +12,8 @@ constexpr int kShortestInflected = 4;
 // The longer ending first.
 constexpr const char16_t* kEndings[] = {u"ern", u"em", u"en", u"er", u"es", u"e", u"n", u"s"};
 
+const QString kCv = QStringLiteral("cv");
+
 QString folded(const QString& word) {
   QString result;
   for (const QChar c : word.toLower()) {
@@ -51,13 +53,13 @@ class CvNumbers {
  public:
   /// The word "cv29" for a number behind "CV", else an empty one.
   QString next(const QString& stem, const QString& between) {
-    if (stem == QStringLiteral("cv") || stem == QStringLiteral("cvs")) {
+    if (stem == kCv) {
       open_ = true;
       return {};
     }
     const bool joins = stem == QStringLiteral("und") || stem == QStringLiteral("oder");
     open_ = open_ && joinsNumbers(between) && (joins || isNumber(stem));
-    return open_ && !joins ? QStringLiteral("cv") + stem : QString();
+    return open_ && !joins ? kCv + stem : QString();
   }
 
  private:
@@ -68,7 +70,7 @@ class CvNumbers {
 
 QString wordStem(const QString& word) {
   QString stem = folded(word);
-  if (stem == QStringLiteral("cvs")) return QStringLiteral("cv");
+  if (stem == kCv + u's') return kCv;
   if (stem.size() < kShortestInflected) return stem;
   for (const char16_t* ending : kEndings) {
     const QString tail = QString::fromUtf16(ending);
@@ -85,14 +87,16 @@ QList<WordAt> wordsOf(const QString& text) {
   static const QRegularExpression joint(QStringLiteral("[-_.]"));
   QList<WordAt> result;
   CvNumbers cvs;
-  qsizetype end = 0;
+  qsizetype before = 0;  // where the word before begins
+  qsizetype end = 0;     // and ends
   auto each = word.globalMatch(text);
   while (each.hasNext()) {
     const auto match = each.next();
-    const auto add = [&](const QString& stem) {
-      result.append({stem, static_cast<int>(match.capturedStart()),
-                     static_cast<int>(match.capturedLength())});
+    const auto addFrom = [&](qsizetype start, const QString& stem) {
+      const auto length = static_cast<int>(match.capturedEnd() - start);
+      result.append({stem, static_cast<int>(start), length});
     };
+    const auto add = [&](const QString& stem) { addFrom(match.capturedStart(), stem); };
     const QString whole = wordStem(match.captured());
     add(whole);
     const QStringList parts = match.captured().split(joint);
@@ -101,7 +105,9 @@ QList<WordAt> wordsOf(const QString& text) {
       for (const QString& part : parts) add(wordStem(part));
     }
     const QString cv = cvs.next(whole, text.mid(end, match.capturedStart() - end));
-    if (!cv.isEmpty()) add(cv);
+    const bool isNext = wordStem(text.mid(before, end - before)) == kCv;
+    if (!cv.isEmpty()) addFrom(isNext ? before : match.capturedStart(), cv);
+    before = match.capturedStart();
     end = match.capturedEnd();
   }
   return result;

@@ -6,9 +6,9 @@
 
 namespace lokari {
 
-/// A word, and where it stands in the text. The number of "CV 29" is also the word "cv29", and a
-/// word with hyphens is followed by itself without them and by each of its parts, all at the place
-/// of the whole.
+/// A word, and where it stands in the text. "CV 29" is three words, the last being
+/// "cv29" at the place of both. A word with hyphens is followed by itself without them and by each
+/// of its parts, all at the place of the whole.
 struct WordAt {
   QString stem;
   int start = 0;

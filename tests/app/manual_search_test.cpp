@@ -82,6 +82,22 @@ TEST(ManualSearch, EachNumberBehindCvIsThatCv) {
   EXPECT_FALSE(stems.contains(QStringLiteral("cv28")));
 }
 
+TEST(ManualSearch, APartOfAWordIsItsBeginningOrALongEnd) {
+  const auto found = [](const char* text, const char* stem) {
+    return foundWords(QString::fromUtf8(text), {QString::fromUtf8(stem)}).size();
+  };
+  EXPECT_EQ(found("Sicherungskopie und Datensicherung", "sicherung"), 2);
+  EXPECT_EQ(found("schalten, Schaltpult, Fahrpult", "halt"), 0);
+  EXPECT_EQ(found("Lokari, lokal, Lok", "lok"), 1);
+}
+
+TEST(ManualSearch, ACvIsMarkedWithItsNumber) {
+  const QString text = QStringLiteral("Die CV 29 und");
+  const QList<WordAt> words = foundWords(text, {QStringLiteral("cv29")});
+  ASSERT_EQ(words.size(), 1);
+  EXPECT_EQ(text.mid(words.first().start, words.first().length), QStringLiteral("CV 29"));
+}
+
 TEST(ManualSearch, ASectionWithAllWordsComesBeforeOneWithManyOfASingleWord) {
   const ManualSearch manual(
       {{QStringLiteral("a.html"),

@@ -27,8 +27,9 @@ namespace {
 constexpr int kContentsTab = 0;
 constexpr int kSearchTab = 1;
 constexpr QSize kSize(900, 620);
+constexpr int kTabsWidth = 300;
 /// Beside another window it may be this narrow.
-constexpr int kNarrowest = 560;
+constexpr int kNarrowest = 600;
 const QString kBook = QStringLiteral("org.lokari.handbuch");
 
 QUrl urlOf(const QString& place) {
@@ -97,7 +98,7 @@ void HelpWindow::layOut(QWidget* contents) {
   halves->addWidget(tabs_);
   halves->addWidget(page_);
   halves->setStretchFactor(1, 1);
-  halves->setSizes({280, 600});
+  halves->setSizes({kTabsWidth, kSize.width() - kTabsWidth});
   auto* whole = new QVBoxLayout(this);
   whole->addWidget(halves);
   resize(kSize);
