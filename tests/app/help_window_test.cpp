@@ -143,6 +143,18 @@ TEST_F(HelpWindowTest, APageWithItsHeadingIsOpenedForAWindow) {
   EXPECT_GT(page->verticalScrollBar()->value(), 0);
 }
 
+TEST_F(HelpWindowTest, TheContentsStandAtThePageThatIsOpen) {
+  auto* contents = child<QTreeView>(u"lstContents");
+  window_->answer({QStringLiteral("fahren.html#bedienen")});
+  runUntil([&] { return contents->currentIndex().parent().isValid(); });
+  EXPECT_EQ(contents->currentIndex().data().toString(), QStringLiteral("Fahren und schalten"));
+  window_->answer({QStringLiteral("decoder.html#rechner")});
+  EXPECT_EQ(contents->currentIndex().data().toString(),
+            QStringLiteral("Decoder lesen und schreiben"));
+  window_->answer({{}, QStringLiteral("Type nicht festgelegt!")});
+  EXPECT_EQ(contents->currentIndex().data().toString(), QStringLiteral("Fehlermeldungen"));
+}
+
 TEST_F(HelpWindowTest, TheMessageOfABoxIsExplained) {
   window_->answer({QStringLiteral("fahrzeuge.html"),
                    QStringLiteral("Datenbankdatei /home/x/Club.MDB nicht gefunden\roder Zugriff "

@@ -112,15 +112,15 @@ void HelpWindow::connectContents() {
           [contents](const QModelIndex& index) { emit contents->activated(index); });
   connect(engine_->contentModel(), &QHelpContentModel::contentsCreated, this, [this, contents] {
     contents->expandAll();
-    showChapter();
+    showChapter(page_->source());
   });
   connect(page_, &QTextBrowser::sourceChanged, this, &HelpWindow::showChapter);
 }
 
 /// The contents stand at the page that is open.
-void HelpWindow::showChapter() {
+void HelpWindow::showChapter(const QUrl& page) {
   auto* contents = engine_->contentWidget();
-  const QModelIndex chapter = contents->indexOf(page_->source().adjusted(QUrl::RemoveFragment));
+  const QModelIndex chapter = contents->indexOf(page.adjusted(QUrl::RemoveFragment));
   if (chapter.isValid()) contents->setCurrentIndex(chapter);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QPointer>
+#include <QUrl>
 #include <QWidget>
 
 #include <memory>
@@ -48,7 +49,7 @@ class HelpWindow final : public QWidget {
   void openPlace(const QString& place);
   /// Opens the row of the messages' page that quotes `message`; false when there is none.
   bool openMessage(const QString& message);
-  void showChapter();
+  void showChapter(const QUrl& page);
   void bringUp(int tab);
   void standBeside(const QWidget& window);
   QByteArray file(const QString& name) const;
