@@ -47,6 +47,10 @@ QString helpPlaceOf(const QString& window) {
   return row == std::end(kPlaces) ? QString() : QString::fromUtf16(row->page);
 }
 
+QString searchFormPage() {
+  return QStringLiteral("suchen.html#formular");
+}
+
 QString messagesPage() {
   return QStringLiteral("fehlermeldungen.html");
 }

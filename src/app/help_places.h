@@ -18,6 +18,9 @@ std::span<const HelpPlace> helpPlaces();
 /// The page of that window; empty where it has none of its own.
 QString helpPlaceOf(const QString& window);
 
+/// Of the main window while it is a search form.
+QString searchFormPage();
+
 /// Where the texts of the program's boxes are explained.
 QString messagesPage();
 

@@ -3,6 +3,7 @@
 #include "app/dec_types.h"
 #include "app/driving.h"
 #include "app/help_file.h"
+#include "app/help_places.h"
 #include "app/saved_place.h"
 #include "app/workbench_view.h"
 #include "base/desktop.h"
@@ -95,7 +96,14 @@ void Workbench::mnuHelpSearch() {
 }
 
 void Workbench::showHelp(const HelpQuestion& question) {
-  if (!helpFile_.isEmpty()) parts_.desktop.showHelp(helpFile_, question);
+  if (helpFile_.isEmpty()) return;
+  HelpQuestion asked = question;
+  // While the form asks for conditions the main window is another one.
+  const bool ofMainWindow = asked.page == helpPlaceOf(QStringLiteral("main_win"));
+  if (ofMainWindow && session_ != nullptr && session_->form().isSearching()) {
+    asked.page = searchFormPage();
+  }
+  parts_.desktop.showHelp(helpFile_, asked);
 }
 
 void Workbench::mnuReadMe() {

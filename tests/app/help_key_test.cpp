@@ -42,6 +42,15 @@ TEST_F(HelpKeyTest, TheMainWindowIsAboutVehicles) {
   EXPECT_EQ(log(), QStringList{QStringLiteral("help fahrzeuge.html")});
 }
 
+TEST_F(HelpKeyTest, TheSearchFormIsAboutSearching) {
+  control<QToolButton>(window.get(), "butFind")->click();
+  pressHelp(window.get());
+  control<QToolButton>(window.get(), "butCancel")->click();
+  pressHelp(window.get());
+  EXPECT_EQ(log(), (QStringList{QStringLiteral("help suchen.html#formular"),
+                                QStringLiteral("help fahrzeuge.html")}));
+}
+
 TEST_F(HelpKeyTest, ShiftAndF1IsTheSearch) {
   pressHelp(window.get(), Qt::ShiftModifier);
   EXPECT_EQ(log().size(), 1);
