@@ -7,10 +7,11 @@ namespace {
 
 // What a word is worth where it stands.
 constexpr int kInPageTitle = 40;
-constexpr int kInHeading = 16;
-constexpr int kInText = 4;
-constexpr int kMostInText = 4;  ///< times that count
-constexpr int kFewWords = 4;    ///< of a title, to which its other words make little difference
+constexpr int kInHeading = 24;
+constexpr int kInText = 8;
+constexpr int kMostInText = 4;   ///< times that count
+constexpr int kShortText = 150;  ///< words, up to which length makes little difference
+constexpr int kFewWords = 4;     ///< of a title, to which its other words make little difference
 // A synonym and a part of a longer word tell less.
 constexpr int kWholeWord = 3;
 constexpr int kMeant = 2;
@@ -27,6 +28,17 @@ constexpr int kBefore = 40;
 QStringList stemsOf(const QString& text) {
   QStringList result;
   for (const WordAt& word : wordsOf(text)) result << word.stem;
+  return result;
+}
+
+/// Each word as it is written, without the parts of one with hyphens.
+QStringList wholeStems(const QString& text) {
+  QStringList result;
+  int start = -1;
+  for (const WordAt& word : wordsOf(text)) {
+    if (word.start > start) result << word.stem;
+    start = std::max(start, word.start);
+  }
   return result;
 }
 
@@ -48,6 +60,12 @@ int partTimes(const QStringList& words, const QString& stem) {
 
 int wordCount(const QString& title) {
   return static_cast<int>(title.count(u' ')) + 1;
+}
+
+/// A word that a long section has among many others tells less of it.
+int inText(int times, const QStringList& body) {
+  const int length = static_cast<int>(body.size());
+  return kInText * std::min(times, kMostInText) * kShortText / (kShortText + length);
 }
 
 /// A title that is the word alone tells more than one that has others as well.
@@ -94,7 +112,7 @@ ManualSearch::ManualSearch(const QList<ManualPage>& pages, const QString& synony
     const QStringList sides = line.split(u'=');
     if (line.startsWith(u'#') || sides.size() != 2) continue;
     for (const QString& word : sides[0].split(u',')) {
-      synonyms_[wordStem(word.trimmed())] << stemsOf(sides[0]) << stemsOf(sides[1]);
+      synonyms_[wordStem(word.trimmed())] << wholeStems(sides[0]) << wholeStems(sides[1]);
     }
   }
 }
@@ -130,7 +148,7 @@ int ManualSearch::worth(const Section& section, const Term& term) {
   const auto worthOf = [&](const QString& stem, auto count) {
     return inTitle(count(section.page, stem), section.text.page, kInPageTitle) +
            inTitle(count(section.heading, stem), section.text.heading, kInHeading) +
-           kInText * std::min(count(section.body, stem), kMostInText);
+           inText(count(section.body, stem), section.body);
   };
   int sum = 0;
   for (const QString& stem : term.asked) {

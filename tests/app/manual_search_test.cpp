@@ -62,7 +62,9 @@ INSTANTIATE_TEST_SUITE_P(
         Wanted{"Excel", "drucken.html#csv"}, Wanted{"Kurzschluß", "fehlermeldungen.html"},
         Wanted{"rückgängig", "fahrzeuge.html#neu"}, Wanted{"Firmware", "firmware.html"},
         Wanted{"RailCom", "decoder"}, Wanted{"Bank", "decoderdateien.html#baenke"},
-        Wanted{"Zentrale wählen", "e"}, Wanted{"Kein ACK", "fehlermeldungen.html"}));
+        Wanted{"Zentrale wählen", "e"}, Wanted{"Adresse", "fahrzeuge.html#adresse"},
+        Wanted{"lange Adresse", "decoder.html#cv29"}, Wanted{"Platzhalter", "suchen.html"},
+        Wanted{"Access", "uebernahme.html"}, Wanted{"Kein ACK", "fehlermeldungen.html"}));
 
 TEST(ManualSearch, UmlautsAndEndingsAreNoDifference) {
   EXPECT_EQ(wordStem(QStringLiteral("Weichen")), wordStem(QStringLiteral("Weiche")));
