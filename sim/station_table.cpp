@@ -5,6 +5,7 @@
 #include "sim/intellibox_station.h"
 #include "sim/lenz_station.h"
 #include "sim/lidp_station.h"
+#include "sim/makers/mx1_station.h"
 #include "sim/makers/p50x_station.h"
 #include "sim/makers/xpressnet_station.h"
 #include "sim/makers/z21_station.h"
@@ -41,7 +42,8 @@ constexpr std::array kStations{
     StationRow{u"MX1", Wire::Serial, 0, make<Mx1Station>, true},
     StationRow{u"MX10", Wire::Serial, 0, make<Mx10KeyStation>},
     StationRow{u"MX10IP", Wire::Udp, 14520, make<Mx10IpStation>},
-    StationRow{u"MX1BIN", Wire::Serial, 0, make<Mx1BinStation>},
+    StationRow{u"MX1BIN", Wire::Serial, 0, make<Mx1BinStation>, false,
+               makeMakers<makers::Mx1Station>},
     StationRow{u"MX1ULF", Wire::Serial, 0, make<Mx1UlfStation>},
     StationRow{u"MX1V25", Wire::Serial, 0, make<Mx1V25Station>, true},
     StationRow{u"TAMSMC", Wire::Serial, 0, make<TamsStation>, false,

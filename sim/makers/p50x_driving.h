@@ -1,6 +1,6 @@
 // Vehicles and turnouts of the P50Xb protocol. Addresses are low byte first; replies begin with a
-// code: 00 done, 02 bad parameter, 06 power is off, 0A vehicle in no slot, 0C address not legal, 41
-// and 42 taken, but in halt, power off.
+// code: 00 done, 08 and 09 queue of vehicles or turnouts full, 02 bad parameter, 06 power is off,
+// 0A vehicle in no slot, 0C address not legal, 41 and 42 taken, but in halt, power off.
 //
 //   80 aL aH speed f    f: 80 take F1 to F4, 20 forward, 10 F0, 08 F4 ... 01 F1; speed 0 stop, 1
 //                       emergency stop, 2 slowest, 127 fastest

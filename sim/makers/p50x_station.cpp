@@ -1,6 +1,7 @@
 #include "sim/makers/p50x_station.h"
 
 #include <array>
+#include <utility>
 
 #include "base/bytes.h"
 
@@ -9,6 +10,10 @@ namespace {
 
 /// A sender who pauses longer inside a command has lost the rest of it.
 constexpr Millis kLongestPause = 1000;
+
+/// Queues of vehicles and turnouts: try later.
+constexpr int kVehiclesFull = 0x08;
+constexpr int kTurnoutsFull = 0x09;
 
 constexpr int kBusy = 0x80;
 constexpr int kNothingYet = 0xF5;
@@ -30,18 +35,18 @@ std::span<const P50xStation::Row> P50xStation::rows() {
   constexpr auto kFirst = Since::First;
   constexpr auto kNewer = Since::Newer;
   static constexpr std::array kRows{
-      Row{0x80, 5, kFirst, &Driving::drive, nullptr},
-      Row{0x84, 3, kFirst, &Driving::tellVehicle, nullptr},
-      Row{0x85, 3, kFirst, &Driving::tellConfiguration, nullptr},
-      Row{0x88, 4, kFirst, &Driving::switchFunctions, nullptr},
-      Row{0x89, 4, kNewer, &Driving::switchFunctions, nullptr},
-      Row{0x8A, 5, kNewer, &Driving::switchFunctions, nullptr},
-      Row{0x8C, 3, kFirst, &Driving::tellFunctions, nullptr},
-      Row{0x8D, 3, kNewer, &Driving::tellFunctions, nullptr},
-      Row{0x8E, 3, kNewer, &Driving::tellFunctions, nullptr},
-      Row{0x90, 3, kFirst, &Driving::switchTurnout, nullptr},
-      Row{0x94, 3, kFirst, &Driving::tellTurnout, nullptr},
-      Row{0x95, 2, kFirst, &Driving::tellTurnouts, nullptr},
+      Row{0x80, 5, kFirst, &Driving::drive, nullptr, kVehiclesFull},
+      Row{0x84, 3, kFirst, &Driving::tellVehicle, nullptr, kVehiclesFull},
+      Row{0x85, 3, kFirst, &Driving::tellConfiguration, nullptr, kVehiclesFull},
+      Row{0x88, 4, kFirst, &Driving::switchFunctions, nullptr, kVehiclesFull},
+      Row{0x89, 4, kNewer, &Driving::switchFunctions, nullptr, kVehiclesFull},
+      Row{0x8A, 5, kNewer, &Driving::switchFunctions, nullptr, kVehiclesFull},
+      Row{0x8C, 3, kFirst, &Driving::tellFunctions, nullptr, kVehiclesFull},
+      Row{0x8D, 3, kNewer, &Driving::tellFunctions, nullptr, kVehiclesFull},
+      Row{0x8E, 3, kNewer, &Driving::tellFunctions, nullptr, kVehiclesFull},
+      Row{0x90, 3, kFirst, &Driving::switchTurnout, nullptr, kTurnoutsFull},
+      Row{0x94, 3, kFirst, &Driving::tellTurnout, nullptr, kTurnoutsFull},
+      Row{0x95, 2, kFirst, &Driving::tellTurnouts, nullptr, kTurnoutsFull},
       Row{0x98, 2, kFirst, nullptr, &Self::noContacts},
       Row{0x99, 1, kFirst, nullptr, &Self::done},
       Row{0xA0, 1, kFirst, nullptr, &Self::tellVersions},
@@ -88,7 +93,8 @@ void P50xStation::obey(const QByteArray& command) {
   const int operation = byteAt(command, 0);
   const Row* row = rowOf(operation);
   if (row != nullptr && row->drive != nullptr) {
-    answer((driving_.*row->drive)(command));
+    const bool full = isBusy();
+    answer(full ? bytes({row->full}) : (driving_.*row->drive)(command));
   } else if (row != nullptr) {
     answer((this->*row->obey)());
   } else {

@@ -46,6 +46,7 @@ class P50xStation : public Station {
     Since since;
     QByteArray (P50xDriving::*drive)(const QByteArray& command);
     QByteArray (P50xStation::*obey)();
+    int full = 0;  ///< the code when the queue of the command's kind is
   };
   static std::span<const Row> rows();
   /// The row of a command that this model knows, or nullptr.

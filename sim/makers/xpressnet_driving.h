@@ -10,8 +10,7 @@
 //   E4 24 to 26       the same, what is momentary; 27 and 2C     from version 3.6
 //   92 address        stop of one vehicle
 //   42 g 80+N         accessories, g their number / 4, N = 1 the upper two: 42 g ITTNZZZZ, Z two
-//   bits
-//                     each: 00 never switched, 01 last output 0, 10 last output 1
+//                     bits each: 00 never switched, 01 last output 0, 10 last output 1
 //   52 g 1000DBBd     switches output d of accessory BB, D = 1 on, 0 off
 #pragma once
 

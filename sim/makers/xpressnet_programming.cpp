@@ -1,6 +1,8 @@
 #include "sim/makers/xpressnet_programming.h"
 
+#include <algorithm>
 #include <array>
+#include <set>
 
 #include "base/bytes.h"
 #include "sim/makers/xpressnet_driving.h"

@@ -156,6 +156,7 @@ void XpressNetStation::accessMainTrack(const QByteArray& message) {
 }
 
 void XpressNetStation::drive(const QByteArray& message) {
+  if (isBusy()) return tell(busy());
   const std::optional<QByteArray> answer = serviceMode_ ? std::nullopt : driving_.obey(message);
   if (!answer) return tell(notPossible());
   tell(answer->isEmpty() ? handedOver() : *answer);

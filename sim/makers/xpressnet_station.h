@@ -4,9 +4,8 @@
 //
 //   F0                 the interface's version: 02 30 01
 //   21 21              the station's: 63 21 version 00
-//   21 24              status: 62 22. Version 3.6: bit 0 stop, bit 1 off; before it is the other
-//   way
-//                      round. Bit 3 service mode
+//   21 24              status: 62 22. Version 3.6: bit 0 stop, bit 1 off; ahead of it bit 0 off,
+//                      bit 1 stop. Bit 3 service mode
 //   21 81, 21 80, 80   on, off, stop of all; the answer is the broadcast 61 01, 61 00, 81 00
 //   21 10              result of the programming track; 61 82 outside service mode. While the track
 //                      works, version 3.6 says 61 1F, an older one keeps its answer until then
@@ -15,8 +14,9 @@
 //
 // The first access of the programming track enters service mode, and the broadcast 61 02 is its
 // answer. A command without an answer of its own is answered 01 04, a wrong checksum 61 80, an
-// unknown command, or one that drives in service mode, 61 82, a message that never ends 01 01.
-// Nothing of the programming track is told without the question for it; 21 81 leaves service mode.
+// unknown command, or one that drives in service mode, 61 82, one that comes while the station is
+// busy 61 81, a message that never ends 01 01. Nothing of the programming track is told without the
+// question for it; 21 81 leaves service mode.
 #pragma once
 
 #include <span>

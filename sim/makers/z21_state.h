@@ -20,8 +20,8 @@ struct Z21Drive {
   DriveState state = {};
   bool emergencyStop = false;
 };
-/// `stateOf` the vehicle as it was. Nothing for a message that is invalid for a station with
-/// functions up to `lastFunction`.
+/// Nothing for a message that is invalid for a station with functions up to `lastFunction`. What it
+/// does not tell stays as `layout` has it.
 std::optional<Z21Drive> z21Drive(const QByteArray& message, int lastFunction, const Layout& layout);
 
 }  // namespace lokari::sim::makers

@@ -114,6 +114,15 @@ TEST_F(MakersIntellibox, WarnsThatNothingMoves) {
   EXPECT_EQ(layout.drive(3).speed, 16) << "both were taken";
 }
 
+TEST_F(MakersIntellibox, FullQueuesTakeNothing) {
+  faults.add({.kind = FaultKind::Busy, .count = 2});
+  EXPECT_EQ(reply("78 80 03 00 10 20"), "08");
+  EXPECT_EQ(layout.drive(3).speed, 0);
+  EXPECT_EQ(reply("78 90 0D C0"), "09");
+  EXPECT_FALSE(box().accessories().isOn(13, 1));
+  EXPECT_EQ(reply("78 80 03 00 10 20"), "00");
+}
+
 TEST_F(MakersIntellibox, TheStationsNameTheFormatDifferently) {
   reply("78 80 03 00 10 20");
   const QString format = reply("78 85 03 00");

@@ -163,6 +163,13 @@ TEST_F(MakersLi100, TellsWhatWentWrong) {
   EXPECT_EQ(reply("22 15 08 3F"), "61 81 e0");
 }
 
+TEST_F(MakersLi100, ABusyStationAsksForTheCommandAgain) {
+  faults.add({.kind = FaultKind::Busy});
+  EXPECT_EQ(reply("E4 13 00 03 82 76"), "61 81 e0");
+  EXPECT_EQ(layout.drive(3).speed, 0);
+  EXPECT_EQ(reply("E4 13 00 03 82 76"), kHandedOver);
+}
+
 TEST_F(MakersLi100, NoughtIsCv256AndNothingIsAbove) {
   layout.onProgrammingTrack()->store(256, 77);
   reply("22 15 00 37");
