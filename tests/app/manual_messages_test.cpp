@@ -167,6 +167,36 @@ TEST(ManualMessages, WhatTheManualPrintsInBoldStandsInTheWindows) {
   }
 }
 
+// What the storage and the printing refuse is a sentence.
+TEST(ManualMessages, WhatIsThrownAsAFaultIsExplained) {
+  static const QRegularExpression fault(QStringLiteral(
+      R"re((?:StorageError|ReportError|LinkError)\(\s*(?:storage_error::\w+,\s*)?QStringLiteral\(((?:\s*"(?:\\.|[^"\\])*")+)\))re"));
+  // Told by a program that is at fault itself.
+  const QStringList others{QStringLiteral("SQLite-Treiber nicht verfügbar."),
+                           QStringLiteral("Kein aktueller Datensatz."),
+                           QStringLiteral("Es wird kein Datensatz bearbeitet."),
+                           QStringLiteral("Die Abfrage ... hat keine ganzen Datensätze."),
+                           QStringLiteral("Ungültige Nachricht an die Z21:"),
+                           // Put together of parts that are told one by one.
+                           QStringLiteral("Die Schnittstelle COM... (...) ...!"),
+                           QStringLiteral("Die Vorlage ... ..."), QStringLiteral("... ... (...)")};
+  int faults = 0;
+  QDirIterator each(places::source() + QStringLiteral("/src"), {QStringLiteral("*.cpp")},
+                    QDir::Files, QDirIterator::Subdirectories);
+  while (each.hasNext()) {
+    auto found = fault.globalMatch(read(each.next()));
+    while (found.hasNext()) {
+      const QString text = asShown(textsIn(found.next().captured(1)).join(QString()));
+      if (others.contains(text)) continue;
+      ++faults;
+      EXPECT_TRUE(std::ranges::any_of(quoted(), [&](const QString& row) {
+        return row.contains(text) || isQuoted(row, text);
+      })) << qPrintable(text);
+    }
+  }
+  EXPECT_GT(faults, 15);
+}
+
 TEST(ManualMessages, AMessageIsFoundAsItIsShown) {
   EXPECT_EQ(quotedAs(quoted(), QStringLiteral("Für COM3 steht in PORTS.INI kein Gerät!")),
             QStringLiteral("Für COM... steht in PORTS.INI kein Gerät!"));
