@@ -109,6 +109,15 @@ TEST(HelpPlaces, EachPageAndAnchorExists) {
   }
 }
 
+// Nobody who begins has to write a file.
+TEST(HelpPlaces, TheFirstStepsBeginWithTheOptions) {
+  const QString page =
+      read(places::source() + QStringLiteral("/docs/handbuch/erste-schritte.html"));
+  EXPECT_EQ(captured(page, QStringLiteral("<b>([^<]+)</b>")).value(0),
+            QStringLiteral("Parameter – Optionen"));
+  EXPECT_FALSE(page.contains(QStringLiteral(".INI")));
+}
+
 TEST(HelpPlaces, EveryLinkOfTheManualLeadsToAPlaceThatExists) {
   const QString folder = places::source() + QStringLiteral("/docs/handbuch/");
   QDirIterator each(folder, {QStringLiteral("*.html")}, QDir::Files);

@@ -255,6 +255,15 @@ TEST_F(HelpBesideModalTest, ClosingItLeavesTheDialogAsItIs) {
   expectUsable();
 }
 
+TEST_F(HelpBesideModalTest, ClosingItGivesTheKeyboardBackToTheDialogInFront) {
+  outer_.show();
+  window_->answer({QStringLiteral("decoder.html")});
+  showModal(inner_);
+  activate();
+  window_->close();
+  EXPECT_TRUE(QTest::qWaitForWindowActive(&inner_));
+}
+
 TEST_F(HelpBesideModalTest, TheDialogIsNotCoveredWhereThereIsRoom) {
   showModal(outer_);
   window_->answer({QStringLiteral("decoder.html")});

@@ -160,7 +160,10 @@ void HelpWindow::standBeside(const QWidget& window) {
 
 void HelpWindow::closeEvent(QCloseEvent* event) {
   QWidget::closeEvent(event);
-  if (asker_ != nullptr && asker_->isVisible()) asker_->activateWindow();
+  // A modal window may have come up since.
+  QWidget* front = QApplication::activeModalWidget();
+  if (front == nullptr) front = asker_;
+  if (front != nullptr && front->isVisible()) front->activateWindow();
 }
 
 void HelpWindow::showContents() {
