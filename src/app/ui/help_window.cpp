@@ -147,15 +147,20 @@ void HelpWindow::bringUp(int tab) {
 void HelpWindow::standBeside(const QWidget& window) {
   const QRect screen = window.screen()->availableGeometry();
   const QRect other = window.frameGeometry();
+  // Our own frame, which is not known yet, will be like the other window's.
+  const QSize frame = other.size() - window.geometry().size();
   const int left = other.left() - screen.left();
   const int right = screen.right() - other.right();
-  const int wide = std::clamp(std::max(left, right), std::min(kNarrowest, screen.width()),
-                              std::min(kSize.width(), screen.width()));
-  const QSize size(wide, std::min(kSize.height(), screen.height()));
-  const int x = right >= left ? std::min(other.right() + 1, screen.right() + 1 - wide)
-                              : std::max(other.left() - wide, screen.left());
-  const int y = std::clamp(other.top(), screen.top(), screen.bottom() + 1 - size.height());
-  setGeometry(QRect(QPoint(x, y), size));
+  const QSize most = kSize.boundedTo(screen.size() - frame);
+  const int room = std::max(left, right) - frame.width();
+  const QSize size(std::clamp(room, std::min(kNarrowest, most.width()), most.width()),
+                   most.height());
+  const QSize whole = size + frame;
+  const int x = right >= left ? std::min(other.right() + 1, screen.right() + 1 - whole.width())
+                              : std::max(other.left() - whole.width(), screen.left());
+  const int y = std::clamp(other.top(), screen.top(), screen.bottom() + 1 - whole.height());
+  resize(size);
+  move(x, y);
 }
 
 void HelpWindow::closeEvent(QCloseEvent* event) {
