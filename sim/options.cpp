@@ -43,6 +43,29 @@ void takeForm(Options& options, const QString& name) {
   options.makersForm = kForms[name];
 }
 
+void takeConfirmation(Options& options, const QString& name) {
+  static const QHash<QString, Confirmation> kPlaces{
+      {QStringLiteral("none"), Confirmation::None},
+      {QStringLiteral("ahead"), Confirmation::Ahead},
+      {QStringLiteral("behind"), Confirmation::Behind},
+  };
+  if (!kPlaces.contains(name)) {
+    options.error = QStringLiteral("Die Bestätigung \"%1\" gibt es nicht!").arg(name);
+    return;
+  }
+  options.makers.confirmation = kPlaces[name];
+}
+
+void takeStationVersion(Options& options, const QString& text) {
+  static const QHash<QString, int> kVersions{{QStringLiteral("3.0"), 0x30},
+                                             {QStringLiteral("3.6"), 0x36}};
+  if (!kVersions.contains(text)) {
+    options.error = QStringLiteral("Die Version \"%1\" gibt es nicht!").arg(text);
+    return;
+  }
+  options.makers.stationVersion = kVersions[text];
+}
+
 void takeState(Options& options, const QString& name) {
   static const QHash<QString, bool Options::*> kStates{
       {QStringLiteral("off"), &Options::powerOff},
@@ -74,6 +97,8 @@ const QHash<QString, Setter>& settersWithValue() {
        [](Options& o, const QString& v) { o.makers.stateSize = numberOf(v, o, 14, 21); }},
       {QStringLiteral("--repeat"),
        [](Options& o, const QString& v) { o.makers.broadcastsInARow = numberOf(v, o, 1, 3); }},
+      {QStringLiteral("--confirm"), takeConfirmation},
+      {QStringLiteral("--station-version"), takeStationVersion},
       {QStringLiteral("--access-time"),
        [](Options& o, const QString& v) { o.makers.accessTime = numberOf(v, o, 0, 90000); }},
       {QStringLiteral("--fault"),
@@ -86,6 +111,15 @@ const QHash<QString, Setter>& settersWithValue() {
        }},
   };
   return kSetters;
+}
+
+const QHash<QString, bool MakersOptions::*>& makersFlags() {
+  static const QHash<QString, bool MakersOptions::*> kFlags{
+      {QStringLiteral("--subscribers"), &MakersOptions::subscribersOnly},
+      {QStringLiteral("--bundle"), &MakersOptions::bundled},
+      {QStringLiteral("--few-versions"), &MakersOptions::fewVersions},
+  };
+  return kFlags;
 }
 
 void check(Options& options) {
@@ -106,9 +140,7 @@ void check(Options& options) {
                         "Zentrale sagen keine Herstellerunterlagen genug!")
                         .arg(options.station);
   } else if (!options.makersForm && options.makers != MakersOptions()) {
-    options.error = QStringLiteral(
-        "--subscribers, --state-size, --repeat und --access-time "
-        "gelten nur mit --form makers!");
+    options.error = QStringLiteral("Einstellungen der Form makers gelten nur mit --form makers!");
   }
 }
 
@@ -122,8 +154,8 @@ Options parseOptions(const QStringList& arguments) {
       options.help = true;
     } else if (argument == QLatin1String("--log")) {
       options.log = true;
-    } else if (argument == QLatin1String("--subscribers")) {
-      options.makers.subscribersOnly = true;
+    } else if (const auto flag = makersFlags().find(argument); flag != makersFlags().end()) {
+      options.makers.** flag = true;
     } else if (const auto setter = settersWithValue().find(argument);
                setter == settersWithValue().end()) {
       options.error = QStringLiteral("Die Option \"%1\" gibt es nicht!").arg(argument);
@@ -160,12 +192,20 @@ Simuliert eine Digitalzentrale mit Programmiergleis, Hauptgleis und Decodern.
   --state NAME     Zustand des Gleises am Anfang, auch mehrmals:
                    off (Fahrspannung aus), stop (Nothalt), overload (Überstrom)
   --delay MS       Zeit bis zur Antwort (Vorgabe 20)
-  --subscribers    makers, Z21IP: Rundmeldungen und CV-Ergebnisse nur an Abonnenten (Flag 1)
-  --state-size N   makers, Z21IP: 14 bis 21 Bytes für den Zustand eines Fahrzeugs (Vorgabe 15)
-  --repeat N       makers, XpressNet: jede Rundmeldung 1- bis 3-mal (Vorgabe 1)
-  --access-time MS makers: Zeit für eine CV, bis 90000 (Vorgabe 250)
   --log            schreibt jede Nachricht mit
   --help           diese Hilfe
+
+Nur mit --form makers:
+  --access-time MS Zeit für eine CV, bis 90000 (Vorgabe 250)
+  --subscribers    Z21IP: Rundmeldungen und CV-Ergebnisse nur an Abonnenten (Flag 1)
+  --bundle         Z21IP: alle Antworten auf ein Datagramm in einem
+  --state-size N   Z21IP: 14 bis 21 Bytes für den Zustand eines Fahrzeugs (Vorgabe 15)
+  --repeat N       XpressNet: jede Rundmeldung 1- bis 3-mal (Vorgabe 1)
+  --confirm ORT    XpressNet: was eine Rundmeldung beantwortet, wird auch bestätigt:
+                   none (gar nicht, Vorgabe), ahead (davor), behind (dahinter)
+  --station-version NUMMER
+                   XpressNet: Zentrale 3.0 oder 3.6 (Vorgabe 3.6, für LI100 3.0)
+  --few-versions   IBX, TAMSMC: eine kurze Liste der Versionen
 )")
       .arg(stationNames(), makersNames());
 }

@@ -142,9 +142,12 @@ void Mx1Station::acknowledge(const Mx1Frame& command, const QByteArray& data) {
 }
 
 void Mx1Station::tellCv(const Mx1Frame& command, const QByteArray& data) {
-  ++unacknowledged_;
-  answer(mx1Bytes({++sequence_ & 0xFF, kData, command.message, bytes({command.sequence}) + data}),
-         options_.accessTime);
+  const QByteArray told = bytes({command.sequence}) + data;
+  // The station answers other commands meanwhile.
+  later(options_.accessTime, [this, message = command.message, told] {
+    ++unacknowledged_;
+    answer(mx1Bytes({++sequence_ & 0xFF, kData, message, told}), 0);
+  });
 }
 
 QByteArray Mx1Station::unasked() const {

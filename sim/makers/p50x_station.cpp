@@ -27,7 +27,9 @@ P50xStation::P50xStation(const Surroundings& surroundings, const MakersOptions& 
       options_(options),
       model_(std::move(model)),
       reader_([this](int operation) { return sizeOf(operation); }),
-      driving_(surroundings.layout, model_.dccFormat) {}
+      driving_(surroundings.layout, model_.dccFormat) {
+  if (options_.fewVersions) model_.versions = bytes({0x02, 0x50, 0x15, 0x01, 0x14, 0x00});
+}
 
 std::span<const P50xStation::Row> P50xStation::rows() {
   using Driving = P50xDriving;

@@ -92,11 +92,11 @@ void XpressNetStation::tellInterface() {
 }
 
 void XpressNetStation::tellVersion() {
-  tell(bytes({0x63, 0x21, model_.version, 0x00}));
+  tell(bytes({0x63, 0x21, version_, 0x00}));
 }
 
 void XpressNetStation::tellStatus() {
-  const bool recent = model_.version >= kXpressNet36;
+  const bool recent = version_ >= kXpressNet36;
   int status = 0;
   if (layout().stopped()) status |= recent ? 0x01 : 0x02;
   if (!layout().trackPower()) status |= recent ? 0x02 : 0x01;
@@ -108,40 +108,40 @@ void XpressNetStation::switchOn() {
   serviceMode_ = false;
   layout().setStopped(false);
   layout().setTrackPower(true);
-  broadcast(bytes({0x61, 0x01}));
+  answerWithBroadcast(bytes({0x61, 0x01}));
 }
 
 void XpressNetStation::switchOff() {
   layout().setTrackPower(false);
-  broadcast(bytes({0x61, 0x00}));
+  answerWithBroadcast(bytes({0x61, 0x00}));
 }
 
 void XpressNetStation::stopAll() {
   layout().setStopped(true);
-  broadcast(bytes({0x81, 0x00}));
+  answerWithBroadcast(bytes({0x81, 0x00}));
 }
 
 void XpressNetStation::tellResult() {
   if (!serviceMode_) return tell(notPossible());
   const Millis left = resultAt_ - clock().now();
   if (left <= 0) return tell(result_);
-  if (model_.version >= kXpressNet36) return tell(bytes({0x61, 0x1F}));
+  if (version_ >= kXpressNet36) return tell(bytes({0x61, 0x1F}));
   tell(result_, std::max(left, answerDelay()));
 }
 
 void XpressNetStation::accessProgrammingTrack(const QByteArray& message) {
-  const auto asked = serviceAccess(message, model_.version);
+  const auto asked = serviceAccess(message, version_);
   if (!asked) return tell(notPossible());
   const ServiceAccess access = fallenBack(*asked, layout().onProgrammingTrack());
   const TrackResult result = access.write
                                  ? writeOnProgrammingTrack(access.cv, access.value, access.method)
                                  : readOnProgrammingTrack(access.cv, access.method);
   if (result.answer == TrackAnswer::Busy) return tell(busy());
-  result_ = serviceResult(access, result, model_.version);
+  result_ = serviceResult(access, result, version_);
   resultAt_ = clock().now() + options_.accessTime;
   if (serviceMode_) return tell(handedOver());
   serviceMode_ = true;
-  broadcast(bytes({0x61, 0x02}));
+  answerWithBroadcast(bytes({0x61, 0x02}));
 }
 
 void XpressNetStation::accessMainTrack(const QByteArray& message) {
@@ -168,16 +168,18 @@ void XpressNetStation::tell(const QByteArray& message) {
 
 void XpressNetStation::tell(const QByteArray& message, Millis delay) {
   const QByteArray whole = withXor(message);
-  answer(model_.framed ? kAnswerLead + whole : whole, delay);
+  answer(framed_ ? kAnswerLead + whole : whole, delay);
 }
 
-void XpressNetStation::broadcast(const QByteArray& message) {
+void XpressNetStation::answerWithBroadcast(const QByteArray& message) {
+  if (options_.confirmation == Confirmation::Ahead) tell(handedOver());
   answer(broadcastBytes(message).repeated(options_.broadcastsInARow));
+  if (options_.confirmation == Confirmation::Behind) tell(handedOver());
 }
 
 QByteArray XpressNetStation::broadcastBytes(const QByteArray& message) const {
   const QByteArray whole = withXor(message);
-  return model_.framed ? kBroadcastLead + whole : whole;
+  return framed_ ? kBroadcastLead + whole : whole;
 }
 
 QByteArray XpressNetStation::unasked() const {

@@ -39,9 +39,10 @@ class XpressNetStation : public Station {
                    const XpressNetModel& model)
       : Station(surroundings),
         options_(options),
-        model_(model),
+        version_(options.stationVersion != 0 ? options.stationVersion : model.version),
+        framed_(model.framed),
         reader_(model.framed),
-        driving_(surroundings.layout, model.version) {}
+        driving_(surroundings.layout, version_) {}
 
   void receive(const QByteArray& data) override;
 
@@ -75,11 +76,12 @@ class XpressNetStation : public Station {
   void watchForTheEnd();
   void tell(const QByteArray& message);
   void tell(const QByteArray& message, Millis delay);
-  void broadcast(const QByteArray& message);
+  void answerWithBroadcast(const QByteArray& message);
   QByteArray broadcastBytes(const QByteArray& message) const;
 
   MakersOptions options_;
-  XpressNetModel model_;
+  int version_;
+  bool framed_;
   XpressNetReader reader_;
   XpressNetDriving driving_;
   int portions_ = 0;

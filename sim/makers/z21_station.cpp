@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "base/bytes.h"
 #include "sim/makers/xbus.h"
@@ -71,6 +72,13 @@ std::span<const Z21Station::Row> Z21Station::xBusMessages() {
 }
 
 void Z21Station::receiveFrom(int client, const QByteArray& datagram) {
+  obeyDatagram(client, datagram);
+  for (const auto& [recipient, records] : std::exchange(bundles_, {})) {
+    answerTo(recipient, records, answerDelay());
+  }
+}
+
+void Z21Station::obeyDatagram(int client, const QByteArray& datagram) {
   const QList<Z21Record> found = z21Records(datagram);
   for (const Z21Record& record : found) {
     clients_.spoke(client);
@@ -259,9 +267,12 @@ void Z21Station::giveResult(int client, const TrackResult& result, int cv) {
       failure != kFailures.end()
           ? failure->second
           : bytes({0x64, 0x14, (cv - 1) >> 8, (cv - 1) & 0xFF, result.value});
-  const std::vector<int> recipients =
-      options_.subscribersOnly ? clients_.withFlag(kZ21Broadcasts) : std::vector{client};
-  for (const int each : recipients) tellXBus(each, message, options_.accessTime);
+  // The station answers other questions meanwhile.
+  later(options_.accessTime, [this, client, record = z21Bytes({kXBusHeader, message})] {
+    const std::vector<int> recipients =
+        options_.subscribersOnly ? clients_.withFlag(kZ21Broadcasts) : std::vector{client};
+    for (const int each : recipients) answerTo(each, record, 0);
+  });
 }
 
 void Z21Station::vehicleChanged(int address) {
@@ -278,15 +289,15 @@ void Z21Station::refuse(int client) {
 }
 
 void Z21Station::tell(int client, int header, const QByteArray& data) {
-  answerTo(client, z21Bytes({header, data}), answerDelay());
-}
-
-void Z21Station::tellXBus(int client, const QByteArray& message, Millis delay) {
-  answerTo(client, z21Bytes({kXBusHeader, message}), delay);
+  if (options_.bundled) {
+    bundles_[client] += z21Bytes({header, data});
+  } else {
+    answerTo(client, z21Bytes({header, data}), answerDelay());
+  }
 }
 
 void Z21Station::tellXBus(int client, const QByteArray& message) {
-  tellXBus(client, message, answerDelay());
+  tell(client, kXBusHeader, message);
 }
 
 void Z21Station::broadcast(int asker, const QByteArray& message) {

@@ -70,6 +70,7 @@ class Z21Station final : public Station {
   static std::span<const Row> records();
   static std::span<const Row> xBusMessages();
 
+  void obeyDatagram(int client, const QByteArray& datagram);
   void obeyXBus(int client, const QByteArray& data);
 
   void tellSerialNumber(int client, const QByteArray& data);
@@ -108,7 +109,6 @@ class Z21Station final : public Station {
   void refuse(int client);
 
   void tell(int client, int header, const QByteArray& data);
-  void tellXBus(int client, const QByteArray& message, Millis delay);
   void tellXBus(int client, const QByteArray& message);
   /// To those who want broadcasts; `asker` brought it about.
   void broadcast(int asker, const QByteArray& message);
@@ -118,6 +118,7 @@ class Z21Station final : public Station {
   Accessories accessories_;
   bool programming_ = false;
   std::map<int, int> formats_;
+  std::map<int, QByteArray> bundles_;  ///< by client
 };
 
 }  // namespace lokari::sim::makers

@@ -18,7 +18,14 @@ TEST(SimForm, IsOursUnlessTheMakersIsAskedFor) {
   EXPECT_TRUE(options.makersForm);
   EXPECT_EQ(options.makers,
             (MakersOptions{.subscribersOnly = true, .stateSize = 21, .accessTime = 90000}));
-  EXPECT_EQ(parse("--station LIUSB --link t --form makers --repeat 3").makers.broadcastsInARow, 3);
+  EXPECT_EQ(parse("--station LIUSB --link t --form makers --repeat 3 --confirm behind "
+                  "--station-version 3.0 --bundle --few-versions")
+                .makers,
+            (MakersOptions{.bundled = true,
+                           .broadcastsInARow = 3,
+                           .confirmation = Confirmation::Behind,
+                           .stationVersion = 0x30,
+                           .fewVersions = true}));
 }
 
 TEST(SimForm, AWrongOneIsExplained) {
@@ -26,8 +33,11 @@ TEST(SimForm, AWrongOneIsExplained) {
   EXPECT_EQ(parse("--station Z21IP --form makers --state-size 13").error,
             "\"13\" ist keine Zahl von 14 bis 21!");
   EXPECT_EQ(parse("--station Z21IP --subscribers").error,
-            "--subscribers, --state-size, --repeat und --access-time gelten nur mit "
-            "--form makers!");
+            "Einstellungen der Form makers gelten nur mit --form makers!");
+  EXPECT_EQ(parse("--station LI100 --link t --form makers --confirm nie").error,
+            "Die Bestätigung \"nie\" gibt es nicht!");
+  EXPECT_EQ(parse("--station LI100 --link t --form makers --station-version 4").error,
+            "Die Version \"4\" gibt es nicht!");
 }
 
 TEST(SimForm, AKindOfWhichTheDocumentsTellNothingHasOne) {

@@ -44,6 +44,14 @@ TEST_F(MakersTams, TellsItsVersionsUpToTheClosingNought) {
   EXPECT_EQ(lengths(answers[0].data), (QList{3, 4}));
 }
 
+TEST_F(MakersIntellibox, AListOfVersionsMayBeShort) {
+  make({.fewVersions = true});
+  reply("78 A0");
+  ASSERT_EQ(answers.size(), 1);
+  EXPECT_EQ(answers[0].data.size(), 6);
+  EXPECT_FALSE(lengths(answers[0].data).isEmpty());
+}
+
 TEST_F(MakersIntellibox, TakesBothLettersAndNoCommandWithout) {
   EXPECT_EQ(reply("78 A2"), "08");
   EXPECT_EQ(reply("58 A2"), "08");

@@ -92,6 +92,21 @@ TEST_F(MakersLi100V3, BroadcastsMayComeThreeTimesInARow) {
   EXPECT_EQ(reply("21 21 00"), "63 21 36 00 74");
 }
 
+TEST_F(MakersLi100V3, ABroadcastMayStandBesideAConfirmation) {
+  make({.confirmation = Confirmation::Ahead});
+  EXPECT_EQ(reply("22 15 08 3F"), "01 04 05 61 02 63");
+  make({.confirmation = Confirmation::Behind});
+  EXPECT_EQ(reply("22 15 08 3F"), "61 02 63 01 04 05");
+  EXPECT_EQ(reply("21 21 00"), "63 21 36 00 74");
+}
+
+TEST_F(MakersLiUsb, TheStationBehindItMayBeOlder) {
+  make({.stationVersion = kXpressNet30});
+  EXPECT_EQ(reply("FF FE 21 21 00"), "ff fe 63 21 30 00 72");
+  EXPECT_EQ(reply("FF FE E3 09 00 03 E9"), "ff fe 61 82 e3");
+  EXPECT_EQ(reply("FF FE 22 19 00 3B"), "ff fe 61 82 e3");
+}
+
 TEST_F(MakersLiUsb, FramesAnswersAndBroadcastsDifferently) {
   EXPECT_EQ(reply("FF FE 21 21 00"), "ff fe 63 21 36 00 74");
   EXPECT_EQ(reply("FF FE 21 81 A0"), "ff fd 61 01 60");

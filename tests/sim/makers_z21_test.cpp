@@ -100,6 +100,20 @@ TEST_F(MakersZ21, WithSubscribersOnlyNobodyElseHearsBroadcastsAndResults) {
   EXPECT_EQ(sentTo(1), kCv8Is97);
 }
 
+TEST_F(MakersZ21, BundledAnswersComeInOneDatagramForEachClient) {
+  const char* twoQuestions = "04 00 18 00 07 00 40 00 21 24 05";
+  EXPECT_EQ(reply(twoQuestions), "05 00 18 00 00 08 00 40 00 62 22 00 40");
+  EXPECT_EQ(answers.size(), 2);
+  make({.bundled = true});
+  EXPECT_EQ(reply(twoQuestions), "05 00 18 00 00 08 00 40 00 62 22 00 40");
+  EXPECT_EQ(answers.size(), 1);
+  replyTo(1, kBroadcastFlag);
+  reply(kReadCv8);
+  EXPECT_EQ(sentTo(1), kProgrammingMode);
+  EXPECT_EQ(sentTo(0), QString("%1 %2").arg(kProgrammingMode, kCv8Is97));
+  EXPECT_EQ(answers.size(), 3) << "the result comes later, by itself";
+}
+
 TEST_F(MakersZ21, AVehiclesStateIsAsLongAsItsFirmwareMakesIt) {
   layout.setDrive(1000, {.speed = 28,
                          .steps = 28,
@@ -207,6 +221,14 @@ TEST_F(MakersZ21, ReadsAndWritesOnTheProgrammingTrack) {
   EXPECT_TRUE(z21().inProgrammingMode());
   reply("07 00 40 00 21 81 A0");
   EXPECT_FALSE(z21().inProgrammingMode());
+}
+
+TEST_F(MakersZ21, TellsItsStatusWhileTheTrackWorks) {
+  make({.accessTime = 60000});
+  EXPECT_EQ(reply(kReadCv8), kProgrammingMode);
+  EXPECT_EQ(reply("07 00 40 00 21 24 05"), "08 00 40 00 62 22 20 60");
+  clock.advance(60000);
+  EXPECT_TRUE(sentTo(0).endsWith(kCv8Is97));
 }
 
 TEST_F(MakersZ21, TheMainTrackAnswersReadsOnlyAndIsNoProgrammingMode) {
