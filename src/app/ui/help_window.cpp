@@ -13,6 +13,8 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 #include "app/help_places.h"
 #include "app/manual_messages.h"
 #include "app/ui/beside_modal.h"
