@@ -6,6 +6,7 @@
 #include "cab/zimo_flags.h"
 #include "link/serial_line.h"
 #include "link/station_link.h"
+#include "link/station_protocol.h"
 
 namespace lokari {
 namespace {
@@ -55,6 +56,8 @@ std::optional<FunctionMask> Mx1TextCab::readState() {
   state().locoCmd = mx1cab::defaultCommand(*number);
   state().steps = 14;
 
+  // What waits is no answer to it.
+  link().protocol().dropInput();
   line().send([&] { link().serial().write(mx1cab::askState(*number)); });
   const auto told = mx1cab::parseState(takeAnswer(), *number, stateForm());
   if (!told) return {};
@@ -109,6 +112,7 @@ void Mx1TextCab::sendFunction(int n) {
 
 void Mx1TextCab::sendCommand() {
   if (state().locoCmd.isEmpty()) return;
+  if (state().addrIndexed) link().protocol().dropInput();
   line().send([&] { link().serial().write(state().locoCmd); });
   if (!state().addrIndexed) return;
   // The station tells the index of the vehicle that it drives.

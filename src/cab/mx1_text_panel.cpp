@@ -18,6 +18,8 @@ class Mx1TextPanel final : public PanelProtocol {
     // A command for another unit would go out if the address were cut to its nine bits.
     if (unit < 0 || unit > mx1cab::kHighestUnit) return {};
     state().panelCmd = mx1cab::switchCommand(unit);
+    // What waits is no answer to it.
+    link().protocol().dropInput();
     line().send([&] { link().serial().write(mx1cab::askOutputs(unit)); });
     link().WaitForData(mx1cab::kOutputsLength);
     return mx1cab::parseOutputs(link().serial().read());

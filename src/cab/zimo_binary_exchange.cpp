@@ -42,6 +42,8 @@ std::optional<QByteArray> askZimoBinary(StationLink& link, ZimoBinaryFraming& fr
   for (int exchanges = 0; exchanges < kMostExchanges; ++exchanges) {
     framing.zbinSettle();
     if (link.cancelRequested || !link.serial().isOpen()) return {};
+    // What waits is no answer to it.
+    link.protocol().dropInput();
     framing.zbinSend(question, false);
     const QByteArray answer = framing.zbinReceive();
     if (framing.zbinSilent) return {};

@@ -86,6 +86,8 @@ void ZimoBinaryFraming::zbinSendMsg(const QByteArray& msg) {
   for (int tries = 0; tries < kMostTries; ++tries) {
     zbinSettle();
     if (!link_.serial().isOpen()) return;
+    // What waits confirms nothing that goes out now.
+    link_.protocol().dropInput();
     zbinSend(msg, false);
     const zbin::Confirmation answer = zbin::confirmation(msg, zbinReceive());
     if (answer == zbin::Confirmation::Done) return;

@@ -54,6 +54,23 @@ TEST_F(Mx1TextCabTest, ReadsSpeedStepsDirectionManualAndFunctions) {
   EXPECT_EQ(state.locoCmd, "FN0307B88100\r");
 }
 
+TEST_F(Mx1TextCabTest, WhatWaitsBeforeTheQuestionIsNoAnswerToIt) {
+  for (const char* stray : {"AFN07111C050000\r", "AFN03111C050000\r", "??\r", "x"}) {
+    line.arrive(stray);
+    line.expect("AFN03\r").answer("AFN03281C050000\r");
+    EXPECT_EQ(readState(), 0x0BU) << stray;
+    EXPECT_EQ(state.speed, 40) << stray;
+  }
+}
+
+TEST_F(Mx1TextCabTest, WhatWaitsBeforeACommandIsNotTakenForItsIndex) {
+  loadVehicle1000();
+  line.arrive("E8103E8");
+  line.expect(state.locoCmd).answer("E8103E800\r");
+  cab->sendDirection();
+  EXPECT_EQ(line.inBufferCount(), 0);
+}
+
 TEST_F(Mx1TextCabTest, TheStepsAreThoseOfTheFlagByteAnd128Otherwise) {
   const QList<std::pair<const char*, int>> rows{{"04", 14}, {"08", 28}, {"0C", 128}, {"00", 128}};
   for (const auto& [flags, steps] : rows) {

@@ -108,6 +108,25 @@ TEST_P(Mx1TextPanelTest, ARefusedCommandIsSentOnceMoreBeforeTheNextOne) {
   EXPECT_EQ(line.inBufferCount(), 0);
 }
 
+TEST_P(Mx1TextPanelTest, WhatWaitsBeforeTheQuestionIsNoAnswerToIt) {
+  for (const char* stray : {"AWN0700FF\r", "FN03281C\r", "x"}) {
+    line.arrive(stray);
+    line.expect("AWN05\r").answer("AWN0500A6\r");
+    EXPECT_EQ(panel->readState(), 0xA6) << stray;
+  }
+}
+
+TEST_P(Mx1TextPanelTest, ARefusalThatWaitsBeforeTheQuestionStillRepeatsItsCommand) {
+  loadUnit5();
+  line.expect("MN0509\r").answer("???\r");
+  turn(0, true);
+  clock.advance(100);
+  line.expect("AWN05\r").answer("AWN0500A6\r");
+  EXPECT_EQ(panel->readState(), 0xA6);
+  line.expect("MN0500\r").expect("MN050B\r");
+  turn(1, true);
+}
+
 TEST_P(Mx1TextPanelTest, OtherWaitingInputIsReadAndNothingIsRepeated) {
   loadUnit5();
   line.arrive("??\r");

@@ -57,6 +57,18 @@ TEST_F(Mx1BinCabTest, ReadsSpeedStepsDirectionManualAndFunctions) {
   EXPECT_EQ(state.locoCmd, fromHex("03 00 03 07 B8 81 0F"));
 }
 
+TEST_F(Mx1BinCabTest, WhatWaitsBeforeAQuestionOrACommandIsNoAnswerToIt) {
+  line.arrive(reply("08 00 00 03 7E 1C 05 01"));
+  loadVehicle3();
+  EXPECT_EQ(state.speed, 40);
+  line.arrive(reply("03 00"));
+  state.speed = 127;
+  expectPayload("03 00 03 7E 1C 05 01").answer(reply("03 04"));
+  expectPayload("03 00 03 7E 1C 05 01").answer(reply("03 00"));
+  cab->sendSpeed();
+  EXPECT_EQ(prompt.beeps, 0);
+}
+
 TEST_F(Mx1BinCabTest, OnlyFourBitsOfTheLastByteAreFunctions) {
   expectPayload("08 00 03").answer(reply("08 00 00 03 00 0C 00 F8"));
   EXPECT_EQ(readState(), 0x1000U);

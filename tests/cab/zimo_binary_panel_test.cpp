@@ -36,6 +36,17 @@ TEST_P(ZimoBinaryPanelTest, ReadsTheOutputsWithoutAnyOpening) {
   EXPECT_EQ(line.writes.size(), 1);
 }
 
+TEST_P(ZimoBinaryPanelTest, WhatWaitsBeforeAQuestionOrACommandIsNoAnswerToIt) {
+  line.arrive(reply("09 00 00 05 00 FF"));
+  expectPayload("09 00 05").answer(reply("09 00 00 05 00 A6"));
+  EXPECT_EQ(panel->readState(), 0xA6);
+  line.arrive(reply("07 00"));
+  expectPayload("07 00 05 09").answer(reply("07 04"));
+  expectPayload("07 00 05 09").answer(reply("07 00"));
+  turn(0, true);
+  EXPECT_EQ(prompt.beeps, 0);
+}
+
 TEST_P(ZimoBinaryPanelTest, ALongAddressFillsBothBytes) {
   state.address = 300;
   expectPayload("09 01 2C").answer(reply("09 00 01 2C 00 55"));
