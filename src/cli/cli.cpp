@@ -97,7 +97,7 @@ ExitStatus runCommand(QStringList arguments, const CliWorld& world) {
   if (!world.programs.isEmpty()) paths.installed = installedData(world.programs);
   checkSettings(command, stem, paths, world.console);
   Settings settings = loadSettings(IniFile(paths.iniFile), paths.appPath);
-  ConsolePrompt prompt(world.console, yes);
+  ConsolePrompt prompt(world.console, yes, world.clock, world.interrupt);
   ConsoleView view(world.console);
   StationLink link(settings, world.clock, prompt, world.transports);
   link.setView(&view);
@@ -105,7 +105,11 @@ ExitStatus runCommand(QStringList arguments, const CliWorld& world) {
   CliContext context{paths,  settings,        world.clock,
                      prompt, world.console,   Results(world.console, call.has(u"--json")),
                      link,   world.interrupt, world.programs};
-  tellSwitchingOn(command, settings.station(), world.console);
+  // Whatever is wrong with a call is found ahead of its first session.
+  link.onSessionOpening = [&] {
+    tellSwitchingOn(command, settings.station(), world.console);
+    link.onSessionOpening = nullptr;
+  };
   return command.run(call, context);
 }
 

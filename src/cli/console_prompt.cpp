@@ -1,16 +1,15 @@
 #include "cli/console_prompt.h"
 
-#include <QDeadlineTimer>
-#include <QThread>
-
+#include "base/clock.h"
+#include "cli/cli.h"
 #include "cli/console.h"
 
 namespace lokari {
 
 namespace {
 
-constexpr std::chrono::seconds kPatience(30);
-constexpr int kAskAgainMs = 300;
+constexpr Millis kPatience = 30000;
+constexpr Millis kAskAgain = 300;
 
 /// On a terminal a carriage return would write one line over another.
 QString terminalText(const QString& text, const QString& more) {
@@ -50,9 +49,10 @@ int ConsolePrompt::choose(const Choice& choice) {
 
 bool ConsolePrompt::waitUntil(const QString& text, const std::function<bool()>& done) {
   console_.message(terminalText(text, {}));
-  for (QDeadlineTimer limit(kPatience); !limit.hasExpired();) {
+  const Millis limit = clock_.now() + kPatience;
+  while (clock_.now() < limit) {
     if (done()) return true;
-    QThread::msleep(kAskAgainMs);
+    if (clock_.waitUntil([this] { return interrupt_.raised; }, clock_.now() + kAskAgain)) break;
   }
   return false;
 }

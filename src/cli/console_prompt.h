@@ -6,16 +6,20 @@
 
 namespace lokari {
 
+class Clock;
 class Console;
+struct Interrupt;
 
 class ConsolePrompt final : public Prompt {
  public:
-  ConsolePrompt(Console& console, bool yes) : console_(console), yes_(yes) {}
+  /// All of them must outlive it.
+  ConsolePrompt(Console& console, bool yes, Clock& clock, const Interrupt& interrupt)
+      : console_(console), yes_(yes), clock_(clock), interrupt_(interrupt) {}
 
   using Prompt::ask;
   Answer ask(const Box& box) override;
   int choose(const Choice& choice) override;
-  /// Asks for half a minute: a command that nobody watches must end.
+  /// Asks for half a minute: a command that nobody watches must end. Ctrl-C ends it at once.
   bool waitUntil(const QString& text, const std::function<bool()>& done) override;
   /// There is nobody to choose a file: cancelled.
   QString openFile(const FileQuestion& question) override;
@@ -29,6 +33,8 @@ class ConsolePrompt final : public Prompt {
  private:
   Console& console_;
   bool yes_;
+  Clock& clock_;
+  const Interrupt& interrupt_;
   int beeps_ = 0;
   QStringList told_;
 };

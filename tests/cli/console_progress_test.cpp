@@ -11,7 +11,7 @@ class ConsoleProgressTest : public CliFixture {
  protected:
   AppPaths paths_;
   Settings settings_;
-  ConsolePrompt prompt_{console, false};
+  ConsolePrompt prompt_{console, false, clock, interrupt};
   StationLink link_{settings_, clock, prompt_, {line_, socket, can}};
   CliContext context_{paths_, settings_, clock, prompt_, console, Results(console, false),
                       link_,  interrupt};

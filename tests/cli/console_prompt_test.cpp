@@ -7,7 +7,9 @@ namespace {
 
 TEST(ConsolePromptTest, TakesTheSafeAnswer) {
   RecordingConsole console;
-  ConsolePrompt prompt(console, false);
+  test::VirtualClock clock;
+  Interrupt interrupt;
+  ConsolePrompt prompt(console, false, clock, interrupt);
   EXPECT_EQ(prompt.ask("Weiter?", Buttons::OkCancel, Icon::Question, {}), Answer::Cancel);
   EXPECT_EQ(prompt.ask("Löschen?", Buttons::YesNo, Icon::Question, {}), Answer::No);
   EXPECT_EQ(prompt.ask("Anlegen?", Buttons::YesNoCancel, Icon::Question, {}), Answer::Cancel);
@@ -19,14 +21,18 @@ TEST(ConsolePromptTest, TakesTheSafeAnswer) {
 
 TEST(ConsolePromptTest, TheLinesOfABoxAreOneLineOfTheTerminal) {
   RecordingConsole console;
-  ConsolePrompt prompt(console, false);
+  test::VirtualClock clock;
+  Interrupt interrupt;
+  ConsolePrompt prompt(console, false, clock, interrupt);
   prompt.ask("Datei nicht gefunden\rNeu anlegen?", Buttons::YesNo, Icon::Question, {});
   EXPECT_EQ(console.messages, QStringList{"Datei nicht gefunden Neu anlegen? [Nein]"});
 }
 
 TEST(ConsolePromptTest, AnswersYesWhenTold) {
   RecordingConsole console;
-  ConsolePrompt prompt(console, true);
+  test::VirtualClock clock;
+  Interrupt interrupt;
+  ConsolePrompt prompt(console, true, clock, interrupt);
   EXPECT_EQ(prompt.ask("Weiter?", Buttons::OkCancel, Icon::Question, {}), Answer::Ok);
   EXPECT_EQ(prompt.ask("Löschen?", Buttons::YesNo, Icon::Question, {}), Answer::Yes);
   EXPECT_EQ(prompt.ask("Anlegen?", Buttons::YesNoCancel, Icon::Question, {}), Answer::Yes);
@@ -34,9 +40,33 @@ TEST(ConsolePromptTest, AnswersYesWhenTold) {
 
 TEST(ConsolePromptTest, ChoosesNoFile) {
   RecordingConsole console;
-  ConsolePrompt prompt(console, true);
+  test::VirtualClock clock;
+  Interrupt interrupt;
+  ConsolePrompt prompt(console, true, clock, interrupt);
   EXPECT_EQ(prompt.openFile({}), "");
   EXPECT_EQ(prompt.saveFile({}), "");
+}
+
+TEST(ConsolePromptTest, WaitsForHalfAMinute) {
+  RecordingConsole console;
+  test::VirtualClock clock;
+  Interrupt interrupt;
+  ConsolePrompt prompt(console, false, clock, interrupt);
+  EXPECT_FALSE(prompt.waitUntil("Belegt. Es wird gewartet ...", [] { return false; }));
+  EXPECT_EQ(clock.now(), 30000);
+  EXPECT_EQ(console.messages, QStringList{"Belegt. Es wird gewartet ..."});
+  EXPECT_TRUE(prompt.waitUntil("Belegt.", [&] { return clock.now() >= 32000; }));
+  EXPECT_LE(clock.now(), 32300);
+}
+
+TEST(ConsolePromptTest, CtrlCEndsAWaitAtOnce) {
+  RecordingConsole console;
+  test::VirtualClock clock;
+  Interrupt interrupt;
+  ConsolePrompt prompt(console, false, clock, interrupt);
+  clock.schedule(1010, [&] { interrupt.raise(); });
+  EXPECT_FALSE(prompt.waitUntil("Belegt.", [] { return false; }));
+  EXPECT_EQ(clock.now(), 1010);
 }
 
 }  // namespace
