@@ -3,6 +3,9 @@
 #include <QFile>
 #include <QSqlQuery>
 
+#include <csignal>
+#include <cstdlib>
+
 #include "base/ini_file.h"
 #include "db/database_session.h"
 #include "scripted_cab_fixture.h"
@@ -174,6 +177,72 @@ TEST_F(CabProgramming, AStepIsStoredAtOnceAndNotOnlyWhenTheCabCloses) {
   EXPECT_EQ(form().workingCopy().recCvValues[1][2], 11);
   cab->stepCVUp();
   EXPECT_EQ(stored("DC_CV_1", 3), 12);
+}
+
+TEST_F(CabProgramming, AStepIsStoredOverWhatIsOnTheRowByThen) {
+  const auto cab = open();
+  {
+    // Another program has read other CVs since.
+    Database other(base.path());
+    QByteArray values(4865, '\0');
+    values[2] = 10;
+    values[3] = 99;
+    other.write(QStringLiteral("UPDATE LOCO_DAT SET DC_CV_1 = ? WHERE DC_ADR = 1000"), {values});
+  }
+  cab->stepCVUp();
+  EXPECT_EQ(stored("DC_CV_1", 3), 11);
+  EXPECT_EQ(stored("DC_CV_1", 4), 99);
+}
+
+TEST_F(CabProgramming, TheSameAddressInTwoCollectionsIsTwoVehiclesAndTheStepGoesIntoItsOwn) {
+  session.database().write(
+      QStringLiteral("INSERT INTO LOCO_DAT (DC_RECNO, DC_COLL, DC_ADR, ST_SNAME, DC_TYPE, DC_CV, "
+                     "DC_CV_1, DC_MANUF, DC_DECODER, DC_CV_NAME, DC_CV_NAME_1, DC_DEC_VER) "
+                     "SELECT 900, 'Vitrine', DC_ADR, ST_SNAME, DC_TYPE, DC_CV, DC_CV_1, DC_MANUF, "
+                     "DC_DECODER, DC_CV_NAME, DC_CV_NAME_1, DC_DEC_VER FROM LOCO_DAT "
+                     "WHERE DC_ADR = 1000"),
+      {});
+  ASSERT_EQ(session.InitDB(), 0);
+  ASSERT_EQ(form().FindFirst(QStringLiteral("DC_COLL='Vitrine'")), FindResult::Found);
+  const auto cab = open();
+  EXPECT_EQ(cab->collection(), "Vitrine");
+  ASSERT_EQ(form().FindFirst(QStringLiteral("DC_COLL='Anlage' AND DC_ADR=1000")),
+            FindResult::Found);
+  cab->stepCVUp();
+  const auto storedIn = [this](const char* collection) {
+    QByteArray values;
+    session.database().read(
+        QStringLiteral("SELECT DC_CV_1 FROM LOCO_DAT WHERE DC_COLL = ? AND DC_ADR = 1000"),
+        {QString::fromLatin1(collection)},
+        [&](const QSqlQuery& row) { values = row.value(0).toByteArray(); });
+    return static_cast<int>(values.at(2));
+  };
+  EXPECT_EQ(storedIn("Vitrine"), 11);
+  EXPECT_EQ(storedIn("Anlage"), 10);
+}
+
+/// The process is killed behind a step, before anything else can run.
+TEST_F(CabProgramming, AProcessThatIsKilledKeepsTheStepThatItHasSent) {
+  EXPECT_EXIT(
+      {
+        DatabaseSession own(RecordFormParts{prompt, desktop, ini, files.path()}, base.path(),
+                            oldFormat);
+        if (own.InitDB() != 0 ||
+            own.form().FindFirst(QStringLiteral("DC_ADR=1000")) != FindResult::Found)
+          std::_Exit(1);
+        VehicleRecords records(&own, prompt);
+        auto cab = std::make_shared<Cab>(
+            CabParts{line, prompt, records, files.path(), cabParts().makeProtocol}, 1000, false);
+        bool flag = false;
+        line.exchange(cab.get(), 0, [&] { cab->load(flag); });
+        const auto before = serial.writes.size();
+        cab->stepCVUp();
+        if (serial.writes.size() == before) std::_Exit(2);
+        std::raise(SIGKILL);
+      },
+      ::testing::KilledBySignal(SIGKILL), "");
+  EXPECT_EQ(stored("DC_CV_1", 3), 11);
+  EXPECT_TRUE(session.database().integrityFaults().isEmpty());
 }
 
 TEST_F(CabProgramming, ARecordThatIsNoLongerOnShowIsFoundByItsNumber) {

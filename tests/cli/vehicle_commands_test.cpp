@@ -1,4 +1,7 @@
 // vehicle read and vehicle write, on a database and description files of their own.
+#include <QSqlDatabase>
+#include <QSqlQuery>
+
 #include "cli_fixture.h"
 #include "db/cv_record.h"
 #include "db/database.h"
@@ -85,6 +88,49 @@ TEST_F(VehicleCommandsTest, ReadsIntoTheRecord) {
   EXPECT_EQ(record.recDecoder, "AT-ECO");
   EXPECT_EQ(record.recManuf, 97);
   EXPECT_FALSE(line_.isOpen());
+}
+
+TEST_F(VehicleCommandsTest, WhatSomebodyElseChangesOnTheRowMeanwhileStays) {
+  clock.schedule(3000, [this] {
+    store(5, 99);
+    Database database(dbPath());
+    database.write(QStringLiteral("UPDATE LOCO_DAT SET ST_SNAME = 'Neu'"), {});
+  });
+  EXPECT_EQ(run("vehicle read Anlage 3 --cv 3,49"), 0);
+  ASSERT_GT(clock.now(), 3000);
+  const CvRecord record = stored();
+  EXPECT_EQ(record.recCvValues[0].at(2), 33);
+  EXPECT_EQ(record.recCvValues[0].at(48), 2);
+  EXPECT_EQ(record.recCvValues[0].at(4), 99);
+  Database database(dbPath());
+  QString name;
+  database.read(QStringLiteral("SELECT ST_SNAME FROM LOCO_DAT"), {},
+                [&](const QSqlQuery& row) { name = row.value(0).toString(); });
+  EXPECT_EQ(name, "Neu");
+}
+
+TEST_F(VehicleCommandsTest, ADatabaseThatIsHeldAtTheEndIsWaitedForAndNoValueIsLost) {
+  std::unique_ptr<QSqlQuery> holder;
+  {
+    QSqlDatabase other =
+        QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("holder"));
+    other.setDatabaseName(dbPath());
+    ASSERT_TRUE(other.open());
+    holder = std::make_unique<QSqlQuery>(other);
+  }
+  clock.schedule(3000, [&] {
+    ASSERT_TRUE(holder->exec(QStringLiteral("BEGIN EXCLUSIVE")));
+    // The command is at its wait by then.
+    clock.schedule(60000, [&] { ASSERT_TRUE(holder->exec(QStringLiteral("COMMIT"))); });
+  });
+  const auto release = [&] {
+    holder.reset();
+    QSqlDatabase::removeDatabase(QStringLiteral("holder"));
+  };
+  EXPECT_EQ(run("vehicle read Anlage 3 --cv 3"), 0);
+  EXPECT_TRUE(console.messages.join(u'\n').contains("Es wird gewartet"));
+  release();
+  EXPECT_EQ(stored().recCvValues[0].at(2), 33);
 }
 
 TEST_F(VehicleCommandsTest, WithoutAListReadsEverythingOnThePages) {

@@ -62,6 +62,26 @@ TEST_P(PlainFramingTest, ACancelEndsTheWaitForTheLineAndTheMessageStillGoesOut) 
   EXPECT_EQ(sentAt(), 2300);
 }
 
+TEST_P(PlainFramingTest, AHaltBehindALosThatStillAsksForTheLineGoesOutAloneAndTheLosNotAtAll) {
+  line.cts = false;
+  clock.schedule(300, [this] { framing().lnzSend(fromHex("21 80 A1")); });
+  clock.schedule(700, [this] { line.cts = true; });
+  expect("21 80 A1");
+  framing().lnzSend(fromHex("21 81 A0"));
+  EXPECT_EQ(sentAt(), 2700);
+  EXPECT_EQ(line.sent(), fromHex("21 80 A1"));
+}
+
+TEST_P(PlainFramingTest, AMessageToAVehicleIsNotReplacedByAHalt) {
+  line.cts = false;
+  clock.schedule(300, [this] { framing().lnzSend(fromHex("21 80 A1")); });
+  clock.schedule(700, [this] { line.cts = true; });
+  expect("21 80 A1");
+  expect("E4 13 00 03 80 74");
+  framing().lnzSend(fromHex("E4 13 00 03 80 74"));
+  EXPECT_TRUE(line.played());
+}
+
 TEST_P(PlainFramingTest, RepliesAreTakenAsTheyAre) {
   line.arrive(fromHex("FF FE 61 01 60"));
   EXPECT_EQ(framing().takeReply(), fromHex("FF FE 61 01 60"));
