@@ -5,6 +5,7 @@
 #include "base/numbers.h"
 #include "base/prompt.h"
 #include "cab/cab_table.h"
+#include "cab/leaving.h"
 #include "db/database_session.h"
 #include "db/form_names.h"
 #include "link/station_link.h"
@@ -110,7 +111,7 @@ void Driving::openNew(StationUse use, int address,
   whenFree(this, ++asked_, [this, use, address, open, opening] {
     waiting_.erase({use, address});
     if (opening->isGivenUp()) return;
-    auto leave = askToSwitchOn(link_, use);
+    auto leave = mayOpen(use);
     if (!leave) return opening->end();
     opening->leave = std::move(*leave);
     opening->begin();
@@ -118,6 +119,12 @@ void Driving::openNew(StationUse use, int address,
     if (unit == nullptr) return opening->end();
     opening->follow(*unit);
   });
+}
+
+/// The user takes his time: the cabs that are open go on meanwhile.
+std::optional<SwitchOnLeave> Driving::mayOpen(StationUse use) {
+  const auto aside = link_.stepAside();
+  return askToSwitchOn(link_, use);
 }
 
 SlotUnit* Driving::openNewCab(int address, const std::optional<CabRecord>& record,
@@ -142,7 +149,7 @@ void Driving::runAlone(const void* owner, std::function<void()> job) {
 }
 
 void Driving::whenFree(const void* owner, int what, std::function<void()> job) {
-  line_.exchange(owner, what, [this, run = std::move(job)] {
+  line_.alone(owner, what, [this, run = std::move(job)] {
     if (!closed_) run();
   });
 }
@@ -174,6 +181,31 @@ QStringList Driving::openTitles() const {
     if (const Panel* panel = panels_.panelForms(slot)) titles << panel->caption();
   }
   return titles;
+}
+
+bool Driving::settleMoving() {
+  const auto moving = [this] {
+    std::vector<Cab*> cabs;
+    for (int slot = 1; slot <= cabs_.cabCount(); ++slot) {
+      Cab* cab = cabs_.cabForms(slot);
+      if (cab != nullptr && cab->isMoving()) cabs.push_back(cab);
+    }
+    return cabs;
+  };
+  QStringList titles;
+  for (const Cab* cab : moving()) titles << cab->caption();
+  if (titles.isEmpty()) return true;
+  switch (askHowToLeave(prompt_, titles)) {
+    case Leaving::LetRun:
+      return true;
+    case Leaving::StopThese:
+      for (Cab* cab : moving()) cab->standStill({});
+      return moving().empty();
+    case Leaving::SwitchOff:
+      link_.trackStop().pressAndTell();
+      break;
+  }
+  return link_.trackStop().isHeld();
 }
 
 void Driving::closeAll() {

@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <set>
+#include <vector>
 
 #include "app/opening.h"
 #include "base/clock.h"
@@ -56,6 +57,10 @@ class Driving {
   /// Forgets a job of runAlone() that still waits; its owner is about to go.
   void forget(const void* owner) { line_.forget(owner); }
 
+  /// The user ends the program: asks once about all vehicles that move. False when they were to be
+  /// stopped and could not be: the program goes on, and the user has been told.
+  bool settleMoving();
+
   /// The end of the program: closes all cabs and panels in the order of their slots. Cabs and jobs
   /// that still wait for the line are forgotten.
   void closeAll();
@@ -73,6 +78,7 @@ class Driving {
   /// Opens what is not there yet: shows that it waits, and asks whether it may switch the layout
   /// on. `open` gives the unit that is loading, null for none.
   void openNew(StationUse use, int address, const std::function<SlotUnit*(const Opening&)>& open);
+  std::optional<SwitchOnLeave> mayOpen(StationUse use);
   SlotUnit* openNewCab(int address, const std::optional<CabRecord>& record, const Opening& opening);
   bool hasCabs() const;
   void whenFree(const void* owner, int what, std::function<void()> job);

@@ -8,6 +8,7 @@
 
 #include "base/prompt.h"
 #include "cab/cab_line.h"
+#include "cab/leaving.h"
 #include "link/station_link.h"
 #include "link/switch_on_question.h"
 #include "link/track_stop.h"
@@ -70,6 +71,38 @@ void Cab::vsbSpeed(int value) {
   });
 }
 
+void Cab::showSpeed(int position) {
+  bar_ = position;
+  state_.speed = position;
+  const QScopedValueRollback moving(inSpeedChange_, true);
+  emit barMoved(position);
+  emit speedShown(position);
+}
+
+void Cab::standStill(std::function<void()> done) {
+  const int before = state_.speed;
+  showSpeed(0);
+  exchange(
+      distinct(),
+      [this, then = std::move(done)] {
+        showSpeed(0);
+        protocol_->sendSpeed();
+        link().waitUntilSent();
+        state_.canBusy = false;
+        if (then) then();
+      },
+      [this, before] {
+        showSpeed(before);
+        // From the event loop: a box must not hold the line.
+        tell_ = link().clock().after(0, [this] {
+          prompt().message(
+              QStringLiteral("%1 wurde nicht angehalten: Die Verbindung zur Digitalzentrale ist "
+                             "weg!")
+                  .arg(caption()));
+        });
+      });
+}
+
 void Cab::cmdFunc(int n) {
   if (!hasFunction(n) || isUnloading() || !functionsKnown()) return;
   bool& lamp = state_.funcOn[static_cast<size_t>(n)];
@@ -120,6 +153,7 @@ void Cab::imgStop() {
   stopPending_ = true;
   const bool stopped = !state_.stopped;
   urgent(
+      stopped ? QStringLiteral("Halt") : QStringLiteral("Los"),
       [this, stopped] {
         // The line is there, and no message stands in the way: the order counts from here on.
         stopPending_ = false;
@@ -254,6 +288,23 @@ void Cab::writeCV(const MainProgramming::Step& step, int mode) {
 }
 
 // ---- The end ------------------------------------------------------------------------------------
+
+void Cab::leave() {
+  const Entered entered(*this);
+  if (isUnloading() || asking_) return;
+  if (!isMoving()) return unload();
+  const QScopedValueRollback asking(asking_, true);
+  switch (askHowToLeave(prompt(), {caption()})) {
+    case Leaving::LetRun:
+      return unload();
+    case Leaving::StopThese:
+      return standStill([this] { unload(); });
+    case Leaving::SwitchOff:
+      link().trackStop().pressAndTell();
+      // One that did not go out leaves the cab where it is.
+      if (link().trackStop().isHeld()) unload();
+  }
+}
 
 void Cab::onUnloading() {
   cabTimer_.reset();

@@ -80,6 +80,14 @@ class Cab final : public SlotUnit {
   /// so only when its line has come back.
   void reread();
 
+  /// The vehicle moves, as far as the cab knows.
+  bool isMoving() const { return state_.speed > 0 && !state_.stopped; }
+  /// Takes the vehicle to speed 0; `done` runs when that has gone out. A failure is told, and the
+  /// speed is shown as before.
+  void standStill(std::function<void()> done);
+  /// Asks about a vehicle that moves.
+  void leave() override;
+
   /// A click in `cbCV`.
   void chooseCV(const QString& name);
   /// `udCV`.
@@ -113,6 +121,7 @@ class Cab final : public SlotUnit {
   void tick();
 
   void setDirection(bool backward);
+  void showSpeed(int position);
   void showStopped(bool stopped);
   void stopFailed(bool stopped, StopFault fault, const QString& reason = {});
   void showHeld(bool held);
@@ -131,6 +140,8 @@ class Cab final : public SlotUnit {
   bool inSpeedChange_ = false;  // the program moves the bar
   bool loading_ = false;
   bool hasState_ = false;
+  bool asking_ = false;  // whether it may leave
+  std::unique_ptr<Clock::Alarm> tell_;
   bool wasRead_ = false;      // the reading at load is over
   bool stopPending_ = false;  // pressed, and not on the wire yet
   bool heldBefore_ = false;   // the layout was held ahead of the last order

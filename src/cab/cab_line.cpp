@@ -10,6 +10,19 @@
 
 namespace lokari {
 
+CabLine::CabLine(StationLink& link) : link_(link) {
+  link_.onStepAside = [this] { return stepAside(); };
+  link_.onSessionTried = [this](bool opened) {
+    if (opened) noteBack();
+    runHeldBack(opened ? QString() : link_.openFailureReason());
+  };
+}
+
+CabLine::~CabLine() {
+  link_.onStepAside = nullptr;
+  link_.onSessionTried = nullptr;
+}
+
 void CabLine::put(Queue& queue, Waiting next) {
   const auto same = std::find_if(queue.begin(), queue.end(), [&](const Waiting& each) {
     return each.owner == next.owner && each.what == next.what;
@@ -29,6 +42,40 @@ void CabLine::run(const std::function<void()>& exchange) {
 void CabLine::exchange(const void* owner, int what, std::function<void()> run) {
   put(waiting_, {owner, what, std::move(run)});
   runWaiting();
+}
+
+void CabLine::alone(const void* owner, int what, std::function<void()> run) {
+  exchange(owner, what, [this, job = std::move(run)] {
+    const QScopedValueRollback mine(alone_, true);
+    job();
+  });
+}
+
+/// The job's frame waits for its window below everything that runs meanwhile, so that the line is
+/// free again whenever it goes on.
+class CabLine::Aside {
+ public:
+  explicit Aside(CabLine& line) : line_(line) {
+    line_.alone_ = false;
+    line_.depth_ = 0;
+  }
+  ~Aside() {
+    line_.alone_ = true;
+    line_.depth_ = 1;
+  }
+  Aside(const Aside&) = delete;
+  Aside& operator=(const Aside&) = delete;
+
+ private:
+  CabLine& line_;
+};
+
+std::shared_ptr<void> CabLine::stepAside() {
+  // Inside somebody else's exchange the line is not the job's to give.
+  if (!alone_ || depth_ != 1) return nullptr;
+  auto aside = std::make_shared<Aside>(*this);
+  wakeAside_ = link_.clock().after(0, [this] { runWaiting(); });
+  return aside;
 }
 
 void CabLine::background(const void* owner, std::function<void()> run) {
@@ -64,10 +111,15 @@ void CabLine::runBackground() {
   runWaiting();
 }
 
-void CabLine::urgent(std::function<void()> run) {
-  if (restoring_) {
+bool CabLine::isOpening() const {
+  return restoring_ || link_.isOpening();
+}
+
+void CabLine::urgent(std::function<void()> run, const QString& order) {
+  if (gone_ && isOpening()) {
     // There is no line yet; it goes out first when there is one.
-    behindRestore_.push_back(std::move(run));
+    heldBack_.push_back({std::move(run), order});
+    emit goneChanged();
     return;
   }
   link_.protocol().gate().betweenMessages([this, action = std::move(run)] {
@@ -86,6 +138,7 @@ void CabLine::send(const std::function<void()>& write) {
 void CabLine::noteGone(const QString& reason) {
   if (gone_ && reason == goneReason_) return;
   gone_ = true;
+  link_.lineLost = true;
   goneReason_ = reason;
   emit goneChanged();
 }
@@ -93,25 +146,35 @@ void CabLine::noteGone(const QString& reason) {
 void CabLine::noteBack() {
   if (!gone_) return;
   gone_ = false;
+  link_.lineLost = false;
   goneReason_.clear();
   emit goneChanged();
 }
 
 void CabLine::restore() {
-  if (!gone_ || restoring_) return;
+  if (!gone_ || isOpening()) return;
+  // What has failed just now is not tried again for each that waited.
+  if (!failure_.isEmpty()) throw LinkError(failure_);
   QString failure;
   {
     const QScopedValueRollback restoring(restoring_, true);
     failure = link_.reopen();
   }
   if (failure.isEmpty()) noteBack();
-  // They meet a line that is still gone themselves, and tell it.
-  while (!behindRestore_.empty()) {
-    const auto next = std::move(behindRestore_.front());
-    behindRestore_.pop_front();
-    urgent(next);
-  }
+  runHeldBack(failure);
   if (!failure.isEmpty()) throw LinkError(failure);
+}
+
+void CabLine::runHeldBack(const QString& failure) {
+  if (heldBack_.empty()) return;
+  const QScopedValueRollback known(failure_, failure);
+  while (!heldBack_.empty()) {
+    const HeldBack next = std::move(heldBack_.front());
+    heldBack_.pop_front();
+    // They meet a line that is still gone themselves, and tell it.
+    urgent(next.run, next.order);
+  }
+  emit goneChanged();
 }
 
 void CabLine::forget(const void* owner) {

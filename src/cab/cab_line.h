@@ -24,7 +24,8 @@ class CabLine final : public QObject {
 
  public:
   /// `link` must outlive it.
-  explicit CabLine(StationLink& link) : link_(link) {}
+  explicit CabLine(StationLink& link);
+  ~CabLine() override;
 
   StationLink& link() const { return link_; }
 
@@ -43,15 +44,19 @@ class CabLine final : public QObject {
   /// dragged quickly sends its last position and no queue of old ones.
   void exchange(const void* owner, int what, std::function<void()> run);
 
+  /// exchange() for a job that needs the station for itself. Its frame may let others in while it
+  /// does not: StationLink::stepAside().
+  void alone(const void* owner, int what, std::function<void()> run);
+
   /// Runs what no user asked for, such as a poll: now, or, when an exchange is in hand, from the
   /// event loop after it and after every command that waits. Owners take turns; each has one in
   /// line at most.
   void background(const void* owner, std::function<void()> run);
 
   /// Runs `run` at once, also inside an exchange that waits, but never in the middle of a message
-  /// that is going out, a CV access's included: then right behind it. This is how a stop gets
-  /// through.
-  void urgent(std::function<void()> run);
+  /// that is going out, a CV access's included: then right behind it; and behind the opening of a
+  /// line that is gone. This is how a stop gets through. `order` is what a user calls it.
+  void urgent(std::function<void()> run, const QString& order = {});
 
   /// Every message goes out through here, so that an urgent one cannot get in between its bytes.
   void send(const std::function<void()>& write);
@@ -66,20 +71,24 @@ class CabLine final : public QObject {
   /// Why, a whole sentence; empty while the line is there.
   const QString& goneReason() const { return goneReason_; }
   void noteGone(const QString& reason);
-  /// A message went out.
+  /// A message went out, or a session opened.
   void noteBack();
   /// Ahead of a command: opens a line that is gone anew, with the sessions that it had. Throws
-  /// LinkError when it does not open.
+  /// LinkError when it does not open. Nothing while it is being opened.
   void restore();
+  /// What an urgent() that waits for the line to be opened anew is called; empty when none waits.
+  QString waitingOrder() const { return heldBack_.empty() ? QString() : heldBack_.back().order; }
 
   /// Replies to urgent messages that have not been taken yet. Kept by protocols whose replies do
   /// not tell what they reply to: the one whose wait the message got into takes them behind its
   /// own.
   /// Each tells the failure of its message.
   std::deque<std::function<void(StopFault)>> repliesOwed;
+  /// How many on the stack take them.
+  int replyTakers = 0;
 
  signals:
-  /// The line is gone, or back.
+  /// The line is gone, or back, or something waits for it.
   void goneChanged();
 
  private:
@@ -96,6 +105,10 @@ class CabLine final : public QObject {
   void runWaiting();
   void wakeBackground();
   void runBackground();
+  class Aside;
+  std::shared_ptr<void> stepAside();
+  bool isOpening() const;
+  void runHeldBack(const QString& failure);
 
   StationLink& link_;
   int depth_ = 0;
@@ -104,8 +117,15 @@ class CabLine final : public QObject {
   std::unique_ptr<Clock::Alarm> wake_;
   bool gone_ = false;
   QString goneReason_;
+  bool alone_ = false;  // the exchange in hand is one of alone(), and needs the line
+  std::unique_ptr<Clock::Alarm> wakeAside_;
   bool restoring_ = false;
-  std::deque<std::function<void()>> behindRestore_;  // urgent ones
+  struct HeldBack {
+    std::function<void()> run;
+    QString order;
+  };
+  std::deque<HeldBack> heldBack_;  // urgent ones, behind the opening
+  QString failure_;                // of the opening that they waited for
 };
 
 }  // namespace lokari

@@ -1,5 +1,7 @@
 #include "cab/ibx_talk.h"
 
+#include <QScopedValueRollback>
+
 #include <utility>
 
 #include "base/bytes.h"
@@ -32,6 +34,7 @@ QByteArray IbxTalk::takeReply(int size) {
 }
 
 QByteArray IbxTalk::ask(const QByteArray& command, int size) {
+  const QScopedValueRollback taking(line_.replyTakers, line_.replyTakers + 1);
   try {
     takeOwed();
     link().protocol().dropInput();
@@ -50,6 +53,12 @@ int IbxTalk::tell(const QByteArray& command) {
 }
 
 void IbxTalk::tellAtOnce(const QByteArray& command, Failed failed) {
+  if (line_.isNested() && line_.replyTakers == 0) {
+    send(command);
+    return confirmBehind(command, failed);
+  }
+  const bool isOutermost = !line_.isNested();
+  const QScopedValueRollback taking(line_.replyTakers, line_.replyTakers + (isOutermost ? 1 : 0));
   // Ahead of the sending: one that waits for its end is replied to behind this one.
   line_.repliesOwed.push_back(std::move(failed));
   try {
@@ -59,7 +68,7 @@ void IbxTalk::tellAtOnce(const QByteArray& command, Failed failed) {
     giveUpOwed();
     throw;
   }
-  if (line_.isNested()) return;
+  if (!isOutermost) return;
   try {
     takeOwed();
   } catch (const LinkError&) {
@@ -79,6 +88,31 @@ void IbxTalk::takeOwed() {
     link().prompt().beep();
     failed(StopFault::Refused);
   }
+}
+
+void IbxTalk::confirmBehind(const QByteArray& command, const Failed& failed) {
+  // A job has taken the reply by then, and dropped what was left.
+  const bool mayCome = link().runningJob == CommJob::None;
+  line_.exchange(&line_.repliesOwed, 0, [line = &line_, command, failed, mayCome] {
+    IbxTalk(*line).confirm(command, mayCome, failed);
+  });
+}
+
+void IbxTalk::confirm(const QByteArray& command, bool mayCome, const Failed& failed) {
+  // The session may have ended with the job: there is nobody left to ask.
+  if (link().commUseCount == 0) return;
+  // A cancel belongs to the job before, unless it stays.
+  link().cancelRequested = link().cancelRequested && link().cancelStays;
+  QByteArray reply;
+  try {
+    if (mayCome) reply = takeReply(1);
+    if (reply.isEmpty()) reply = ask(command, 1);
+  } catch (const LinkError& error) {
+    line_.noteGone(error.message());
+  }
+  if (byteAt(reply, 0) == 0) return;
+  link().prompt().beep();
+  failed(reply.isEmpty() ? StopFault::Silent : StopFault::Refused);
 }
 
 void IbxTalk::giveUpOwed() {

@@ -3,7 +3,8 @@
 //
 // A reply does not tell what it replies to; the station replies in the order of the commands. So
 // whoever takes a reply takes as many bytes as are its own, and a stop that gets into the wait of
-// another command leaves its reply to be taken behind that command's (CabLine::repliesOwed).
+// another command leaves its reply to be taken behind that command's (CabLine::repliesOwed). A CV
+// access takes what comes as its own: a stop that gets into one is confirmed behind it.
 #pragma once
 
 #include <QByteArray>
@@ -43,6 +44,10 @@ class IbxTalk {
   void takeOwed();
   /// They do not come any more: one beep, if there are any.
   void giveUpOwed();
+  /// Confirms an order that went out inside a talk of somebody else; a newer one takes its place.
+  void confirmBehind(const QByteArray& command, const Failed& failed);
+  /// Takes the order's reply if it `mayCome` still; without one the order goes out once more.
+  void confirm(const QByteArray& command, bool mayCome, const Failed& failed);
 
   CabLine& line_;
 };

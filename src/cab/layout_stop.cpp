@@ -27,7 +27,7 @@ void LayoutStop::noteFailed(StopFault fault) {
   });
 }
 
-bool LayoutStop::send() {
+TrackStop::Outcome LayoutStop::send() {
   StationLink& link = line_.link();
   const StationKindRow& kind = link.settings().station();
   if (kind_ != &kind) {
@@ -36,20 +36,31 @@ bool LayoutStop::send() {
                               {.stopFailed = [this](bool, StopFault fault) { noteFailed(fault); }});
   }
   heldBefore_ = link.trackStop().isHeld();
-  const auto failed = std::make_shared<bool>(false);
-  line_.urgent([this, &link, failed] {
-    try {
-      line_.restore();
-      link.trackStop().noteStoppedForAll();
-      protocol_->sendStopped();
-      line_.noteBack();
-    } catch (const LinkError& error) {
-      if (!heldBefore_) link.trackStop().noteReleased();
-      line_.noteGone(error.message());
-      *failed = true;
-    }
-  });
-  return !*failed;
+  const auto outcome = std::make_shared<Outcome>(Outcome::Waiting);
+  const auto waits = std::make_shared<bool>(false);
+  line_.urgent(
+      [this, outcome, waits] {
+        *outcome = sendNow();
+        if (*waits) line_.link().trackStop().noteBehind(*outcome == Outcome::Sent);
+      },
+      QStringLiteral("Halt"));
+  *waits = *outcome == Outcome::Waiting;
+  return *outcome;
+}
+
+TrackStop::Outcome LayoutStop::sendNow() {
+  TrackStop& layout = line_.link().trackStop();
+  try {
+    line_.restore();
+    layout.noteStoppedForAll();
+    protocol_->sendStopped();
+    line_.noteBack();
+  } catch (const LinkError& error) {
+    if (!heldBefore_) layout.noteReleased();
+    line_.noteGone(error.message());
+    return Outcome::NotSent;
+  }
+  return Outcome::Sent;
 }
 
 }  // namespace lokari

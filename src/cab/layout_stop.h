@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "cab/cab.h"
+#include "link/track_stop.h"
 
 namespace lokari {
 
@@ -15,11 +16,14 @@ class LayoutStop {
   LayoutStop(const LayoutStop&) = delete;
   LayoutStop& operator=(const LayoutStop&) = delete;
 
-  /// Sends it at once, as a cab's goes out, and tells the link's TrackStop when it is on the wire.
-  /// False when it found no way out. Only on kinds with cabs.
-  bool send();
+  /// Sends it at once, as a cab's goes out, and tells the link's TrackStop when it is on the wire:
+  /// see TrackStop::send. Only on kinds with cabs.
+  TrackStop::Outcome send();
 
  private:
+  using Outcome = TrackStop::Outcome;
+
+  Outcome sendNow();
   void noteFailed(StopFault fault);
 
   CabLine& line_;

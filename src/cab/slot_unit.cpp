@@ -29,7 +29,12 @@ SlotUnit::~SlotUnit() = default;
 
 QString SlotUnit::notice() const {
   if (!line_.isGone()) return {};
-  return QStringLiteral("Keine Verbindung zur Zentrale. %1").arg(line_.goneReason()).trimmed();
+  const QString gone = QStringLiteral("Keine Verbindung zur Zentrale. %1").arg(line_.goneReason());
+  const QString order = line_.waitingOrder();
+  if (order.isEmpty()) return gone.trimmed();
+  return QStringLiteral("%1 ist noch nicht gesendet: Die Verbindung wird gerade neu geöffnet.\n%2")
+      .arg(order, gone)
+      .trimmed();
 }
 
 StationLink& SlotUnit::link() const {
@@ -106,27 +111,34 @@ void SlotUnit::talk(const std::function<void()>& exchange, Opening opening) {
   line_.noteBack();
 }
 
-void SlotUnit::run(const std::function<void()>& exchange, Opening opening) {
+bool SlotUnit::run(const std::function<void()>& exchange, Opening opening) {
   const Entered entered(*this);
   // What ended another job must not end the waits of this one. A unit that is going waits no more.
   if (!unloading_) link().cancelRequested = false;
-  if (!hasStation()) return;
+  if (!hasStation()) return true;
   try {
     talk(exchange, opening);
+    return true;
   } catch (const LinkError& error) {
-    // The lamps and arrows keep what the user did.
-    line_.noteGone(error.message());
+    // The lamps and arrows keep what the user did. A poll that has not tried to open the line knows
+    // no better why it is gone.
+    if (opening == Opening::Reopens || !line_.isGone()) line_.noteGone(error.message());
+    return false;
   }
 }
 
-void SlotUnit::exchange(int what, std::function<void()> run) {
+void SlotUnit::exchange(int what, std::function<void()> run, std::function<void()> failed) {
   const Entered entered(*this);
-  line_.exchange(this, what, [this, self = shared_from_this(), job = std::move(run)] {
-    this->run(job, Opening::Reopens);
-  });
+  line_.exchange(
+      this, what,
+      [this, self = shared_from_this(), job = std::move(run), tellFailure = std::move(failed)] {
+        const Entered inside(*this);
+        if (!this->run(job, Opening::Reopens) && tellFailure) tellFailure();
+      });
 }
 
-void SlotUnit::urgent(std::function<void()> run, std::function<void(const QString&)> failed) {
+void SlotUnit::urgent(const QString& order, std::function<void()> run,
+                      std::function<void(const QString&)> failed) {
   const Entered entered(*this);
   line_.urgent(
       [this, self = shared_from_this(), job = std::move(run), tellFailure = std::move(failed)] {
@@ -141,7 +153,8 @@ void SlotUnit::urgent(std::function<void()> run, std::function<void(const QStrin
           line_.noteGone(error.message());
           tellFailure(error.message());
         }
-      });
+      },
+      order);
 }
 
 void SlotUnit::background(std::function<void()> run) {

@@ -35,7 +35,9 @@ class SlotUnit : public QObject, public std::enable_shared_from_this<SlotUnit> {
   /// is raised already or the unit is going. Messages go through the prompt.
   void load(bool& loadFlag);
   /// `cmdOK`: the button that ends it.
-  void cmdOK() { unload(); }
+  void cmdOK() { leave(); }
+  /// The user closes it; a vehicle that moves is asked about first.
+  virtual void leave() { unload(); }
   /// The end, by whatever road: keeps what was changed and gives the session back. Nothing is
   /// switched. What was asked for before still goes out.
   void unload();
@@ -83,11 +85,12 @@ class SlotUnit : public QObject, public std::enable_shared_from_this<SlotUnit> {
   void setTitle(const QString& name);
 
   /// Runs an exchange by the order of the line; see CabLine::exchange(). A line that is gone is
-  /// opened anew ahead of it; a failure is the line's to tell.
-  void exchange(int what, std::function<void()> run);
-  /// The same for a message that gets through at once; see CabLine::urgent(). `failed` learns why
-  /// it did not go out.
-  void urgent(std::function<void()> run, std::function<void(const QString& reason)> failed);
+  /// opened anew ahead of it; a failure is the line's to tell, `failed` learns of it.
+  void exchange(int what, std::function<void()> run, std::function<void()> failed = {});
+  /// The same for a message that gets through at once; see CabLine::urgent(), also for `order`.
+  /// `failed` learns why it did not go out.
+  void urgent(const QString& order, std::function<void()> run,
+              std::function<void(const QString& reason)> failed);
   /// The same for what can wait; see CabLine::background().
   void background(std::function<void()> run);
   /// The name of an exchange that none may take the place of.
@@ -112,7 +115,8 @@ class SlotUnit : public QObject, public std::enable_shared_from_this<SlotUnit> {
 
  private:
   enum class Opening { Reopens, AsItIs };
-  void run(const std::function<void()>& exchange, Opening opening);
+  /// False when the line was gone.
+  bool run(const std::function<void()>& exchange, Opening opening);
   /// Throws LinkError when the line is gone and does not come back.
   void talk(const std::function<void()>& exchange, Opening opening);
   /// The options still name the kind that it was opened on; another one would not understand it.

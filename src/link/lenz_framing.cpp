@@ -98,11 +98,13 @@ QByteArray LenzFraming::takeReply() {
 
 bool LenzFraming::resume(int want) {
   lnzSend(lenz::resume());
+  // Right behind it: the layout must not run for as long as the answer takes.
+  const bool stopped = link_.trackStop().noteSwitchedOn();
   link_.WaitForData(want);
   const bool resumed = link_.getBufferCount() >= kShortestMessage &&
                        lenz::tellsResumed(unwrapped(link_.serial().read()));
   // Insisting would switch the layout on behind the stop.
-  return link_.trackStop().noteSwitchedOn() || resumed;
+  return stopped || link_.trackStop().isHeld() || resumed;
 }
 
 }  // namespace lokari

@@ -73,11 +73,10 @@ void Mx10Protocol::open(bool progOn, int& step) {
   }
 }
 
-void Mx10Protocol::reopen(int users) {
+void Mx10Protocol::reopen(int users, int& step) {
   // An interface that vanished still counts as open, and a station whose network was away has
   // forgotten who logged on.
   close(true);
-  int step = 0;
   open(false, step);
   for (int user = 1; user < users; ++user) open(false, step);
 }

@@ -18,7 +18,7 @@ class Mx10Protocol final : public StationProtocol {
 
   /// Steps 1901 to 1922, or the driver's code, in the message of a failure.
   void open(bool progOn, int& step) override;
-  void reopen(int users) override;
+  void reopen(int users, int& step) override;
   void farewell(bool leaveMode, bool progOn) override;
   void close(bool lastUser) override;
   qint32 bufferCount() override { return static_cast<qint32>(canRxMsg.ID); }

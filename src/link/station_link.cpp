@@ -71,6 +71,7 @@ StationProtocol& StationLink::protocol() {
 }
 
 QString StationLink::initComm(bool, bool, bool progOn) {
+  if (const auto tell = onSessionOpening) tell();
   ++commUseCount;
   cancelRequested = cancelRequested && cancelStays;
   progTrack = progOn;
@@ -78,28 +79,38 @@ QString StationLink::initComm(bool, bool, bool progOn) {
   StationProtocol& station = protocol();
   station.beginSession();
   int step = 0;
+  QString failure;
   try {
+    const QScopedValueRollback opening(opening_, true);
+    if (lineLost && commUseCount > 1) reopenFor(commUseCount - 1, step);
     station.open(progOn, step);
+    lineLost = false;
   } catch (const LinkError& error) {
     impl_->openFailureReason = error.message();
-    return openFailure(step);
+    failure = openFailure(step);
   }
-  trackStop().noteSession();
-  return {};
+  if (failure.isEmpty()) trackStop().noteSession();
+  if (onSessionTried) onSessionTried(failure.isEmpty());
+  return failure;
 }
 
 QString StationLink::reopen() {
-  const int users = commUseCount;
-  cancelRequested = false;
-  QString failure;
+  const QScopedValueRollback opening(opening_, true);
+  cancelRequested = cancelRequested && cancelStays;
+  int step = 0;
   try {
-    protocol().reopen(users);
+    reopenFor(commUseCount, step);
   } catch (const LinkError& error) {
-    failure = error.message();
+    return error.message();
   }
+  lineLost = false;
+  return {};
+}
+
+void StationLink::reopenFor(int users, int& step) {
   // Some kinds take a part back when they fail.
-  commUseCount = users;
-  return failure;
+  const QScopedValueRollback count(commUseCount);
+  protocol().reopen(users, step);
 }
 
 QString StationLink::openForJob(bool progOn) {

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <memory>
 
 #include "base/settings.h"
@@ -45,8 +46,11 @@ class StationLink {
   /// port of a later session open.
   QString openForJob(bool progOn);
   /// Opens the transport of the running sessions anew after it was lost; how many there are stays.
-  /// Empty on success, else why it does not open, a whole sentence. Switches nothing on.
+  /// Empty on success, else why it does not open, a whole sentence. Switches nothing on. A cancel
+  /// that stays ends its waits.
   QString reopen();
+  /// initComm() or reopen() is at work: the transport may be half open.
+  bool isOpening() const { return opening_; }
   /// What lies behind the number in the last initComm()'s message, such as a port without a device;
   /// a whole sentence, empty when there is no more to tell.
   const QString& openFailureReason() const;
@@ -105,6 +109,21 @@ class StationLink {
   /// Whether this program has stopped the layout, and its stop.
   TrackStop& trackStop();
 
+  // -- for whoever shares the line out to cabs, panels and jobs
+
+  /// The last message found no way out: the next session opens the transport anew for those that
+  /// are open, since it may still pass for open.
+  bool lineLost = false;
+  /// initComm() begins: whoever asked for it means it.
+  std::function<void()> onSessionOpening;
+  /// initComm() has ended; `opened` tells whether the session is there.
+  std::function<void(bool opened)> onSessionTried;
+  /// How stepAside() lets others in; empty where nobody waits for the line.
+  std::function<std::shared_ptr<void>()> onStepAside;
+  /// The job that has the line needs it no more, or not yet: others use it while the result lives.
+  /// It may be null. Only the outermost frame of the job may ask for it.
+  std::shared_ptr<void> stepAside() const { return onStepAside ? onStepAside() : nullptr; }
+
   int commUseCount = 0;          ///< sessions open
   bool cancelRequested = false;  ///< ends every wait
   bool cancelStays = false;      ///< the program is ending: opening a session clears no cancel
@@ -118,9 +137,12 @@ class StationLink {
  private:
   enum class Farewell { None, Running, Hurried };
 
+  void reopenFor(int users, int& step);
+
   struct Impl;
   std::unique_ptr<Impl> impl_;
   Farewell farewell_ = Farewell::None;
+  bool opening_ = false;
 };
 
 }  // namespace lokari

@@ -30,10 +30,9 @@ class StationProtocol {
   /// protocol keeps at the step in hand; it starts at 0.
   virtual void open(bool progOn, int& step) = 0;
   /// Opens the transport of `users` running sessions anew after it was lost, without switching
-  /// anything on. Does nothing when it finds the transport open.
-  virtual void reopen(int users) {
+  /// anything on. Does nothing when it finds the transport open. `step` as in open().
+  virtual void reopen(int users, int& step) {
     Q_UNUSED(users)
-    int step = 0;
     open(false, step);
   }
   /// Says goodbye, between the first second of endcomm() and FinishComm(). A LinkError is

@@ -47,16 +47,32 @@ TrackStop::Outcome TrackStop::press() {
   if (link_.runningJob == CommJob::SendFirm) return Outcome::FirmwareTransfer;
   if (!link_.settings().station().cab.available()) return Outcome::NoStop;
   if (link_.commUseCount == 0 || !send) return Outcome::NoSession;
-  const bool sent = send();
-  const bool usesStation =
-      link_.runningJob != CommJob::None && link_.runningJob != CommJob::ProgressOnly;
-  if (usesStation) link_.cancelRequested = true;
-  return sent ? Outcome::Sent : Outcome::NotSent;
+  const Outcome outcome = send();
+  // A cancel would end the opening that the stop waits for.
+  if (outcome != Outcome::Waiting) cancelJob();
+  return outcome;
+}
+
+void TrackStop::cancelJob() {
+  if (link_.runningJob != CommJob::None && link_.runningJob != CommJob::ProgressOnly) {
+    link_.cancelRequested = true;
+  }
+}
+
+void TrackStop::noteBehind(bool sent) {
+  cancelJob();
+  if (sent) return;
+  // From the event loop: a box must not hold up what the stop waited for.
+  tellLater_ = link_.clock().after(0, [this] { tell(Outcome::NotSent); });
 }
 
 void TrackStop::pressAndTell() {
   const Outcome outcome = press();
   if (outcome == Outcome::FirmwareTransfer) return link_.prompt().beep();
+  tell(outcome);
+}
+
+void TrackStop::tell(Outcome outcome) {
   const QString text = textOf(outcome, link_.settings().station());
   // Whoever goes on pressing the key gets one box.
   if (text.isEmpty() || telling_) return;
@@ -70,7 +86,7 @@ void TrackStop::noteSession() {
 }
 
 bool TrackStop::noteSwitchedOn() {
-  return hold_ == Hold::Stopped && send && send();
+  return hold_ == Hold::Stopped && send && send() != Outcome::NotSent;
 }
 
 }  // namespace lokari

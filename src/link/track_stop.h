@@ -5,6 +5,9 @@
 #include <QObject>
 
 #include <functional>
+#include <memory>
+
+#include "base/clock.h"
 
 namespace lokari {
 
@@ -18,7 +21,8 @@ class TrackStop final : public QObject {
 
   /// What became of a stop that was asked for.
   enum class Outcome {
-    Sent,             ///< it is on the wire, or right behind the message that is going out
+    Sent,             ///< it is on the wire
+    Waiting,          ///< it follows the message that is going out, or the line being opened anew
     NotSent,          ///< the line is gone
     NoSession,        ///< nobody has a session: there is nobody to tell
     NoStop,           ///< this kind of station has none
@@ -28,15 +32,20 @@ class TrackStop final : public QObject {
   /// A stop went out and nothing that this program sent since then has switched the layout on.
   bool isHeld() const { return hold_ != Hold::None; }
 
+  /// The same, and nobody has agreed to a release.
+  bool staysStopped() const { return hold_ == Hold::Stopped; }
+
   /// Stops the layout, whatever waits for the station; never releases it. A job that uses the
   /// station is cancelled: what it did next could switch the layout on.
   Outcome press();
   /// press() for a window: a box tells why nothing went out. During a firmware transfer the speaker
   /// tells it, since a box would hold the transfer up.
   void pressAndTell();
-  /// How press() sends; empty where nobody drives. It calls noteStopped() when the stop is out, and
-  /// gives false when it found no way out.
-  std::function<bool()> send;
+  /// How press() sends; empty where nobody drives. It calls noteStopped() when the stop is out.
+  /// Behind Waiting it calls noteBehind().
+  std::function<Outcome()> send;
+  /// A stop that was Waiting has gone out, or found no way: then a box tells it.
+  void noteBehind(bool sent);
 
   /// A stop, or a go, went out.
   void noteStopped() { set(Hold::Stopped); }
@@ -59,9 +68,8 @@ class TrackStop final : public QObject {
 
   /// A session has opened. For the link alone.
   void noteSession();
-  /// A message that switches the layout on has gone out and its answer has had its time. A stop
-  /// that was pressed meanwhile goes out again: then true. For the protocols, which know their
-  /// messages.
+  /// A message that switches the layout on has gone out. A stop that was pressed ahead of it goes
+  /// out again: then true. For the protocols, which know their messages.
   bool noteSwitchedOn();
 
  signals:
@@ -72,10 +80,13 @@ class TrackStop final : public QObject {
   enum class Hold { None, Stopped, ReleaseAgreed };
 
   void set(Hold hold);
+  void cancelJob();
+  void tell(Outcome outcome);
 
   StationLink& link_;
   Hold hold_ = Hold::None;
   bool telling_ = false;
+  std::unique_ptr<Clock::Alarm> tellLater_;
 };
 
 }  // namespace lokari

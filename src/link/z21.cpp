@@ -23,14 +23,21 @@ Z21Protocol::~Z21Protocol() {
 }
 
 void Z21Protocol::open(bool, int& step) {
-  if (!z21Connected) connectStation(step, true);
+  // Others may still have their sessions of a socket that went: what they have stopped stays so.
+  if (!z21Connected) connectStation(step, !link().trackStop().staysStopped());
   link().Delay(1);
 }
 
-void Z21Protocol::reopen(int) {
-  int step = 0;
+void Z21Protocol::reopen(int, int& step) {
   const bool isOpen = link().udp().state() == UdpSocket::kOpen;
-  if (!isOpen || !z21Connected) connectStation(step, false);
+  if (isOpen && z21Connected) return;
+  try {
+    connectStation(step, false);
+  } catch (const LinkError&) {
+    // Left open it would swallow messages that reach nobody.
+    link().udp().close();
+    throw;
+  }
 }
 
 void Z21Protocol::connectStation(int& step, bool powerOn) {

@@ -18,7 +18,7 @@ class Z21Protocol final : public StationProtocol {
   // -- session and waiting; what is waited for is the length of the awaited message
 
   void open(bool progOn, int& step) override;
-  void reopen(int users) override;
+  void reopen(int users, int& step) override;
   void farewell(bool leaveMode, bool progOn) override;
   void close(bool lastUser) override;
   qint32 bufferCount() override { return z21ReplyLen; }

@@ -1,6 +1,7 @@
 // Cabs on the Intellibox and the Tams MC, by script.
 #include "cab_fixture.h"
 #include "link/link_error.h"
+#include "link/station_protocol.h"
 
 namespace lokari {
 namespace {
@@ -239,6 +240,43 @@ TEST_P(IntelliboxCab, StopAndGoInsideOneAnotherBothGoOutAndAreBothAnswered) {
   EXPECT_TRUE(cabLine.repliesOwed.empty());
   accepted("80 03 00 25 60");
   speed(37);
+  EXPECT_EQ(prompt.beeps, 0);
+}
+
+TEST_P(IntelliboxCab, AStopInsideAJobIsConfirmedBehindIt) {
+  expect("A5").answer(fromHex("00"), 5);
+  cabLine.exchange(this, 0, [this] {
+    link.runningJob = CommJob::ReadProgTrack;
+    stop(true);
+    // The job takes the reply for its own.
+    link.WaitForData(1);
+    EXPECT_EQ(line.read(), fromHex("00"));
+    link.runningJob = CommJob::None;
+    link.cancelRequested = true;
+    accepted("A5");
+  });
+  EXPECT_TRUE(cabLine.repliesOwed.empty());
+  EXPECT_EQ(prompt.beeps, 0);
+  expect("A5").answer(fromHex("00"), 5);
+  cabLine.exchange(this, 0, [this] {
+    link.runningJob = CommJob::ReadProgTrack;
+    stop(true);
+    link.protocol().dropInput();
+    link.runningJob = CommJob::None;
+    expect("A5").answer(fromHex("06"));
+  });
+  EXPECT_EQ(prompt.beeps, 1) << "refused";
+}
+
+TEST_P(IntelliboxCab, AStopWhileASpeedIsOnTheWireGoesOutOnceAndItsReplyIsTakenBehind) {
+  state.speed = 37;
+  accepted("80 03 00 25 60");
+  expect("A5").answer(fromHex("00"), 50);
+  cabLine.exchange(this, 0, [this] {
+    cab->sendSpeed();
+    stop(true);
+  });
+  EXPECT_EQ(line.inBufferCount(), 0);
   EXPECT_EQ(prompt.beeps, 0);
 }
 

@@ -223,6 +223,18 @@ TEST_F(SessionTest, ASessionAfterAVanishedDeviceOpensThePortAgain) {
   EXPECT_EQ(line.opens, 2);
 }
 
+TEST_F(SessionTest, ACancelThatStaysIsStillThereBehindAReopening) {
+  EXPECT_EQ(link.initComm(true, true, false), "");
+  for (const bool stays : {false, true}) {
+    line.close();
+    link.cancelStays = stays;
+    link.cancelRequested = true;
+    EXPECT_EQ(link.reopen(), "");
+    EXPECT_EQ(link.cancelRequested, stays);
+    EXPECT_EQ(link.commUseCount, 1);
+  }
+}
+
 TEST_F(SessionTest, GetAddrIndexOfAStationWithoutATableIsTheAddressAndWritesNothing) {
   link.initComm(true, true, true);
   EXPECT_EQ(link.getAddrIndex(100), 100);

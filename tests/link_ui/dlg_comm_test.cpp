@@ -148,6 +148,28 @@ TEST_F(DlgCommTest, AJobThatEndsWithOkStaysUntilTheButtonIsPressed) {
   EXPECT_TRUE(link.cancelRequested);
 }
 
+TEST_F(DlgCommTest, TheOkOfAJobThatHasEndedCancelsNothing) {
+  dialog_.run(CommJob::TestComm, [&] { whenLeftOpen([] {}); });
+  EXPECT_FALSE(dialog_.isVisible());
+  EXPECT_FALSE(link.cancelRequested);
+}
+
+TEST_F(DlgCommTest, TheLineIsLeftToOthersBehindTheJobAndTheirWordsAreNotShown) {
+  int aside = 0;
+  link.onStepAside = [&aside] {
+    ++aside;
+    return std::shared_ptr<void>(&aside, [&aside](void*) { --aside; });
+  };
+  dialog_.run(CommJob::TestComm, [&] {
+    EXPECT_EQ(aside, 0);
+    whenLeftOpen([&] {
+      EXPECT_EQ(aside, 1);
+      EXPECT_EQ(link.view(), nullptr);
+    });
+  });
+  EXPECT_EQ(aside, 0);
+}
+
 TEST_F(DlgCommTest, AJobWithoutTheStationClosesAtOnceOnCancelAndIsWaitedFor) {
   bool ended = false;
   dialog_.run(CommJob::ProgressOnly, [&] {

@@ -16,6 +16,7 @@ int ScriptedPrompt::choose(const Choice& choice) {
   shown << choice.text;
   below << choice.more;
   asked << choice;
+  if (whileAsked) whileAsked();
   if (choices.empty()) return choice.safe;
   const int answer = choices.front();
   choices.pop_front();

@@ -24,6 +24,8 @@ class ScriptedPrompt final : public Prompt {
   std::deque<Answer> answers;
   /// Indexes for the next choices, in their order. Choices beyond them get their safe answer.
   std::deque<int> choices;
+  /// Happens while a choice is open.
+  std::function<void()> whileAsked;
   /// How often a wait asks before the user gives it up; what happens ahead of each asking.
   int patience = 0;
   std::function<void()> meanwhile;

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QMessageBox>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QScrollArea>
 #include <QTimer>
@@ -262,6 +263,7 @@ void MainWin::endProgram() {
   QWidget* modal = QApplication::activeModalWidget();
   if (modal == nullptr) {
     givenUp_.clear();
+    const QScopedValueRollback fromOutside(endsFromOutside_, true);
     close();
     return;
   }
@@ -277,7 +279,8 @@ void MainWin::endProgram() {
 }
 
 void MainWin::closeEvent(QCloseEvent* event) {
-  if (started_ && !workbench_.shutDown()) {
+  const bool mayEnd = endsFromOutside_ || !started_ || workbench_.driving().settleMoving();
+  if (!mayEnd || (started_ && !workbench_.shutDown())) {
     event->ignore();
     return;
   }

@@ -48,7 +48,7 @@ class MainWin final : public QMainWindow, public WorkbenchView {
   const WindowScale& scale() const { return scale_; }
 
   /// Ends the program as Beenden does, asked for from outside: dialogs are given up first, each
-  /// with its own question, and a job gets its farewell.
+  /// with its own question, and a job gets its farewell. Vehicles run on without a question.
   void endProgram();
 
  protected:
@@ -81,6 +81,7 @@ class MainWin final : public QMainWindow, public WorkbenchView {
   std::unique_ptr<HelpKey> helpKey_;
   std::unique_ptr<StopKey> stopKey_;
   bool started_ = false;
+  bool endsFromOutside_ = false;
   QSet<QObject*> givenUp_;  // dialogs that endProgram() has asked to close
 };
 

@@ -64,7 +64,7 @@ void SlotForm::putAway() {
 void SlotForm::closeEvent(QCloseEvent* event) {
   // Whether and when the window goes is the unit's to say; it puts the window away.
   event->ignore();
-  unit_->unload();
+  unit_->leave();
 }
 
 }  // namespace lokari

@@ -133,7 +133,7 @@ void DlgComm::prepare(CommJob job) {
 }
 
 void DlgComm::run(CommJob job, std::function<void()> work) {
-  const auto leave = askToSwitchOn(link_, job);
+  const auto leave = mayRun(job);
   if (!leave) return;
   prepare(job);
   link_.commJob = job;
@@ -141,15 +141,22 @@ void DlgComm::run(CommJob job, std::function<void()> work) {
   failure_ = nullptr;
   stage_ = Stage::Waiting;
 
-  CommView* const before = link_.view();
+  before_ = link_.view();
   link_.setView(this);
   exec();
-  link_.setView(before);
+  link_.setView(before_);
+  aside_.reset();
 
   frontTimer_->stop();
   stage_ = Stage::Ended;
   work_ = nullptr;
   if (failure_) std::rethrow_exception(std::exchange(failure_, nullptr));
+}
+
+/// The user takes his time: the cabs go on meanwhile.
+std::optional<SwitchOnLeave> DlgComm::mayRun(CommJob job) {
+  const auto aside = link_.stepAside();
+  return askToSwitchOn(link_, job);
 }
 
 void DlgComm::startJob() {
@@ -169,14 +176,21 @@ void DlgComm::startJob() {
     hide();
   } else if (isVisible()) {
     setCancelCaption(endedCaption());
+    // The result may be read for as long as the user likes. What others say on the line meanwhile
+    // is not shown in it.
+    link_.setView(before_);
+    aside_ = link_.stepAside();
   }
 }
 
 void DlgComm::cancel() {
   const bool close = stage_ != Stage::Running || cmdCancel_->text() == endedCaption() ||
                      link_.commJob == CommJob::ProgressOnly;
-  link_.cancelRequested = true;
-  link_.hurryFarewell();
+  // Where nothing runs any more there is nothing of this job's to cancel.
+  if (stage_ == Stage::Running) {
+    link_.cancelRequested = true;
+    link_.hurryFarewell();
+  }
   cmdCancel_->setEnabled(false);
   if (close) hide();
 }

@@ -8,6 +8,7 @@
 
 #include "link/comm_job.h"
 #include "link/comm_view.h"
+#include "link/switch_on_question.h"
 
 class QLabel;
 class QProgressBar;
@@ -29,7 +30,8 @@ class DlgComm final : public QDialog, public CommView {
   /// front. Comes back when the work has ended and the dialog is closed: by the work's hide(), or
   /// by the user after it. While it runs it is the link's view. What the work throws is thrown on,
   /// with the dialog closed. A job that switches on a layout that we have stopped asks first; when
-  /// the user does not want it nothing happens.
+  /// the user does not want it nothing happens. The line is the job's while the work runs; cabs use
+  /// it while a question is open and behind the end of the work.
   void run(CommJob job, std::function<void()> work);
 
   void setStatus(const QString& text) override;
@@ -57,6 +59,7 @@ class DlgComm final : public QDialog, public CommView {
 
   void build();
   void prepare(CommJob job);
+  std::optional<SwitchOnLeave> mayRun(CommJob job);
   void startJob();
   void cancel();
   void makeRoom();
@@ -75,6 +78,8 @@ class DlgComm final : public QDialog, public CommView {
   std::function<void()> work_;
   Stage stage_ = Stage::Ended;
   std::exception_ptr failure_;
+  CommView* before_ = nullptr;   // the link's view ahead of the job
+  std::shared_ptr<void> aside_;  // lets others use the line behind the work
   QString detail_;
   QString farewell_;
 };

@@ -140,11 +140,14 @@ void DlgOptions::testLink() {
   const auto test = [this, tried] {
     std::optional<StationChoice> connected;
     {
-      const BorrowedLink lent(tried, parts_.settings);
+      std::optional<BorrowedLink> lent(std::in_place, tried, parts_.settings);
       DlgComm dialog(parts_.link, this);
       scale_.ResizeWindow(&dialog);
-      dialog.run(CommJob::TestComm,
-                 [&] { connected = TestComm(parts_.link, parts_.settings).connected; });
+      dialog.run(CommJob::TestComm, [&] {
+        connected = TestComm(parts_.link, parts_.settings).connected;
+        // While the result is read the station is again the one of everybody else.
+        lent.reset();
+      });
     }
     contents_->setEnabled(true);
     testing_ = false;
