@@ -9,62 +9,15 @@
 
 #include <algorithm>
 
-#include "base/ui/pictures.h"
-#include "base/ui/window_scale.h"
-#include "cab/cab_fleet.h"
-#include "cab/cab_line.h"
-#include "cab/cab_table.h"
-#include "cab/ui/frm_cab.h"
 #include "cab/ui/speed_bar.h"
-#include "real_station.h"
-#include "support/places.h"
+#include "cabs.h"
 
 namespace lokari {
 namespace {
 
 constexpr int kTimeout = 2;
 constexpr int kChanges = 20;
-constexpr Millis kPatience = 2000;
 constexpr Millis kPollTime = 5000;
-
-/// Cabs with their windows on a station of one kind.
-class Cabs {
- public:
-  explicit Cabs(StationKind kind) : station(stationKind(kind), kTimeout) {}
-  ~Cabs() {
-    fleet.closeAll();
-    station.clock().waitUntil([this] { return !shared.isBusy(); }, deadline());
-    station.clock().pump();
-  }
-  Cabs(const Cabs&) = delete;
-  Cabs& operator=(const Cabs&) = delete;
-
-  /// Null when the vehicle's state could not be read.
-  FrmCab* open(int address) {
-    if (station.link().settings().station().cab.linkStaysOpen) station.open(false);
-    if (!station.fault().isEmpty()) return nullptr;
-    fleet.OpenCab(address, false);
-    station.clock().waitUntil(
-        [this, address] { return last != nullptr && last->isVisible() && fleet.isOpen(address); },
-        deadline());
-    return station.prompt().shown.isEmpty() ? last : nullptr;
-  }
-
-  Millis deadline() { return station.clock().now() + kPatience; }
-
-  RealStation station;
-  CabLine shared{station.link()};
-  VehicleRecords records{nullptr, station.prompt()};
-  WindowScale scale{QString()};
-  const Pictures pictures{places::data()};
-  FrmCab* last = nullptr;
-  CabFleet fleet{{shared, station.prompt(), records, {}, makeCabProtocol},
-                 [this](const std::shared_ptr<Cab>& cab) {
-                   auto window = std::make_unique<FrmCab>(cab, pictures, scale);
-                   last = window.get();
-                   return window;
-                 }};
-};
 
 void pressBar(QWidget* bar, double height) {
   const QPointF at(bar->width() / 4.0, height);
@@ -77,7 +30,7 @@ void pressBar(QWidget* bar, double height) {
 
 /// The longest of some changes, each of them once the line is idle.
 void cabSpeed(benchmark::State& state, StationKind kind) {
-  Cabs cabs(kind);
+  Cabs cabs(kind, kTimeout);
   FrmCab* window = cabs.open(3);
   if (window == nullptr) {
     state.SkipWithError("the station does not tell the vehicle's state");
@@ -122,7 +75,7 @@ BENCHMARK_CAPTURE(cabSpeed, udp, StationKind::Z21Ip)
 
 /// The longest time in which no event was served.
 void cabPoll(benchmark::State& state) {
-  Cabs cabs(StationKind::Z21Ip);
+  Cabs cabs(StationKind::Z21Ip, kTimeout);
   for (int address = 1; address <= CabFleet::kCabs; ++address) {
     if (cabs.open(address) == nullptr) {
       state.SkipWithError("a cab was not opened");

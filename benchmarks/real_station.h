@@ -4,10 +4,13 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <algorithm>
+#include <deque>
 #include <functional>
 #include <memory>
 
 #include "base/qt_clock.h"
+#include "link/serial_line.h"
 #include "link/system_transports.h"
 #include "sim/pseudo_terminal.h"
 #include "sim/station_table.h"
@@ -57,6 +60,12 @@ class RealStation {
 
   /// Bytes have arrived at the station.
   std::function<void()> onReceive;
+  /// What the station runs.
+  sim::Layout& layout() { return layout_; }
+
+  /// The station gets bytes as fast as its line carries them, and no faster. A pseudo-terminal
+  /// knows no rate; a network needs none.
+  void receiveAtLineSpeed(int bitsPerSecond) { rate_ = bitsPerSecond; }
 
  private:
   template <class Port>
@@ -64,8 +73,20 @@ class RealStation {
     station_->onAnswer = [&port](const QByteArray& data) { port.send(data); };
     port.onReceive = [this](const QByteArray& data) {
       if (onReceive) onReceive();
-      station_->receive(data);
+      receive(data);
     };
+  }
+
+  void receive(const QByteArray& data) {
+    if (rate_ == 0) return station_->receive(data);
+    sentBy_ = std::max(sentBy_, clock_.now()) + timeOnWire(data.size(), rate_);
+    pieces_.push_back(clock_.after(sentBy_ - clock_.now(), [this, data] {
+      // The alarm goes, and what it holds with it.
+      sim::Station& station = *station_;
+      const QByteArray piece = data;
+      pieces_.pop_front();
+      station.receive(piece);
+    }));
   }
 
   QString port() const { return folder_.filePath(QStringLiteral("port")); }
@@ -77,6 +98,8 @@ class RealStation {
 
   QString fault_;
   bool progOn_ = false;
+  int rate_ = 0;
+  Millis sentBy_ = 0;
   QTemporaryDir folder_;
   QtClock clock_;
   Settings settings_;
@@ -84,6 +107,7 @@ class RealStation {
   sim::Layout layout_;
   sim::FaultPlan faults_;
   std::unique_ptr<sim::Station> station_;
+  std::deque<std::unique_ptr<Clock::Alarm>> pieces_;  // on the wire
   sim::PseudoTerminal terminal_;
   sim::UdpServer server_;
   SystemTransports transports_{folder_.path(), clock_};

@@ -24,6 +24,16 @@ class Figure:
     target: str
 
 
+# Every kind of station with cabs: name, and what carries its bytes.
+KINDS = {"MX1": "9600 baud", "LI100": "9600 baud", "LI100V3": "9600 baud", "IBX": "2400 baud",
+         "MX1V25": "9600 baud", "LIUSB": "57600 baud", "TAMSMC": "2400 baud",
+         "MX1BIN": "9600 baud", "MX1ULF": "9600 baud", "MX10": "512000 baud", "MX10IP": "UDP",
+         "Z21IP": "UDP"}
+STOPS = [Figure(f"stop behind a dragged bar, {kind} at {line}" if line != "UDP" else
+                f"stop behind a dragged bar, {kind} over UDP",
+                f"stop_behind_drag/{kind.lower()}", "ms", "ms", 100.0, "under 100 ms")
+         for kind, line in KINDS.items()]
+
 FIGURES = [
     Figure("waiting for a silent station, serial port", "waiting/serial", "core_percent",
            "% of one core", 1.0, "under 1 % of one core"),
@@ -38,6 +48,7 @@ FIGURES = [
     Figure("speed of a cab, from the mouse to the first byte at the station, serial port",
            "cab_speed/serial", "ms", "ms", 20.0, "under 20 ms"),
     Figure("the same over UDP", "cab_speed/udp", "ms", "ms", 20.0, "under 20 ms"),
+    *STOPS,
     Figure("longest stall of the windows while 32 cabs poll a Z21", "cab_poll", "ms", "ms", 50.0,
            "under 50 ms"),
     Figure("decoder window rebuilt for 1,000 described CVs", "rebuild/rows_1000", "ms", "ms",

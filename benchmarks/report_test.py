@@ -28,6 +28,8 @@ def results(**changed):
         {"name": "filter/many/real_time", "ratio": 1.3},
         {"name": "list_open/many/real_time", "ms": 140.0},
     ]
+    runs += [{"name": f"stop_behind_drag/{kind.lower()}/iterations:1/manual_time", "ms": 30.5}
+             for kind in report.KINDS]
     for kind, value in (("open", 17.0), ("next", 2.0), ("find", 2.0), ("store", 20.0)):
         runs += [{"name": f"storage_{kind}/{many}/real_time", "ms": value}
                  for many in ("few", "many")]

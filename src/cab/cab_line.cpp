@@ -73,6 +73,8 @@ class CabLine::Aside {
 std::shared_ptr<void> CabLine::stepAside() {
   // Inside somebody else's exchange the line is not the job's to give.
   if (!alone_ || depth_ != 1) return nullptr;
+  // Without sessions nobody needs it, and a test may have borrowed another station's settings.
+  if (link_.commUseCount == 0) return nullptr;
   auto aside = std::make_shared<Aside>(*this);
   wakeAside_ = link_.clock().after(0, [this] { runWaiting(); });
   return aside;

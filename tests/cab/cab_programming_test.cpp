@@ -230,9 +230,9 @@ TEST_F(CabProgramming, AProcessThatIsKilledKeepsTheStepThatItHasSent) {
         if (own.InitDB() != 0 ||
             own.form().FindFirst(QStringLiteral("DC_ADR=1000")) != FindResult::Found)
           std::_Exit(1);
-        VehicleRecords records(&own, prompt);
+        VehicleRecords its(&own, prompt);
         auto cab = std::make_shared<Cab>(
-            CabParts{line, prompt, records, files.path(), cabParts().makeProtocol}, 1000, false);
+            CabParts{line, prompt, its, files.path(), cabParts().makeProtocol}, 1000, false);
         bool flag = false;
         line.exchange(cab.get(), 0, [&] { cab->load(flag); });
         const auto before = serial.writes.size();

@@ -261,6 +261,7 @@ TEST_P(IntelliboxCab, AStopInsideAJobIsConfirmedBehindIt) {
   cabLine.exchange(this, 0, [this] {
     link.runningJob = CommJob::ReadProgTrack;
     stop(true);
+    link.WaitForData(1);
     link.protocol().dropInput();
     link.runningJob = CommJob::None;
     expect("A5").answer(fromHex("06"));

@@ -71,8 +71,7 @@ TEST_P(CabOnEveryKind, ACabThatComesBackShowsTheRunningVehicleAsItIs) {
     control<SpeedBar>(window, "vsbSpeed")->setValue(100);
     click(window, "cmdFunc_0");
     click(window, "cmdFunc_3");
-    window->close();
-    clock.advance(1000);
+    closeMoving(window);
   }
   const sim::DriveState before = vehicle();
   FrmCab* window = openCab();

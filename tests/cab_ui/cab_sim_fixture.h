@@ -38,6 +38,15 @@ class CabOnStation : public NetworkSession {
     return frmCab;
   }
 
+  /// Closes the cab of a vehicle that moves, and lets it run.
+  void closeMoving(FrmCab* window) {
+    window->close();
+    clock.advance(1000);
+    EXPECT_EQ(prompt.asked.size(), 1);
+    prompt.asked.clear();
+    prompt.shown.clear();
+  }
+
   template <typename T>
   static T* control(QWidget* window, const char* name) {
     T* found = window->findChild<T*>(QString::fromLatin1(name));

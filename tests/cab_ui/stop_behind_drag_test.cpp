@@ -62,8 +62,7 @@ TEST_P(StopBehindDrag, IsOnTheWireWithin100MsWhateverTheMouseDoes) {
       EXPECT_LE(haltedAt - pressedAt, kSoon) << span << " ms of mouse, stopped after " << moment;
       click(window, "imgStop");
       clock.advance(1000);
-      window->close();
-      clock.advance(1000);
+      closeMoving(window);
     }
   }
 }

@@ -91,13 +91,13 @@ TEST_F(VehicleCommandsTest, ReadsIntoTheRecord) {
 }
 
 TEST_F(VehicleCommandsTest, WhatSomebodyElseChangesOnTheRowMeanwhileStays) {
-  clock.schedule(3000, [this] {
+  clock.schedule(1500, [this] {
     store(5, 99);
     Database database(dbPath());
     database.write(QStringLiteral("UPDATE LOCO_DAT SET ST_SNAME = 'Neu'"), {});
   });
   EXPECT_EQ(run("vehicle read Anlage 3 --cv 3,49"), 0);
-  ASSERT_GT(clock.now(), 3000);
+  ASSERT_GT(clock.now(), 1500);
   const CvRecord record = stored();
   EXPECT_EQ(record.recCvValues[0].at(2), 33);
   EXPECT_EQ(record.recCvValues[0].at(48), 2);
@@ -118,10 +118,10 @@ TEST_F(VehicleCommandsTest, ADatabaseThatIsHeldAtTheEndIsWaitedForAndNoValueIsLo
     ASSERT_TRUE(other.open());
     holder = std::make_unique<QSqlQuery>(other);
   }
-  clock.schedule(3000, [&] {
+  clock.schedule(1500, [&] {
     ASSERT_TRUE(holder->exec(QStringLiteral("BEGIN EXCLUSIVE")));
     // The command is at its wait by then.
-    clock.schedule(60000, [&] { ASSERT_TRUE(holder->exec(QStringLiteral("COMMIT"))); });
+    clock.schedule(2500, [&] { ASSERT_TRUE(holder->exec(QStringLiteral("COMMIT"))); });
   });
   const auto release = [&] {
     holder.reset();

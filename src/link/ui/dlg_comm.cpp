@@ -133,8 +133,7 @@ void DlgComm::prepare(CommJob job) {
 }
 
 void DlgComm::run(CommJob job, std::function<void()> work) {
-  const auto leave = mayRun(job);
-  if (!leave) return;
+  if (!mayRun(job)) return;
   prepare(job);
   link_.commJob = job;
   work_ = std::move(work);
@@ -146,6 +145,7 @@ void DlgComm::run(CommJob job, std::function<void()> work) {
   exec();
   link_.setView(before_);
   aside_.reset();
+  leave_.reset();
 
   frontTimer_->stop();
   stage_ = Stage::Ended;
@@ -154,9 +154,11 @@ void DlgComm::run(CommJob job, std::function<void()> work) {
 }
 
 /// The user takes his time: the cabs go on meanwhile.
-std::optional<SwitchOnLeave> DlgComm::mayRun(CommJob job) {
+bool DlgComm::mayRun(CommJob job) {
   const auto aside = link_.stepAside();
-  return askToSwitchOn(link_, job);
+  const auto leave = askToSwitchOn(link_, job);
+  leave_ = leave.value_or(nullptr);
+  return leave.has_value();
 }
 
 void DlgComm::startJob() {
@@ -172,6 +174,7 @@ void DlgComm::startJob() {
     failure_ = std::current_exception();
   }
   stage_ = Stage::Ended;
+  leave_.reset();
   if (failure_) {
     hide();
   } else if (isVisible()) {

@@ -59,7 +59,7 @@ class DlgComm final : public QDialog, public CommView {
 
   void build();
   void prepare(CommJob job);
-  std::optional<SwitchOnLeave> mayRun(CommJob job);
+  bool mayRun(CommJob job);
   void startJob();
   void cancel();
   void makeRoom();
@@ -79,6 +79,7 @@ class DlgComm final : public QDialog, public CommView {
   Stage stage_ = Stage::Ended;
   std::exception_ptr failure_;
   CommView* before_ = nullptr;   // the link's view ahead of the job
+  SwitchOnLeave leave_;          // to switch the layout on, for as long as the work runs
   std::shared_ptr<void> aside_;  // lets others use the line behind the work
   QString detail_;
   QString farewell_;

@@ -140,14 +140,11 @@ void DlgOptions::testLink() {
   const auto test = [this, tried] {
     std::optional<StationChoice> connected;
     {
-      std::optional<BorrowedLink> lent(std::in_place, tried, parts_.settings);
+      const BorrowedLink lent(tried, parts_.settings);
       DlgComm dialog(parts_.link, this);
       scale_.ResizeWindow(&dialog);
-      dialog.run(CommJob::TestComm, [&] {
-        connected = TestComm(parts_.link, parts_.settings).connected;
-        // While the result is read the station is again the one of everybody else.
-        lent.reset();
-      });
+      dialog.run(CommJob::TestComm,
+                 [&] { connected = TestComm(parts_.link, parts_.settings).connected; });
     }
     contents_->setEnabled(true);
     testing_ = false;
