@@ -22,6 +22,7 @@ constexpr int kStops = 5;
 constexpr Millis kDrag = 600;
 /// A hand that presses at another moment of the bar's messages each time.
 constexpr Millis kShift = 13;
+constexpr Millis kMouseGoesOn = 300;
 constexpr int kMargin = 20;  // pixels
 
 void mouse(QWidget* widget, QEvent::Type type, const QPointF& at) {
@@ -31,7 +32,8 @@ void mouse(QWidget* widget, QEvent::Type type, const QPointF& at) {
   QApplication::sendEvent(widget, &event);
 }
 
-/// The grip goes up and down, a position a millisecond, for as long as it lives.
+/// The grip goes up and down, a position a millisecond, until end(). While it moves, the bar's
+/// messages follow each other inside the same wait: whatever ends it must come from the event loop.
 class Drag {
  public:
   explicit Drag(QWidget* bar) : bar_(bar) {
@@ -40,9 +42,13 @@ class Drag {
     QObject::connect(&pulse_, &QTimer::timeout, &pulse_, [this] { move(); });
     pulse_.start(1);
   }
-  ~Drag() { mouse(bar_, QEvent::MouseButtonRelease, at(bar_->height() / 2.0)); }
   Drag(const Drag&) = delete;
   Drag& operator=(const Drag&) = delete;
+  void end() {
+    if (!pulse_.isActive()) return;
+    pulse_.stop();
+    mouse(bar_, QEvent::MouseButtonRelease, at(bar_->height() / 2.0));
+  }
 
  private:
   static QPointF at(double y) { return {kMargin, y}; }
@@ -93,10 +99,12 @@ void stopBehindDrag(benchmark::State& state, StationKind kind) {
         if (haltedAt < 0 && sincePress.isValid() && halted()) haltedAt = sincePress.nsecsElapsed();
       };
       {
-        const Drag drag(vsbSpeed);
-        clock.waitUntil([] { return false; }, clock.now() + kDrag + stop * kShift);
-        sincePress.start();
-        press();
+        Drag drag(vsbSpeed);
+        const auto pressing = clock.after(kDrag + stop * kShift, [&] {
+          sincePress.start();
+          press();
+        });
+        const auto ending = clock.after(kDrag + stop * kShift + kMouseGoesOn, [&] { drag.end(); });
         clock.waitUntil([&] { return haltedAt >= 0; }, cabs.deadline());
       }
       if (haltedAt < 0) {
