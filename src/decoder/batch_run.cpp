@@ -98,7 +98,7 @@ bool BatchRun::addressMarked() const {
 // ---- What is marked ---------------------------------------------------------------------------
 
 bool BatchRun::marked(CvIndex cv) const {
-  return bench_.isPlanned(direction_.write, cv);
+  return spared_.count(cv) == 0 && bench_.isPlanned(direction_.write, cv);
 }
 
 int BatchRun::countPlanned() const {
@@ -112,7 +112,7 @@ int BatchRun::countPlanned() const {
 // ---- The run ----------------------------------------------------------------------------------
 
 void BatchRun::run() {
-  bench_.report_ = {};
+  bench_.clearReport();
   status(QStringLiteral("Beginne Kommunikation ..."));
   view_->setCancelCaption(QStringLiteral("Abbruch"));
   bench_.parts_.clock.pump();
@@ -128,7 +128,13 @@ void BatchRun::run() {
     if (!leftOut.isEmpty()) {
       bench_.parts_.prompt.message(textOf(direction_.leavesOut), Icon::Information, leftOut);
     }
-    runSession();
+    if (mayBegin()) {
+      total_ = countPlanned();
+      runSession();
+    } else {
+      bench_.jobEnd = JobEnd::Stopped;
+      view_->hide();
+    }
   }
   view_->setCancelCaption(QStringLiteral("OK"));
 }
@@ -143,6 +149,7 @@ void BatchRun::runSession() {
     return;
   }
   bench_.commRunning = true;
+  bench_.reachedStation_ = true;
   bench_.jobEnd = JobEnd::Stopped;
   try {
     if (checks() && mainLoop()) bench_.jobEnd = JobEnd::Complete;
@@ -227,7 +234,8 @@ QString BatchRun::failedWriteText(int wanted, int result) {
 }
 
 bool BatchRun::surviveWrite(CvIndex cv, int wanted, int result) {
-  return surviveFailure({.cv = cv, .code = result, .text = failedWriteText(wanted, result)});
+  return surviveFailure(
+      {.cv = cv, .code = result, .text = failedWriteText(wanted, result), .ofWrite = true});
 }
 
 bool BatchRun::surviveFailure(const Failure& failure) {
@@ -245,7 +253,7 @@ bool BatchRun::surviveFailure(const Failure& failure) {
                         .reason = failure.text});
   }
   if (!goesOn) {
-    if (!failure.ofBank) markFailed(failure.cv);
+    if (!failure.ofBank) markFailed(failure);
     return endAs(End::Failed);
   }
   link().lastCvFailed = true;
@@ -253,9 +261,14 @@ bool BatchRun::surviveFailure(const Failure& failure) {
   return true;
 }
 
-void BatchRun::markFailed(CvIndex cv) {
+void BatchRun::markFailed(const Failure& failure) {
   // The value stays; one that an earlier failure has taken the place of stays known as well.
-  bench_.sets.takeFailedRead(cv, bench_.sets.value(cv));
+  const CvIndex cv = failure.cv;
+  if (failure.ofWrite) {
+    bench_.sets.setWriteFailed(cv);
+  } else {
+    bench_.sets.takeFailedRead(cv, bench_.sets.value(cv));
+  }
   bench_.showMarkOf(cv);
 }
 

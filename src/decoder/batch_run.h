@@ -10,6 +10,8 @@
 
 #include <memory>
 #include <optional>
+#include <set>
+#include <vector>
 
 #include "base/settings.h"
 #include "decoder/batch_report.h"
@@ -54,6 +56,8 @@ class BatchRun {
 
   // ---- The steps of a job ---------------------------------------------------------------------
 
+  /// What is asked ahead of the session; false sends nothing.
+  virtual bool mayBegin() { return true; }
   /// From the open session to the main loop.
   virtual bool checks() = 0;
   /// The CVs with a handling of their own, and all the others.
@@ -122,6 +126,9 @@ class BatchRun {
   bool addressMarked() const;
   bool cancelled() const;
   bool marked(CvIndex cv) const;
+  /// Planned and not handled all the same, as the user has answered.
+  void spare(const std::vector<CvIndex>& cvs) { spared_.insert(cvs.begin(), cvs.end()); }
+  bool anythingPlanned() const { return countPlanned() > 0; }
 
   DecoderBench& bench_;
   int address_ = 0;  ///< the number in `dc_adr`, or 0
@@ -145,10 +152,11 @@ class BatchRun {
     int code;
     QString text;
     bool ofBank = false;
+    bool ofWrite = false;
   };
   static QString failedWriteText(int wanted, int result);
   bool surviveFailure(const Failure& failure);
-  void markFailed(CvIndex cv);
+  void markFailed(const Failure& failure);
 
   const bool progOn_;
   const Direction direction_;
@@ -157,6 +165,7 @@ class BatchRun {
   End end_ = End::Orderly;
   int total_ = 0;     // `readTotal`, `writeTotal`
   int lastBank_ = 0;  // the bank selected last
+  std::set<CvIndex> spared_;
   bool belowStatus_ = false;
 };
 

@@ -1,4 +1,6 @@
 // Copying CVs: from the first set into the current one, and into other vehicles.
+#include <algorithm>
+
 #include "base/prompt.h"
 #include "db/record_form.h"
 #include "decoder/decoder_bench.h"
@@ -37,6 +39,51 @@ constexpr CopyBox kCopyBoxes[] = {
 
 // ---- From the first set -----------------------------------------------------------------------
 
+std::optional<std::vector<CvIndex>> DecoderBench::doubtfulToSpare(
+    std::vector<CvIndex> doubtful) const {
+  if (doubtful.empty()) return doubtful;
+  enum { kAll, kWithout, kNothing };
+  const int answer = parts_.prompt.choose(
+      {.text = QStringLiteral("Sollen auch Werte kopiert werden, die ein misslungenes Lesen "
+                              "hinterlassen hat?"),
+       .more = QStringLiteral("%1 von %2.").arg(listOfCvs(doubtful), sets.setNames(SetNumber(1))),
+       .answers = {QStringLiteral("&Alle kopieren"), QStringLiteral("&Diese auslassen"),
+                   QStringLiteral("Abbruch")},
+       .safe = kNothing,
+       .icon = Icon::Warning});
+  if (answer == kNothing) return std::nullopt;
+  if (answer == kAll) doubtful.clear();
+  return doubtful;
+}
+
+void DecoderBench::copyAllButDoubtful() {
+  const auto spared = doubtfulToSpare(sets.doubtful(SetNumber(1)));
+  if (!spared) return;
+  const CvSets before = sets;
+  sets.copyAllOfFirst();
+  for (const CvIndex cv : *spared) sets.takeCv(before, cv);
+  sets.storeCurrent();
+}
+
+void DecoderBench::copySelectedButDoubtful() {
+  const auto ticked = [this](CvIndex cv) {
+    const CvDescriptor& entry = description.info(cv);
+    return entry.exists() && entry.cvWrite;
+  };
+  std::vector<CvIndex> doubtful = sets.doubtful(SetNumber(1));
+  std::erase_if(doubtful, [&](CvIndex cv) { return !ticked(cv); });
+  const auto spared = doubtfulToSpare(doubtful);
+  if (!spared) return;
+  std::vector<CvIndex> selected;
+  for (int i = 1; i <= kHighestCvIndex; ++i) {
+    const CvIndex cv(i);
+    if (ticked(cv) && std::find(spared->begin(), spared->end(), cv) == spared->end()) {
+      selected.push_back(cv);
+    }
+  }
+  sets.copyOfFirst(selected);
+}
+
 void DecoderBench::cmdCopy() {
   finishChoice();
   const SetNumber first(1);
@@ -44,17 +91,11 @@ void DecoderBench::cmdCopy() {
   switch (copyBox(QStringLiteral("CVs von %1 nach %2 kopieren?")
                       .arg(sets.setNames(first), sets.currentSetName))) {
     case CopyAnswer::All:
-      sets.copyAllOfFirst();
+      copyAllButDoubtful();
       break;
-    case CopyAnswer::Selected: {
-      std::vector<CvIndex> selected;
-      for (int i = 1; i <= kHighestCvIndex; ++i) {
-        const CvDescriptor& entry = description.info(CvIndex(i));
-        if (entry.exists() && entry.cvWrite) selected.emplace_back(i);
-      }
-      sets.copyOfFirst(selected);
+    case CopyAnswer::Selected:
+      copySelectedButDoubtful();
       break;
-    }
     case CopyAnswer::None:
       break;
   }
@@ -116,6 +157,14 @@ QString DecoderBench::copyTargetsText(const CopyTargets& targets) const {
   return text;
 }
 
+void DecoderBench::takeCopiedValues(const std::vector<CvValue>& values) {
+  // What is stored by now is what the window was opened with, so OK does not take it back.
+  for (CvSets* into : {&sets, &opened_.sets}) {
+    for (const CvValue& copied : values) into->takeStored(copied.cv, copied.value);
+  }
+  refreshFields(false);
+}
+
 void DecoderBench::copyCvsToVehicles(const std::vector<CvIndex>& list) {
   finishChoice();
   Database* database = parts_.form != nullptr ? parts_.form->database() : nullptr;
@@ -125,21 +174,32 @@ void DecoderBench::copyCvsToVehicles(const std::vector<CvIndex>& list) {
         QStringLiteral("Kopieren nicht möglich, kein Fahrzeug wurde geändert!\r") + error.text());
   };
   const QString& condition = parts_.form->sqlFilter;
+  const bool blank = parts_.form->editMode() == EditMode::Add;
   CopyTargets targets;
   try {
-    targets = copyTargets(*database, condition, dcManufNo,
-                          controls.at(QStringLiteral("cbDcDecoder")).text);
+    targets = copyTargets(*database, condition,
+                          {.key = blank ? std::nullopt : parts_.form->records().bookmark(),
+                           .manufacturer = dcManufNo,
+                           .decoder = controls.at(QStringLiteral("cbDcDecoder")).text});
   } catch (const StorageError& error) {
     failed(error);
     return;
   }
   const QString count = QStringLiteral("%1 CV-Wert(e) ").arg(list.size());
-  if (parts_.prompt.ask({.text = count + QStringLiteral("auf andere Fahrzeuge kopieren?"),
-                         .buttons = Buttons::OkCancel,
-                         .title = QStringLiteral("CVs kopieren"),
-                         .more = copyTargetsText(targets)}) != Answer::Ok) {
-    return;
+  std::vector<CvIndex> doubtful = list;
+  std::erase_if(doubtful, [this](CvIndex cv) { return !sets.isDoubtful(cv); });
+  Box question{.text = count + QStringLiteral("auf andere Fahrzeuge kopieren?"),
+               .buttons = Buttons::OkCancel,
+               .title = QStringLiteral("CVs kopieren"),
+               .more = copyTargetsText(targets)};
+  if (!doubtful.empty()) {
+    question.more += QStringLiteral(
+                         "\n%1: nicht oder nicht ganz gelesen; der Wert stammt von einem "
+                         "misslungenen Lesen!")
+                         .arg(listOfCvs(doubtful));
+    question.preset = Answer::Cancel;
   }
+  if (parts_.prompt.ask(question) != Answer::Ok) return;
   if (list.empty()) {
     parts_.prompt.message(QStringLiteral("Auf dieser Seite ist keine CV zum Schreiben angekreuzt, "
                                          "kein Fahrzeug wurde geändert."),
@@ -180,6 +240,7 @@ void DecoderBench::copyCvsToVehicles(const std::vector<CvIndex>& list) {
                           Icon::Information);
     return;
   }
+  if (targets.own) takeCopiedValues(values);
   parts_.form->refreshCvSets();
   parts_.prompt.message(count + QStringLiteral("auf %1 Fahrzeug(e) kopiert.").arg(*changed),
                         Icon::Information);

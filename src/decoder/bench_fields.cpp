@@ -207,12 +207,13 @@ bool DecoderBench::CheckDcField(const QString& field, CvIndex cv, const QString&
   if (calcOpen) return true;
   const bool quiet = progressEnabled_;
   const bool consist = cv == CvIndex(cv::kConsist);
+  constexpr int kAllBits = 255;
   constexpr int kDirectionBit = 128;
-  const int kept = consist ? sets.value(cv) & kDirectionBit : 0;
+  const int bits = consist ? kAllBits & ~kDirectionBit : kAllBits;
 
   const QString text = trimBlanks(fieldText(field));
   if (text.isEmpty()) {
-    sets.setValue(cv, kept);
+    sets.setBits(cv, bits, 0);
     valueChanged(cv);
     return true;
   }
@@ -231,7 +232,9 @@ bool DecoderBench::CheckDcField(const QString& field, CvIndex cv, const QString&
     }
     if (value == kNoByte) return true;
   }
-  sets.setValue(cv, kept | value);
+  // Passing a failed field chooses nothing; typing has taken its mark.
+  const bool passed = sets.mark(cv) == CvMark::Failed && ((sets.value(cv) ^ value) & bits) == 0;
+  if (!passed) sets.setBits(cv, bits | value, value);
   valueChanged(cv);
   showHolds(field);
   return true;
@@ -239,7 +242,8 @@ bool DecoderBench::CheckDcField(const QString& field, CvIndex cv, const QString&
 
 void DecoderBench::setCvval(int value, int index) {
   const CvIndex cv(index + 1);
-  sets.setValue(cv, value);
+  // What stays was not chosen.
+  if (sets.value(cv) != value) sets.setValue(cv, value);
   showValue(cv);
 }
 

@@ -53,6 +53,9 @@ QString DecoderBench::descriptionFile() const {
 
 void DecoderBench::ChangeDecoder() {
   choicePending_ = false;
+  // It told of the decoder type before; a job that takes another one over has its report yet to
+  // make.
+  if (!commRunning) clearReport();
   const QString file = descriptionFile();
   endDescription();
   if (file.isEmpty()) {

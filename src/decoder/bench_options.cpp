@@ -14,7 +14,7 @@ QString nameOf(const OptionRow& option) {
 void DecoderBench::optionClicked(const QString& name) {
   const OptionRow* option = optionNamed(name);
   if (!option) return;
-  if (option->cv == cv::kConfig) clickedConfigBits_ |= option->bit;
+  if (option->cv == cv::kConfig) configClicks_.click(option->bit, option->sets);
   setOption(name);
 }
 
@@ -28,13 +28,17 @@ void DecoderBench::setOption(const QString& name) {
   }
   // One that is shown as on may stand for a bit that is off.
   const bool set = (sets.value(CvIndex(option->cv)) & option->bit) != 0;
-  if (!controls.at(name).checked || set != option->sets) takeOption(*option);
+  if (!controls.at(name).checked || set != option->sets) {
+    takeOption(*option);
+  } else {
+    // What was shown in place of a bit that nobody has seen is now chosen.
+    sets.setBits(CvIndex(option->cv), option->bit, option->sets ? option->bit : 0);
+  }
 }
 
 void DecoderBench::takeOption(const OptionRow& option) {
   const CvIndex cv(option.cv);
-  const int value = sets.value(cv);
-  sets.setValue(cv, option.sets ? value | option.bit : value & ~option.bit);
+  sets.setBits(cv, option.bit, option.sets ? option.bit : 0);
   showOptions(QString::fromLatin1(option.group), option.sets);
   if (option.cv == cv::kConfig) {
     ColorCV29();
@@ -57,7 +61,7 @@ void DecoderBench::showOptions(const QString& group, bool set) {
 }
 
 void DecoderBench::showAllOptions() {
-  clickedConfigBits_ = 0;
+  configClicks_ = ConfigClicks(sets.value(CvIndex(cv::kConfig)));
   for (const OptionRow& option : kOptions) {
     // What the decoder lacks stays off, whatever the value holds.
     if (!controls.at(nameOf(option)).enabled) continue;

@@ -50,6 +50,11 @@ void DecoderBench::showReport() {
   showLegend();
 }
 
+void DecoderBench::clearReport() {
+  report_ = {};
+  showReport();
+}
+
 void DecoderBench::showLegend() {
   const std::vector<CvIndex> unproved = sets.unproved();
   QString text = QStringLiteral("Blau: gelesen oder geprüft.");
@@ -77,7 +82,7 @@ void DecoderBench::settleLostValues() {
       {.text = QStringLiteral("Einige CVs ließen sich nicht lesen. Sollen sie die Werte behalten, "
                               "die vorher bekannt waren?"),
        .more = lines.join(u'\n') + QStringLiteral("\nIm Fenster stehen dafür die Ersatzwerte (0, "
-                                                  "bei CV 29 64). Rot bleiben sie in jedem Fall."),
+                                                  "bei CV 29 64). Was rot ist, bleibt rot."),
        .answers = {QStringLiteral("Bekannte behalten"), QStringLiteral("Ersatzwerte übernehmen")},
        .safe = 0});
   if (answer == 0) sets.restoreLostValues();

@@ -54,6 +54,23 @@ void CvSets::copyOfFirst(const std::vector<CvIndex>& cvs) {
   storeCurrent();
 }
 
+void CvSets::takeStored(CvIndex cv, int value) {
+  const auto byte = static_cast<char>(value);
+  const qsizetype at = cv.arrayIndex();
+  for (Set& set : sets_) {
+    if (set.values[at] != byte) set.marks[at] = 0;
+    set.values[at] = byte;
+    set.unproved.erase(cv);
+    set.lost.erase(cv);
+    // An unsaved change goes on being one only where it was not copied over.
+    set.settledValues[at] = byte;
+    set.settledMarks[at] = set.marks[at];
+  }
+  if (cvValues[at] == byte) return;
+  cvValues[at] = byte;
+  setMark(cv, CvMark::None);
+}
+
 bool CvSets::change(const QString& name) {
   for (int i = 1; i <= SetNumber::kCount; ++i) {
     const SetNumber set(i);
@@ -119,13 +136,30 @@ void CvSets::takeCv(const CvSets& from, CvIndex cv) {
 }
 
 void CvSets::takeCv(const Set& from, CvIndex cv) {
-  setValue(cv, static_cast<quint8>(from.values[cv.arrayIndex()]));
-  setMark(cv, static_cast<CvMark>(from.marks[cv.arrayIndex()]));
+  cvValues[cv.arrayIndex()] = from.values[cv.arrayIndex()];
+  cvMarks[cv.arrayIndex()] = from.marks[cv.arrayIndex()];
+  unproved_.erase(cv);
+  lost_.erase(cv);
   if (from.unproved.count(cv) > 0) unproved_.insert(cv);
   if (const auto lost = from.lost.find(cv); lost != from.lost.end()) lost_.insert(*lost);
 }
 
+void CvSets::setBits(CvIndex cv, int bits, int value) {
+  const int before = this->value(cv);
+  cvValues[cv.arrayIndex()] = static_cast<char>((before & ~bits) | (value & bits));
+  auto lost = lost_.find(cv);
+  // Remembered while the mark still tells of the failure: typing takes it.
+  if (lost == lost_.end() && mark(cv) == CvMark::Failed) {
+    lost = lost_.insert({cv, Lost{before, before}}).first;
+  }
+  if (lost != lost_.end()) lost->second.unseen &= ~bits;
+}
+
 void CvSets::setMark(CvIndex cv, CvMark mark) {
+  // The value that stays is no better known for the loss of its colour.
+  if (mark == CvMark::None && this->mark(cv) == CvMark::Failed) {
+    lost_.insert({cv, Lost{value(cv), value(cv)}});
+  }
   cvMarks[cv.arrayIndex()] = static_cast<char>(mark);
   unproved_.erase(cv);
   // Only an access that went well replaces the value that a failed read has taken the place of.
@@ -137,15 +171,42 @@ void CvSets::setWritten(CvIndex cv, bool proved) {
   if (!proved) unproved_.insert(cv);
 }
 
+void CvSets::setWriteFailed(CvIndex cv) {
+  setMark(cv, CvMark::Failed);
+  lost_.insert({cv, Lost{value(cv), value(cv), 0}});
+}
+
 void CvSets::takeFailedRead(CvIndex cv, int shown) {
   // A second failure must not take the first one's stand-in for the known value.
   const auto lost = lost_.find(cv);
-  const bool lostBefore = lost != lost_.end() && lost->second.shown == value(cv);
-  const int known = lostBefore ? lost->second.known : value(cv);
-  setValue(cv, shown);
+  const int known = lost == lost_.end() ? value(cv) : lost->second.best(value(cv));
+  cvValues[cv.arrayIndex()] = static_cast<char>(shown);
   setMark(cv, CvMark::Failed);
   // Not insert(): what was lost before the value was changed is history.
   lost_.insert_or_assign(cv, Lost{known, shown});
+}
+
+int CvSets::unseenBits(const Set& set, CvIndex cv) {
+  const auto lost = set.lost.find(cv);
+  if (lost != set.lost.end()) return lost->second.unseen;
+  const auto mark = static_cast<CvMark>(set.marks[cv.arrayIndex()]);
+  return mark == CvMark::Failed ? kAllBits : 0;
+}
+
+bool CvSets::isDoubtful(const Set& set, CvIndex cv) {
+  const auto lost = set.lost.find(cv);
+  if (lost == set.lost.end()) return false;
+  const bool red = static_cast<CvMark>(set.marks[cv.arrayIndex()]) == CvMark::Failed;
+  return lost->second.standsIn() || (lost->second.unseen != 0 && !red);
+}
+
+std::vector<CvIndex> CvSets::doubtful(SetNumber set) const {
+  const Set& of = sets_[index(set)];
+  std::vector<CvIndex> cvs;
+  for (const auto& [cv, lost] : of.lost) {
+    if (isDoubtful(of, cv)) cvs.push_back(cv);
+  }
+  return cvs;
 }
 
 std::vector<LostValue> CvSets::lostValues() const {
@@ -155,7 +216,7 @@ std::vector<LostValue> CvSets::lostValues() const {
     const Set& set = sets_[index(number)];
     for (const auto& [cv, lost] : set.lost) {
       const int now = static_cast<quint8>(set.values[cv.arrayIndex()]);
-      if (now == lost.shown && now != lost.known) all.push_back({number, cv, lost.known});
+      if (lost.standsIn()) all.push_back({number, cv, lost.best(now)});
     }
   }
   return all;

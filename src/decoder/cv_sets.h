@@ -60,6 +60,9 @@ class CvSets {
   /// Stores the working copy and takes the first set of that name; false when there is none.
   bool change(const QString& name);
 
+  /// A CV of all five sets holds this value on disk by now. One that changes loses its mark.
+  void takeStored(CvIndex cv, int value);
+
   // ---- What nothing but this object holds -----------------------------------------------------
 
   /// The working copy as it stands is nobody's work: a type's defaults.
@@ -73,7 +76,10 @@ class CvSets {
   bool differs(const CvSets& from) const;
 
   int value(CvIndex cv) const { return static_cast<quint8>(cvValues[cv.arrayIndex()]); }
-  void setValue(CvIndex cv, int value) { cvValues[cv.arrayIndex()] = static_cast<char>(value); }
+  /// Somebody has chosen the whole value.
+  void setValue(CvIndex cv, int value) { setBits(cv, kAllBits, value); }
+  /// Somebody has chosen these bits of `value`; the others are what they were.
+  void setBits(CvIndex cv, int bits, int value);
   CvMark mark(CvIndex cv) const { return static_cast<CvMark>(cvMarks[cv.arrayIndex()]); }
   /// Also ends what isUnproved() tells of the CV; Verified ends what lostValues() tells.
   void setMark(CvIndex cv, CvMark mark);
@@ -82,6 +88,8 @@ class CvSets {
 
   /// The mark of a CV that was written; `proved` when the decoder's value came back.
   void setWritten(CvIndex cv, bool proved);
+  /// The mark of a CV whose write failed; its value is what somebody wanted to write.
+  void setWriteFailed(CvIndex cv);
   /// Its value was written, and nothing has read it back since.
   bool isUnproved(CvIndex cv) const { return unproved_.count(cv) > 0; }
   std::vector<CvIndex> unproved() const { return {unproved_.begin(), unproved_.end()}; }
@@ -89,6 +97,14 @@ class CvSets {
   void takeCv(const CvSets& from, CvIndex cv);
   /// A read of the CV failed: `shown` takes the place of its value, which stays known.
   void takeFailedRead(CvIndex cv, int shown);
+  /// The bits of a failed CV that nobody has read or chosen since; a mark that typing took away
+  /// does not make them known.
+  int unseenBits(CvIndex cv) const { return unseenBits(current(), cv); }
+  /// Its value is not to go anywhere unasked: it stands in for one that could not be read, or has
+  /// unseen bits and no colour that tells.
+  bool isDoubtful(CvIndex cv) const { return isDoubtful(current(), cv); }
+  /// All such CVs of a stored set.
+  std::vector<CvIndex> doubtful(SetNumber set) const;
   /// The values of all sets that failed reads have taken the place of, and that nobody has changed
   /// since. The working copy counts as storeCurrent() left it.
   std::vector<LostValue> lostValues() const;
@@ -96,10 +112,16 @@ class CvSets {
   void restoreLostValues();
 
  private:
+  static constexpr int kAllBits = 255;
   /// A value that a failed read has taken the place of, and what it put there.
   struct Lost {
     int known;
     int shown;
+    int unseen = kAllBits;  ///< bits that nobody has read or chosen since
+
+    bool standsIn() const { return ((known ^ shown) & unseen) != 0; }
+    /// The best that is known of a CV whose value is `now`.
+    int best(int now) const { return (now & ~unseen) | (known & unseen); }
   };
   using Unproved = std::set<CvIndex>;
   using LostByCv = std::map<CvIndex, Lost>;
@@ -122,6 +144,8 @@ class CvSets {
             .lost = lost_};
   }
   void takeCv(const Set& from, CvIndex cv);
+  static int unseenBits(const Set& set, CvIndex cv);
+  static bool isDoubtful(const Set& set, CvIndex cv);
 
   std::array<Set, SetNumber::kCount> sets_;
   SetNumber currentSet_{1};

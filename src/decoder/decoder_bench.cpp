@@ -39,8 +39,8 @@ void DecoderBench::open(const CvRecord& record, const QString& address) {
   commRunning = false;
   calcOpen = false;
   sets.clear();
-  report_ = {};
-  showReport();
+  reachedStation_ = false;
+  clearReport();
   for (int i = 1; i <= SetNumber::kCount; ++i) {
     const SetNumber set(i);
     const auto place = static_cast<size_t>(set.arrayIndex());

@@ -15,6 +15,7 @@
 #include "base/settings.h"
 #include "decoder/batch_report.h"
 #include "decoder/bench_controls.h"
+#include "decoder/config_clicks.h"
 #include "decoder/cv_grid.h"
 #include "decoder/cv_sets.h"
 #include "decoder/description.h"
@@ -32,6 +33,7 @@ class SpeedTableList;
 class StationLink;
 struct CopyTargets;
 struct CvRecord;
+struct CvValue;
 struct DecFault;
 struct OptionRow;
 
@@ -229,6 +231,9 @@ class DecoderBench : public QObject {
   /// The ticked CVs that a job would leave out, a line a reason; empty for none.
   QString leftOut(bool write) const;
   JobEnd jobEnd = JobEnd::NothingMarked;
+  /// Whether any job since open() has come as far as the station: what the decoder holds may then
+  /// be what only this bench knows.
+  bool reachedStation() const { return reachedStation_; }
   /// What the last batch job did; `lblReport` tells its remarks.
   const BatchReport& report() const { return report_; }
   /// "CV 3, 33 und 257 (2)"; neighbours as "67 bis 94".
@@ -350,6 +355,8 @@ class DecoderBench : public QObject {
 
   // What a job did, and what of it is still to be said: bench_report.cpp.
   void showReport();
+  /// What was said about a job before is over.
+  void clearReport();
   /// `lblLegend`: what the colours mean, with what is written and not proved.
   void showLegend();
   /// Asks about values that failed reads have taken the place of, before the sets are stored.
@@ -389,7 +396,14 @@ class DecoderBench : public QObject {
   std::vector<CvIndex> copyListOfFixedTab(int tab) const;
   std::vector<CvIndex> copyListOfRows(int page, int ordinal) const;
   bool copyButtonClicked(const QString& name);
+  /// What the user answers about such CVs of the first set: those to leave out, or nothing when
+  /// nothing is to be copied.
+  std::optional<std::vector<CvIndex>> doubtfulToSpare(std::vector<CvIndex> doubtful) const;
+  void copyAllButDoubtful();
+  void copySelectedButDoubtful();
   QString copyTargetsText(const CopyTargets& targets) const;
+  /// The vehicle of the window was among those that values were copied into.
+  void takeCopiedValues(const std::vector<CvValue>& values);
 
   // The grid: bench_grid.cpp.
   void makeTableNames();
@@ -422,7 +436,8 @@ class DecoderBench : public QObject {
   CvIndex userRowCv_{9};  // CV of the spare row of the drive page
   bool progressEnabled_ = false;
   BatchReport report_;
-  int clickedConfigBits_ = 0;  // of CV 29, since its options last agreed with it
+  bool reachedStation_ = false;  // any job since open()
+  ConfigClicks configClicks_;    // since the options of CV 29 last agreed with its value
   bool choicePending_ = false;
   std::unique_ptr<Clock::Alarm> Timer3_;
   std::optional<MissingDescription> missing_;

@@ -138,7 +138,6 @@ bool ReadBatch::config() {
   const CvIndex cv(cv::kConfig);
   const auto value = read(cv);
   if (!value) return false;
-  bench_.clickedConfigBits_ = 0;
   if (link().lastCvFailed) {
     takeRead(cv, config_bit::kManBit);
     showUnknownConfig();
@@ -147,6 +146,7 @@ bool ReadBatch::config() {
     takeRead(cv, *value & ~config_bit::kLongAddress);
     showConfig(*value);
   }
+  bench_.configClicks_ = ConfigClicks(bench_.sets.value(cv));
   bench_.ColorCV29();
   bench_.valueChanged(cv);
   emit bench_.speedTableChanged();

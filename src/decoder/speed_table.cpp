@@ -131,6 +131,7 @@ bool SpeedTable::setPoint(int point, double value) {
   const int whole = static_cast<int>(std::nearbyint(cut));
   const CvIndex cv = cvOf(point);
   if (view() == SpeedView::Table) {
+    bench_.sets.setValue(cv, whole);
     bench_.sets.setMark(cv, CvMark::None);
     bench_.setCvval(whole, cv.arrayIndex());
     return true;

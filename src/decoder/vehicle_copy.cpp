@@ -77,18 +77,21 @@ int count(Database& database, const QString& condition) {
 
 }  // namespace
 
-CopyTargets copyTargets(Database& database, const QString& condition, int manufacturer,
-                        const QString& decoder) {
+CopyTargets copyTargets(Database& database, const QString& condition, const CopySource& from) {
   const QString changed = narrowed(
       condition, QStringLiteral("(ISNULL(DC_TYPE) OR DC_TYPE <> %1)").arg(kTypeWithoutDecoder));
-  const QString type = QString(decoder).replace(u'\'', QStringLiteral("''"));
+  const QString type = QString(from.decoder).replace(u'\'', QStringLiteral("''"));
   const QString other =
       narrowed(changed, QStringLiteral("(ISNULL(DC_MANUF) OR DC_MANUF <> %1 OR "
                                        "ISNULL(DC_DECODER) OR DC_DECODER <> '%2')")
-                            .arg(QString::number(manufacturer), type));
+                            .arg(QString::number(from.manufacturer), type));
+  const bool own =
+      from.key &&
+      count(database, narrowed(changed, QStringLiteral("DC_RECNO = %1").arg(*from.key))) > 0;
   return {.records = count(database, condition),
           .vehicles = count(database, changed),
-          .otherType = count(database, other)};
+          .otherType = count(database, other),
+          .own = own};
 }
 
 std::optional<int> copyCvsToVehicles(Database& database, const QString& condition,

@@ -23,13 +23,19 @@ struct CopyTargets {
   int records = 0;    ///< it goes through
   int vehicles = 0;   ///< of these it changes: vehicles and function units
   int otherType = 0;  ///< of these have another decoder type, or none
+  bool own = false;   ///< the vehicle that is copied from is one of them
+};
+
+/// The vehicle that is copied from.
+struct CopySource {
+  std::optional<qint64> key;  ///< empty for one that is in no database yet
+  int manufacturer = 0;
+  QString decoder;
 };
 
 /// Counts, and reads no CVs. `condition` is a condition on the vehicle list in the system's query
-/// language, empty for all; `manufacturer` and `decoder` are the type that is not another. Throws
-/// StorageError.
-CopyTargets copyTargets(Database& database, const QString& condition, int manufacturer,
-                        const QString& decoder);
+/// language, empty for all. Throws StorageError.
+CopyTargets copyTargets(Database& database, const QString& condition, const CopySource& from);
 
 /// Told now and then with the records that are done and their total; false ends the copying.
 using CopyProgress = std::function<bool(int done, int total)>;

@@ -43,7 +43,7 @@ bool WriteBatch::finish(CvIndex cv, Written outcome, int sent) {
     report(cv, deed(), sent);
     bench_.sets.setWritten(cv, deed() == CvDeed::Proved);
   } else {
-    bench_.sets.setMark(cv, CvMark::Failed);
+    bench_.sets.setWriteFailed(cv);
   }
   return true;
 }
@@ -164,8 +164,8 @@ bool WriteBatch::writeShortAddress(int address, bool& failed) {
   if (failed) return true;
   if (config_ >= 0) {
     config_ &= ~config_bit::kLongAddress;
-    link().WriteCV(configCv(), config_, address_, description().PROGMODE);
-    noteConfig(config_);
+    const int answer = link().WriteCV(configCv(), config_, address_, description().PROGMODE);
+    noteConfig(config_, answer == config_);
   }
   forceConfig_ = true;
   return true;
@@ -177,7 +177,7 @@ bool WriteBatch::writeLongAddress(int address, bool& failed, bool& refused) {
     const int withBit = config_ | config_bit::kLongAddress;
     inHand_ = QStringLiteral("CV %1").arg(configCv());
     answer = link().WriteCV(configCv(), withBit, address_, description().PROGMODE);
-    noteConfig(withBit);
+    noteConfig(withBit, answer == withBit);
     if (answer < 0) {
       if (!survive(CvIndex(cv::kConfig), answer)) return false;
       answer = 0;
@@ -229,7 +229,7 @@ bool WriteBatch::consist() {
     bench_.refillField(QStringLiteral("txtDcComConsist"), QString::number(wanted & ~kDirectionBit));
   };
   const Written written = write(cv, wanted, [&] {
-    bench_.sets.setMark(cv, CvMark::Failed);
+    bench_.sets.setWriteFailed(cv);
     show();
   });
   if (!finish(cv, written, wanted)) return false;
@@ -243,7 +243,7 @@ bool WriteBatch::tablePoint(CvIndex cv) {
   status(QStringLiteral("Schreibe Geschwindigkeitstabelle (CV %1)").arg(cv.value()));
   const int wanted = bench_.sets.value(cv);
   const Written written = write(cv, wanted, [&] {
-    bench_.sets.setMark(cv, CvMark::Failed);
+    bench_.sets.setWriteFailed(cv);
     bench_.showValue(cv);
   });
   if (!finish(cv, written, wanted)) return false;
@@ -256,7 +256,7 @@ bool WriteBatch::plain(CvIndex cv) {
   plainStatus(cv);
   const int wanted = bench_.sets.value(cv);
   const auto markFailed = [&] {
-    bench_.sets.setMark(cv, CvMark::Failed);
+    bench_.sets.setWriteFailed(cv);
     bench_.showValue(cv);
   };
   switch (selectBank(cv)) {

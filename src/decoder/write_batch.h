@@ -14,6 +14,7 @@ class WriteBatch final : public BatchRun {
   WriteBatch(DecoderBench& bench, bool progOn);
 
  protected:
+  bool mayBegin() override;
   bool checks() override;
   bool consist() override;
   bool config() override;
@@ -49,21 +50,30 @@ class WriteBatch final : public BatchRun {
   ConfigState configState() const { return {config_, longWritten_}; }
   /// The same as it will be behind the address that is about to be written.
   ConfigState expectedState() const;
-  /// The byte of CV 29 for the decoder.
+  /// The byte of CV 29 for the decoder, from the working value.
   int configByte(const ConfigState& state) const;
-  /// CV 29 goes out for the address alone, and its value is one that a failed read left behind.
+  /// CV 29 goes out for the address alone: what nobody clicked is what this run has read.
+  bool configFromDecoder() const;
+  /// The same where this run has read nothing, and the working value is one that a failed read left
+  /// behind.
   bool configUnknown() const;
   /// Asks before bits of CV 29 go out that nobody has seen or clicked; false ends the run.
   bool confirmConfig(const ConfigState& state);
-  bool writeKnownConfig();
-  /// Remembers that the configuration went out.
-  void noteConfig(int sent) { configSent_ = sent; }
+  bool writeWorkingConfig();
+  bool writeDecodersConfig();
+  void tellUnknownConfig();
+  /// Remembers that the configuration went out, and whether the decoder took it.
+  void noteConfig(int sent, bool taken) { configSent_ = {sent, taken}; }
 
-  bool longWritten_ = false;            ///< a long address was written in this run
-  bool forceConfig_ = false;            ///< CV 29 must be written: the kind of address changed
-  std::optional<int> configRead_;       ///< the decoder's configuration ahead of the writing
-  std::optional<int> configSent_;       ///< what went out last
-  std::optional<int> configConfirmed_;  ///< what the user has agreed to
+  bool longWritten_ = false;       ///< a long address was written in this run
+  bool forceConfig_ = false;       ///< CV 29 must be written: the kind of address changed
+  std::optional<int> configRead_;  ///< the decoder's configuration ahead of the writing
+  struct ConfigSent {
+    int value;
+    bool taken;
+  };
+  std::optional<ConfigSent> configSent_;  ///< what went out last
+  std::optional<int> configConfirmed_;    ///< what the user has agreed to
 };
 
 }  // namespace lokari

@@ -64,23 +64,27 @@ int WriteBatch::configByte(const ConfigState& state) const {
   return wanted;
 }
 
+bool WriteBatch::configFromDecoder() const {
+  return !marked(CvIndex(cv::kConfig)) && configRead_;
+}
+
 bool WriteBatch::configUnknown() const {
   const CvIndex cv(cv::kConfig);
-  return !marked(cv) && bench_.sets.mark(cv) == CvMark::Failed;
+  return !marked(cv) && !configRead_ &&
+         (bench_.sets.mark(cv) == CvMark::Failed || bench_.sets.unseenBits(cv) != 0);
 }
 
 bool WriteBatch::confirmConfig(const ConfigState& state) {
   const CvIndex cv(cv::kConfig);
   const bool forced = addressMarked() && (!state.longWritten || state.config < 0);
-  if ((!marked(cv) && !forced) || configUnknown()) return true;
+  if ((!marked(cv) && !forced) || configFromDecoder() || configUnknown()) return true;
   const bool isLong =
       state.longWritten || (state.config >= 0 ? (state.config & config_bit::kLongAddress) != 0
                                               : address_ > kHighestShortAddress);
   const int kept = bench_.sets.value(cv) & ~config_bit::kLongAddress;
   const int before = isLong ? kept | config_bit::kLongAddress : kept;
   const int after = configByte(state);
-  const int unasked = (before ^ after) & ~bench_.clickedConfigBits_;
-  if (unasked == 0 || configConfirmed_ == after) return true;
+  if (bench_.configClicks_.unclicked(before, after) == 0 || configConfirmed_ == after) return true;
   const Answer answer = bench_.parts_.prompt.ask(
       Box{.text = QStringLiteral("CV 29 würde mit %2 statt %1 geschrieben, ohne dass das jemand "
                                  "eingestellt hat!")
@@ -98,48 +102,63 @@ bool WriteBatch::confirmConfig(const ConfigState& state) {
   return true;
 }
 
-bool WriteBatch::writeKnownConfig() {
+void WriteBatch::tellUnknownConfig() {
   const CvIndex cv(cv::kConfig);
-  if (config_ < 0) {
-    const QString text = QStringLiteral(
-        "Die Art der Adresse (kurz oder lang) ist nicht gesetzt: CV 29 ist nicht bekannt und wurde "
-        "nicht geschrieben.");
-    bench_.report_.add(
-        {.cv = cv, .deed = CvDeed::Failed, .before = bench_.sets.value(cv), .reason = text});
-    remark(text);
-    return true;
+  const QString text = QStringLiteral(
+      "Die Art der Adresse (kurz oder lang) ist nicht gesetzt: CV 29 ist nicht bekannt und wurde "
+      "nicht geschrieben.");
+  bench_.report_.add(
+      {.cv = cv, .deed = CvDeed::Failed, .before = bench_.sets.value(cv), .reason = text});
+  remark(text);
+}
+
+bool WriteBatch::writeDecodersConfig() {
+  const CvIndex cv(cv::kConfig);
+  const int wanted = bench_.configClicks_.appliedTo(config_);
+  const Written written = write(cv, wanted, [&] {
+    bench_.sets.setWriteFailed(cv);
+    bench_.ColorCV29();
+  });
+  noteConfig(wanted, written == Written::Done);
+  if (written != Written::Done) return written == Written::Failed;
+  report(cv, deed(), wanted);
+  // A mark tells of the working value, which need not be what went out.
+  const bool same = bench_.sets.value(cv) == (wanted & ~config_bit::kLongAddress);
+  if (same) {
+    bench_.sets.setWritten(cv, deed() == CvDeed::Proved);
+  } else if (bench_.sets.mark(cv) == CvMark::Verified) {
+    bench_.sets.setMark(cv, CvMark::None);
   }
-  // The working value is not what goes out, so its mark stays as it is.
-  const Written written = write(cv, config_, [] {});
-  if (written == Written::Ended) return false;
-  if (written == Written::Done) report(cv, deed(), config_);
-  noteConfig(config_);
   return true;
 }
 
-bool WriteBatch::config() {
-  status(QStringLiteral("Schreibe Grundeinstellungen (CV 29)"));
+bool WriteBatch::writeWorkingConfig() {
   const CvIndex cv(cv::kConfig);
-  if (configUnknown()) {
-    if (!writeKnownConfig()) return false;
-    countDone();
-    return true;
-  }
   if (!confirmConfig(configState())) return endAs(End::Orderly);
   const int wanted = configByte(configState());
   const Written written = write(cv, wanted, [&] {
-    bench_.sets.setMark(cv, CvMark::Failed);
+    bench_.sets.setWriteFailed(cv);
     bench_.ColorCV29();
   });
-  noteConfig(wanted);
+  noteConfig(wanted, written == Written::Done);
   if (!finish(cv, written, wanted)) return false;
   if (written == Written::Done && configConfirmed_ == wanted) {
     // The user has seen this value and agreed: the mark is to stand beside it.
     bench_.sets.setValue(cv, wanted & ~config_bit::kLongAddress);
     bench_.showAllOptions();
   }
-  bench_.ColorCV29();
-  bench_.valueChanged(cv);
+  return true;
+}
+
+bool WriteBatch::config() {
+  status(QStringLiteral("Schreibe Grundeinstellungen (CV 29)"));
+  if (configUnknown()) {
+    tellUnknownConfig();
+  } else {
+    if (!(configFromDecoder() ? writeDecodersConfig() : writeWorkingConfig())) return false;
+    bench_.ColorCV29();
+    bench_.valueChanged(CvIndex(cv::kConfig));
+  }
   countDone();
   return true;
 }
@@ -149,8 +168,11 @@ void WriteBatch::addRemarks() {
   const QString before = configRead_ ? QStringLiteral("vorher %1").arg(*configRead_)
                                      : QStringLiteral("der Wert davor wurde nicht gelesen");
   remark(QStringLiteral("Mit der Adresse ging auch CV 29 an den Decoder: %1, %2.")
-             .arg(*configSent_)
+             .arg(configSent_->value)
              .arg(before));
+  if (!configSent_->taken) {
+    remark(QStringLiteral("Der Decoder hat CV 29 nicht bestätigt."));
+  }
 }
 
 }  // namespace lokari

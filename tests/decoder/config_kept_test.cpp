@@ -169,11 +169,130 @@ TEST_F(ConfigUnknown, WhereNothingIsKnownNothingIsWrittenAndTheEndSaysSo) {
             "wurde nicht geschrieben.");
 }
 
-TEST_F(ConfigUnknown, TickedItIsWrittenAsItStands) {
+TEST_F(ConfigUnknown, TickedItIsWrittenAsItStandsWhereTheUserWantsIt) {
   failToRead("5");
   check("chkWrt_29");
   write();
+  ASSERT_EQ(prompt.asked.size(), 1);
+  EXPECT_EQ(sent(), QStringList()) << "nothing without an answer";
+  prompt.choices = {0};
+  write();
   EXPECT_EQ(sent(), QStringList({"xPTWD 1, 5", "xPTWD 29, 64"})) << "asked for, in red, by a tick";
+}
+
+TEST_F(ConfigUnknown, AnOptionThatWasClickedDoesNotMakeTheOtherBitsKnown) {
+  failToRead("5");
+  bench->optionClicked(QStringLiteral("optDcComSteps28"));
+  EXPECT_EQ(value(29), 66);
+  EXPECT_EQ(mark(29), CvMark::None) << "what is changed by hand has the normal colour";
+  write();
+  EXPECT_EQ(sent(), QStringList({"xPTWD 1, 5"})) << "for the address alone nobody knows enough";
+  EXPECT_TRUE(control("lblReport").caption.startsWith(QStringLiteral("Die Art der Adresse")));
+  settings.addressCheckNow = true;
+  decoder().store(29, 12);
+  write();
+  EXPECT_EQ(writes(), QStringList({"xPTWD 1, 5", "xPTWD 29, 12", "xPTWD 29, 14"}))
+      << "the bit that was clicked, and the decoder's others";
+}
+
+TEST_F(ConfigUnknown, TickedWithOneOptionClickedTheOthersAreAskedAbout) {
+  failToRead("5");
+  bench->checkBoxToggled(QStringLiteral("chkDcAdrWrite"), false);
+  bench->optionClicked(QStringLiteral("optDcComSteps28"));
+  check("chkWrt_29");
+  write();
+  ASSERT_EQ(prompt.asked.size(), 1);
+  EXPECT_EQ(prompt.asked[0].more,
+            "CV 29: nicht oder nicht ganz gelesen; der Wert stammt von einem misslungenen Lesen.");
+  EXPECT_EQ(prompt.asked[0].safe, 2);
+  EXPECT_EQ(sent(), QStringList());
+}
+
+TEST_F(ConfigKept, AFailedMarkOfARecordIsNotForgottenByAClick) {
+  record.recCvValues[0][28] = 6;
+  record.recCvMarks[0][28] = '2';
+  openEco(kPlain);
+  bench->optionClicked(QStringLiteral("optDcComAnalogNo"));
+  EXPECT_EQ(mark(29), CvMark::None);
+  check("chkWrt_29");
+  write();
+  EXPECT_EQ(prompt.asked.size(), 1);
+  EXPECT_EQ(sent(), QStringList());
+  readConfig();
+  write();
+  EXPECT_EQ(prompt.asked.size(), 1) << "read by now";
+  EXPECT_EQ(sent().size(), 1);
+}
+
+TEST_F(ConfigKept, AWriteThatFailedLeavesTheValueAsKnownAsItWas) {
+  decoder().store(29, 2);
+  openEco(kPlain);
+  readConfig();
+  check("chkWrt_29");
+  fault("noack");
+  write();
+  ASSERT_EQ(mark(29), CvMark::Failed);
+  bench->optionClicked(QStringLiteral("optDcComDirReverse"));
+  write();
+  EXPECT_TRUE(prompt.asked.isEmpty());
+  EXPECT_EQ(writes(), QStringList({"xPTWD 29, 3"}));
+}
+
+TEST_F(ConfigKept, ForTheAddressAloneBitsThatNobodyClickedAreTheDecodersOwn) {
+  settings.addressCheckNow = true;
+  decoder().store(29, 10);
+  record.recCvValues[0][28] = 6;
+  record.recCvMarks[0][28] = '1';
+  openEco(kRailCom, "5");
+  check("chkDcAdrWrite");
+  write();
+  EXPECT_EQ(writes(), QStringList({"xPTWD 1, 5", "xPTWD 29, 10", "xPTWD 29, 10"}));
+  EXPECT_EQ(value(29), 6) << "a run leaves the working values";
+  EXPECT_EQ(mark(29), CvMark::None) << "6 is not what the decoder holds";
+  bench->optionClicked(QStringLiteral("optDcComDirReverse"));
+  write();
+  EXPECT_EQ(writes(), QStringList({"xPTWD 1, 5", "xPTWD 29, 10", "xPTWD 29, 11"}));
+  EXPECT_TRUE(prompt.shown.isEmpty());
+}
+
+TEST_F(ConfigKept, ABitThatWasClickedOnAndOffAgainIsNotClicked) {
+  settings.addressCheckNow = true;
+  decoder().store(29, 3);
+  record.recCvValues[0][28] = 2;
+  openEco(kPlain, "5");
+  bench->optionClicked(QStringLiteral("optDcComDirReverse"));
+  bench->optionClicked(QStringLiteral("optDcComDirNormal"));
+  check("chkDcAdrWrite");
+  write();
+  EXPECT_EQ(writes().last(), "xPTWD 29, 3") << "the decoder's own direction";
+}
+
+TEST_F(ConfigKept, AClickOffDoesNotExcuseTheSameBitGoingOutOn) {
+  decoder().store(29, 2);
+  openEco("[X]\nRAILCOM=J\nDETECTPULSE=J\n");
+  readConfig();
+  bench->optionClicked(QStringLiteral("optDcComRailComYes"));
+  bench->optionClicked(QStringLiteral("optDcComDetectPulseNo"));
+  EXPECT_EQ(value(29), 2);
+  ASSERT_TRUE(checked("optDcComRailComYes")) << "the two groups share the bit";
+  check("chkWrt_29");
+  write();
+  EXPECT_EQ(prompt.shown.size(), 1) << "10 would go out";
+  EXPECT_TRUE(writes().isEmpty());
+}
+
+TEST_F(ConfigKept, AConfigurationThatTheDecoderDidNotTakeIsNotToldAsTaken) {
+  settings.addressCheckNow = true;
+  settings.continueOnError = true;
+  decoder().setAddress(2000);
+  decoder().store(29, 34);
+  decoder().readOnly.insert(29);
+  openEco(kPlain, "5");
+  check("chkDcAdrWrite");
+  write();
+  EXPECT_EQ(control("lblReport").caption,
+            "Mit der Adresse ging auch CV 29 an den Decoder: 2, vorher 34. Der Decoder hat CV 29 "
+            "nicht bestätigt.");
 }
 
 TEST_F(ConfigKept, AConfigurationThatGoesOutUntickedIsNamedWithItsValueBefore) {
@@ -184,15 +303,15 @@ TEST_F(ConfigKept, AConfigurationThatGoesOutUntickedIsNamedWithItsValueBefore) {
   openEco(kPlain, "5");
   check("chkDcAdrWrite");
   write();
-  EXPECT_EQ(writes(), QStringList({"xPTWD 1, 5", "xPTWD 29, 2", "xPTWD 29, 6"}));
+  EXPECT_EQ(writes(), QStringList({"xPTWD 1, 5", "xPTWD 29, 2", "xPTWD 29, 2"}));
   EXPECT_EQ(control("lblReport").caption,
-            "Mit der Adresse ging auch CV 29 an den Decoder: 6, vorher 34.");
+            "Mit der Adresse ging auch CV 29 an den Decoder: 2, vorher 34.");
   openEco(kPlain, "128");
   EXPECT_EQ(control("lblReport").caption, "") << "of the vehicle before";
   check("chkDcAdrWrite");
   write();
   EXPECT_EQ(control("lblReport").caption,
-            "Mit der Adresse ging auch CV 29 an den Decoder: 38, vorher 6.");
+            "Mit der Adresse ging auch CV 29 an den Decoder: 34, vorher 2.");
   settings.addressCheckNow = false;
   write();
   EXPECT_EQ(control("lblReport").caption,

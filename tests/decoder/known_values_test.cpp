@@ -90,10 +90,146 @@ TEST_F(LostValues, AreNoLongerAskedAboutOnceReadTypedOrClicked) {
   failToRead();
   bench->rowEdited(rowOf(33), QStringLiteral("7"));
   bench->rowLeft(rowOf(33));
-  bench->optionClicked(QStringLiteral("optDcComSteps28"));
   bench->cmdOK(record);
-  EXPECT_TRUE(prompt.asked.isEmpty());
+  EXPECT_TRUE(prompt.asked.last().more.startsWith(QStringLiteral("Set 1: CV 29\n")));
   EXPECT_EQ(stored(33), 7);
+}
+
+TEST_F(LostValues, OfAByteWithOneBitClickedOnlyTheOthersAreAskedAbout) {
+  failToRead();
+  bench->optionClicked(QStringLiteral("optDcComDirReverse"));
+  EXPECT_EQ(value(29), 65);
+  bench->cmdOK(record);
+  ASSERT_EQ(prompt.asked.size(), 1);
+  EXPECT_EQ(stored(29), 7) << "the bits known before, and the one that was clicked";
+}
+
+TEST_F(LostValues, ATextThatIsNoneDoesNotMakeTheStandInKnown) {
+  failToRead();
+  bench->rowEdited(rowOf(33), QStringLiteral("abc"));
+  bench->rowLeft(rowOf(33));
+  markRowForWriting(33);
+  write();
+  EXPECT_EQ(prompt.asked.size(), 1);
+  EXPECT_EQ(sent(), QStringList());
+}
+
+TEST_F(LostValues, PassingTheFieldDoesNotMakeTheStandInKnown) {
+  failToRead();
+  bench->rowLeft(rowOf(33));
+  markRowForWriting(33);
+  write();
+  EXPECT_EQ(prompt.asked.size(), 1);
+  EXPECT_EQ(sent(), QStringList());
+}
+
+TEST_F(LostValues, AreWrittenOnlyWhereTheUserWantsThem) {
+  failToRead();
+  markRowForWriting(33);
+  markRowForWriting(34);
+  write();
+  ASSERT_EQ(prompt.asked.size(), 1);
+  EXPECT_EQ(prompt.asked[0].text, "Sollen wirklich alle angekreuzten CVs geschrieben werden?");
+  EXPECT_EQ(prompt.asked[0].more,
+            "CV 33: nicht oder nicht ganz gelesen; der Wert stammt von einem misslungenen Lesen.");
+  EXPECT_EQ(sent(), QStringList());
+  EXPECT_EQ(bench->jobEnd, JobEnd::Stopped);
+  prompt.choices = {1, 0};
+  write();
+  EXPECT_EQ(sent(), QStringList({"xPTWD 34, 0"}));
+  write();
+  EXPECT_EQ(sent(), QStringList({"xPTWD 33, 0", "xPTWD 34, 0"}));
+}
+
+TEST_F(LostValues, OfTheConsistTypingTheAddressLeavesTheDirectionUnseen) {
+  record.recCvMarks[0][18] = '2';
+  openEco(kPlain);
+  bench->fieldEdited(QStringLiteral("txtDcComConsist"), QStringLiteral("5"));
+  bench->fieldLeft(QStringLiteral("txtDcComConsist"));
+  check("chkWrt_19");
+  write();
+  EXPECT_EQ(sent(), QStringList());
+  bench->optionClicked(QStringLiteral("optDcConsistDirNormal"));
+  write();
+  EXPECT_EQ(sent(), QStringList({"xPTWD 19, 5"}));
+  EXPECT_EQ(prompt.asked.size(), 1);
+}
+
+TEST_F(LostValues, AreCopiedIntoAnotherSetOnlyWhereTheUserWantsThem) {
+  record.recCvValues[1][32] = 44;
+  openEco(kPlain);
+  failToRead();
+  bench->chooseSet(QStringLiteral("Set 2"));
+  CopyAnswer what = CopyAnswer::All;
+  bench->copyBox = [&](const QString&) { return what; };
+  bench->cmdCopy();
+  ASSERT_EQ(prompt.asked.size(), 1);
+  EXPECT_EQ(prompt.asked[0].more, "CV 29 und 33 von Set 1.");
+  EXPECT_EQ(value(33), 44) << "nothing without an answer";
+  markRowForWriting(33);
+  what = CopyAnswer::Selected;
+  prompt.choices = {1, 1, 0};
+  bench->cmdCopy();
+  EXPECT_EQ(value(33), 44);
+  EXPECT_EQ(prompt.asked[1].more, "CV 33 von Set 1.");
+  what = CopyAnswer::All;
+  bench->cmdCopy();
+  EXPECT_EQ(value(33), 44);
+  EXPECT_EQ(mark(33), CvMark::None);
+  bench->cmdCopy();
+  EXPECT_EQ(value(33), 0);
+  EXPECT_EQ(mark(33), CvMark::Failed);
+}
+
+// ---- What is told of a job --------------------------------------------------------------------
+
+class ReportedJobs : public BenchFixture {
+ protected:
+  /// A job that has something to say.
+  void speak() {
+    openEco(kPlain, "5");
+    check("chkDcAdrWrite");
+    write();
+    ASSERT_FALSE(control("lblReport").caption.isEmpty());
+    bench->checkBoxToggled(QStringLiteral("chkDcAdrWrite"), false);
+  }
+};
+
+TEST_F(ReportedJobs, TheNextJobEndsWhatTheOneBeforeSaid) {
+  speak();
+  write();
+  EXPECT_EQ(prompt.shown.last(), "Keine Daten zum Schreiben ausgewählt!");
+  EXPECT_EQ(control("lblReport").caption, "");
+  speak();
+  line.failsToOpen = true;
+  check("chkWrt_3");
+  write();
+  EXPECT_EQ(bench->jobEnd, JobEnd::NoSession);
+  EXPECT_EQ(control("lblReport").caption, "");
+}
+
+TEST_F(ReportedJobs, AnotherDecoderTypeEndsItToo) {
+  describe("Adlerton/AT-SND16.dec", "[AT-SND16]\n");
+  speak();
+  prompt.answers = {Answer::Ok};
+  bench->chooseDecoder(QStringLiteral("AT-SND16"));
+  clock.advance(100);
+  EXPECT_EQ(control("lblReport").caption, "");
+}
+
+TEST_F(ReportedJobs, AnEarlierJobThatReachedTheStationIsNotForgottenByALaterOneThatDidNot) {
+  openEco(kPlain);
+  EXPECT_FALSE(bench->reachedStation());
+  write();
+  EXPECT_FALSE(bench->reachedStation()) << "nothing was ticked";
+  check("chkWrt_3");
+  write();
+  bench->checkBoxToggled(QStringLiteral("chkWrt_3"), false);
+  write();
+  EXPECT_EQ(bench->jobEnd, JobEnd::NothingMarked);
+  EXPECT_TRUE(bench->reachedStation());
+  openEco(kPlain);
+  EXPECT_FALSE(bench->reachedStation()) << "of the vehicle before";
 }
 
 TEST_F(LostValues, AZeroThatWasZeroIsNoQuestion) {

@@ -276,8 +276,45 @@ TEST_F(VehicleCopy, CmdOkOverwritesTheOpenRecordAgain) {
   form.storeProgrammed(record, QStringLiteral("3"), {});
   ASSERT_TRUE(form.storeEdit());
   EXPECT_EQ(storedByte(3, 30), 77);
-  EXPECT_EQ(storedByte(3, 30, "DC_CV_1"), 0) << "its other sets are those of the window as well";
+  EXPECT_EQ(storedByte(3, 30, "DC_CV_1"), 130) << "what was copied into its other sets stays";
+  EXPECT_EQ(storedByte(3, 31, "DC_CV_1"), 0) << "all else is the window's";
   EXPECT_EQ(storedByte(5, 30), 130);
+}
+
+TEST_F(VehicleCopy, WhatWasCopiedIntoTheOpenVehicleIsNoUnsavedChange) {
+  record = form.workingCopy();
+  openEco(kSome);
+  for (int cv : {30, 31}) markRowForWriting(cv);
+  copyOf("Other_1");
+  EXPECT_FALSE(bench->unsaved());
+  bench->rowEdited(rowOf(30), QStringLiteral("77"));
+  bench->rowLeft(rowOf(30));
+  EXPECT_TRUE(bench->unsaved());
+  copyOf("Other_1");
+  EXPECT_FALSE(bench->unsaved()) << "copied into itself it is stored";
+}
+
+TEST_F(VehicleCopy, AnOpenVehicleThatTheCopyDidNotReachKeepsItsSets) {
+  form.sqlFilter = QStringLiteral("DC_COLL=\"Vitrine\"");
+  markRowForWriting(30);
+  copyOf("Other_1");
+  bench->cmdOK(record);
+  EXPECT_EQ(static_cast<quint8>(record.recCvValues[1][29]), 0);
+}
+
+TEST_F(VehicleCopy, AValueThatAFailedReadLeftIsNamedBelowTheQuestion) {
+  settings.continueOnError = true;
+  markRow(30);
+  fault("noack");
+  read();
+  ASSERT_EQ(value(30), 0);
+  markRowForWriting(30);
+  markRowForWriting(31);
+  bench->buttonClicked(QStringLiteral("cmdCopyOther_1"));
+  EXPECT_TRUE(prompt.below.last().endsWith(
+      QStringLiteral("\nCV 30: nicht oder nicht ganz gelesen; der Wert stammt von einem "
+                     "misslungenen Lesen!")))
+      << prompt.below.last().toStdString();
 }
 
 // ---- Which CVs --------------------------------------------------------------------------------
