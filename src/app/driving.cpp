@@ -154,21 +154,23 @@ void Driving::whenFree(const void* owner, int what, std::function<void()> job) {
   });
 }
 
-void Driving::openBeside(const void* owner, const std::function<void()>& open) {
-  if (beside_.try_emplace(owner).second) openWhenIdle(owner, open);
+void Driving::openBeside(const void* owner, std::function<void()> open) {
+  const auto [waiting, isNew] = beside_.try_emplace(owner);
+  waiting->second.open = std::move(open);
+  if (isNew) openWhenIdle(owner);
 }
 
-void Driving::openWhenIdle(const void* owner, const std::function<void()>& open) {
+void Driving::openWhenIdle(const void* owner) {
   if (!line_.isBusy()) {
     // The alarm that calls this goes, and what it holds with it.
-    const std::function<void()> run = open;
+    const std::function<void()> run = std::move(beside_[owner].open);
     beside_.erase(owner);
     if (!closed_) run();
     return;
   }
   // The exchange in hand stands on the stack; the window opens from the event loop behind it.
-  whenFree(owner, 0, [this, owner, open] {
-    beside_[owner] = link_.clock().after(0, [this, owner, open] { openWhenIdle(owner, open); });
+  whenFree(owner, 0, [this, owner] {
+    beside_[owner].retry = link_.clock().after(0, [this, owner] { openWhenIdle(owner); });
   });
 }
 

@@ -51,8 +51,8 @@ class Driving {
 
   /// Opens a window that may ask for runAlone(): never on top of an exchange, which could not end
   /// below it. Polls and keep-alives go on beside the window. Now, or as soon as an exchange in
-  /// hand has ended; asked for twice, it opens once.
-  void openBeside(const void* owner, const std::function<void()>& open);
+  /// hand has ended; asked for twice, it opens once, as it was asked for last.
+  void openBeside(const void* owner, std::function<void()> open);
 
   /// Forgets a job of runAlone() that still waits; its owner is about to go.
   void forget(const void* owner) { line_.forget(owner); }
@@ -82,7 +82,7 @@ class Driving {
   SlotUnit* openNewCab(int address, const std::optional<CabRecord>& record, const Opening& opening);
   bool hasCabs() const;
   void whenFree(const void* owner, int what, std::function<void()> job);
-  void openWhenIdle(const void* owner, const std::function<void()>& open);
+  void openWhenIdle(const void* owner);
 
   StationLink& link_;
   DatabaseSession& session_;
@@ -94,7 +94,11 @@ class Driving {
   PanelFleet panels_;
   WaitWindowFactory makeWait_;
   std::set<std::pair<StationUse, int>> waiting_;  // what was asked for and has not begun
-  std::map<const void*, std::unique_ptr<Clock::Alarm>> beside_;  // windows that wait to open
+  struct Beside {
+    std::function<void()> open;
+    std::unique_ptr<Clock::Alarm> retry;
+  };
+  std::map<const void*, Beside> beside_;  // windows that wait to open
   int asked_ = 0;        // cabs and panels asked for by way of the line
   bool closed_ = false;  // closeAll() has begun
 };

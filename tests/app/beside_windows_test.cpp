@@ -82,5 +82,78 @@ TEST_P(BesideWindows, AWindowThatIsAskedForInTheMiddleOfAnExchangeOpensBehindIt)
   EXPECT_TRUE(openedBehind);
 }
 
+TEST_P(BesideWindows, OfTwoThatAreAskedForInTheMiddleOfAnExchangeTheLaterOpens) {
+  QStringList opened;
+  driving().runAlone(this, [&] {
+    for (const char* name : {"first", "second"}) {
+      driving().openBeside(this, [&opened, name] { opened << QString::fromLatin1(name); });
+    }
+  });
+  clock().advance(1000);
+  EXPECT_EQ(opened, QStringList({"second"}));
+}
+
+TEST_P(BesideWindows, TheDecoderWindowIsThatOfTheVehicleItWasAskedForOrDoesNotOpen) {
+  const Bookmark asked = form().records().bookmark();
+  driving().runAlone(this, [&] {
+    control<QToolButton>(window.get(), "butProg")->click();
+    form().MoveNext();
+  });
+  ASSERT_NE(form().records().bookmark(), asked);
+  clock().advance(1000);
+  EXPECT_EQ(prompt().shown, QStringList()) << "a function unit has no decoder window";
+  form().MoveFirst();
+  bool opened = false;
+  inWindow("frmDecoder", [&](QDialog& frmDecoder) {
+    opened = true;
+    frmDecoder.reject();
+  });
+  driving().runAlone(this, [&] { control<QToolButton>(window.get(), "butProg")->click(); });
+  clock().advance(1000);
+  EXPECT_TRUE(opened) << "for the vehicle that is still on show";
+}
+
+TEST_P(BesideWindows, NothingComesUpOverADialogThatWasOpenedMeanwhile) {
+  QStringList opened;
+  QDialog other;
+  watch_.callOnTimeout([&] {
+    auto* modal = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (modal == nullptr || modal == &other) return;
+    opened << modal->objectName();
+    modal->reject();
+  });
+  watch_.start(0);
+  driving().runAlone(this, [&] {
+    control<QToolButton>(window.get(), "butProg")->click();
+    control<QAction>(window.get(), "mnuParaOptions")->trigger();
+  });
+  other.setModal(true);
+  other.show();
+  clock().advance(1000);
+  EXPECT_EQ(opened, QStringList());
+}
+
+class DecoderWindowOk : public BesideWindows {};
+
+INSTANTIATE_TEST_SUITE_P(Kinds, DecoderWindowOk,
+                         ::testing::Values(stationKind(StationKind::TamsMc)));
+
+TEST_P(DecoderWindowOk, WhatAnyOfItsJobsReadIsStoredAtOnceWhateverTheLastJobDid) {
+  folder.copyData(QStringLiteral("Default.dec"));
+  inWindow("frmDecoder", [&](QDialog& frmDecoder) {
+    const auto click = [&](const char* name) {
+      control<QAbstractButton>(&frmDecoder, name)->click();
+    };
+    click("chkRd_29");
+    click("cmdDcRead");
+    click("chkRd_29");
+    click("cmdDcRead");
+    EXPECT_EQ(prompt().shown, QStringList({"Keine Daten zum Lesen ausgewählt!"}));
+    click("cmdOK");
+  });
+  control<QToolButton>(window.get(), "butProg")->click();
+  EXPECT_FALSE(form().isUnsaved());
+}
+
 }  // namespace
 }  // namespace lokari

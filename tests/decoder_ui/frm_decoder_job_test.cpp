@@ -131,6 +131,26 @@ TEST_F(FrmDecoderJob, AnotherAddressAsksAndCancelLeavesEverything) {
   EXPECT_FALSE(line.isOpen());
 }
 
+TEST_F(FrmDecoderJob, WhileAJobWaitsForTheLineNothingInTheWindowCanBeChanged) {
+  std::function<void()> waiting;
+  window.alone = [&](std::function<void()> job) { waiting = std::move(job); };
+  edit([&] {
+    click("chkRd_3");
+    click("cmdDcRead");
+    ASSERT_TRUE(waiting);
+    EXPECT_FALSE(window.isEnabled());
+    click("chkRd_3");
+    EXPECT_TRUE(button("chkRd_3")->isChecked()) << "a click changes nothing";
+    QTest::keyClick(&window, Qt::Key_Escape);
+    window.close();
+    EXPECT_TRUE(window.isVisible()) << "the job's window stays";
+    EXPECT_TRUE(line.writes.isEmpty());
+    waiting();
+    EXPECT_TRUE(window.isEnabled());
+    EXPECT_EQ(value(3), 12);
+  });
+}
+
 TEST_F(FrmDecoderJob, AFailureStandsInTheDialogUntilItIsConfirmed) {
   settings.continueOnError = false;
   faults.add({.kind = sim::FaultKind::NoDecoder, .count = sim::Fault::kAlways});

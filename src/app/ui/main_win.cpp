@@ -11,6 +11,9 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <tuple>
+#include <utility>
+
 #include "app/driving.h"
 #include "app/ui/catalogue_menu.h"
 #include "app/ui/dlg_wait.h"
@@ -157,9 +160,8 @@ void MainWin::bind(DatabaseSession& session) {
   offerReports(workbench_, *menu_, scale_, this, [this](bool busy) { showBusy(busy); });
   binder_->offer(QStringLiteral("mnuDbPrint"));
   offerLists(workbench_, *menu_, scale_, this);
-  menu_->enable(QStringLiteral("mnuParaOptions"), [this] {
-    workbench_.driving().openBeside(menu_, [this] { openOptions(workbench_, scale_, this); });
-  });
+  menu_->enable(QStringLiteral("mnuParaOptions"),
+                [this] { openBeside(menu_, [this] { openOptions(workbench_, scale_, this); }); });
   menu_->enable(QStringLiteral("mnuFirmware"), [this] { mnuFirmware(); });
   connect(&session, &DatabaseSession::opened, this, [this] { workbench_.SetCaption(); });
   connect(&session, &DatabaseSession::busyChanged, this, &MainWin::showBusy);
@@ -221,8 +223,22 @@ std::unique_ptr<WaitWindow> MainWin::makeWaitWindow(const QString& text,
   return lokari::makeWaitWindow(text, std::move(giveUp), this);
 }
 
+void MainWin::openBeside(const void* owner, std::function<void()> open) {
+  workbench_.driving().openBeside(owner, [run = std::move(open)] {
+    // Whatever came up while the line was busy is what the user is at by now.
+    if (QApplication::activeModalWidget() == nullptr) run();
+  });
+}
+
 void MainWin::butProg() {
-  workbench_.driving().openBeside(this, [this] { openDecoderWindow(); });
+  const auto onShow = [this] {
+    const RecordForm& form = workbench_.session().form();
+    return std::tuple(form.database(), form.records().bookmark(), form.editMode() == EditMode::Add);
+  };
+  openBeside(this, [this, onShow, asked = onShow()] {
+    // The user may have gone on to another vehicle meanwhile.
+    if (onShow() == asked) openDecoderWindow();
+  });
 }
 
 void MainWin::openDecoderWindow() {
@@ -253,10 +269,7 @@ void MainWin::openDecoderWindow() {
   form.storeProgrammed(record, bench.controls.at(QStringLiteral("dc_adr")).text,
                        bench.controls.at(QStringLiteral("cbDcManuf")).text);
   // What the decoder holds by now is kept at once; what was only typed waits like every edit.
-  if (bench.jobEnd == JobEnd::Complete || bench.jobEnd == JobEnd::Failed ||
-      bench.jobEnd == JobEnd::Stopped) {
-    form.storeIfValid();
-  }
+  if (bench.reachedStation()) form.storeIfValid();
 }
 
 void MainWin::endProgram() {

@@ -4,6 +4,7 @@
 #include <QMainWindow>
 #include <QSet>
 
+#include <functional>
 #include <memory>
 
 #include "app/workbench_view.h"
@@ -61,6 +62,8 @@ class MainWin final : public QMainWindow, public WorkbenchView {
   void mnuFileQuit();
   void mnuFirmware();
   void mnuHelpInfo();
+  /// For Driving::openBeside(): what it opens does not come up over another dialog.
+  void openBeside(const void* owner, std::function<void()> open);
   void butProg();
   void openDecoderWindow();
   void offerStop();
