@@ -63,6 +63,20 @@ class SpeedCurveTest : public test::WindowFixture {
   }
 };
 
+TEST_F(SpeedCurveTest, PointsBetweenTwoEventsOfAQuickMouseAreMovedAsWell) {
+  describe("");
+  editTable([&] {
+    press(place(4, 0));
+    move(place(4, 0.2));
+    move(place(24, 0.8));
+    release(place(24, 0.8));
+    for (int point = 5; point < 24; ++point) {
+      EXPECT_NEAR(value(66 + point), 51 + (point - 4) * 153 / 20, 8) << point;
+    }
+    EXPECT_EQ(value(66 + 25), 0) << "beyond the last place";
+  });
+}
+
 TEST_F(SpeedCurveTest, ADragGivesThePointTheValueUnderTheMouse) {
   describe("");
   setValue(70, 100, '1');

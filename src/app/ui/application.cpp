@@ -13,6 +13,7 @@
 #include "base/qt_clock.h"
 #include "base/signal_watch.h"
 #include "base/ui/qt_prompt.h"
+#include "base/ui/wrapped_tips.h"
 #include "db/access_import.h"
 #include "db/database_session.h"
 #include "link/system_transports.h"
@@ -48,6 +49,7 @@ bool Application::start() {
     parts_->prompt.message(parts_->installation.fault);
     return false;
   }
+  qApp->installEventFilter(new WrappedTips(qApp));
   if (!parts_->window.start()) return false;
   parts_->window.show();
   parts_->watch = std::make_unique<SignalWatch>([this] { parts_->window.endProgram(); });

@@ -31,7 +31,7 @@ constexpr std::array<Tool, 12> kTools{{
     {u"butDelete", u"Lös&chen", u"loesch_n.bmp", u"Datensatz löschen"},
     {u"butOK", u"Suchen", u"ok_n.bmp", u"Eingabe bestätigen", u"Ctrl+Return"},
     {u"butFilter", u"Fil&tern", u"filter_n.bmp", u"Nur passende Fahrzeuge zeigen"},
-    {u"butCancel", u"Abbrechen", u"abbr_n.bmp", u"Eingabe verwerfen", u"Esc"},
+    {u"butCancel", u"Abbruch", u"abbr_n.bmp", u"Eingabe verwerfen", u"Esc"},
     {u"butUndo", u"&Rückgängig", u"rueck_n.bmp", u"Gelöschten Datensatz zurückholen"},
     {u"butProg", u"Pro&grammieren", u"prog_n.bmp", u"Decoder lesen und schreiben"},
     {u"butDrive", u"F&ahren", u"fahr_n.bmp", u"Fahrpult öffnen"},

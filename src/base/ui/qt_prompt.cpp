@@ -60,14 +60,14 @@ QList<Offer> offersOf(Buttons buttons) {
   switch (buttons) {
     case Buttons::OkCancel:
       return {{Answer::Ok, u"OK", QMessageBox::AcceptRole},
-              {Answer::Cancel, u"Abbrechen", QMessageBox::RejectRole}};
+              {Answer::Cancel, u"Abbruch", QMessageBox::RejectRole}};
     case Buttons::YesNo:
       return {{Answer::Yes, u"&Ja", QMessageBox::YesRole},
               {Answer::No, u"&Nein", QMessageBox::NoRole}};
     case Buttons::YesNoCancel:
       return {{Answer::Yes, u"&Ja", QMessageBox::YesRole},
               {Answer::No, u"&Nein", QMessageBox::NoRole},
-              {Answer::Cancel, u"Abbrechen", QMessageBox::RejectRole}};
+              {Answer::Cancel, u"Abbruch", QMessageBox::RejectRole}};
     case Buttons::Ok:
       break;
   }
@@ -141,7 +141,7 @@ QString runFileDialog(const FileQuestion& question, QFileDialog::AcceptMode mode
   dialog.setLabelText(QFileDialog::FileType, QStringLiteral("Dateityp:"));
   dialog.setLabelText(QFileDialog::Accept,
                       opening ? QStringLiteral("Ö&ffnen") : QStringLiteral("&Speichern"));
-  dialog.setLabelText(QFileDialog::Reject, QStringLiteral("Abbrechen"));
+  dialog.setLabelText(QFileDialog::Reject, QStringLiteral("Abbruch"));
   if (dialog.exec() != QDialog::Accepted) return {};
   const QStringList files = dialog.selectedFiles();
   return files.isEmpty() ? QString() : files.front();

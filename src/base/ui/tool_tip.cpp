@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "base/ui/wrapped_tips.h"
+
 namespace lokari {
 namespace {
 
@@ -28,7 +30,7 @@ void ToolTip::showFor(const QWidget* control, const QString& text) {
     hideTip();
     return;
   }
-  setText(u' ' + text + u' ');
+  setText(u' ' + wrappedTip(text).replace(u'\n', QStringLiteral(" \n ")) + u' ');
   adjustSize();
   const QWidget* window = parentWidget();
   const QPoint corner = control->mapTo(window, QPoint(0, 0));

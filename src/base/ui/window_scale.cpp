@@ -19,6 +19,22 @@ QString sizeKey(const QString& name) {
   return QStringLiteral("Size/") + name;
 }
 
+/// About what the frame of a window takes at its sides and above, which nobody knows before it is
+/// shown.
+constexpr QSize kFrame(8, 32);
+
+/// What a window may take of its screen.
+QSize roomFor(const QWidget* window) {
+  return window->screen()->availableSize() - kFrame;
+}
+
+void keepOnScreen(QWidget* window) {
+  const QRect room = window->screen()->availableGeometry();
+  const QSize taken = window->size() + kFrame;
+  window->move(std::max(room.left(), std::min(window->x(), room.right() + 1 - taken.width())),
+               std::max(room.top(), std::min(window->y(), room.bottom() + 1 - taken.height())));
+}
+
 QString columnsKey(const QString& name) {
   return QStringLiteral("Columns/") + name;
 }
@@ -41,23 +57,21 @@ void WindowScale::mainResized(QSize size) {
 }
 
 void WindowScale::ResizeWindow(QWidget* form) const {
-  // Factors that come back to 1 by way of many sizes may miss it by a rounding.
-  constexpr double kSame = 1e-9;
-  if (std::abs(scaleX - 1.0) < kSame && std::abs(scaleY - 1.0) < kSame) return;
   form->ensurePolished();
   const QSize natural =
       form->testAttribute(Qt::WA_Resized) ? form->size() : form->sizeHint().expandedTo({1, 1});
   const QSize scaled(static_cast<int>(std::lround(natural.width() * scaleX)),
                      static_cast<int>(std::lround(natural.height() * scaleY)));
-  const QSize room = form->screen()->availableSize();
-  form->resize(scaled.boundedTo(room).expandedTo(form->minimumSizeHint()));
+  form->resize(scaled.boundedTo(roomFor(form)).expandedTo(form->minimumSizeHint()));
+  if (form->testAttribute(Qt::WA_Moved)) keepOnScreen(form);
 }
 
 void WindowScale::arrange(QWidget* window, QWidget* contents) const {
   auto* layout = new QGridLayout(window);
   layout->setContentsMargins(0, 0, 0, 0);
   if (resizeMode_ == 0) {
-    contents->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    // A small screen may still make them smaller.
+    contents->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Maximum);
     layout->addWidget(contents, 0, 0, Qt::AlignLeft | Qt::AlignTop);
   } else {
     layout->addWidget(contents, 0, 0);

@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include "base/ui/fit_area.h"
 #include "cab/cab.h"
 #include "cab/ui/function_lamps.h"
 #include "cab/ui/main_cv_box.h"
@@ -65,10 +66,7 @@ FrmCab::FrmCab(const std::shared_ptr<Cab>& cab, const Pictures& pictures, const 
   columns->addLayout(rows, 1);
   makeHeader(rows);
   makeDriveButtons(rows, pictures);
-  lamps_ = new FunctionLamps(pictures, contents());
-  rows->addWidget(lamps_);
-  mainCvs_ = new MainCvBox(cab_, contents());
-  rows->addWidget(mainCvs_);
+  makeScrolled(rows, pictures);
   makeFooter(rows);
   connectCab();
   installEventFilter(this);
@@ -166,6 +164,21 @@ void FrmCab::makeDriveButtons(QBoxLayout* rows, const Pictures& pictures) {
   rows->addWidget(labWhole_);
 }
 
+// On a screen that is too small these scroll; the bar, the arrows and Halt stay in view.
+void FrmCab::makeScrolled(QBoxLayout* rows, const Pictures& pictures) {
+  auto* area = new FitArea(contents());
+  auto* scrolled = new QWidget(area);
+  auto* parts = new QVBoxLayout(scrolled);
+  parts->setContentsMargins(0, 0, 0, 0);
+  parts->setSpacing(rows->spacing());
+  lamps_ = new FunctionLamps(pictures, scrolled);
+  parts->addWidget(lamps_);
+  mainCvs_ = new MainCvBox(cab_, scrolled);
+  parts->addWidget(mainCvs_);
+  area->take(scrolled);
+  rows->addWidget(area);
+}
+
 void FrmCab::makeFooter(QBoxLayout* rows) {
   auto* cmdOK = new QPushButton(QStringLiteral("&OK"), contents());
   cmdOK->setObjectName(QStringLiteral("cmdOK"));
@@ -190,6 +203,10 @@ void FrmCab::connectCab() {
   connect(&cab_, &Cab::directionChanged, this, &FrmCab::showDirection);
   connect(&cab_, &Cab::manualChanged, this, &FrmCab::showManual);
   connect(&cab_, &Cab::stoppedChanged, this, &FrmCab::showStopped);
+}
+
+QWidget* FrmCab::keptInView() const {
+  return imgStop_;
 }
 
 QPoint FrmCab::designPlace() const {

@@ -28,6 +28,7 @@ class FrmCab final : public SlotForm {
   QPoint designPlace() const override;
 
  protected:
+  QWidget* keptInView() const override;
   /// The keys of the speed bar, and the space bar of the whole window.
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -37,6 +38,7 @@ class FrmCab final : public SlotForm {
   void makeSpeed(QBoxLayout* columns);
   void makeHeader(QBoxLayout* rows);
   void makeDriveButtons(QBoxLayout* rows, const Pictures& pictures);
+  void makeScrolled(QBoxLayout* rows, const Pictures& pictures);
   void makeFooter(QBoxLayout* rows);
   void connectCab();
 

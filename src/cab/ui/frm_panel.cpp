@@ -91,7 +91,12 @@ void FrmPanel::makeFooter(QBoxLayout* rows) {
   cmdOK->setToolTip(QStringLiteral("Schaltpult schließen"));
   cmdOK->installEventFilter(this);
   connect(cmdOK, &QPushButton::clicked, this, [this] { panel_.cmdOK(); });
+  cmdOK_ = cmdOK;
   rows->addWidget(cmdOK, 0, Qt::AlignRight);
+}
+
+QWidget* FrmPanel::keptInView() const {
+  return cmdOK_;
 }
 
 QPoint FrmPanel::designPlace() const {

@@ -25,6 +25,7 @@ class FrmPanel final : public SlotForm {
   QPoint designPlace() const override;
 
  protected:
+  QWidget* keptInView() const override;
   /// The keys of the outputs.
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -37,6 +38,7 @@ class FrmPanel final : public SlotForm {
 
   Panel& panel_;
   std::array<PictureButton*, PanelState::kOutputs> cmdFunc_{};
+  QWidget* cmdOK_ = nullptr;  // the lowest of all controls
 };
 
 }  // namespace lokari

@@ -1,8 +1,11 @@
 #include "cab/ui/slot_form.h"
 
 #include <QCloseEvent>
+#include <QGuiApplication>
 #include <QLineEdit>
 #include <QScreen>
+
+#include <algorithm>
 
 #include "base/ui/window_scale.h"
 #include "cab/slot_unit.h"
@@ -53,8 +56,22 @@ void SlotForm::bringUp() {
   } else {
     show();
   }
+  // Its controls have their places by now.
+  bringIntoView();
   raise();
   activateWindow();
+}
+
+void SlotForm::bringIntoView() {
+  const QWidget* kept = keptInView();
+  const QRect seen(kept->mapToGlobal(QPoint(0, 0)), kept->size());
+  const QScreen* there = QGuiApplication::screenAt(seen.center());
+  const QRect room = (there != nullptr ? there : screen())->availableGeometry();
+  const auto shift = [](int first, int last, int lowest, int highest) {
+    return std::max(lowest - first, std::min(0, highest - last));
+  };
+  move(pos() + QPoint(shift(seen.left(), seen.right(), room.left(), room.right()),
+                      shift(seen.top(), seen.bottom(), room.top(), room.bottom())));
 }
 
 void SlotForm::putAway() {

@@ -30,6 +30,8 @@ class SlotForm : public QWidget, public SlotWindow {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  /// What has to be on the screen whatever place the window has; the rest may hang over its edge.
+  virtual QWidget* keptInView() const = 0;
 
   const WindowScale& scale() const { return scale_; }
   /// The parent of all controls.
@@ -38,6 +40,8 @@ class SlotForm : public QWidget, public SlotWindow {
   NoticeLine* makeNotice();
 
  private:
+  void bringIntoView();
+
   std::shared_ptr<SlotUnit> unit_;
   const WindowScale& scale_;
   QWidget* contents_;

@@ -8,12 +8,12 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpressionValidator>
-#include <QScreen>
-#include <QScrollArea>
 #include <QVBoxLayout>
 
 #include <algorithm>
 
+#include "base/ui/fit_area.h"
+#include "base/ui/option_group.h"
 #include "decoder/ui/dialog_buttons.h"
 
 namespace lokari {
@@ -72,15 +72,9 @@ DlgBit::DlgBit(int cvValue, const QString& bitText, const QString& caption, QWid
   rows->setContentsMargins(kDialogMargin, kDialogMargin, kDialogMargin, kDialogMargin);
   rows->setSpacing(12);
   QWidget* groups = makeGroups();
-  if (groups->sizeHint().height() > screen()->availableSize().height() * 3 / 4) {
-    auto* view = new QScrollArea(this);
-    view->setWidgetResizable(true);
-    view->setWidget(groups);
-    view->setMinimumWidth(groups->sizeHint().width() + 2 * kColumnGap);
-    rows->addWidget(view, 1);
-  } else {
-    rows->addWidget(groups, 1);
-  }
+  auto* area = new FitArea(this);
+  area->take(groups);
+  rows->addWidget(area, 1);
   QPushButton* ok = addOkAndCancel(
       this, rows, QStringLiteral("cmdOK"), QStringLiteral("cmdCancel"),
       [this] {
@@ -150,14 +144,14 @@ void DlgBit::makeOptions(const BitGroup& group, int shown, QGridLayout* grid, in
       group.choices.size() <= kOptionsOfOneRow ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom,
       frame);
   line->setContentsMargins(kFrameMargins);
-  auto* options = new QButtonGroup(frame);
+  auto* options = new OptionGroup(frame);
   for (int k = 0; k < group.choices.size(); ++k) {
     // A choice without a name is still one.
     const QString name = group.choices[k].isEmpty() ? QString::number(k) : group.choices[k];
     auto* option = new QRadioButton(withoutMnemonics(name), frame);
     option->setObjectName(numbered("bitOpt", ++options_));
     option->setAccessibleName(group.title + QStringLiteral(": ") + name);
-    options->addButton(option, k);
+    options->add(option, k);
     option->setChecked(k == shown);
     line->addWidget(option, 1);
   }

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 
+#include "base/ui/fit_area.h"
 #include "decoder/ui/dialog_buttons.h"
 
 namespace lokari {
@@ -29,8 +30,13 @@ DlgFuncMap::DlgFuncMap(const std::vector<FuncMapRow>& rows, QWidget* parent)
   auto* grid = new QGridLayout;
   grid->setHorizontalSpacing(6);
   grid->setVerticalSpacing(4);
-  lines->addLayout(grid);
-  lines->addStretch();
+  auto* area = new FitArea(this);
+  auto* matrix = new QWidget(area);
+  auto* stack = new QVBoxLayout(matrix);
+  stack->setContentsMargins(0, 0, 0, 0);
+  stack->addLayout(grid);
+  stack->addStretch();
+  lines->addWidget(area, 1);
   makeHeads(grid);
   int line = kHeadLines;
   for (int row = 0; row < static_cast<int>(rows_.size()); ++row) {
@@ -47,6 +53,7 @@ DlgFuncMap::DlgFuncMap(const std::vector<FuncMapRow>& rows, QWidget* parent)
     note->setObjectName(QStringLiteral("lblNote"));
     lines->addWidget(note);
   }
+  area->take(matrix);
   addOkAndCancel(this, lines, QStringLiteral("cmdOK"), QStringLiteral("cmdCancel"),
                  [this] { accept(); });
   chkMap_.front()->setFocus();

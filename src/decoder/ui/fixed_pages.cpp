@@ -1,6 +1,5 @@
 #include "decoder/ui/fixed_pages.h"
 
-#include <QButtonGroup>
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -9,6 +8,8 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "base/ui/fit_area.h"
+#include "base/ui/option_group.h"
 #include "decoder/ui/control_binder.h"
 #include "decoder/ui/speed_group.h"
 #include "decoder/ui/value_edit.h"
@@ -85,10 +86,21 @@ constexpr OptionPair kDriveOptions[] = {
 
 class PageMaker {
  public:
-  PageMaker(ControlBinder& binder, QWidget* page) : binder_(binder), page_(page) {}
+  /// `contents` of the page scroll; its buttons stay in view.
+  PageMaker(ControlBinder& binder, QWidget* page)
+      : binder_(binder), page_(page), area_(new FitArea(page)), contents_(new QWidget(area_)) {
+    rows_ = new QVBoxLayout(page);
+    halves_ = new QHBoxLayout(contents_);
+    halves_->setContentsMargins(0, 0, 0, 0);
+    halves_->setSpacing(12);
+    rows_->addWidget(area_, 1);
+  }
+
+  QHBoxLayout* halves() const { return halves_; }
+  QWidget* contents() const { return contents_; }
 
   QGridLayout* group(const QString& title, QBoxLayout* into, int stretch = 0) {
-    auto* box = new QGroupBox(title, page_);
+    auto* box = new QGroupBox(title, contents_);
     into->addWidget(box, stretch);
     box_ = box;
     grid_ = new QGridLayout(box);
@@ -138,12 +150,12 @@ class PageMaker {
   }
 
   void addOptions(const OptionPair& pair, int column) {
-    auto* group = new QButtonGroup(box_);
+    auto* group = new OptionGroup(box_);
     for (const auto& [name, caption] :
          {std::pair(pair.first, pair.firstText), std::pair(pair.second, pair.secondText)}) {
       QRadioButton* option = binder_.option(box_, text(name), text(caption),
                                             text(pair.caption) + u' ' + text(caption));
-      group->addButton(option);
+      group->add(option);
       grid_->addWidget(option, row_, column++, Qt::AlignLeft);
     }
   }
@@ -165,7 +177,9 @@ class PageMaker {
   QWidget* box() const { return box_; }
   void stretch() { grid_->setRowStretch(row_, 1); }
 
-  void buttons(const QString& suffix, QBoxLayout* into) {
+  /// The last of the page: what scrolls is complete.
+  void buttons(const QString& suffix) {
+    area_->take(contents_);
     auto* line = new QHBoxLayout;
     line->setSpacing(kSpacing);
     line->addWidget(binder_.button(page_, QStringLiteral("cmdRead") + suffix,
@@ -174,12 +188,16 @@ class PageMaker {
                                    QStringLiteral("Schreiben markieren")));
     line->addStretch();
     line->addWidget(binder_.copyButton(page_, suffix));
-    into->addLayout(line);
+    rows_->addLayout(line);
   }
 
  private:
   ControlBinder& binder_;
   QWidget* page_;
+  FitArea* area_;
+  QWidget* contents_;
+  QVBoxLayout* rows_ = nullptr;
+  QHBoxLayout* halves_ = nullptr;
   QWidget* box_ = nullptr;
   QGridLayout* grid_ = nullptr;
   int row_ = 0;
@@ -189,25 +207,21 @@ class PageMaker {
 
 QWidget* makeGeneralPage(ControlBinder& binder, QWidget* parent) {
   auto* page = new QWidget(parent);
-  auto* rows = new QVBoxLayout(page);
-  auto* halves = new QHBoxLayout;
-  halves->setSpacing(12);
-  rows->addLayout(halves, 1);
   PageMaker make(binder, page);
 
-  QGridLayout* grid = make.group(QStringLiteral("Adresse und Zeiten"), halves, 1);
+  QGridLayout* grid = make.group(QStringLiteral("Adresse und Zeiten"), make.halves(), 1);
   make.heads();
   make.field(kAddress);
   for (const FieldLine& line : kGeneralFields) make.field(line);
   auto* direction = new QHBoxLayout;
   direction->setSpacing(kSpacing);
-  auto* directions = new QButtonGroup(make.box());
+  auto* directions = new OptionGroup(make.box());
   direction->addWidget(new QLabel(QStringLiteral("Richtung im Verbund:"), make.box()));
   for (const auto& [name, caption] : {std::pair(u"optDcConsistDirNormal", u"Normal"),
                                       std::pair(u"optDcConsistDirReverse", u"Umgekehrt")}) {
     QRadioButton* option = binder.option(make.box(), text(name), text(caption),
                                          QStringLiteral("Richtung im Verbund: ") + text(caption));
-    directions->addButton(option);
+    directions->add(option);
     direction->addWidget(option);
   }
   direction->addStretch();
@@ -230,25 +244,21 @@ QWidget* makeGeneralPage(ControlBinder& binder, QWidget* parent) {
   make.nextRow();
   make.stretch();
 
-  grid = make.group(QStringLiteral("Grundeinstellungen (CV 29)"), halves, 1);
+  grid = make.group(QStringLiteral("Grundeinstellungen (CV 29)"), make.halves(), 1);
   grid->setColumnStretch(2, 1);
   make.groupBoxes(QStringLiteral("chkRd_29"), QStringLiteral("chkWrt_29"), QStringLiteral("CV 29"));
   for (const OptionPair& pair : kGeneralOptions) make.options(pair);
   make.stretch();
 
-  make.buttons(QStringLiteral("Gen"), rows);
+  make.buttons(QStringLiteral("Gen"));
   return page;
 }
 
 QWidget* makeDrivePage(DecoderBench& bench, ControlBinder& binder, QWidget* parent) {
   auto* page = new QWidget(parent);
-  auto* rows = new QVBoxLayout(page);
-  auto* halves = new QHBoxLayout;
-  halves->setSpacing(12);
-  rows->addLayout(halves, 1);
-  auto* left = new QVBoxLayout;
-  halves->addLayout(left, 1);
   PageMaker make(binder, page);
+  auto* left = new QVBoxLayout;
+  make.halves()->addLayout(left, 1);
 
   make.group(QStringLiteral("Geschwindigkeiten"), left);
   make.heads();
@@ -261,9 +271,9 @@ QWidget* makeDrivePage(DecoderBench& bench, ControlBinder& binder, QWidget* pare
   for (const OptionPair& pair : kDriveOptions) make.options(pair);
   left->addStretch(1);
 
-  halves->addWidget(makeSpeedGroup(bench, binder, page), 1);
+  make.halves()->addWidget(makeSpeedGroup(bench, binder, make.contents()), 1);
 
-  make.buttons(QStringLiteral("Drv"), rows);
+  make.buttons(QStringLiteral("Drv"));
   return page;
 }
 

@@ -32,7 +32,7 @@ namespace {
 /// Where the window opens, from the main window's corner: 200 and 640 twips.
 constexpr QPoint kFromMainWindow(13, 43);
 /// Added to the width of a button with a long text.
-constexpr int kButtonAir = 12;
+constexpr int kButtonAir = 4;
 /// Length that typing may give a set's name.
 constexpr qsizetype kSetNameLength = 8;
 
@@ -133,6 +133,7 @@ void FrmDecoder::makeTabs(QBoxLayout* rows, const Pictures& pictures) {
   ssDecoder_ = new QTabWidget(rows->parentWidget());
   ssDecoder_->setObjectName(QStringLiteral("ssDecoder"));
   ssDecoder_->setUsesScrollButtons(true);
+  ssDecoder_->tabBar()->setAccessibleName(QStringLiteral("Seiten des Decoders"));
   ssDecoder_->addTab(makeGeneralPage(*binder_, ssDecoder_), {});
   ssDecoder_->addTab(makeDrivePage(bench_, *binder_, ssDecoder_), {});
   rowsPages_.assign(kTabCount, nullptr);

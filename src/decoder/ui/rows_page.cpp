@@ -9,6 +9,7 @@
 
 #include <utility>
 
+#include "base/ui/fit_area.h"
 #include "decoder/ui/control_binder.h"
 #include "decoder/ui/value_edit.h"
 
@@ -19,8 +20,8 @@ namespace {
 enum Column { kLabel, kField, kRead, kWrite, kBit, kGap, kHalf };
 
 constexpr int kHeadRow = 0;
+constexpr int kSpacing = 8;
 constexpr int kStretchRow = kRowsPerColumn + 1;
-constexpr int kButtonRow = kRowsPerColumn + 2;
 
 QString member(const PageRow& row, const QString& prefix, const QString& suffix = {}) {
   return prefix + pageName(row.page) + suffix + u'_' + QString::number(row.number);
@@ -45,7 +46,7 @@ void RowsPage::clear() {
 
 void RowsPage::makeHeads(QGridLayout* grid, int column) {
   const auto head = [&](int at, const QString& text) {
-    grid->addWidget(new QLabel(text, content_), kHeadRow, column + at, Qt::AlignCenter);
+    grid->addWidget(new QLabel(text, scrolled_), kHeadRow, column + at, Qt::AlignCenter);
   };
   head(kField, QStringLiteral("Wert"));
   head(kRead, QStringLiteral("Lesen"));
@@ -56,12 +57,12 @@ RowsPage::RowControls RowsPage::makeRow(int row) {
   const PageRow& state = bench_.rows()[static_cast<size_t>(row)];
   const QString cvTag = QString::number(state.cv.value());
 
-  auto* label = new QLabel(content_);
+  auto* label = new QLabel(scrolled_);
   label->setObjectName(member(state, QStringLiteral("lab")));
   label->setTextFormat(Qt::PlainText);
   label->setWordWrap(true);
 
-  auto* field = new ValueEdit(content_);
+  auto* field = new ValueEdit(scrolled_);
   field->setObjectName(state.fieldName());
   connect(field, &ValueEdit::textEdited, this,
           [this, row](const QString& text) { bench_.rowEdited(row, text); });
@@ -69,17 +70,17 @@ RowsPage::RowControls RowsPage::makeRow(int row) {
   binder_.onLeft(field, [this, row] { bench_.rowLeft(row); });
   binder_.tips(field, [cvTag] { return cvTag; });
 
-  auto* read = new QCheckBox(content_);
+  auto* read = new QCheckBox(scrolled_);
   read->setObjectName(member(state, QStringLiteral("chk"), QStringLiteral("Rd")));
   connect(read, &QCheckBox::clicked, this,
           [this, row](bool checked) { bench_.rowReadToggled(row, checked); });
 
-  auto* write = new QCheckBox(content_);
+  auto* write = new QCheckBox(scrolled_);
   write->setObjectName(member(state, QStringLiteral("chk"), QStringLiteral("Wrt")));
   connect(write, &QCheckBox::clicked, this,
           [this, row](bool checked) { bench_.rowWriteToggled(row, checked); });
 
-  auto* bit = new QToolButton(content_);
+  auto* bit = new QToolButton(scrolled_);
   bit->setObjectName(member(state, QStringLiteral("bit")));
   bit->setFocusPolicy(Qt::StrongFocus);
   if (bitIcon_.isNull()) {
@@ -89,14 +90,14 @@ RowsPage::RowControls RowsPage::makeRow(int row) {
   }
   connect(bit, &QToolButton::clicked, this,
           [this, row] { binder_.act([this, row] { bench_.rowBitClicked(row); }); });
-  return {label, holdsLabel(content_, state.fieldName()), field, read, write, bit};
+  return {label, holdsLabel(scrolled_, state.fieldName()), field, read, write, bit};
 }
 
-void RowsPage::makeButtons(QGridLayout* grid) {
+void RowsPage::makeButtons(QBoxLayout* rows) {
   const BenchTab& tab = bench_.tabs()[static_cast<size_t>(tab_)];
   const QString suffix = pageName(tab.page) + u'_' + QString::number(tab.ordinal);
   auto* line = new QHBoxLayout;
-  line->setSpacing(grid->horizontalSpacing());
+  line->setSpacing(kSpacing);
   const auto add = [&](const QString& prefix, const QString& text) {
     auto* button = binder_.button(content_, prefix + suffix, text);
     line->addWidget(button);
@@ -119,14 +120,19 @@ void RowsPage::makeButtons(QGridLayout* grid) {
   QPushButton* copy = binder_.copyButton(content_, suffix);
   line->addWidget(copy);
   buttons_ << copy;
-  grid->addLayout(line, kButtonRow, 0, 1, kHalf + kBit + 1);
+  rows->addLayout(line);
 }
 
 void RowsPage::make(QWidget* before) {
   if (made() || bench_.tabs()[static_cast<size_t>(tab_)].page == 0) return;
   content_ = new QWidget(this);
-  auto* grid = new QGridLayout(content_);
-  grid->setHorizontalSpacing(8);
+  auto* parts = new QVBoxLayout(content_);
+  auto* area = new FitArea(content_);
+  parts->addWidget(area, 1);
+  scrolled_ = new QWidget(area);
+  auto* grid = new QGridLayout(scrolled_);
+  grid->setContentsMargins(0, 0, 0, 0);
+  grid->setHorizontalSpacing(kSpacing);
   grid->setVerticalSpacing(4);
 
   const int fieldWidth = fontMetrics().horizontalAdvance(QStringLiteral("00000")) + 16;
@@ -168,7 +174,8 @@ void RowsPage::make(QWidget* before) {
                                                             controls.write, controls.bit})
       follow(control);
   }
-  makeButtons(grid);
+  area->take(scrolled_);
+  makeButtons(parts);
   for (QPushButton* button : std::as_const(buttons_)) follow(button);
   layout()->addWidget(content_);
   content_->show();

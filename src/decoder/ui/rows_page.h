@@ -8,6 +8,7 @@
 #include "decoder/decoder_bench.h"
 
 class QCheckBox;
+class QBoxLayout;
 class QGridLayout;
 class QLabel;
 class QPushButton;
@@ -47,13 +48,14 @@ class RowsPage final : public QWidget {
 
   void makeHeads(QGridLayout* grid, int column);
   RowControls makeRow(int row);
-  void makeButtons(QGridLayout* grid);
+  void makeButtons(QBoxLayout* rows);
 
   DecoderBench& bench_;
   ControlBinder& binder_;
   int tab_;
   QIcon bitIcon_;
   QWidget* content_ = nullptr;
+  QWidget* scrolled_ = nullptr;  // of content_: all but the buttons
   QHash<int, RowControls> controls_;  // by the row's place on the bench
   QList<QPushButton*> buttons_;
 };

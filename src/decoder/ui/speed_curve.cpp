@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "decoder/decoder_bench.h"
 #include "decoder/ui/speed_chart.h"
@@ -116,6 +117,7 @@ void SpeedCurve::paintEvent(QPaintEvent*) {
 
 void SpeedCurve::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
+  dragged_ = event->position();
   picture_.press(toTwips(event->position()));
   if (picture_.dragPoint() > 0) select(picture_.dragPoint());
   update();
@@ -136,8 +138,27 @@ void SpeedCurve::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void SpeedCurve::drag(QPointF mouse) {
+  // A quick hand is told of a few places only; what lies between them was moved over as well. The
+  // three points are none to sweep over.
+  const QPointF from = std::exchange(dragged_, mouse);
+  if (table_.view() == SpeedView::Table) sweep(from, mouse);
   picture_.drag(toTwips(mouse));
   if (picture_.dragPoint() > 0) select(picture_.dragPoint());
+}
+
+void SpeedCurve::sweep(QPointF from, QPointF to) {
+  const int under = picture_.pointAt(toTwips(from).x());
+  const int last = picture_.pointAt(toTwips(to).x());
+  const int points = table_.pointCount();
+  const bool onward = to.x() > from.x();
+  for (int i = 1; i <= points; ++i) {
+    const int point = onward ? i : points + 1 - i;
+    const double x = positionOf(point).x();
+    const bool passed = onward ? from.x() < x && x < to.x() : to.x() < x && x < from.x();
+    if (!passed || point == under || point == last) continue;
+    const double share = (x - from.x()) / (to.x() - from.x());
+    picture_.drag(toTwips(from + (to - from) * share));
+  }
 }
 
 void SpeedCurve::mouseReleaseEvent(QMouseEvent* event) {

@@ -52,6 +52,8 @@ class SpeedCurve final : public QWidget {
   void placeArea();
   QPointF toTwips(QPointF mouse) const;
   void drag(QPointF mouse);
+  /// The points that a move passes over, each as if the mouse had been told of there.
+  void sweep(QPointF from, QPointF to);
   void select(int point);
   void selectMovable(int from, int direction);
   bool chooseByKey(int key);
@@ -62,6 +64,7 @@ class SpeedCurve final : public QWidget {
   SpeedPicture picture_{table_};
   int selected_ = 1;
   std::optional<QPointF> mouse_;  // within the area
+  QPointF dragged_;  // where the mouse was while a point was being dragged
 };
 
 }  // namespace lokari

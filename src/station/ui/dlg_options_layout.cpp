@@ -1,5 +1,4 @@
 // How the controls of `dlgOptions` are laid out.
-#include <QButtonGroup>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -11,6 +10,8 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include "base/ui/fit_area.h"
+#include "base/ui/option_group.h"
 #include "base/ui/window_scale.h"
 #include "station/ui/address_part.h"
 #include "station/ui/dlg_options.h"
@@ -47,29 +48,38 @@ DlgOptions::DlgOptions(OptionsParts parts, const WindowScale& scale, QWidget* pa
   setObjectName(QStringLiteral("dlgOptions"));
   setWindowTitle(QStringLiteral("Optionen"));
   setModal(true);
-  auto* rows = new QVBoxLayout(contents_);
-  rows->setContentsMargins(12, 12, 12, 12);
+  auto* all = new QVBoxLayout(contents_);
+  all->setContentsMargins(12, 12, 12, 12);
+  all->setSpacing(10);
+  auto* area = new FitArea(contents_);
+  page_ = new QWidget(area);
+  auto* rows = new QVBoxLayout(page_);
+  rows->setContentsMargins(0, 0, 0, 0);
   rows->setSpacing(10);
   makeStations(rows);
   makeLink(rows);
   makeJobs(rows);
   makeDatabase(rows);
-  makeButtons(rows);
+  rows->addStretch();
+  area->take(page_);
+  all->addWidget(area, 1);
+  makeButtons(all);
   scale.arrange(this, contents_);
   load();
 }
 
 void DlgOptions::makeStations(QBoxLayout* rows) {
-  auto* box = new QGroupBox(QStringLiteral("Digitalzentrale"), contents_);
+  auto* box = new QGroupBox(QStringLiteral("Digitalzentrale"), page_);
   auto* grid = new QGridLayout(box);
   grid->setHorizontalSpacing(24);
-  stations_ = new QButtonGroup(this);
+  auto* stations = new OptionGroup(this);
+  stations_ = stations;
   std::array<int, kStationColumns> filled{};
   for (int row = 0; row < static_cast<int>(kStationChoices.size()); ++row) {
     const StationChoiceRow& choice = kStationChoices[static_cast<size_t>(row)];
     auto* radio = named(new QRadioButton(QString::fromUtf16(choice.caption), box),
                         QString::fromUtf16(choice.control));
-    stations_->addButton(radio, row);
+    stations->add(radio, row);
     grid->addWidget(radio, filled[static_cast<size_t>(choice.column)]++, choice.column);
   }
   for (int column = 0; column < kStationColumns; ++column) grid->setColumnStretch(column, 1);
@@ -78,7 +88,7 @@ void DlgOptions::makeStations(QBoxLayout* rows) {
 }
 
 void DlgOptions::makeLink(QBoxLayout* rows) {
-  auto* box = new QGroupBox(QStringLiteral("Verbindung"), contents_);
+  auto* box = new QGroupBox(QStringLiteral("Verbindung"), page_);
   auto* grid = new QGridLayout(box);
   views_ = new QStackedWidget(box);
   views_->addWidget(makeSerialView());
@@ -110,7 +120,8 @@ QWidget* DlgOptions::makeSerialView() {
   grid->setContentsMargins(0, 0, 0, 0);
   grid->setHorizontalSpacing(kSpacing);
   grid->setColumnMinimumWidth(0, captionWidth(view));
-  comPorts_ = new QButtonGroup(this);
+  auto* ports = new OptionGroup(this);
+  comPorts_ = ports;
   auto* labPort =
       named(new QLabel(QStringLiteral("Schnittstelle:"), view), QStringLiteral("labPort"));
   grid->addWidget(labPort, 0, 0);
@@ -121,7 +132,7 @@ QWidget* DlgOptions::makeSerialView() {
     QSizePolicy policy = radio->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     radio->setSizePolicy(policy);
-    comPorts_->addButton(radio, number);
+    ports->add(radio, number);
     grid->addWidget(radio, (number - 1) / kPortsPerRow, 1 + (number - 1) % kPortsPerRow);
   }
   lstBaudrate_ = named(new QComboBox(view), QStringLiteral("lstBaudrate"),
@@ -178,20 +189,20 @@ void DlgOptions::makeJobs(QBoxLayout* rows) {
       Line{u"optComCont", u"Nach einem Fehler mit der nächsten CV weitermachen",
            &OptionsForm::continueOnError},
   };
-  auto* box = new QGroupBox(QStringLiteral("CVs lesen und schreiben"), contents_);
+  auto* box = new QGroupBox(QStringLiteral("CVs lesen und schreiben"), page_);
   auto* grid = new QGridLayout(box);
   grid->setHorizontalSpacing(16);
   for (int row = 0; row < static_cast<int>(kLines.size()); ++row) {
     const Line& each = kLines[static_cast<size_t>(row)];
     const QString text = QString::fromUtf16(each.text);
     const QString name = QString::fromUtf16(each.name);
-    auto* group = new QButtonGroup(this);
+    auto* group = new OptionGroup(this);
     auto* yes = named(new QRadioButton(QStringLiteral("Ja"), box), name + QStringLiteral("Yes"),
                       text + QStringLiteral(": ja"));
     auto* no = named(new QRadioButton(QStringLiteral("Nein"), box), name + QStringLiteral("No"),
                      text + QStringLiteral(": nein"));
-    group->addButton(yes);
-    group->addButton(no);
+    group->add(yes);
+    group->add(no);
     grid->addWidget(new QLabel(text + u':', box), row, 0);
     grid->addWidget(yes, row, 1);
     grid->addWidget(no, row, 2);
@@ -203,10 +214,10 @@ void DlgOptions::makeJobs(QBoxLayout* rows) {
 
 void DlgOptions::makeDatabase(QBoxLayout* rows) {
   auto* line = new QHBoxLayout;
-  txtDbPath_ = named(new QLineEdit(contents_), QStringLiteral("txtDbPath"),
+  txtDbPath_ = named(new QLineEdit(page_), QStringLiteral("txtDbPath"),
                      QStringLiteral("Datenbank, die der nächste Start öffnet"));
   line->addWidget(labelFor(txtDbPath_, QStringLiteral("&Datenbank beim Start:"),
-                           QStringLiteral("labDbPath"), contents_));
+                           QStringLiteral("labDbPath"), page_));
   line->addWidget(txtDbPath_, 1);
   rows->addLayout(line);
 }
@@ -218,14 +229,13 @@ void DlgOptions::makeButtons(QBoxLayout* rows) {
   ok->setDefault(true);
   connect(ok, &QPushButton::clicked, this, &DlgOptions::accept);
   auto* cancel =
-      named(new QPushButton(QStringLiteral("Abbrechen"), contents_), QStringLiteral("cmdCancel"));
+      named(new QPushButton(QStringLiteral("Abbruch"), contents_), QStringLiteral("cmdCancel"));
   cancel->setAutoDefault(false);
   // A click leaves the focus where it is: a field that will not let go of it must not swallow it.
   for (QPushButton* button : {ok, cancel}) button->setFocusPolicy(Qt::TabFocus);
   connect(cancel, &QPushButton::clicked, this, &DlgOptions::reject);
   line->addWidget(ok);
   line->addWidget(cancel);
-  rows->addStretch();
   rows->addLayout(line);
 }
 
