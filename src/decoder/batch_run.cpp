@@ -1,20 +1,12 @@
 #include "decoder/batch_run.h"
 
-#include "base/numbers.h"
 #include "base/prompt.h"
-#include "db/catalogue.h"
 #include "decoder/decoder_bench.h"
 #include "link/link_error.h"
 #include "link/station_link.h"
 
 namespace lokari {
 namespace {
-
-/// Seconds between a failure that is shown and the next CV.
-constexpr int kPauseAfterFailure = 3;
-/// Makers that raise no question: none, and the number for home-built decoders.
-constexpr int kNoMaker = 0;
-constexpr int kPublicMaker = 13;
 
 QString textOf(const char16_t* text) {
   return QStringView(text).toString();
@@ -28,22 +20,6 @@ class NoView final : public CommView {
   void setProgressEnabled(bool) override {}
   void setCancelCaption(const QString&) override {}
   void hide() override {}
-};
-
-/// A bank is selected by writing, in a read as well. Some stations tell the tracks apart by the job
-/// alone; under the job of a read they would write on the main track.
-class AsWrite {
- public:
-  AsWrite(StationLink& link, bool progOn) : link_(link), job_(link.commJob) {
-    link_.commJob = progOn ? CommJob::WriteProgTrack : CommJob::WriteMain;
-  }
-  ~AsWrite() { link_.commJob = job_; }
-  AsWrite(const AsWrite&) = delete;
-  AsWrite& operator=(const AsWrite&) = delete;
-
- private:
-  StationLink& link_;
-  CommJob job_;
 };
 
 /// The names of the CVs of the first tabs in the status line.
@@ -203,148 +179,6 @@ bool BatchRun::step(CvIndex cv) {
   const CvDescriptor& entry = description().info(cv);
   const bool point = cv::inTable(cv) && (!entry.exists() || entry.ofTable);
   return point ? tablePoint(cv) : plain(cv);
-}
-
-// ---- Access -----------------------------------------------------------------------------------
-
-std::optional<int> BatchRun::read(CvIndex cv) {
-  inHand_ = description().cvText(cv);
-  const int result = link().ReadCV(description().realNumber(cv).value(), address_);
-  if (result >= 0) return result;
-  if (survive(cv, result)) return 0;
-  return std::nullopt;
-}
-
-std::optional<int> BatchRun::readConfigCv() {
-  inHand_ = QStringLiteral("CV %1").arg(configCv());
-  const int result = link().ReadCV(configCv(), address_);
-  if (result >= 0) return result;
-  if (survive(CvIndex(cv::kConfig), result)) return 0;
-  return std::nullopt;
-}
-
-bool BatchRun::survive(CvIndex cv, int code) {
-  return surviveFailure({.cv = cv, .code = code, .text = cvResultText(code)});
-}
-
-QString BatchRun::failedWriteText(int wanted, int result) {
-  return result < 0 ? cvResultText(result)
-                    : QStringLiteral("Wert %1 nicht programmiert (gelesen:%2)!")
-                          .arg(printed(wanted), printed(result));
-}
-
-bool BatchRun::surviveWrite(CvIndex cv, int wanted, int result) {
-  return surviveFailure(
-      {.cv = cv, .code = result, .text = failedWriteText(wanted, result), .ofWrite = true});
-}
-
-bool BatchRun::surviveFailure(const Failure& failure) {
-  if (cancelled() || failure.code == cv_result::kCancelled) return endAs(End::Orderly);
-  status(failure.text);
-  tellBelow(inHand_);
-  link().cancelRequested = false;
-  bench_.parts_.prompt.beep();
-  const bool goesOn = settings().continueOnError;
-  // A CV that was not reached for want of its bank, and never will be, is as it was.
-  if (goesOn || !failure.ofBank) {
-    bench_.report_.add({.cv = failure.cv,
-                        .deed = CvDeed::Failed,
-                        .before = bench_.sets.value(failure.cv),
-                        .reason = failure.text});
-  }
-  if (!goesOn) {
-    if (!failure.ofBank) markFailed(failure);
-    return endAs(End::Failed);
-  }
-  link().lastCvFailed = true;
-  link().Delay(kPauseAfterFailure);
-  return true;
-}
-
-void BatchRun::markFailed(const Failure& failure) {
-  // The value stays; one that an earlier failure has taken the place of stays known as well.
-  const CvIndex cv = failure.cv;
-  if (failure.ofWrite) {
-    bench_.sets.setWriteFailed(cv);
-  } else {
-    bench_.sets.takeFailedRead(cv, bench_.sets.value(cv));
-  }
-  bench_.showMarkOf(cv);
-}
-
-BatchRun::Bank BatchRun::selectBank(CvIndex cv) {
-  const DecoderDescription& d = description();
-  const CvDescriptor& entry = d.info(cv);
-  if (!entry.inBank() || entry.cvBank == lastBank_) return Bank::Selected;
-  const CvBank& bank = d.bankOf(entry);
-  const AsWrite asWrite(link(), progOn_);
-  struct Register {
-    int cv;
-    int value;
-  };
-  for (const Register& index : {Register{d.MAPCVA, bank.selectA}, {d.MAPCVB, bank.selectB}}) {
-    if (index.cv <= 0) continue;
-    inHand_ = QStringLiteral("%1: Bank nicht gewählt (CV %2)").arg(d.cvText(cv)).arg(index.cv);
-    const int result = link().WriteCV(index.cv, index.value, address_, d.PROGMODE);
-    if (result == index.value) continue;
-    lastBank_ = 0;
-    const bool goesOn = surviveFailure(
-        {.cv = cv, .code = result, .text = failedWriteText(index.value, result), .ofBank = true});
-    return goesOn ? Bank::Missed : Bank::Ended;
-  }
-  lastBank_ = entry.cvBank;
-  return Bank::Selected;
-}
-
-// ---- Checks -----------------------------------------------------------------------------------
-
-std::optional<int> BatchRun::readAddress() {
-  const auto config = readConfigCv();
-  if (!config) return std::nullopt;
-  // What could not be read is not known: it must neither warn nor be written back.
-  if (link().lastCvFailed) return 0;
-  config_ = *config;
-  if ((config_ & config_bit::kLongAddress) == 0) return read(CvIndex(cv::kAddress));
-  const auto low = read(CvIndex(cv::kLongAddressLow));
-  if (!low || link().lastCvFailed) return low;
-  const auto high = read(CvIndex(cv::kLongAddressHigh));
-  if (!high || link().lastCvFailed) return high;
-  constexpr int kHighMask = 63;
-  return (*high & kHighMask) * 256 + *low;
-}
-
-bool BatchRun::acceptAddress(int found) {
-  bench_.sets.setMark(CvIndex(cv::kAddress), CvMark::Failed);
-  refillAddress();
-  const QString text = QStringLiteral("Abweichende Adresse im Empfänger (%1)!").arg(found);
-  return bench_.parts_.prompt.ask(text, Buttons::OkCancel, Icon::Warning) == Answer::Ok;
-}
-
-bool BatchRun::acceptFunctionDecoder() {
-  return bench_.parts_.prompt.ask(QStringLiteral("Achtung: Funktionsdecoder!"), Buttons::OkCancel,
-                                  Icon::Warning) == Answer::Ok;
-}
-
-QString BatchRun::makerName(int number) const {
-  const auto maker = bench_.parts_.catalogue.makerByNumber(number);
-  return maker ? maker->name : QString::number(number);
-}
-
-BatchRun::MakerAnswer BatchRun::askMaker(int number) {
-  if (number == bench_.dcManufNo || number == kNoMaker || number == kPublicMaker) {
-    return MakerAnswer::Same;
-  }
-  const QString text =
-      QStringLiteral("Abweichender Decoderhersteller (%1)!").arg(makerName(number));
-  const Answer answer = bench_.parts_.prompt.ask(Box{.text = text,
-                                                     .buttons = Buttons::OkCancel,
-                                                     .icon = Icon::Warning,
-                                                     .more = textOf(direction_.takingOver)});
-  return answer == Answer::Ok ? MakerAnswer::TakeOver : MakerAnswer::Cancel;
-}
-
-void BatchRun::takeOverMaker(int number) {
-  bench_.chooseManufacturer(makerName(number));
 }
 
 // ---- Showing ----------------------------------------------------------------------------------

@@ -28,15 +28,6 @@ class FrmDecoderGrid : public test::WindowFixture {
                       grid()->visualRect(index).center());
   }
 
-  void clickHead(GridColumn column) {
-    QHeaderView* heads = grid()->horizontalHeader();
-    const int section = static_cast<int>(column);
-    QTest::mouseClick(
-        heads->viewport(), Qt::LeftButton, Qt::NoModifier,
-        QPoint(heads->sectionViewportPosition(section) + heads->sectionSize(section) / 2,
-               heads->height() / 2));
-  }
-
   bool read(int cv) const { return bench.description.info(CvIndex(cv)).cvRead; }
   bool write(int cv) const { return bench.description.info(CvIndex(cv)).cvWrite; }
 

@@ -1,10 +1,8 @@
 // Whole reads and writes from the decoder window, through the progress dialog, on a simulated
 // station, in virtual time.
 #include <QProgressBar>
-#include <QPushButton>
-#include <QTimer>
 
-#include "window_fixture.h"
+#include "job_fixture.h"
 
 namespace lokari {
 namespace {
@@ -12,7 +10,7 @@ namespace {
 const QColor kBlue(0, 0, 255);
 const QColor kRed(255, 0, 0);
 
-class FrmDecoderJob : public test::WindowFixture {
+class FrmDecoderJob : public test::JobFixture {
  protected:
   FrmDecoderJob() {
     describe(
@@ -20,7 +18,6 @@ class FrmDecoderJob : public test::WindowFixture {
         "CV_3=Beschleunigung,0-255,5\n"
         "CV_33=Licht,0-255,1,3\nCV_34=Pfiff,0-255,2,3\n"
         "CV_257_2=Motorton,0-128,100,6\n");
-    decoder.setAddress(3);
     decoder.store(8, 13);
     decoder.store(3, 12);
     decoder.store(33, 4);
@@ -28,28 +25,6 @@ class FrmDecoderJob : public test::WindowFixture {
     decoder.store(29, 6);
     decoder.banks = {{{16, 0}, {{257, 77}}}};
   }
-
-  QWidget* dialog() {
-    QWidget* active = QApplication::activeModalWidget();
-    return active && active->objectName() == QStringLiteral("dlg_comm") ? active : nullptr;
-  }
-
-  /// Presses the dialog's button as soon as it says "OK", and keeps the text above it.
-  void confirmTheEnd() {
-    QObject::connect(&watch, &QTimer::timeout, &window, [this] {
-      QWidget* open = dialog();
-      if (!open) return;
-      auto* cmdCancel = open->findChild<QPushButton*>(QStringLiteral("cmdCancel"));
-      if (cmdCancel->text() != QStringLiteral("OK")) return;
-      lastStatus = open->findChild<QLabel*>(QStringLiteral("lblCommStatus"))->text();
-      cmdCancel->click();
-    });
-    watch.start(0);
-  }
-
-  sim::Decoder& decoder = layout.add({}).decoder;
-  QTimer watch;
-  QString lastStatus;
 };
 
 TEST_F(FrmDecoderJob, ReadsEveryMarkedCvIntoFieldsRowsAndGrid) {

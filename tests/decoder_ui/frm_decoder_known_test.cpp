@@ -1,48 +1,22 @@
 // What the decoder window says about values that nobody has read, with the station in virtual time.
-#include <QApplication>
 #include <QEnterEvent>
-#include <QPushButton>
-#include <QTimer>
 
-#include "window_fixture.h"
+#include "job_fixture.h"
 
 namespace lokari {
 namespace {
 
-class FrmDecoderKnown : public test::WindowFixture {
+class FrmDecoderKnown : public test::JobFixture {
  protected:
   FrmDecoderKnown() {
     describe("RAILCOM=J\nCV_3=Beschleunigung,0-255,5\nCV_33=Licht,0-255,1,3\n");
     settings.addressCheckNow = false;
     settings.manufacturerCheckNow = false;
-    decoder.setAddress(3);
     decoder.store(29, 10);
     decoder.store(33, 4);
   }
 
-  QWidget* dialog() {
-    QWidget* active = QApplication::activeModalWidget();
-    return active && active->objectName() == QStringLiteral("dlg_comm") ? active : nullptr;
-  }
-  /// Presses the dialog's button as soon as it says "OK", and keeps the line below the status.
-  void confirmTheEnd() {
-    QObject::connect(&watch, &QTimer::timeout, &window, [this] {
-      QWidget* open = dialog();
-      if (!open) return;
-      auto* cmdCancel = open->findChild<QPushButton*>(QStringLiteral("cmdCancel"));
-      if (cmdCancel->text() != QStringLiteral("OK")) return;
-      status = open->findChild<QLabel*>(QStringLiteral("lblCommStatus"))->text();
-      detail = open->findChild<QLabel*>(QStringLiteral("lblCommDetail"))->text();
-      cmdCancel->click();
-    });
-    watch.start(0);
-  }
   int stored(int cv) const { return static_cast<quint8>(record.recCvValues[0][cv - 1]); }
-
-  sim::Decoder& decoder = layout.add({}).decoder;
-  QTimer watch;
-  QString status;
-  QString detail;
 };
 
 TEST_F(FrmDecoderKnown, AConfigurationThatWasReadSavedAndReopenedIsWrittenAsItWas) {
@@ -73,8 +47,8 @@ TEST_F(FrmDecoderKnown, AFailedReadNamesItsCvBelowTheTextAndTurnsItRed) {
     tabs()->setCurrentIndex(2);
     click("chkFuncRd_1");
     click("cmdDcRead");
-    EXPECT_EQ(status, QStringLiteral("Kein ACK vom Decoder"));
-    EXPECT_EQ(detail, QStringLiteral("CV 33"));
+    EXPECT_EQ(lastStatus, QStringLiteral("Kein ACK vom Decoder"));
+    EXPECT_EQ(lastDetail, QStringLiteral("CV 33"));
     EXPECT_EQ(field("txtFunc_1")->text(), QStringLiteral("12"));
     EXPECT_EQ(test::textColourOf(field("txtFunc_1")), QColor(255, 0, 0));
   });

@@ -24,15 +24,6 @@ class FrmDecoderType : public test::ChoiceFixture {
     decoder.store(8, 97);
   }
 
-  void clickHead(GridColumn column) {
-    QHeaderView* heads = grid()->horizontalHeader();
-    const int section = static_cast<int>(column);
-    QTest::mouseClick(
-        heads->viewport(), Qt::LeftButton, Qt::NoModifier,
-        QPoint(heads->sectionViewportPosition(section) + heads->sectionSize(section) / 2,
-               heads->height() / 2));
-  }
-
   void selectRows(int first, int last) {
     const auto cell = [this](int row) {
       return grid()->visualRect(grid()->model()->index(row - 1, 0)).center();

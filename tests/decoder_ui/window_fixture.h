@@ -7,6 +7,7 @@
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QFile>
+#include <QHeaderView>
 #include <QLabel>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -108,6 +109,16 @@ class WindowFixture : public ::testing::Test {
   void leave(ValueEdit* from) {
     QTest::keyClick(from, Qt::Key_Tab);
     QCoreApplication::processEvents();
+  }
+
+  /// Clicks the head of a column of the grid.
+  void clickHead(GridColumn column) {
+    QHeaderView* heads = grid()->horizontalHeader();
+    const int section = static_cast<int>(column);
+    QTest::mouseClick(
+        heads->viewport(), Qt::LeftButton, Qt::NoModifier,
+        QPoint(heads->sectionViewportPosition(section) + heads->sectionSize(section) / 2,
+               heads->height() / 2));
   }
 
   int value(int cv) const { return bench.sets.value(CvIndex(cv)); }

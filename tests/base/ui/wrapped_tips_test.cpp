@@ -7,6 +7,7 @@
 #include <QRadioButton>
 #include <QStandardItemModel>
 #include <QTableView>
+#include <QTest>
 #include <QToolTip>
 #include <QVBoxLayout>
 
@@ -97,6 +98,13 @@ TEST(OptionGroup, IsOneStopOfTheTabKey) {
   EXPECT_EQ(stops(), std::pair(false, true));
   first.setChecked(true);
   EXPECT_EQ(stops(), std::pair(true, false));
+  second.move(0, 40);
+  window.show();
+  QApplication::setActiveWindow(&window);
+  first.setFocus();
+  QTest::keyClick(&first, Qt::Key_Down);
+  EXPECT_TRUE(second.isChecked()) << "the arrow keys choose";
+  EXPECT_TRUE(second.hasFocus());
 }
 
 }  // namespace
