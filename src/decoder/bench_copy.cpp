@@ -195,7 +195,7 @@ void DecoderBench::copyCvsToVehicles(const std::vector<CvIndex>& list) {
   if (!doubtful.empty()) {
     question.more += QStringLiteral(
                          "\n%1: nicht oder nicht ganz gelesen; der Wert stammt von einem "
-                         "misslungenen Lesen!")
+                         "misslungenen Lesen.")
                          .arg(listOfCvs(doubtful));
     question.preset = Answer::Cancel;
   }

@@ -144,6 +144,8 @@ TEST_P(DecoderWindowOk, WhatAnyOfItsJobsReadIsStoredAtOnceWhateverTheLastJobDid)
     const auto click = [&](const char* name) {
       control<QAbstractButton>(&frmDecoder, name)->click();
     };
+    click("chkDcAdrChk");
+    click("chkDcManufChk");
     click("chkRd_29");
     click("cmdDcRead");
     click("chkRd_29");

@@ -23,6 +23,7 @@
 #include "app/driving.h"
 #include "app_folder.h"
 #include "base/ini_file.h"
+#include "support/tab_walk.h"
 
 namespace lokari {
 namespace {
@@ -563,6 +564,13 @@ TEST_F(MainWinTest, AnInvalidRecordKeepsTheWindowOpen) {
   EXPECT_EQ(boxes(), QStringList(QStringLiteral("Kurzbezeichnung muß eingegeben werden")));
   typeOver(u"st_sname", "gut");
   EXPECT_TRUE(window_->close());
+}
+
+TEST_F(MainWinTest, TheTabKeyStopsAtNothingThatIsOutOfViewOrNotChosen) {
+  startWith(kVehicles);
+  line(u"dc_adr")->setFocus();
+  const QStringList stops = test::walkWithTab(window_.get());
+  EXPECT_TRUE(stops.contains(QStringLiteral("st_sname")));
 }
 
 TEST_F(MainWinTest, TheTabKeyGoesThroughTheFormInItsOrder) {

@@ -313,7 +313,7 @@ TEST_F(VehicleCopy, AValueThatAFailedReadLeftIsNamedBelowTheQuestion) {
   bench->buttonClicked(QStringLiteral("cmdCopyOther_1"));
   EXPECT_TRUE(prompt.below.last().endsWith(
       QStringLiteral("\nCV 30: nicht oder nicht ganz gelesen; der Wert stammt von einem "
-                     "misslungenen Lesen!")))
+                     "misslungenen Lesen.")))
       << prompt.below.last().toStdString();
 }
 

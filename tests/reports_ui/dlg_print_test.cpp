@@ -1,5 +1,6 @@
 // `dlgPrint` before anything is printed: what it offers and what it presets.
 #include "print_fixture.h"
+#include "support/tab_walk.h"
 
 namespace lokari {
 namespace {
@@ -33,6 +34,12 @@ TEST_F(DlgPrintTest, OptionsBearTheirCaptions) {
   for (const auto& option : kOptions) {
     EXPECT_EQ(radio(option.name)->text().remove(u'&'), QString::fromUtf8(option.caption));
   }
+}
+
+TEST_F(DlgPrintTest, TheTabKeyGoesThroughItAsTheEyeDoes) {
+  open();
+  const QStringList stops = test::walkWithTab(dialog.get());
+  EXPECT_GT(stops.size(), 5);
 }
 
 TEST_F(DlgPrintTest, ListsThePrintersAndSelectsTheDefaultOne) {

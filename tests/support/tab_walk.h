@@ -16,7 +16,7 @@ inline QString nameOf(const QWidget* control) {
   QString name = control->objectName();
   for (const QWidget* at = control; name.isEmpty() && at != nullptr; at = at->parentWidget())
     name = QStringLiteral("in ") + at->objectName();
-  return name;
+  return name + u' ' + QString::fromLatin1(control->metaObject()->className());
 }
 
 /// Whether Tab may stop here: an option of a group stands for the group when it is the chosen one,
@@ -44,7 +44,7 @@ inline QStringList walkWithTab(QWidget* window) {
   int jumps = 0;
   for (int i = 0; i < kMost; ++i) {
     const std::string name = nameOf(at).toStdString();
-    stops << nameOf(at);
+    stops << at->objectName();
     EXPECT_TRUE(at->isVisible()) << name;
     EXPECT_TRUE(at->isEnabled()) << name;
     EXPECT_TRUE(isStop(at)) << name << " is not the chosen option of its group";

@@ -74,6 +74,8 @@ MainWin::MainWin(Workbench& workbench)
   // On a small screen the form is scrolled instead of cut off.
   auto* view = new QScrollArea;
   view->setFrameShape(QFrame::NoFrame);
+  // Its controls have the focus, and bring themselves into view.
+  view->setFocusPolicy(Qt::NoFocus);
   view->setWidgetResizable(true);
   view->setWidget(new QWidget);
   setCentralWidget(view);

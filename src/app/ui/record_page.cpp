@@ -13,6 +13,7 @@
 
 #include "app/ui/form_place.h"
 #include "app/ui/record_field.h"
+#include "base/ui/option_group.h"
 #include "base/ui/pictures.h"
 #include "db/ui/picture_frame.h"
 
@@ -88,12 +89,12 @@ QWidget* RecordPage::buildTypes() {
   frame->setAccessibleName(QStringLiteral("Art des Datensatzes"));
   auto* line = new QHBoxLayout(frame);
   line->setContentsMargins(0, 0, 0, 0);
-  auto* exclusive = new QButtonGroup(frame);
+  auto* exclusive = new OptionGroup(frame);
   for (const char16_t* caption : kTypes) {
     auto* option = new QRadioButton(QString::fromUtf16(caption), frame);
     options_ << option;
     option->setObjectName(QStringLiteral("dc_type_%1").arg(options_.size()));
-    exclusive->addButton(option);
+    exclusive->add(option);
     line->addWidget(option);
   }
   line->addStretch();

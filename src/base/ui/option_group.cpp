@@ -2,6 +2,8 @@
 
 #include <QAbstractButton>
 
+#include <algorithm>
+
 namespace lokari {
 
 OptionGroup::OptionGroup(QObject* parent) : QButtonGroup(parent) {
@@ -14,9 +16,12 @@ void OptionGroup::add(QAbstractButton* option, int id) {
 }
 
 void OptionGroup::showStop() {
-  const QAbstractButton* chosen = checkedButton();
-  for (QAbstractButton* option : buttons()) {
-    const bool stop = chosen == nullptr || option == chosen;
+  // The group's own memory of it is not true while it is being cleared.
+  const QList<QAbstractButton*> options = buttons();
+  const bool chosen = std::any_of(options.begin(), options.end(),
+                                  [](const QAbstractButton* each) { return each->isChecked(); });
+  for (QAbstractButton* option : options) {
+    const bool stop = !chosen || option->isChecked();
     option->setFocusPolicy(stop ? Qt::StrongFocus : Qt::ClickFocus);
   }
 }

@@ -21,6 +21,9 @@ enum Column { kLabel, kField, kRead, kWrite, kBit, kGap, kHalf };
 
 constexpr int kHeadRow = 0;
 constexpr int kSpacing = 8;
+/// In characters: on the smallest screens two columns fit beside each other, their names on more
+/// lines.
+constexpr int kLeastLabel = 27;
 constexpr int kStretchRow = kRowsPerColumn + 1;
 
 QString member(const PageRow& row, const QString& prefix, const QString& suffix = {}) {
@@ -139,7 +142,7 @@ void RowsPage::make(QWidget* before) {
   for (int column : {0, static_cast<int>(kHalf)}) {
     grid->setColumnStretch(column + kLabel, 1);
     // A name of 32 characters on the first line, a range of 24 in brackets on the second.
-    grid->setColumnMinimumWidth(column + kLabel, 34 * fontMetrics().averageCharWidth());
+    grid->setColumnMinimumWidth(column + kLabel, kLeastLabel * fontMetrics().averageCharWidth());
     makeHeads(grid, column);
   }
   grid->setColumnMinimumWidth(kGap, 24);

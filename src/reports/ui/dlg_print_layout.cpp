@@ -1,5 +1,4 @@
 // How the controls of `dlgPrint` are laid out.
-#include <QButtonGroup>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -8,6 +7,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "base/ui/option_group.h"
 #include "base/ui/window_scale.h"
 #include "reports/printer.h"
 #include "reports/ui/address_edit.h"
@@ -25,10 +25,10 @@ Control* named(Control* control, const char16_t* name, const QString& accessible
   return control;
 }
 
-QRadioButton* option(QButtonGroup* group, const char16_t* name, const QString& caption,
+QRadioButton* option(OptionGroup* group, const char16_t* name, const QString& caption,
                      QWidget* parent) {
   auto* radio = named(new QRadioButton(caption, parent), name, caption);
-  group->addButton(radio);
+  group->add(radio);
   return radio;
 }
 
@@ -60,7 +60,7 @@ void DlgPrint::addSelection(QBoxLayout* rows) {
   auto* box = new QGroupBox(QStringLiteral("Auswahl"), contents_);
   auto* grid = new QGridLayout(box);
   grid->setHorizontalSpacing(8);
-  auto* group = new QButtonGroup(this);
+  auto* group = new OptionGroup(this);
   optPrintAll_ = option(group, u"optPrintAll", QStringLiteral("&Alle Datensätze"), box);
   optPrintSel_ = option(group, u"optPrintSel", QStringLiteral("Aktuelle Aus&wahl"), box);
   optPrintColl_ = option(group, u"optPrintColl", QStringLiteral("&Sammlung:"), box);
@@ -99,7 +99,7 @@ void DlgPrint::addOutput(QBoxLayout* rows) {
   auto* box = new QGroupBox(QStringLiteral("Ausgabe"), contents_);
   auto* grid = new QGridLayout(box);
   grid->setHorizontalSpacing(8);
-  auto* group = new QButtonGroup(this);
+  auto* group = new OptionGroup(this);
   optPrintList_ = option(group, u"optPrintList", QStringLiteral("Drucker (&Liste)"), box);
   optPrintSheet_ =
       option(group, u"optPrintSheet", QStringLiteral("Drucker (&1 Blatt / Fahrzeug)"), box);
