@@ -41,7 +41,10 @@ bool Workbench::start(WorkbenchView& view) {
             return view_->makeWaitWindow(text, std::move(giveUp));
           }});
   view.bind(*session_);
-  if (session_->InitDB() > 0) return false;
+  if (session_->InitDB() > 0) {
+    session_->tellRefusal();
+    return false;
+  }
   findSavedRecord();
   decTypes_ = loadDecTypes(parts_.paths.appPath);
   SetCaption();

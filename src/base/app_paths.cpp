@@ -4,6 +4,7 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QTemporaryFile>
 
 #include <algorithm>
 
@@ -13,6 +14,16 @@ namespace lokari {
 namespace {
 
 const QString kTemplate = QStringLiteral("EMPTY.MDB");
+
+/// A folder that takes no file at all is the fault, not the file that came first.
+QString copyFault(const QString& file) {
+  const QString folder = QFileInfo(file).path();
+  QTemporaryFile probe(folder + QStringLiteral("/.lokari-XXXXXX"));
+  return probe.open() ? QStringLiteral("Datei %1 kann nicht angelegt werden!").arg(file)
+                      : QStringLiteral("In den Ordner %1 kann nicht geschrieben werden!\n"
+                                       "Lokari legt dort Einstellungen und Datenbanken ab.")
+                            .arg(folder);
+}
 
 }  // namespace
 
@@ -41,7 +52,7 @@ QString seedAppPath(const QString& appPath, const QString& installedData) {
     const QString to = placeFor(target.filePath(name));
     if (QFileInfo::exists(to)) continue;
     if (!QDir().mkpath(QFileInfo(to).path()) || !QFile::copy(source.filePath(name), to)) {
-      return QStringLiteral("Datei %1 kann nicht angelegt werden!").arg(to);
+      return copyFault(to);
     }
     // An installation's files may be read-only; the user's copy is his to change.
     QFile::setPermissions(to, QFile::permissions(to) | QFile::WriteOwner | QFile::ReadOwner);

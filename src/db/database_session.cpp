@@ -2,6 +2,8 @@
 
 #include <QFile>
 
+#include <utility>
+
 #include "base/numbers.h"
 #include "base/paths.h"
 #include "base/prompt.h"
@@ -14,6 +16,14 @@ namespace {
 
 constexpr char16_t kFilter[] = u"Access-Datenbanken|*.mdb|Alle Dateien (*.*)|*.*";
 constexpr char16_t kNoAccess[] = u"oder Zugriff nicht möglich!";
+
+constexpr char16_t kTemplateAdvice[] =
+    u"EMPTY.MDB ist die Vorlage jeder neuen Datenbank: Sie ist aus der Installation zurückzuholen. "
+    u"Es wurde nichts angelegt und nichts geändert.";
+
+QString faultOf(const QString& path, const QString& fault) {
+  return QStringLiteral("Datenbankdatei ") + path + u'\n' + fault;
+}
 
 QString databaseFolder(const QString& appPath) {
   return placeFor(appPath + QStringLiteral("/DB"));
@@ -36,6 +46,7 @@ DatabaseSession::DatabaseSession(const RecordFormParts& parts, QString dbPath, O
 DatabaseSession::~DatabaseSession() = default;
 
 int DatabaseSession::InitDB() {
+  refusal_.clear();
   const QString file = findFile(dbPath_);
   if (!isReadable(file)) {
     parts_.prompt.message(QStringLiteral("Datenbankdatei ") + dbPath_ +
@@ -93,8 +104,11 @@ void DatabaseSession::requery() {
 int DatabaseSession::openingFailed(const StorageError& error) {
   const QString file = findFile(dbPath_);
   if (const std::optional<int> vehicles = oldFormat_.vehicles(file)) {
+    if (*vehicles > 0) return offerImport(file);
     // One without vehicles has nothing to give; it is refused without a word.
-    return *vehicles > 0 ? offerImport(file) : 1;
+    refusal_ = faultOf(dbPath_, QStringLiteral("Sie ist noch im Format von Lokari V2 und enthält "
+                                               "keine Fahrzeuge."));
+    return 1;
   }
   if (error.code() == storage_error::kAccessFile) {
     if (const std::optional<QString> taken = oldFormat_.takeOver(file)) {
@@ -103,11 +117,36 @@ int DatabaseSession::openingFailed(const StorageError& error) {
       return InitDB();
     }
   }
+  const QString fault = faultOf(dbPath_, error.text());
   // A file that is simply none of ours is refused without a word.
-  if (error.code() != storage_error::kNoDatabase && error.code() != storage_error::kUnknownName) {
-    parts_.prompt.message(QStringLiteral("Datenbankdatei ") + dbPath_ + u'\n' + error.text());
+  if (error.code() == storage_error::kNoDatabase || error.code() == storage_error::kUnknownName) {
+    refusal_ = fault;
+  } else {
+    parts_.prompt.message(fault);
   }
   return 1;
+}
+
+void DatabaseSession::tellRefusal() {
+  if (refusal_.isEmpty()) return;
+  const QString advice =
+      hasDatabase()
+          ? QStringLiteral("Die Datei bleibt, wie sie ist, und %1 bleibt geöffnet. Öffnen lassen "
+                           "sich Datenbanken, die mit Lokari angelegt oder übernommen wurden.")
+                .arg(fileNameOf(openPath_))
+          : QStringLiteral("Die Datei bleibt, wie sie ist. Eine Sicherung der Datenbank an ihre "
+                           "Stelle legen, oder in %1 unter DBPath eine andere Datenbank nennen.")
+                .arg(parts_.ini.path());
+  parts_.prompt.message(std::exchange(refusal_, {}), Icon::Warning, advice);
+}
+
+// The name is that of the open file again when the new one cannot be opened.
+bool DatabaseSession::openNamed(const QString& path) {
+  const QString before = std::exchange(dbPath_, path);
+  if (InitDB() == 0) return true;
+  tellRefusal();
+  dbPath_ = before;
+  return false;
 }
 
 int DatabaseSession::offerImport(const QString& file) {
@@ -125,9 +164,7 @@ void DatabaseSession::mnuDbOpen() {
   const QString path =
       parts_.prompt.openFile({QStringLiteral("Datenbank öffnen"), QString::fromUtf16(kFilter),
                               databaseFolder(parts_.appPath), QString()});
-  if (path.isEmpty()) return;
-  dbPath_ = path;
-  if (InitDB() != 0) return;
+  if (path.isEmpty() || !openNamed(path)) return;
   emit opened();
   if (form_.position() < 0) form_.InitDcData();
 }
@@ -157,17 +194,32 @@ QString DatabaseSession::templatePath() const {
 }
 
 void DatabaseSession::createDatabase(const QString& path) {
+  const QString source = findFile(templatePath());
+  const QString fault = templateFault(source);
+  if (!fault.isEmpty()) {
+    parts_.prompt.message(faultOf(templatePath(), fault), Icon::Warning,
+                          QString::fromUtf16(kTemplateAdvice));
+    return;
+  }
+  const QString file = placeFor(path);
   emit busyChanged(true);
-  dbPath_ = path;
-  const bool copied = copyTemplate(findFile(templatePath()), placeFor(path));
+  const bool copied = copyTemplate(source, file);
   emit busyChanged(false);
   if (!copied) {
     parts_.prompt.beep();
-    parts_.prompt.message(QStringLiteral("Fehler beim Kopieren der Datenbank!"));
+    parts_.prompt.message(
+        QStringLiteral("Fehler beim Kopieren der Datenbank!"), Icon::Warning,
+        QStringLiteral("Es wurde keine Datei angelegt. Gibt es den Ordner %1, ist er "
+                       "beschreibbar, und ist auf dem Datenträger Platz?")
+            .arg(folderOf(file)));
     return;
   }
   // An empty database begins with a new record, working copy and caption included.
-  if (InitDB() == 0) emit opened();
+  if (openNamed(path)) {
+    emit opened();
+  } else {
+    removeDatabase(file);
+  }
 }
 
 void DatabaseSession::mnuUpdDB() {
@@ -188,7 +240,8 @@ void DatabaseSession::mnuUpdDB() {
   }
   emit busyChanged(false);
   if (!failure.isEmpty()) {
-    parts_.prompt.message(QStringLiteral("Datenbankdatei ") + file + u'\n' + failure);
+    parts_.prompt.message(faultOf(file, failure), Icon::Warning,
+                          file == openPath_ ? QString() : QString::fromUtf16(kTemplateAdvice));
     return;
   }
   form_.refreshMaker();

@@ -23,7 +23,7 @@ class DatabaseSession : public QObject {
                   QObject* parent = nullptr);
   ~DatabaseSession() override;
 
-  /// The file that InitDB was last asked to open, also when that failed.
+  /// The file that is open; until one is, the configured one.
   const QString& dbPath() const { return dbPath_; }
 
   /// Opens `dbPath` and shows its first record, or begins a new one when it holds none. A first
@@ -36,6 +36,9 @@ class DatabaseSession : public QObject {
   /// open. 0 is also the answer to a database of format V2, whatever the user said to its import:
   /// hasDatabase() then tells whether one is open.
   int InitDB();
+  /// InitDB refuses some files without a word: tells which one, why, and what to do. Nothing when
+  /// the user knows already.
+  void tellRefusal();
   bool hasDatabase() const { return database_ != nullptr; }
 
   /// Shows the vehicles anew, from the first one and without a filter, after others than the form
@@ -61,6 +64,7 @@ class DatabaseSession : public QObject {
   void busyChanged(bool busy);
 
  private:
+  bool openNamed(const QString& path);
   void openDatabase(const QString& file);
   void showFirst();
   int openingFailed(const StorageError& error);
@@ -71,6 +75,7 @@ class DatabaseSession : public QObject {
   RecordFormParts parts_;
   QString dbPath_;
   QString openPath_;  // of the database that is open, as it was asked for
+  QString refusal_;   // of the file that InitDB refused without a word, with its name
   OldFormat& oldFormat_;
   // The form and the catalogue read the database: it goes last.
   std::unique_ptr<Database> database_;

@@ -7,11 +7,34 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "db/database.h"
+#include "db/reference_lists.h"
+
 namespace lokari {
 
+QString templateFault(const QString& path) {
+  try {
+    const Database database(path);
+    checkSources(database);
+    return {};
+  } catch (const StorageError& error) {
+    return error.text();
+  }
+}
+
+void removeDatabase(const QString& path) {
+  for (const char16_t* suffix : {u"", u"-journal", u"-wal", u"-shm"}) {
+    QFile::remove(path + QString::fromUtf16(suffix));
+  }
+}
+
 bool copyTemplate(const QString& from, const QString& to) {
-  return QFile::copy(from, to) &&
-         QFile::setPermissions(to, QFile::permissions(to) | QFile::WriteOwner | QFile::WriteUser);
+  if (!QFile::copy(from, to)) return false;
+  if (QFile::setPermissions(to, QFile::permissions(to) | QFile::WriteOwner | QFile::WriteUser)) {
+    return true;
+  }
+  QFile::remove(to);
+  return false;
 }
 
 bool syncToDisk(const QString& path) {

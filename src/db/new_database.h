@@ -5,8 +5,14 @@
 
 namespace lokari {
 
+/// Why no database can be made of this template, in German; empty for a good one.
+QString templateFault(const QString& path);
+
+/// Removes a database that nobody has used, with all that the engine keeps beside it.
+void removeDatabase(const QString& path);
+
 /// Copies the template to a file that does not exist yet. Whoever the installation protects the
-/// template from may change the copy. False when that failed.
+/// template from may change the copy. False when that failed: nothing is left of it.
 bool copyTemplate(const QString& from, const QString& to);
 
 /// Brings a file's contents, or a folder's names, to the medium. False when that failed.

@@ -81,6 +81,10 @@ bool TakeOver::run() {
   const QTemporaryDir workshop(folder.filePath(QStringLiteral(".lokari-uebernahme-XXXXXX")));
   const QString file = workshop.filePath(QStringLiteral("neu.MDB"));
   if (!QFileInfo(plan_.templatePath).isReadable()) throw noTemplate();
+  if (const QString fault = templateFault(plan_.templatePath); !fault.isEmpty()) {
+    throw StorageError(storage_error::kMediumFailed,
+                       QStringLiteral("Die Vorlage EMPTY.MDB ist nicht brauchbar: ") + fault);
+  }
   if (!workshop.isValid() || !copyTemplate(plan_.templatePath, file)) {
     throw cannotWrite(plan_.target);
   }

@@ -54,6 +54,17 @@ TEST_F(InstallationTest, AFolderThatCannotBeMadeIsAFault) {
             QStringLiteral("Ordner %1 kann nicht angelegt werden!").arg(appPath_));
 }
 
+TEST_F(InstallationTest, AFolderThatTakesNoFileIsNamedAndNotTheIconThatCameFirst) {
+  write(share_ + QStringLiteral("/EMPTY.MDB"), "empty");
+  write(share_ + QStringLiteral("/fahr_p.bmp"), "picture");
+  // A folder that nobody can write to, whatever his rights.
+  const QString fault = prepareAppPath(QStringLiteral("/proc/self"), share_);
+  EXPECT_TRUE(
+      fault.startsWith(QStringLiteral("In den Ordner /proc/self kann nicht geschrieben werden!")))
+      << qPrintable(fault);
+  EXPECT_FALSE(fault.contains(QStringLiteral("fahr_p")));
+}
+
 TEST(CommandLine, AsksForHelpUnlessSettingsOfThatNameExist) {
   const QTemporaryDir folder;
   EXPECT_TRUE(answerTo("--help", folder.path()).startsWith("Aufruf: lokari [STAMM]"));

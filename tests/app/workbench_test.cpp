@@ -104,10 +104,13 @@ TEST_F(WorkbenchTest, ADatabaseThatCannotBeOpenedEndsTheProgram) {
   EXPECT_FALSE(view_.steps.contains(QStringLiteral("caption LOKARIV3.MDB - Lokari V4.11")));
 }
 
-TEST_F(WorkbenchTest, AFileThatIsNoDatabaseEndsTheProgramSilently) {
+TEST_F(WorkbenchTest, AFileThatIsNoDatabaseEndsTheProgramWithItsNameItsFaultAndAdvice) {
   folder_.write(test::AppFolder::databaseName(), "this is no database");
   EXPECT_FALSE(start());
-  EXPECT_TRUE(outside_.prompt.shown.isEmpty());
+  ASSERT_EQ(outside_.prompt.shown.size(), 1);
+  EXPECT_TRUE(outside_.prompt.shown[0].contains(QStringLiteral("LOKARIV3.MDB")));
+  EXPECT_TRUE(outside_.prompt.shown[0].contains(QStringLiteral("keine Datenbank")));
+  EXPECT_TRUE(outside_.prompt.below[0].contains(QStringLiteral("DBPath")));
 }
 
 TEST_F(WorkbenchTest, TheConfiguredDatabaseIsOpened) {

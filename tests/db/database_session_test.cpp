@@ -10,6 +10,7 @@
 #include <sqlite3.h>
 
 #include "base/ini_file.h"
+#include "support/no_larger_files.h"
 #include "support/places.h"
 #include "support/recording_desktop.h"
 #include "support/scripted_prompt.h"
@@ -291,7 +292,11 @@ TEST_F(SessionTest, ARefusedDatabaseLeavesTheOldOneOpen) {
   prompt_.fileNames = {path("DB/x.mdb")};
   session_->mnuDbOpen();
   EXPECT_EQ(opened_, 0);
-  EXPECT_EQ(session_->dbPath(), path("DB/x.mdb"));
+  EXPECT_EQ(session_->dbPath(), path("DB/LOKARIV3.MDB"));
+  ASSERT_EQ(prompt_.shown,
+            QStringList{str("Datenbankdatei ") + path("DB/x.mdb") +
+                        str("\nDie Datei ist keine Datenbank.")});
+  EXPECT_TRUE(prompt_.below[0].contains(str("LOKARIV3.MDB bleibt geöffnet")));
   form().edited(str("fz_lname"), str("noch da"));
   EXPECT_TRUE(form().storeEdit());
   EXPECT_EQ(session_->database().path(), path("DB/LOKARIV3.MDB"));
@@ -434,8 +439,52 @@ TEST_F(SessionTest, AFailedCopyBeepsAndKeepsTheOldDatabase) {
   session_->mnuDbNew();
   EXPECT_EQ(prompt_.shown, QStringList{str("Fehler beim Kopieren der Datenbank!")});
   EXPECT_EQ(prompt_.beeps, 1);
-  EXPECT_EQ(session_->dbPath(), path("NOSUCH/test.MDB"));
+  EXPECT_EQ(session_->dbPath(), path("DB/LOKARIV3.MDB"));
+  EXPECT_TRUE(prompt_.below[0].contains(path("NOSUCH")));
   EXPECT_EQ(text("dc_adr"), str("3"));
+}
+
+TEST_F(SessionTest, ATemplateThatIsNoDatabaseIsNamedAndNothingIsMade) {
+  make("DB/LOKARIV3.MDB", {3});
+  ASSERT_EQ(session_->InitDB(), 0);
+  write("EMPTY.MDB", "rubbish");
+  const QStringList before = QDir(path("DB")).entryList();
+  prompt_.fileNames = {path("DB/test.MDB")};
+  session_->mnuDbNew();
+  EXPECT_EQ(prompt_.shown, QStringList{str("Datenbankdatei ") + path("EMPTY.MDB") +
+                                       str("\nDie Datei ist keine Datenbank.")});
+  EXPECT_TRUE(prompt_.below[0].contains(str("aus der Installation")));
+  EXPECT_EQ(QDir(path("DB")).entryList(), before);
+  EXPECT_EQ(session_->dbPath(), path("DB/LOKARIV3.MDB"));
+  EXPECT_EQ(text("dc_adr"), str("3"));
+}
+
+TEST_F(SessionTest, ANewDatabaseThatFindsNoRoomLeavesNoFile) {
+  make("DB/LOKARIV3.MDB", {3});
+  ASSERT_EQ(session_->InitDB(), 0);
+  prompt_.fileNames = {path("DB/test.MDB")};
+  const QStringList before = QDir(path("DB")).entryList(QDir::AllEntries | QDir::Hidden);
+  {
+    const test::NoLargerFiles full(QFileInfo(path("EMPTY.MDB")).size() / 2);
+    session_->mnuDbNew();
+  }
+  EXPECT_EQ(QDir(path("DB")).entryList(QDir::AllEntries | QDir::Hidden), before);
+  EXPECT_EQ(prompt_.shown.size(), 1);
+  EXPECT_EQ(session_->dbPath(), path("DB/LOKARIV3.MDB"));
+  form().edited(str("fz_lname"), str("noch da"));
+  EXPECT_TRUE(form().storeEdit());
+}
+
+TEST_F(SessionTest, WhatInitDBRefusesSilentlyIsToldByItsCaller) {
+  write("DB/LOKARIV3.MDB", "no database at all, only text");
+  EXPECT_EQ(session_->InitDB(), 1);
+  EXPECT_TRUE(prompt_.shown.isEmpty());
+  session_->tellRefusal();
+  EXPECT_EQ(prompt_.shown, QStringList{str("Datenbankdatei ") + path("DB/LOKARIV3.MDB") +
+                                       str("\nDie Datei ist keine Datenbank.")});
+  EXPECT_TRUE(prompt_.below[0].contains(path("LOKARI.INI") + str(" unter DBPath")));
+  session_->tellRefusal();
+  EXPECT_EQ(prompt_.shown.size(), 1);
 }
 
 TEST_F(SessionTest, ADatabaseMadeOfAProtectedTemplateCanBeWritten) {
