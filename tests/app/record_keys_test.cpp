@@ -2,11 +2,17 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QSqlQuery>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
+
+#include <memory>
+#include <optional>
 
 #include "app/ui/main_win.h"
 #include "app/workbench.h"
@@ -122,6 +128,64 @@ TEST_F(RecordKeysTest, TheEndFromOutsideStoresTheEdit) {
   database.read(QStringLiteral("SELECT FZ_LNAME FROM LOCO_DAT WHERE DC_ADR = 64"), {},
                 [&](const QSqlQuery& row) { name = row.value(0).toString(); });
   EXPECT_EQ(name, QStringLiteral("neu"));
+}
+
+// ---- The end from outside -----------------------------------------------------------------------
+
+/// A dialog that is busy for a while, or has a question.
+class BusyDialog final : public QDialog {
+ public:
+  BusyDialog(QWidget* parent, int refusals) : QDialog(parent), refusals_(refusals) {
+    setModal(true);
+  }
+  void reject() override {
+    ++asked;
+    if (question) {
+      QTimer::singleShot(0, this, [this] { question->accept(); });
+      question->exec();
+      return;
+    }
+    if (--refusals_ < 0) QDialog::reject();
+  }
+
+  int asked = 0;
+  std::unique_ptr<QMessageBox> question;
+
+ private:
+  int refusals_;
+};
+
+TEST_F(RecordKeysTest, ADialogThatIsBusyAtFirstDoesNotHoldTheEndUp) {
+  BusyDialog dialog(window_.get(), 2);
+  QTimer::singleShot(0, &dialog, [this] { window_->endProgram(); });
+  dialog.exec();
+  EXPECT_EQ(dialog.asked, 3);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return !window_->isVisible(); }));
+}
+
+TEST_F(RecordKeysTest, OneDialogBehindAnotherAtTheSamePlaceInMemoryIsAskedToo) {
+  // A dialog opens as soon as the first one closes, where that one stood.
+  std::optional<BusyDialog> dialog;
+  dialog.emplace(window_.get(), 0);
+  QTimer::singleShot(0, window_.get(), [this] { window_->endProgram(); });
+  dialog->exec();
+  dialog.emplace(window_.get(), 0);
+  dialog->exec();
+  EXPECT_EQ(dialog->asked, 1);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return !window_->isVisible(); }));
+}
+
+TEST_F(RecordKeysTest, WhoSaysNoToADialogsQuestionKeepsTheProgram) {
+  BusyDialog dialog(window_.get(), 0);
+  dialog.question = std::make_unique<QMessageBox>(&dialog);
+  QTimer::singleShot(0, &dialog, [this] { window_->endProgram(); });
+  QTimer::singleShot(1500, &dialog, [&dialog] { dialog.done(0); });
+  dialog.exec();
+  EXPECT_EQ(dialog.asked, 1);
+  QApplication::processEvents();
+  EXPECT_TRUE(window_->isVisible());
+  window_->endProgram();
+  EXPECT_FALSE(window_->isVisible()) << "asked for once more";
 }
 
 }  // namespace

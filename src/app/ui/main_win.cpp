@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QMessageBox>
-#include <QScopedValueRollback>
 #include <QScreen>
 #include <QScrollArea>
 #include <QTimer>
@@ -52,6 +51,8 @@ constexpr QSize kSmallest(480, 320);
 constexpr QMargins kMargins(10, 6, 10, 8);
 /// Between two looks at the windows that have to close first.
 constexpr int kLookAgainMs = 100;
+/// A job has this long for its farewell until its dialog is asked once more.
+constexpr int kLooksUntilAskedAgain = 10;
 
 QString ownName() {
   return QStringLiteral("main_win");
@@ -275,26 +276,47 @@ void MainWin::openDecoderWindow() {
 }
 
 void MainWin::endProgram() {
+  if (std::exchange(ending_, true)) return;
+  asked_ = nullptr;
+  lookForTheEnd();
+}
+
+void MainWin::lookForTheEnd() {
+  if (!ending_) return;
   QWidget* modal = QApplication::activeModalWidget();
   if (modal == nullptr) {
-    givenUp_.clear();
-    const QScopedValueRollback fromOutside(endsFromOutside_, true);
     close();
+    ending_ = false;
     return;
   }
-  // A question waits for its answer; a window is asked once, since it may have one itself.
   auto* dialog = qobject_cast<QDialog*>(modal);
-  if (dialog != nullptr && qobject_cast<QMessageBox*>(modal) == nullptr &&
-      !givenUp_.contains(dialog)) {
-    givenUp_.insert(dialog);
+  // A question waits for its answer.
+  const bool question = qobject_cast<QMessageBox*>(modal) != nullptr;
+  if (dialog != nullptr && !question && !asking_ &&
+      (dialog != asked_ || ++looks_ >= kLooksUntilAskedAgain)) {
+    asked_ = dialog;
+    looks_ = 0;
     // It may run an event loop of its own for its question.
-    QTimer::singleShot(0, dialog, &QDialog::reject);
+    QTimer::singleShot(0, dialog, [this, dialog] { askToClose(dialog); });
   }
-  QTimer::singleShot(kLookAgainMs, this, &MainWin::endProgram);
+  QTimer::singleShot(kLookAgainMs, this, &MainWin::lookForTheEnd);
+}
+
+// One that is busy closes later, behind its job's farewell; one that stays behind a question has
+// the user's word for it.
+void MainWin::askToClose(QDialog* dialog) {
+  bool questioned = false;
+  QObject within;
+  QTimer::singleShot(0, &within, [&questioned] { questioned = true; });
+  const QPointer<QDialog> still(dialog);
+  asking_ = true;
+  dialog->reject();
+  asking_ = false;
+  if (questioned && still != nullptr && still->isVisible()) ending_ = false;
 }
 
 void MainWin::closeEvent(QCloseEvent* event) {
-  const bool mayEnd = endsFromOutside_ || !started_ || workbench_.driving().settleMoving();
+  const bool mayEnd = ending_ || !started_ || workbench_.driving().settleMoving();
   if (!mayEnd || (started_ && !workbench_.shutDown())) {
     event->ignore();
     return;

@@ -1,8 +1,9 @@
 // `main_win`, the main window: menus, buttons, the record form and its navigator.
 #pragma once
 
+#include <QDialog>
 #include <QMainWindow>
-#include <QSet>
+#include <QPointer>
 
 #include <functional>
 #include <memory>
@@ -50,6 +51,8 @@ class MainWin final : public QMainWindow, public WorkbenchView {
 
   /// Ends the program as Beenden does, asked for from outside: dialogs are given up first, each
   /// with its own question, and a job gets its farewell. Vehicles run on without a question.
+  /// A dialog that is busy is asked again until it has closed; where the user says no to a dialog's
+  /// question, the program goes on.
   void endProgram();
 
  protected:
@@ -58,6 +61,8 @@ class MainWin final : public QMainWindow, public WorkbenchView {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  void lookForTheEnd();
+  void askToClose(QDialog* dialog);
   void connectMenus();
   void mnuFileQuit();
   void mnuFirmware();
@@ -84,8 +89,11 @@ class MainWin final : public QMainWindow, public WorkbenchView {
   std::unique_ptr<HelpKey> helpKey_;
   std::unique_ptr<StopKey> stopKey_;
   bool started_ = false;
-  bool endsFromOutside_ = false;
-  QSet<QObject*> givenUp_;  // dialogs that endProgram() has asked to close
+  // While endProgram() closes the window and what has to close first.
+  bool ending_ = false;
+  QPointer<QDialog> asked_;  // to close, last
+  int looks_ = 0;            // since then
+  bool asking_ = false;      // it has a question of its own
 };
 
 }  // namespace lokari
