@@ -50,7 +50,25 @@ QString flag(bool value) {
   return value ? QStringLiteral("1") : QStringLiteral("0");
 }
 
+/// As it stands in the file; empty without one.
+QString addressInFile(const IniFile& ini) {
+  constexpr int kAddressSize = 16;
+  return ini.read().getString(QString::fromUtf16(kSettingsSection), QStringLiteral("IPAddr"),
+                              QString(), kAddressSize);
+}
+
 }  // namespace
+
+std::array<QString, 4> storedAddress(const Settings& settings, const IniFile& ini) {
+  const QString inFile = settings.station().usesIpAddress ? QString() : addressInFile(ini);
+  return partsOf(inFile.isEmpty() ? settings.ipAddr : inFile);
+}
+
+bool keepsAddress(const Settings& settings, const IniFile& ini) {
+  const QString inFile = addressInFile(ini);
+  return !settings.station().usesIpAddress && !inFile.isEmpty() &&
+         joined(partsOf(inFile)) == settings.ipAddr;
+}
 
 OptionsForm formOf(const Settings& settings) {
   return {

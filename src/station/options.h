@@ -63,6 +63,13 @@ inline constexpr qsizetype kLongestDbPath = 63;
 /// is left out: it would find no database there.
 QList<IniEntry> optionEntries(const Settings& settings);
 
+/// The address that the dialog begins with. A start reads none for a station behind a serial port,
+/// but the file may hold that of the station used before.
+std::array<QString, 4> storedAddress(const Settings& settings, const IniFile& ini);
+/// True where the file holds the settings' address already, in whatever form, and the station needs
+/// none: it then stays as it stands.
+bool keepsAddress(const Settings& settings, const IniFile& ini);
+
 /// Whether a session of the form would have the line of the settings': the same station behind the
 /// same port at the same rate, or behind the same address.
 bool sameLine(const OptionsForm& form, const Settings& settings);

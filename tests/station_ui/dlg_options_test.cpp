@@ -1,3 +1,5 @@
+#include <QClipboard>
+
 #include "options_fixture.h"
 
 namespace lokari {
@@ -153,6 +155,53 @@ TEST_F(DlgOptionsTest, AnAddressFieldTakesDigitsOnly) {
   EXPECT_EQ(line_("txtIP4")->text(), "123");
 }
 
+TEST_F(DlgOptionsTest, AnAddressIsTypedAsPeopleWriteIt) {
+  for (const char* keys : {"127.0.0.1", "127,0,0,1", "127.000.000.001"}) {
+    open();
+    click("optComTypeZ21");
+    QTest::mouseClick(line_("txtIP1"), Qt::LeftButton);
+    QApplication::processEvents();
+    for (const char* each = keys; *each != '\0'; ++each) {
+      QTest::keyClick(QApplication::focusWidget(), *each);
+    }
+    click("cmdOK");
+    EXPECT_EQ(settings.ipAddr, "127.000.000.001") << keys;
+    settings.ipAddr = QStringLiteral("0");
+  }
+}
+
+TEST_F(DlgOptionsTest, DigitsBehindTheThirdGoOnInTheNextField) {
+  open();
+  click("optComTypeZ21");
+  line_("txtIP1")->setFocus();
+  line_("txtIP1")->selectAll();
+  for (const char each : {'1', '9', '2', '1', '6', '8', '7'}) {
+    QTest::keyClick(QApplication::focusWidget(), each);
+  }
+  EXPECT_EQ(address(), "192.168.7.111");
+}
+
+TEST_F(DlgOptionsTest, APastedAddressFillsAllFields) {
+  open();
+  click("optComTypeZ21");
+  for (const char* text : {"10.1.2.34", " http://10.1.2.34/ \n"}) {
+    line_("txtIP3")->setText("0");
+    QGuiApplication::clipboard()->setText(text);
+    line_("txtIP2")->setFocus();
+    QTest::keySequence(line_("txtIP2"), QKeySequence::Paste);
+    EXPECT_EQ(address(), "10.1.2.34") << text;
+  }
+  QGuiApplication::clipboard()->setText("77");
+  line_("txtIP2")->setFocus();
+  line_("txtIP2")->selectAll();
+  QTest::keySequence(line_("txtIP2"), QKeySequence::Paste);
+  EXPECT_EQ(address(), "10.77.2.34") << "less than an address goes into the one field";
+  QGuiApplication::clipboard()->setText("10.1.2.340");
+  line_("txtIP2")->setFocus();
+  QTest::keySequence(line_("txtIP2"), QKeySequence::Paste);
+  EXPECT_EQ(address(), "10.77.2.34") << "no address";
+}
+
 TEST_F(DlgOptionsTest, AFieldAbove255KeepsTheFocus) {
   open();
   click("optComTypeZ21");
@@ -211,6 +260,20 @@ TEST_F(DlgOptionsTest, AnAddressPart1IsStoredAs001) {
   click("cmdOK");
   EXPECT_EQ(settings.ipAddr, "192.168.000.001");
   EXPECT_TRUE(iniText().contains("IPAddr=192.168.000.001\r\n"));
+}
+
+TEST_F(DlgOptionsTest, ASerialStationKeepsTheAddressOfTheOneBefore) {
+  IniFile(iniPath()).writeString("LOKARI", "IPAddr", "192.168.0.5");
+  open();
+  click("optComTypeIBX");
+  click("cmdOK");
+  EXPECT_TRUE(iniText().contains("BaseUnit=IBX\r\n"));
+  EXPECT_TRUE(iniText().contains("IPAddr=192.168.0.5\r\n")) << iniText().toStdString();
+  open();
+  click("optComTypeZ21");
+  EXPECT_EQ(address(), "192.168.000.005") << "it is there again for the network";
+  click("cmdOK");
+  EXPECT_TRUE(iniText().contains("IPAddr=192.168.000.005\r\n"));
 }
 
 TEST_F(DlgOptionsTest, AnEmptyRateIsTheStationsOwn) {

@@ -13,6 +13,7 @@
 #include "link/station_link.h"
 #include "link/ui/dlg_comm.h"
 #include "station/comm_test.h"
+#include "station/ui/address_part.h"
 
 namespace lokari {
 namespace {
@@ -27,7 +28,8 @@ const StationChoiceRow& choiceRow(int row) {
 }  // namespace
 
 void DlgOptions::load() {
-  const OptionsForm form = formOf(parts_.settings);
+  OptionsForm form = formOf(parts_.settings);
+  form.address = storedAddress(parts_.settings, parts_.ini);
   txtDbPath_->setText(form.dbPath);
   for (size_t i = 0; i < txtIP_.size(); ++i) txtIP_[i]->setText(form.address[i]);
   select(form.station);
@@ -109,7 +111,8 @@ void DlgOptions::accept() {
   // Cabs drive on the line that they have; on another one their stop would reach nobody.
   if (testing_ || !checked(taken) || isHeldBack(taken)) return;
   takeForm(taken, parts_.settings);
-  const QList<IniEntry> entries = optionEntries(parts_.settings);
+  QList<IniEntry> entries = optionEntries(parts_.settings);
+  if (keepsAddress(parts_.settings, parts_.ini)) entries.removeLast();
   QStringList texts;
   // One write for all: a program that ends in the middle leaves no mixture of old and new.
   if (!parts_.ini.writeAll(QString::fromUtf16(kSettingsSection), entries)) {

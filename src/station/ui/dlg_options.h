@@ -21,6 +21,7 @@ class QStackedWidget;
 
 namespace lokari {
 
+class AddressPart;
 class Prompt;
 class StationLink;
 class WindowScale;
@@ -77,7 +78,7 @@ class DlgOptions final : public QDialog {
   QComboBox* lstBaudrate_ = nullptr;
   QLineEdit* txtComTimeout_ = nullptr;
   QLineEdit* txtDbPath_ = nullptr;
-  std::array<QLineEdit*, 4> txtIP_{};
+  std::array<AddressPart*, 4> txtIP_{};
 
   /// A question with the answers yes and no.
   struct Choice {

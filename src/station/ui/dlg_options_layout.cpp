@@ -170,6 +170,7 @@ QWidget* DlgOptions::makeNetworkView() {
                       QStringLiteral("IP-Adresse, Teil %1").arg(i + 1));
     line->addWidget(txtIP_[i]);
   }
+  AddressPart::join(txtIP_);
   labIP->setBuddy(txtIP_[0]);
   line->addStretch();
   return view;
