@@ -18,6 +18,9 @@ namespace {
 constexpr char16_t kEditedMark[] = u"✎";
 constexpr char16_t kBlankMark[] = u"*";
 
+/// The answers where another program has changed the row under the edit.
+enum ForeignChange { kMine, kTheirs, kNeither };
+
 /// A value that the grid cannot take, with the text that says why.
 class Refusal : public StorageError {
  public:
@@ -68,6 +71,14 @@ QVariantList ListGrid::valuesOf(const RecordSet& records) const {
   for (const ListColumn& column : columns_) {
     const QVariant value = records.value(QString::fromUtf16(column.column));
     values.append(value.isNull() ? QVariant() : value);
+  }
+  return values;
+}
+
+RowValues ListGrid::shownColumns(const ListRow& row) const {
+  RowValues values;
+  for (int column = 0; column < columnCount(); ++column) {
+    values.insert(info(column).name, row.stored[column]);
   }
   return values;
 }
@@ -144,12 +155,71 @@ bool ListGrid::storeRow() {
       case RowVerdict::Store:
         break;
     }
-    write();
-    return true;
+    return writeOrAsk();
   });
 }
 
-void ListGrid::write() {
+bool ListGrid::writeOrAsk() {
+  try {
+    write(false);
+    return true;
+  } catch (const RecordChanged& changed) {
+    switch (askAboutChange(changed)) {
+      case kMine:
+        write(true);
+        return true;
+      case kTheirs:
+        takeStored();
+        return true;
+      default:
+        return false;
+    }
+  }
+}
+
+int ListGrid::askAboutChange(const RecordChanged& changed) {
+  const auto shown = [this](int column, const QVariant& value) {
+    const QString text = shownValue(info(column), value);
+    return text.isEmpty() ? QStringLiteral("nichts") : u'"' + text + u'"';
+  };
+  QStringList lines;
+  for (int column = 0; column < columnCount(); ++column) {
+    const auto there = changed.stored().constFind(info(column).name);
+    if (there == changed.stored().constEnd()) continue;
+    lines << QStringLiteral("%1: dort %2, hier %3")
+                 .arg(QString::fromUtf16(columns_[static_cast<size_t>(column)].caption),
+                      shown(column, *there), shown(column, at(edited_).values[column]));
+  }
+  return prompt_.choose(
+      {.text = changed.text(),
+       .more = lines.join(u'\n'),
+       .answers = {QStringLiteral("&Meine Eingaben speichern"),
+                   QStringLiteral("Stand von &dort nehmen"), QStringLiteral("&Weiter bearbeiten")},
+       .safe = kNeither,
+       .icon = Icon::Warning});
+}
+
+/// The edited row becomes what another program has made of it.
+void ListGrid::takeStored() {
+  ListRow& row = at(edited_);
+  records_.setBookmark(row.key);
+  row.stored = valuesOf(records_);
+  row.values = row.stored;
+  tellChanged(std::exchange(edited_, -1));
+  reorder();
+}
+
+std::optional<QVariantList> ListGrid::storedNow(int row) {
+  try {
+    records_.setBookmark(at(row).key);
+    return valuesOf(records_);
+  } catch (const StorageError& error) {
+    if (error.code() != storage_error::kRecordDeleted) throw;
+    return std::nullopt;
+  }
+}
+
+void ListGrid::write(bool over) {
   ListRow& row = at(edited_);
   const bool isNew = row.isNew();
   if (isNew) {
@@ -159,17 +229,20 @@ void ListGrid::write() {
     records_.Edit();
   }
   try {
+    if (!isNew) records_.onShow(shownColumns(row));
     for (int column = 0; column < columnCount(); ++column) {
       if (row.values[column] == row.stored[column]) continue;
       records_.setValue(info(column).name, row.values[column]);
     }
-    records_.Update();
+    over ? records_.overwrite() : records_.Update();
   } catch (...) {
     records_.CancelUpdate();
     throw;
   }
   if (isNew) records_.MoveLast();
   row.key = records_.bookmark();
+  // Another program's columns were not on show yet.
+  if (over) row.values = valuesOf(records_);
   row.stored = row.values;
   const ListRow stored = row;
   tellChanged(std::exchange(edited_, -1));
@@ -234,6 +307,18 @@ bool ListGrid::deleteRow(int row) {
   }
   return attempt([&] {
     const ListRow doomed = at(place.row());
+    const std::optional<QVariantList> now = storedNow(place.row());
+    if (now && *now != doomed.stored) {
+      at(place.row()).stored = *now;
+      at(place.row()).values = *now;
+      tellChanged(place.row());
+      prompt_.message(QStringLiteral("Die Zeile wurde inzwischen von einem anderen Programm "
+                                     "geändert."),
+                      Icon::Warning,
+                      QStringLiteral("Sie ist nicht gelöscht und steht jetzt da, wie sie "
+                                     "gespeichert ist."));
+      return false;
+    }
     if (!rules_->mayDelete(doomed)) return false;
     records_.setBookmark(doomed.key);
     records_.Delete();

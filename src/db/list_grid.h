@@ -2,13 +2,15 @@
 //
 // Texts are taken cell by cell; a row is stored as a whole when it is left, or given up. Only one
 // row is being edited at any time. What may be done is asked from the table's ListRules; what the
-// storage refuses is shown through the Prompt, and the row stays in its edit.
+// storage refuses is shown through the Prompt, and the row stays in its edit. A row that another
+// program has changed under the edit is asked about.
 #pragma once
 
 #include <QAbstractTableModel>
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "db/list_rules.h"
@@ -61,11 +63,16 @@ class ListGrid final : public QAbstractTableModel {
   const ListRow& at(int row) const { return rows_[static_cast<size_t>(row)]; }
   const ColumnInfo& info(int column) const;
   QVariantList valuesOf(const RecordSet& records) const;
+  RowValues shownColumns(const ListRow& row) const;
   ListRow blank() const;
   bool attempt(const std::function<bool()>& operation) const;
   QVariant checked(int column, const QString& text) const;
   void take(int row, const ListRow& changed);
-  void write();
+  bool writeOrAsk();
+  void write(bool over);
+  void takeStored();
+  std::optional<QVariantList> storedNow(int row);
+  int askAboutChange(const RecordChanged& changed);
   void reorder();
   void remove(int row);
   void tellChanged(int row);

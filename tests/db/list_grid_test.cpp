@@ -137,6 +137,47 @@ TEST_F(ListGridTest, ARowThatAnotherProgramDeletedIsToldAndCanBeGivenUp) {
   EXPECT_TRUE(grid_->storeRow());
 }
 
+TEST_F(ListGridTest, ACellThatSomebodyElseChangedIsNotOverwrittenUnasked) {
+  ASSERT_TRUE(type(0, kText, "meine"));
+  base_.run("UPDATE ERAS SET FZ_ERA = 'fremd' WHERE FZ_ERA_SEQ = 1");
+  EXPECT_FALSE(grid_->storeRow()) << "the safe answer goes on editing";
+  ASSERT_EQ(prompt_.asked.size(), 1);
+  EXPECT_EQ(prompt_.below[0], str("Epoche: dort \"fremd\", hier \"meine\""));
+  EXPECT_EQ(stored("SELECT FZ_ERA FROM ERAS WHERE FZ_ERA_SEQ = 1"), str("fremd"));
+  prompt_.choices = {0};
+  EXPECT_TRUE(grid_->storeRow());
+  EXPECT_EQ(stored("SELECT FZ_ERA FROM ERAS WHERE FZ_ERA_SEQ = 1"), str("meine"));
+}
+
+TEST_F(ListGridTest, TheOthersCellsStayWhereOnlyMineIsStored) {
+  ASSERT_TRUE(type(0, kText, "meine"));
+  base_.run("UPDATE ERAS SET FZ_ERA_SEQ = 9 WHERE FZ_ERA_SEQ = 1");
+  prompt_.choices = {0};
+  EXPECT_TRUE(grid_->storeRow());
+  EXPECT_EQ(stored("SELECT FZ_ERA FROM ERAS WHERE FZ_ERA_SEQ = 9"), str("meine"));
+  EXPECT_EQ(column(kText), str("II III meine")) << "at the place that its number gives it";
+}
+
+TEST_F(ListGridTest, TheirsIsTakenAndShown) {
+  ASSERT_TRUE(type(0, kText, "meine"));
+  base_.run("UPDATE ERAS SET FZ_ERA = 'fremd' WHERE FZ_ERA_SEQ = 1");
+  prompt_.choices = {1};
+  EXPECT_TRUE(grid_->storeRow());
+  EXPECT_EQ(cell(0, kText), str("fremd"));
+  EXPECT_EQ(stored("SELECT FZ_ERA FROM ERAS WHERE FZ_ERA_SEQ = 1"), str("fremd"));
+  EXPECT_EQ(grid_->editedRow(), -1);
+}
+
+TEST_F(ListGridTest, ARowThatIsNotTheOneOnShowAnyMoreIsNotDeleted) {
+  base_.run("UPDATE ERAS SET FZ_ERA = 'fremd' WHERE FZ_ERA_SEQ = 1");
+  EXPECT_FALSE(grid_->deleteRow(0));
+  EXPECT_EQ(message(), str("Die Zeile wurde inzwischen von einem anderen Programm geändert."));
+  EXPECT_EQ(cell(0, kText), str("fremd"));
+  prompt_.answers = {Answer::Yes};
+  EXPECT_TRUE(grid_->deleteRow(0)) << "now that it is on show";
+  EXPECT_EQ(stored("SELECT COUNT(*) FROM ERAS"), str("2"));
+}
+
 TEST_F(ListGridTest, AQueryThatFailsLeavesTheGridAsItWas) {
   EXPECT_THROW(grid_->open(str("SELECT * FROM NICHTS")), StorageError);
   EXPECT_EQ(column(kText), str("I II III"));
