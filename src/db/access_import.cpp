@@ -6,6 +6,8 @@
 #include "base/prompt.h"
 #include "db/access_database.h"
 #include "db/database.h"
+#include "db/database_session.h"
+#include "db/old_descriptions.h"
 #include "db/take_over.h"
 #include "db/v2_import.h"
 
@@ -67,6 +69,7 @@ void AccessImport::ConvertDB(const QString& path, DatabaseSession& session) {
     lokari::ConvertDB([&] { return std::make_unique<AccessDatabase>(parts_.reader, path); },
                       session, progress);
   });
+  if (session.hasDatabase()) bring(path, session.database());
 }
 
 std::optional<QString> AccessImport::takeOver(const QString& path) {
@@ -77,7 +80,21 @@ std::optional<QString> AccessImport::takeOver(const QString& path) {
   parts_.run([&](Progress& progress) {
     taken = takeOverAccess(parts_.reader, path, target, parts_.appPath, progress).has_value();
   });
-  return taken ? target : QString();
+  if (!taken) return QString();
+  try {
+    bring(path, Database(target));
+  } catch (const StorageError&) {
+    // Opening it tells what is wrong.
+  }
+  return target;
+}
+
+void AccessImport::bring(const QString& path, const Database& database) {
+  try {
+    bringDescriptions(parts_.prompt, path, database, parts_.appPath);
+  } catch (const StorageError& error) {
+    parts_.prompt.message(error.text());
+  }
 }
 
 bool AccessImport::isCurrent(const QString& path) {

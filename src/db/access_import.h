@@ -9,6 +9,7 @@
 
 namespace lokari {
 
+class Database;
 class Prompt;
 
 enum class AccessKind {
@@ -49,6 +50,7 @@ class AccessImport final : public OldFormat {
 
  private:
   bool isCurrent(const QString& path);
+  void bring(const QString& path, const Database& database);
   /// The database to open: one that was taken over before, or a new name; empty when the user wants
   /// neither.
   QString chooseTarget(const QString& path);

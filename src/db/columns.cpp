@@ -15,6 +15,9 @@ constexpr Declaration kDeclarations[] = {
     {u"INTEGER", ColumnType::Long}, {u"CURRENCY", ColumnType::Currency},
     {u"VARCHAR", ColumnType::Text}, {u"BLOB", ColumnType::Binary},
 };
+/// The widest text that Access has beside its memos, which have no limit. A column that is declared
+/// as wide takes what a memo holds, so that none comes over cut.
+constexpr int kMemo = 255;
 
 }  // namespace
 
@@ -29,7 +32,7 @@ ColumnInfo ColumnInfo::declared(const QString& name, const QString& declaration)
     return info;
   }
   const int size = declaration.section(u'(', 1).section(u')', 0, 0).toInt();
-  if (size > 0) info.size = size;
+  if (size > 0 && size < kMemo) info.size = size;
   return info;
 }
 

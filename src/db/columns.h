@@ -27,7 +27,7 @@ struct ColumnInfo {
   bool isNumeric() const { return type >= ColumnType::Byte && type <= ColumnType::Currency; }
 
   /// From the declaration in the schema: VARCHAR(n), TINYINT, SMALLINT, INTEGER, CURRENCY, BLOB.
-  /// Anything else is text without a limit.
+  /// Anything else is text without a limit, and so is VARCHAR(255): a memo.
   static ColumnInfo declared(const QString& name, const QString& declaration);
 };
 

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -28,6 +29,26 @@ constexpr std::array kTables{
 };
 /// Rows between two looks at the user.
 constexpr int kPause = 32;
+
+/// The hidden folder in which a database is made, and the file in it that tells whose it is.
+constexpr char16_t kWorkshop[] = u".lokari-uebernahme-";
+constexpr char16_t kLiving[] = u"in-arbeit";
+
+/// A take-over that was killed leaves its folder; the next one knows by its file that nobody works
+/// in there any more.
+void removeLeftovers(const QDir& folder) {
+  const QStringList names = folder.entryList({QString::fromUtf16(kWorkshop) + u'*'},
+                                             QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
+  for (const QString& name : names) {
+    QDir left(folder.filePath(name));
+    QLockFile living(left.filePath(QString::fromUtf16(kLiving)));
+    // Only the death of its program makes it free, not its age.
+    living.setStaleLockTime(0);
+    if (!living.tryLock(0)) continue;
+    living.unlock();
+    left.removeRecursively();
+  }
+}
 
 /// The user has had enough.
 struct Stopped {};
@@ -78,7 +99,12 @@ TakeOver::TakeOver(ForeignDatabase& source, TakeOverPlan plan, Progress& progres
 
 bool TakeOver::run() {
   const QDir folder = QFileInfo(plan_.target).dir();
-  const QTemporaryDir workshop(folder.filePath(QStringLiteral(".lokari-uebernahme-XXXXXX")));
+  removeLeftovers(folder);
+  const QTemporaryDir workshop(folder.filePath(QString::fromUtf16(kWorkshop)) +
+                               QStringLiteral("XXXXXX"));
+  QLockFile living(workshop.filePath(QString::fromUtf16(kLiving)));
+  living.setStaleLockTime(0);
+  living.tryLock(0);
   const QString file = workshop.filePath(QStringLiteral("neu.MDB"));
   if (!QFileInfo(plan_.templatePath).isReadable()) throw noTemplate();
   if (const QString fault = templateFault(plan_.templatePath); !fault.isEmpty()) {

@@ -1,17 +1,22 @@
 #include "db/v2_import.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QSqlQuery>
 
 #include <algorithm>
 #include <optional>
 
 #include "base/numbers.h"
+#include "base/paths.h"
 #include "base/progress.h"
+#include "base/text_file.h"
 #include "db/column_values.h"
 #include "db/cv_record.h"
 #include "db/database_session.h"
 #include "db/ole_picture.h"
 #include "db/row_faults.h"
+#include "db/take_over_report.h"
 
 namespace lokari {
 namespace {
@@ -34,6 +39,7 @@ struct Counts {
 /// How an import came to its end.
 struct Outcome {
   Counts counts;
+  QStringList left;  ///< a sentence for each row that was not taken, with its reason
   std::optional<StorageError> broken;  ///< why the source could not be read to its end
   bool stopped = false;                ///< by the user
 
@@ -65,11 +71,37 @@ QString report(const Outcome& outcome) {
   return text;
 }
 
+/// All sentences, in a file beside the database. Gives its name; empty where there is none.
+QString keepRemarks(const QString& database, const QStringList& remarks) {
+  const QFileInfo file(database);
+  const QString stem = file.completeBaseName() + QStringLiteral("-Import");
+  QString place;
+  for (int number = 1; place.isEmpty() || QFileInfo::exists(place); ++number) {
+    place = file.dir().filePath(number == 1 ? stem + QStringLiteral(".txt")
+                                            : QStringLiteral("%1 %2.txt").arg(stem).arg(number));
+  }
+  const QByteArray text = encodeMarkedUtf8(remarks.join(QStringLiteral("\r\n")));
+  return writeFileAtomically(place, text) ? fileNameOf(place) : QString();
+}
+
+/// Below the report: what was not taken, and why; as many as have room.
+QString remarksBelow(const QString& database, const QStringList& left) {
+  if (left.isEmpty()) return {};
+  QString text = QStringLiteral("\r");
+  for (const QString& each : left.mid(0, kShownRemarks)) text += QStringLiteral("\r• ") + each;
+  if (left.size() <= kShownRemarks) return text;
+  text += QStringLiteral("\r… und %1 weitere").arg(left.size() - kShownRemarks);
+  const QString name = keepRemarks(database, left);
+  if (!name.isEmpty()) text += QStringLiteral("\rAlle: ") + name;
+  return text;
+}
+
 class V2Import {
  public:
   V2Import(ForeignTable& source, Database& target, Progress& progress)
       : source_(source), target_(target), progress_(progress) {
     records_.open(target, QStringLiteral("SELECT * FROM LOCO_DAT WHERE DC_RECNO = 0"));
+    records_.joinTransaction();
     target.query(QStringLiteral("SELECT MAX(DC_RECNO) FROM LOCO_DAT"),
                  [this](const QSqlQuery& row) { nextRecNo_ = row.value(0).toLongLong(); });
   }
@@ -115,6 +147,7 @@ class V2Import {
     try {
       if (isKnown(address())) {
         ++outcome_.counts.doubled;
+        leave(QStringLiteral("Die Adresse gibt es schon, ") + ownerOf(address()));
         return;
       }
       store();
@@ -123,7 +156,28 @@ class V2Import {
       if (!concernsRow(error)) throw;
       records_.CancelUpdate();
       ++outcome_.counts.failed;
+      leave(error.text());
     }
+  }
+
+  void leave(const QString& why) {
+    outcome_.left << QStringLiteral("Adresse %1 \"%2\": %3")
+                         .arg(value(QStringLiteral("DC_ADR")).toString(),
+                              value(QStringLiteral("ST_SNAME")).toString(), why);
+  }
+
+  /// Who has an address in the database.
+  QString ownerOf(int address) const {
+    QString owner;
+    target_.read(QStringLiteral("SELECT ST_SNAME, DC_COLL FROM LOCO_DAT WHERE DC_ADR = ? LIMIT 1"),
+                 {address}, [&owner](const QSqlQuery& row) {
+                   owner = QStringLiteral("\"%1\"").arg(row.value(0).toString());
+                   const QString collection = row.value(1).toString();
+                   if (!collection.isEmpty()) {
+                     owner += QStringLiteral(" in der Sammlung \"%1\"").arg(collection);
+                   }
+                 });
+    return owner + u'.';
   }
 
   int address() const {
@@ -222,13 +276,15 @@ Outcome takeOver(const OpenForeign& openSource, Database& target, Progress& prog
   return V2Import(*vehicles, target, progress).run();
 }
 
-bool runWithReport(Progress& progress, const std::function<Outcome()>& import) {
+/// `database` is the path of the target.
+bool runWithReport(Progress& progress, const QString& database,
+                   const std::function<Outcome()>& import) {
   progress.setStatus(QStringLiteral("Importiere Tabelle LOCO_DAT...\r\r"));
   progress.setPercent(0);
   try {
     const Outcome outcome = import();
     progress.setPercent(100);
-    progress.setStatus(report(outcome));
+    progress.setStatus(report(outcome) + remarksBelow(database, outcome.left));
     return outcome.whole();
   } catch (const StorageError& error) {
     progress.setStatus(errorText(error));
@@ -239,7 +295,8 @@ bool runWithReport(Progress& progress, const std::function<Outcome()>& import) {
 }  // namespace
 
 void ConvertDB(const OpenForeign& openSource, DatabaseSession& session, Progress& progress) {
-  runWithReport(progress, [&] {
+  const QString path = session.hasDatabase() ? session.database().path() : QString();
+  runWithReport(progress, path, [&] {
     if (!session.hasDatabase()) {
       throw StorageError(storage_error::kNoDatabase,
                          QStringLiteral("Es ist keine Datenbank geöffnet, die die Fahrzeuge "
@@ -252,7 +309,8 @@ void ConvertDB(const OpenForeign& openSource, DatabaseSession& session, Progress
 }
 
 bool importVehicles(const OpenForeign& openSource, Database& target, Progress& progress) {
-  return runWithReport(progress, [&] { return takeOver(openSource, target, progress); });
+  return runWithReport(progress, target.path(),
+                       [&] { return takeOver(openSource, target, progress); });
 }
 
 }  // namespace lokari

@@ -82,6 +82,53 @@ TEST_F(AccessImportTest, AChosenFileIsTakenOverBesideItAndOpened) {
             test::AccessFiles::contents(test::AccessFiles::original(str("jet4_current.mdb"))));
 }
 
+class OldInstallation : public AccessImportTest {
+ protected:
+  OldInstallation() {
+    EXPECT_TRUE(QDir(files_.folder()).mkpath(str("ALT/DB")));
+    files_.write(str("ALT/DB/club.mdb"),
+                 test::AccessFiles::contents(test::AccessFiles::original(str("jet4_current.mdb"))));
+    EXPECT_TRUE(QDir(files_.folder()).mkpath(str("ALT/Zimo")));
+    EXPECT_TRUE(QDir(files_.folder()).mkpath(str("Zimo")));
+    files_.write(str("ALT/Zimo/MXALT.dec"), "[MXALT]");
+    files_.write(str("ALT/Zimo/MXNEU.DEC"), "[old]");
+    files_.write(str("Zimo/mxneu.dec"), "[own]");
+  }
+};
+
+TEST_F(OldInstallation, ItsDescriptionsAreOfferedAlongAndNothingIsWrittenOver) {
+  ASSERT_EQ(start("OFFEN.MDB"), 0);
+  prompt_.answers = {Answer::Yes, Answer::Yes};
+  choose("ALT/DB/club.mdb");
+  ASSERT_EQ(prompt_.shown.size(), 2) << qPrintable(prompt_.shown.join(u'\n'));
+  EXPECT_EQ(prompt_.shown[1], str("Im Ordner ") + path("ALT") +
+                                  str(" liegen Beschreibungen von Decodertypen, die Lokari nicht "
+                                      "hat.\n1 Beschreibungsdatei in den Datenordner kopieren?"));
+  EXPECT_EQ(prompt_.below[1], str("Zimo/MXALT.dec"));
+  EXPECT_EQ(test::AccessFiles::contents(path("Zimo/MXALT.dec")), "[MXALT]");
+  EXPECT_EQ(test::AccessFiles::contents(path("Zimo/mxneu.dec")), "[own]");
+  EXPECT_EQ(vehicles(), 45);
+}
+
+TEST_F(OldInstallation, WhoSaysNoGetsTheDatabaseAlone) {
+  ASSERT_EQ(start("OFFEN.MDB"), 0);
+  prompt_.answers = {Answer::Yes, Answer::No};
+  choose("ALT/DB/club.mdb");
+  EXPECT_FALSE(QFile::exists(path("Zimo/MXALT.dec")));
+  EXPECT_EQ(vehicles(), 45);
+}
+
+TEST_F(OldInstallation, TypesWithoutADescriptionSayThatTheyOpenAsStandard) {
+  files_.write(str("Default.dec"), "[Standard]");
+  ASSERT_EQ(start("OFFEN.MDB"), 0);
+  prompt_.answers = {Answer::Yes, Answer::No};
+  choose("ALT/DB/club.mdb");
+  ASSERT_EQ(prompt_.shown.size(), 3);
+  EXPECT_EQ(prompt_.shown[2], str("Decodertypen ohne Beschreibungsdatei: Das Decoderfenster öffnet "
+                                  "sie wie einen Standard-Decoder."));
+  EXPECT_TRUE(prompt_.below[2].contains(str("Fahrzeug"))) << qPrintable(prompt_.below[2]);
+}
+
 TEST_F(AccessImportTest, ARefusedOneLeavesTheOldDatabaseAndMakesNothing) {
   ASSERT_EQ(start("OFFEN.MDB"), 0);
   files_.copy(str("jet4_current.mdb"));
@@ -159,7 +206,7 @@ TEST_F(AccessImportTest, AV2FileGoesIntoTheOpenDatabaseAfterItsQuestion) {
   EXPECT_EQ(prompt_.shown, QStringList{str("Die Datenbank is noch im Format von Lokari V2.\n"
                                            "In aktuelle V3-Datenbank importieren?")});
   // 41 vehicles, two of them with the address 100, which the open database has as well.
-  EXPECT_EQ(files_.report(),
+  EXPECT_EQ(files_.report().section(str("\r\r"), 0, 0),
             str("Import erfolgreich abgeschlossen,\r 39 Datensätze importiert!\r(2 Datensätze "
                 "doppelt)"));
   EXPECT_EQ(vehicles(), 40);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QLockFile>
 #include <QSqlQuery>
 
 #include "access_files.h"
@@ -145,21 +146,56 @@ TEST_F(TakeOverTest, PicturesInAWrapperAreUnwrapped) {
 }
 
 TEST_F(TakeOverTest, ATextThatIsTooLongIsCutAndKeptWhole) {
-  const QString text = QString(255, u'ä') + str("Ende");
+  tables_[0].columns[3] = str("FZ_LNAME");
+  const QString text = QString(40, u'ä') + str("Ende");
   add(7, 3, "Anlage", text);
-  add(8, 4, "Anlage", QString(255, u'ä'));
+  add(8, 4, "Anlage", QString(40, u'ä'));
   ASSERT_TRUE(run());
-  EXPECT_EQ(stored("SELECT MD_INFO FROM LOCO_DAT"),
-            QVariantList({QString(255, u'ä'), QString(255, u'ä')}));
-  EXPECT_EQ(test::AccessFiles::contents(report_.kept + str("/MD_INFO 1.txt")),
+  EXPECT_EQ(stored("SELECT FZ_LNAME FROM LOCO_DAT"),
+            QVariantList({QString(40, u'ä'), QString(40, u'ä')}));
+  EXPECT_EQ(test::AccessFiles::contents(report_.kept + str("/FZ_LNAME 1.txt")),
             "\xEF\xBB\xBF" + text.toUtf8());
   EXPECT_EQ(report_.skipped.size(), 0);
 }
 
 TEST_F(TakeOverTest, ACutGoesThroughNoCharacter) {
-  add(7, 3, "Anlage", QString(254, u'x') + str("🚂"));
+  tables_[0].columns[3] = str("FZ_LNAME");
+  add(7, 3, "Anlage", QString(39, u'x') + str("🚂"));
   ASSERT_TRUE(run());
-  EXPECT_EQ(stored("SELECT MD_INFO FROM LOCO_DAT"), QVariantList{QString(254, u'x')});
+  EXPECT_EQ(stored("SELECT FZ_LNAME FROM LOCO_DAT"), QVariantList{QString(39, u'x')});
+}
+
+TEST_F(TakeOverTest, ARemarkComesOverWholeHoweverLongItIs) {
+  const QString remark = QString(20000, u'ä') + str("Ende");
+  add(7, 3, "Anlage", remark);
+  ASSERT_TRUE(run());
+  EXPECT_EQ(stored("SELECT MD_INFO FROM LOCO_DAT"), QVariantList{remark});
+  EXPECT_FALSE(report_.remarks().join(u'\n').contains(str("MD_INFO")));
+}
+
+TEST_F(TakeOverTest, TheFolderOfAKilledOneGoesWithTheNextAndALivingOneStays) {
+  const QDir folder(files_.folder());
+  ASSERT_TRUE(folder.mkpath(str(".lokari-uebernahme-killed/Dateien")));
+  files_.write(str(".lokari-uebernahme-killed/neu.MDB"), "half");
+  ASSERT_TRUE(folder.mkpath(str(".lokari-uebernahme-living")));
+  QLockFile living(files_.path(str(".lokari-uebernahme-living/in-arbeit")));
+  ASSERT_TRUE(living.tryLock());
+  add(1, 3, "Anlage");
+  ASSERT_TRUE(run());
+  EXPECT_EQ(files_.names(), QStringList({".lokari-uebernahme-living", "NEU-Dateien", "NEU.MDB"}));
+}
+
+TEST_F(TakeOverTest, ATemplateThatIsNoDatabaseIsNamed) {
+  files_.write(str("EMPTY.MDB"), "rubbish");
+  add(1, 3, "Anlage");
+  try {
+    run();
+    FAIL();
+  } catch (const StorageError& error) {
+    EXPECT_EQ(error.text(),
+              str("Die Vorlage EMPTY.MDB ist nicht brauchbar: Die Datei ist keine Datenbank."));
+  }
+  EXPECT_EQ(files_.names(), QStringList());
 }
 
 TEST_F(TakeOverTest, AStoppedOneLeavesNothing) {

@@ -40,10 +40,12 @@ class V2ImportTest : public ::testing::Test {
         {static_cast<int>(rows.size()) + 1, address, 1, values, marks, shortName, longName, 12.5});
   }
 
-  /// Imports; gives the report.
+  /// Imports; gives the report without the remarks below it.
   QString import() {
     good_ = importVehicles([this] { return open(); }, base_.open(), progress_);
-    return progress_.statuses.last();
+    const QString report = progress_.statuses.last();
+    remarks_ = report.section(str("\r\r"), 1);
+    return report.section(str("\r\r"), 0, 0);
   }
 
   std::unique_ptr<ForeignDatabase> open() {
@@ -61,6 +63,7 @@ class V2ImportTest : public ::testing::Test {
   QList<test::MemoryTable> tables_;
   test::TestDatabase base_;
   test::RecordingProgress progress_;
+  QString remarks_;
   bool good_ = false;
 };
 
@@ -158,6 +161,41 @@ TEST_F(V2ImportTest, CountsRowsThatTheTargetRefusesAndGoesOn) {
                                      " 3 Datensätze nicht importiert!\r(1 Datensätze doppelt)"));
   EXPECT_FALSE(good_);
   EXPECT_EQ(stored("SELECT DC_ADR FROM LOCO_DAT"), QVariantList{4});
+}
+
+TEST_F(V2ImportTest, NamesEachRowThatItDidNotTakeAndWhy) {
+  base_.addVehicle(3, str("Vitrine"), str("da"));
+  add(3, str("V100"));
+  add(4, str("viel zu lang"));
+  add(QVariant(), str("C"));
+  import();
+  EXPECT_EQ(remarks_,
+            str("• Adresse 3 \"V100\": Die Adresse gibt es schon, \"da\" in der Sammlung "
+                "\"Vitrine\".\r• Adresse 4 \"viel zu lang\": Der Text ist zu lang für das Feld "
+                "Kurzname (höchstens 6 Zeichen).\r• Adresse  \"C\": Das Fahrzeug hat keine "
+                "Adresse."));
+  EXPECT_FALSE(QFile::exists(base_.folder() + str("/TEST-Import.txt")));
+}
+
+TEST_F(V2ImportTest, ManyRowsAreNamedInAFileBesideTheDatabase) {
+  for (int address = 1; address <= 9; ++address) add(address, str("viel zu lang"));
+  import();
+  EXPECT_EQ(remarks_.count(u'•'), 5);
+  EXPECT_TRUE(remarks_.endsWith(str("… und 4 weitere\rAlle: TEST-Import.txt")))
+      << qPrintable(remarks_);
+  QFile file(base_.folder() + str("/TEST-Import.txt"));
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_EQ(QString::fromUtf8(file.readAll()).count(str("Adresse ")), 9);
+}
+
+TEST_F(V2ImportTest, TakesALongRemarkWhole) {
+  tables_[0].columns[7] = str("MD_INFO");
+  const QString remark = QString(5000, u'ä');
+  add(3, str("A"));
+  tables_[0].rows.last().last() = remark;
+  import();
+  EXPECT_TRUE(good_);
+  EXPECT_EQ(stored("SELECT MD_INFO FROM LOCO_DAT"), QVariantList{remark});
 }
 
 TEST_F(V2ImportTest, ARefusedRowDoesNotMakeItsAddressADouble) {
