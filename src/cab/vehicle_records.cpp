@@ -63,6 +63,12 @@ void VehicleRecords::storeCVs(const CabRecord& record, int set,
                         .arg(record.shortName));
     return;
   }
+  // A transaction that is taken back would take these values with it.
+  session_->database().whenFree([this, record, set, changes] { store(record, set, changes); });
+}
+
+void VehicleRecords::store(const CabRecord& record, int set,
+                           const std::vector<ChangedCV>& changes) {
   try {
     RecordSet records;
     openRow(records, session_->database(), "DC_RECNO", record.recNo);

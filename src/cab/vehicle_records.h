@@ -42,10 +42,11 @@ class VehicleRecords {
   QString nameOf(int address) const;
   /// Puts changed CVs into set `set`, 1 to 5, of the record, and, when it is the one on show, into
   /// what the main window keeps of it. Nothing happens when the record is gone; a failure of the
-  /// storage is told.
+  /// storage is told. While the whole database is being changed they wait for its end.
   void storeCVs(const CabRecord& record, int set, const std::vector<ChangedCV>& changes);
 
  private:
+  void store(const CabRecord& record, int set, const std::vector<ChangedCV>& changes);
   bool isOnShow(const CabRecord& record) const;
 
   DatabaseSession* session_;

@@ -37,11 +37,13 @@ void updateCatalogue(const Database& source, Database& target) {
   target.transaction([&] {
     RecordSet makers;
     makers.open(target, QStringLiteral("SELECT * FROM DCMANUFS"));
+    makers.joinTransaction();
     source.read(
         QStringLiteral("SELECT DC_MANUF, DC_MANUF_TEXT FROM DCMANUFS"), {},
         [&makers](const QSqlQuery& row) { takeMaker(makers, row.value(0).toInt(), row.value(1)); });
     RecordSet types;
     types.open(target, QStringLiteral("SELECT * FROM DECODERS"));
+    types.joinTransaction();
     source.read(QStringLiteral("SELECT DC_MANUF, DC_DECODER FROM DECODERS"), {},
                 [&types](const QSqlQuery& row) {
                   addType(types, row.value(0).toInt(), row.value(1).toString());

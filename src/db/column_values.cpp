@@ -11,6 +11,9 @@ namespace lokari {
 namespace {
 
 constexpr double kCurrencyPlaces = 10000.0;
+constexpr int kStoredPlaces = 4;
+/// An amount is shown as prices are written, with more places only where it has them.
+constexpr int kShownPlaces = 2;
 // An amount is a 64-bit count of its smallest part elsewhere; beyond this a double is not exact.
 constexpr double kLargestAmount = 900000000000.0;
 
@@ -86,9 +89,9 @@ QVariant columnValue(const ColumnInfo& column, const QVariant& value) {
 QString shownValue(const ColumnInfo& column, const QVariant& value) {
   if (value.isNull() || column.type == ColumnType::Binary) return {};
   if (column.type != ColumnType::Currency) return value.toString();
-  QString text = QString::number(value.toDouble(), 'f', 4);
-  while (text.endsWith(u'0')) text.chop(1);
-  if (text.endsWith(u'.')) text.chop(1);
+  QString text = QString::number(value.toDouble(), 'f', kStoredPlaces);
+  const qsizetype shortest = text.indexOf(u'.') + 1 + kShownPlaces;
+  while (text.size() > shortest && text.endsWith(u'0')) text.chop(1);
   return text.replace(u'.', u',');
 }
 

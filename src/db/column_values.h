@@ -14,7 +14,7 @@ namespace lokari {
 QVariant columnValue(const ColumnInfo& column, const QVariant& value);
 
 /// A value as a control shows it: empty for Null and bytes; an amount with "," as its decimal
-/// separator and no superfluous digits.
+/// separator and at least two places behind it.
 QString shownValue(const ColumnInfo& column, const QVariant& value);
 
 }  // namespace lokari

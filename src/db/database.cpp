@@ -7,6 +7,7 @@
 #include <QUuid>
 
 #include <stdexcept>
+#include <utility>
 
 #include "db/access_database.h"
 #include "db/jet_sql.h"
@@ -209,7 +210,6 @@ void Database::transaction(const std::function<void()>& work) {
   try {
     work();
     write(QStringLiteral("COMMIT"), {});
-    inTransaction_ = false;
   } catch (...) {
     inTransaction_ = false;
     try {
@@ -217,8 +217,23 @@ void Database::transaction(const std::function<void()>& work) {
     } catch (const StorageError&) {
       // Some failures, a full disk among them, have already taken everything back.
     }
+    doWaiting();
     throw;
   }
+  inTransaction_ = false;
+  doWaiting();
+}
+
+void Database::whenFree(const std::function<void()>& work) {
+  if (inTransaction_) {
+    waiting_.push_back(work);
+  } else {
+    work();
+  }
+}
+
+void Database::doWaiting() {
+  for (const auto& work : std::exchange(waiting_, {})) work();
 }
 
 void Database::query(const QString& query, const RowHandler& row) const {

@@ -11,6 +11,7 @@
 #include <QVariant>
 
 #include <functional>
+#include <vector>
 
 #include "db/columns.h"
 #include "db/storage_error.h"
@@ -61,6 +62,10 @@ class Database {
   /// programming error: std::logic_error.
   void transaction(const std::function<void()>& work);
 
+  /// Does `work` as soon as no transaction runs: now, or behind its end, however it ends. For what
+  /// must not be lost and nobody waits for.
+  void whenFree(const std::function<void()>& work);
+
   /// How long, in milliseconds, a file that another program holds is waited for from now on.
   void setPatience(int ms);
 
@@ -79,12 +84,14 @@ class Database {
   void closeConnections();
   void checkFormat();
   void readSchema();
+  void doWaiting();
 
   QString path_;
   QString readerName_;
   QString writerName_;
   Schema schema_;
   bool inTransaction_ = false;
+  std::vector<std::function<void()>> waiting_;  // for the end of the transaction
 };
 
 }  // namespace lokari

@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "base/ini_file.h"
 #include "base/numbers.h"
 #include "base/paths.h"
 #include "base/prompt.h"
@@ -130,13 +131,14 @@ int DatabaseSession::openingFailed(const StorageError& error) {
 void DatabaseSession::tellRefusal() {
   if (refusal_.isEmpty()) return;
   const QString advice =
-      hasDatabase()
-          ? QStringLiteral("Die Datei bleibt, wie sie ist, und %1 bleibt geöffnet. Öffnen lassen "
-                           "sich Datenbanken, die mit Lokari angelegt oder übernommen wurden.")
-                .arg(fileNameOf(openPath_))
-          : QStringLiteral("Die Datei bleibt, wie sie ist. Eine Sicherung der Datenbank an ihre "
-                           "Stelle legen, oder in %1 unter DBPath eine andere Datenbank nennen.")
-                .arg(parts_.ini.path());
+      hasDatabase() ? QStringLiteral(
+                          "Die Datei bleibt, wie sie ist, und %1 bleibt geöffnet. Öffnen lassen "
+                          "sich Datenbanken, die mit Lokari angelegt oder übernommen wurden.")
+                          .arg(fileNameOf(openPath_))
+                    : QStringLiteral(
+                          "Die Datei bleibt, wie sie ist. Eine Sicherung der Datenbank an ihre "
+                          "Stelle legen, oder in %1 unter DBPath eine andere Datenbank nennen.")
+                          .arg(parts_.ini.path());
   parts_.prompt.message(std::exchange(refusal_, {}), Icon::Warning, advice);
 }
 

@@ -27,6 +27,7 @@ inline constexpr Name kPicDel{u"butPicDel"};
 inline constexpr Name kInsert{u"mnuEditInsert"};
 
 inline constexpr Name kUndo{u"butUndo"};
+inline constexpr Name kFindNext{u"mnuEditFindNext"};
 inline constexpr Name kUndoEntry{u"mnuEditUndo"};
 
 inline constexpr Name kPictureColumn{u"MD_PIC"};
@@ -35,6 +36,10 @@ inline constexpr Name kNewRecord{u"neuer Satz"};
 /// Lowest and highest address of a decoder.
 inline constexpr int kLowestAddress = 1;
 inline constexpr int kHighestAddress = 10239;
+
+inline bool isAddress(double value) {
+  return value >= kLowestAddress && value <= kHighestAddress;
+}
 
 inline QStringList toolbar() {
   return {QStringLiteral("butTable"), QStringLiteral("butFind"), QStringLiteral("butNew"),

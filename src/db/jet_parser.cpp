@@ -1,5 +1,6 @@
 #include "db/jet_parser.h"
 
+#include "base/numbers.h"
 #include "db/like_pattern.h"
 #include "db/sqlite_functions.h"
 #include "db/storage_error.h"
@@ -259,12 +260,14 @@ JetParser::Operand JetParser::operand() {
     case JetTokenKind::Symbol: {
       const bool negative = acceptSymbol(u"-");
       if (peek().kind != JetTokenKind::Number) refuse();
-      const QString digits = tokens_.at(at_++).text;
+      const QString digits = peek().text;
       bool whole = false;
       const qlonglong number = digits.toLongLong(&whole);
+      const std::optional<double> value = parseNumber(digits);
+      if (!whole && !value) refuse();
+      ++at_;
       if (whole) return {OperandKind::Number, mark(negative ? -number : number), false};
-      const double value = digits.toDouble();
-      return {OperandKind::Number, mark(negative ? -value : value), false};
+      return {OperandKind::Number, mark(negative ? -*value : *value), false};
     }
     case JetTokenKind::Word:
       ++at_;

@@ -54,7 +54,8 @@ class Tokenizer {
   JetToken number() {
     const qsizetype begin = at_;
     skipDigits();
-    if (peek() == u'.') {
+    // Amounts are shown with a comma, and so people type them.
+    while (peek() == u'.' || (peek() == u',' && isDigit(peek(1)))) {
       ++at_;
       skipDigits();
     }

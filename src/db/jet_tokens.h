@@ -20,9 +20,9 @@ struct JetToken {
 };
 
 /// The tokens of a query, an End last. A number ends at the first character that cannot belong to
-/// it, so "7AND" is a number and a word. Texts stand in double or single quotes, a doubled quote
-/// inside stands for one. Throws StorageError for any other character and for a text without an
-/// end.
+/// it, so "7AND" is a number and a word; it may hold decimal points and commas. Texts stand in
+/// double or single quotes, a doubled quote inside stands for one. Throws StorageError for any
+/// other character and for a text without an end.
 QList<JetToken> jetTokens(const QString& query);
 
 }  // namespace lokari

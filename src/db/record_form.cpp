@@ -34,6 +34,7 @@ RecordForm::RecordForm(RecordFormParts parts, QObject* parent)
   addControl(form::kPicDel);
   addControl(form::kInsert, false);
   addControl(form::kUndoEntry, false);
+  addControl(form::kFindNext, false);
   addControl(form::kUndo, true, false);
   for (const form::Name& control : {form::kOk, form::kCancel, form::kFilter}) {
     addControl(control, true, false);
@@ -112,6 +113,7 @@ void RecordForm::bind(Database& database, RecordSet records) {
   reportFilter.clear();
   emit filteredChanged(false);
   rememberDeleted({}, 0);
+  rememberFind({});
   browse();
   for (const ReferenceList& list : referenceLists()) refreshList(name(list.control));
   show();

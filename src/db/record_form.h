@@ -6,7 +6,8 @@
 // `dc_manuf`, buttons (`butTable`, `butFind`, `butNew`, `butDelete`, `butOK`, `butCancel`,
 // `butFilter`, `butPicLink`, `butPicDel`, `butProg`, `butDrive`, `butSwitch`), the navigator
 // `Data1` and the menu entries `mnuDbPrint`, `mnuEditNew`, `mnuEditCopy`, `mnuEditInsert`,
-// `mnuEditDelete`, `mnuEditFind`. Texts of `butOK` and `Data1` are their captions.
+// `mnuEditDelete`, `mnuEditFind`, `mnuEditFindNext`. Texts of `butOK` and `Data1` are their
+// captions.
 //
 // No operation throws: a storage failure is shown through the Prompt.
 #pragma once
@@ -23,6 +24,7 @@
 #include <optional>
 
 #include "db/cv_record.h"
+#include "db/record_search.h"
 #include "db/record_set.h"
 
 namespace lokari {
@@ -171,6 +173,8 @@ class RecordForm : public QObject {
   void butFind();
   /// Restricts the record set to what the query form asks for; an empty form ends the filter.
   void butFilter();
+  /// Goes on to the next record behind the one on show that the last find was for.
+  void mnuEditFindNext();
   /// True while the form is a query form. What it holds then is no record and is never stored.
   bool isSearching() const { return isVisible(QStringLiteral("butFilter")); }
   void mnuEditCopy();
@@ -262,6 +266,8 @@ class RecordForm : public QObject {
   void chngComboField(const FormField& field);
   bool chkDbField(const FormField& field);
   void focusBack(const QString& control, const QString& message);
+  /// Throws StorageError.
+  void begin();
   bool beginEdit();
   void writeControls();
 
@@ -291,7 +297,7 @@ class RecordForm : public QObject {
   void noteUnsaved();
   bool attempt(const std::function<void()>& operation);
   void whileLocked(const std::function<void()>& operation);
-  void tell(const QString& text);
+  void tell(const QString& text, const QString& more = {});
   void noteFailure(const StorageError& error);
   void report(const StorageError& error);
 
@@ -299,8 +305,14 @@ class RecordForm : public QObject {
   void browse();
   void dropBlank();
   void runSearch(bool filter);
-  void findFirst(const QString& condition, const Bookmark& lastPlace);
-  void filterBy(const QString& condition, const QString& selection);
+  void findFirst(const SearchCondition& condition);
+  void filterBy(const SearchCondition& condition);
+  /// Tells that nothing was found. Gives the condition with stars where that finds something and
+  /// the user wants it, else one without `sql`.
+  SearchCondition offerStars(const SearchCondition& condition);
+  int countOf(const QString& condition) const;
+  void rememberFind(const QString& condition);
+  void offerFindNext();
   void deleteRecord();
   void rememberDeleted(std::optional<RowValues> row, int position);
 
@@ -318,6 +330,8 @@ class RecordForm : public QObject {
   bool unsaved_ = false;
   bool collectionTaken_ = false;  // the collection that is being typed has the address already
   bool telling_ = false;          // a box of this form is open
+  bool waiting_ = false;          // for a file that another program holds
+  QString lastFind_;              // the condition of the last find; empty for none
   QByteArray picture_;
   int typeOption_ = 0;
   std::unique_ptr<FormClipboard> clipboard_;

@@ -24,6 +24,7 @@ void RecordForm::butNew() {
   setText(form::kOk, QStringLiteral("OK"));
   setVisible({form::kOk, form::kCancel}, true);
   setEnabled(form::drivingButtons() + form::menuEntries(), false);
+  offerFindNext();
 
   if (!validate(FormAction::Add) || !attempt([this] { records_.AddNew(); })) return;
   noteStored();
@@ -81,6 +82,7 @@ void RecordForm::browse() {
   setEnabled(form::drivingButtons() + form::menuEntries(), true);
   if (!savedOkCaption.isEmpty()) setText(form::kOk, savedOkCaption);
   savedOkCaption.clear();
+  offerFindNext();
   noteUnsaved();
 }
 
@@ -102,8 +104,9 @@ void RecordForm::butDelete() {
 void RecordForm::deleteRecord() {
   validate(FormAction::Remove);
   const int place = position();
-  try {
-    std::optional<RowValues> row;
+  std::optional<RowValues> row;
+  const bool deleted = attempt([&] {
+    row.reset();
     try {
       row = records_.row();
     } catch (const StorageError& error) {
@@ -111,17 +114,21 @@ void RecordForm::deleteRecord() {
       if (error.code() != storage_error::kRecordDeleted) throw;
     }
     records_.Delete();
-    noteStored();
-    rememberDeleted(std::move(row), place);
-    if (!records_.EOF_()) records_.MoveNext();
-    if (position() < 0 && !records_.BOF()) records_.MovePrevious();
-  } catch (const StorageError&) {
-    // What could not be deleted is still there and still on show.
-    return;
-  }
+  });
+  // What could not be deleted is still there and still on show.
+  if (!deleted) return;
+  noteStored();
+  rememberDeleted(std::move(row), place);
+  if (!records_.EOF_()) records_.MoveNext();
+  if (position() < 0 && !records_.BOF()) records_.MovePrevious();
   if (position() < 0 && isFiltered()) {
     // Nothing is left of the filter; there may be other vehicles.
-    attempt([this] { filterBy(QString(), QString()); });
+    try {
+      filterBy({});
+    } catch (const StorageError& error) {
+      show();
+      report(error);
+    }
   } else {
     show();
   }

@@ -1,4 +1,6 @@
 // The form as a query form, find and filter, and the way to the vehicle list and back.
+#include <QScopedValueRollback>
+
 #include <utility>
 
 #include "base/prompt.h"
@@ -24,6 +26,7 @@ void RecordForm::butFind() {
   setVisible({form::kNavigator}, false);
   setVisible({form::kOk, form::kCancel, form::kFilter}, true);
   setEnabled(form::drivingButtons() + form::menuEntries(), false);
+  offerFindNext();
 
   const bool kept = std::exchange(loadingRecord, true);
   noteStored();
@@ -50,42 +53,105 @@ void RecordForm::runSearch(bool filter) {
   const SearchCondition condition =
       searchCondition(records_.table(), [this](const QString& control) { return text(control); });
   records_.CancelUpdate();
-  const Bookmark lastPlace = records_.bookmark();
   // The query is no record: from here on the record that was current before it is on show again,
   // unless another one is found.
-  if (!attempt([&] {
-        filter ? filterBy(condition.sql, condition.report) : findFirst(condition.sql, lastPlace);
-      })) {
+  try {
+    filter ? filterBy(condition) : findFirst(condition);
+  } catch (const StorageError& error) {
+    noteFailure(error);
     show();
+    tell(storageMessage_, searchFault(records_.table(), condition));
   }
 }
 
-void RecordForm::findFirst(const QString& condition, const Bookmark& lastPlace) {
-  if (condition.isEmpty()) {
+void RecordForm::findFirst(const SearchCondition& condition) {
+  rememberFind(condition.sql);
+  if (condition.sql.isEmpty()) {
     records_.MoveFirst();
     show();
     return;
   }
-  records_.FindFirst(condition);
+  whileLocked([&] { records_.FindFirst(condition.sql); });
   const bool none = records_.NoMatch();
-  if (none && lastPlace) records_.setBookmark(lastPlace);
   show();
-  if (none) parts_.prompt.message(QString::fromUtf16(kNoMatch));
+  if (!none) return;
+  const SearchCondition wider = offerStars(condition);
+  if (!wider.sql.isEmpty()) findFirst(wider);
 }
 
-void RecordForm::filterBy(const QString& condition, const QString& selection) {
+// All reading comes ahead of the first message: a file that is held may have a box of its own.
+void RecordForm::filterBy(const SearchCondition& condition) {
   const QString all = QString::fromUtf16(kAllVehicles);
   RecordSet found;
-  found.open(*database_, condition.isEmpty() ? all : all + QStringLiteral(" WHERE ") + condition);
-  const bool none = found.count() == 0;
-  if (none) found.open(*database_, all);
+  bool none = false;
+  whileLocked([&] {
+    found.open(*database_,
+               condition.sql.isEmpty() ? all : all + QStringLiteral(" WHERE ") + condition.sql);
+    none = found.count() == 0;
+    if (none) found.open(*database_, all);
+  });
   records_ = std::move(found);
-  show();
-  if (none) parts_.prompt.message(QString::fromUtf16(kNoMatch));
-  sqlFilter = none ? QString() : condition;
+  sqlFilter = none ? QString() : condition.sql;
   // A print after a search without a match still asks for what was searched.
-  reportFilter = selection;
+  reportFilter = condition.report;
+  show();
   emit filteredChanged(isFiltered());
+  if (!none) return;
+  const SearchCondition wider = offerStars(condition);
+  if (!wider.sql.isEmpty()) filterBy(wider);
+}
+
+SearchCondition RecordForm::offerStars(const SearchCondition& condition) {
+  const QString text = QString::fromUtf16(kNoMatch);
+  const SearchCondition wider =
+      records_.isOpen() ? withStars(records_.table(), condition) : SearchCondition();
+  const int hits = wider.sql.isEmpty() ? 0 : countOf(wider.sql);
+  if (hits == 0) {
+    tell(text);
+    return {};
+  }
+  QStringList patterns;
+  for (const SearchTerm& term : wider.terms) {
+    if (term.isText) patterns << u'"' + term.wanted + u'"';
+  }
+  const QScopedValueRollback telling(telling_, true);
+  const int answer = parts_.prompt.choose(
+      {.text = text,
+       .more = QStringLiteral("Der Stern steht für beliebige Zeichen: %1 findet %2.")
+                   .arg(patterns.join(QStringLiteral(" und ")),
+                        hits == 1 ? QStringLiteral("ein Fahrzeug")
+                                  : QStringLiteral("%1 Fahrzeuge").arg(hits)),
+       .answers = {QStringLiteral("Mit Stern &suchen"), QStringLiteral("&Nicht suchen")},
+       .safe = 1});
+  return answer == 0 ? wider : SearchCondition();
+}
+
+/// How many vehicles of the set meet the condition; a failure counts none.
+int RecordForm::countOf(const QString& condition) const {
+  try {
+    return records_.countOf(condition);
+  } catch (const StorageError&) {
+    return 0;
+  }
+}
+
+void RecordForm::rememberFind(const QString& condition) {
+  lastFind_ = condition;
+  offerFindNext();
+}
+
+void RecordForm::offerFindNext() {
+  setEnabled({form::kFindNext}, !lastFind_.isEmpty() && isEnabled(QStringLiteral("mnuEditFind")));
+}
+
+void RecordForm::mnuEditFindNext() {
+  if (lastFind_.isEmpty() || isSearching() || !leave(FormAction::Find)) return;
+  if (!attempt([this] { records_.FindNext(lastFind_); })) return;
+  show();
+  if (records_.NoMatch()) {
+    tell(QStringLiteral("Keine weiteren passenden Daten gefunden!"),
+         QStringLiteral("Gesucht wird ab dem gezeigten Satz; vom ersten an sucht \"Suchen\"."));
+  }
 }
 
 bool RecordForm::prepareList() {

@@ -1,6 +1,11 @@
 #include "db/record_search.h"
 
+#include <algorithm>
+
+#include "db/column_captions.h"
 #include "db/form_fields.h"
+#include "db/jet_sql.h"
+#include "db/storage_error.h"
 
 namespace lokari {
 namespace {
@@ -24,26 +29,85 @@ void append(QString& condition, const QString& term) {
   condition += term;
 }
 
+SearchCondition conditionOf(const QList<SearchTerm>& terms) {
+  SearchCondition result;
+  for (const SearchTerm& term : terms) {
+    const bool isPattern = term.isText && term.wanted.contains(u'*');
+    const QString compares = isPattern ? QStringLiteral(" LIKE ") : QStringLiteral("=");
+    const QString quote = term.isText ? QStringLiteral("\"") : QString();
+    const QString reportQuote = term.isText ? QStringLiteral("'") : QString();
+    append(result.sql, term.column + compares + quote + term.wanted + quote);
+    append(result.report, QStringLiteral("{LOCO_DAT.") + term.column + u'}' + compares +
+                              reportQuote + term.wanted + reportQuote);
+  }
+  result.terms = terms;
+  return result;
+}
+
+bool isUnderstood(const TableInfo& vehicles, const SearchCondition& condition) {
+  try {
+    translateCondition(vehicles, condition.sql);
+    return true;
+  } catch (const StorageError&) {
+    return false;
+  }
+}
+
+/// The first sign that stops a text or a number.
+QString faultySign(const SearchTerm& term) {
+  const QStringView known = term.isText ? QStringView(u"\"[") : QStringView(u"0123456789.,-");
+  const auto* const sign = std::find_if(term.wanted.begin(), term.wanted.end(), [&](QChar each) {
+    return known.contains(each) == term.isText;
+  });
+  if (sign != term.wanted.end()) return *sign;
+  // All of them belong to numbers, but not so many.
+  const qsizetype last = std::max(term.wanted.lastIndexOf(u','), term.wanted.lastIndexOf(u'.'));
+  return last < 0 ? term.wanted.right(1) : term.wanted.mid(last, 1);
+}
+
+QString faultIn(const SearchTerm& term) {
+  const QString sign = faultySign(term);
+  QString why = QStringLiteral("Hier steht eine Zahl, ohne Stern.");
+  if (term.isText && sign == u'[') {
+    why = QStringLiteral("Eine eckige Klammer zählt Zeichen auf und endet mit ].");
+  } else if (term.isText) {
+    why = QStringLiteral("Anführungszeichen kann ein gesuchter Text nicht enthalten.");
+  }
+  return QStringLiteral("Im Feld \"%1\" passt das Zeichen %2 nicht. %3")
+      .arg(captionOf(term.column), sign, why);
+}
+
 }  // namespace
 
 SearchCondition searchCondition(const TableInfo& vehicles,
                                 const std::function<QString(const QString& control)>& text) {
-  SearchCondition result;
+  QList<SearchTerm> terms;
   for (const char16_t* control : kQueryControls) {
     const QString wanted = text(QString::fromUtf16(control));
     const FormField* field = formField(control);
     if (wanted.isEmpty() || field == nullptr) continue;
-    const bool isText = comparesText(vehicles, *field);
-    const bool isPattern = isText && wanted.contains(u'*');
-    const QString column = QString::fromUtf16(field->column);
-    const QString compares = isPattern ? QStringLiteral(" LIKE ") : QStringLiteral("=");
-    const QString quote = isText ? QStringLiteral("\"") : QString();
-    const QString reportQuote = isText ? QStringLiteral("'") : QString();
-    append(result.sql, column + compares + quote + wanted + quote);
-    append(result.report, QStringLiteral("{LOCO_DAT.") + column + u'}' + compares + reportQuote +
-                              wanted + reportQuote);
+    terms.append({QString::fromUtf16(field->column), wanted, comparesText(vehicles, *field)});
   }
-  return result;
+  return conditionOf(terms);
+}
+
+SearchCondition withStars(const TableInfo& vehicles, const SearchCondition& condition) {
+  QList<SearchTerm> terms = condition.terms;
+  bool widened = false;
+  for (SearchTerm& term : terms) {
+    if (!term.isText || term.wanted.contains(u'*')) continue;
+    term.wanted = u'*' + term.wanted + u'*';
+    widened = true;
+  }
+  const SearchCondition result = conditionOf(terms);
+  return widened && isUnderstood(vehicles, result) ? result : SearchCondition();
+}
+
+QString searchFault(const TableInfo& vehicles, const SearchCondition& condition) {
+  const auto faulty = std::find_if(
+      condition.terms.begin(), condition.terms.end(),
+      [&](const SearchTerm& term) { return !isUnderstood(vehicles, conditionOf({term})); });
+  return faulty == condition.terms.end() ? QString() : faultIn(*faulty);
 }
 
 }  // namespace lokari

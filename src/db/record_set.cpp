@@ -1,6 +1,5 @@
 #include "db/record_set.h"
 
-#include <QSet>
 #include <QSqlQuery>
 
 #include <algorithm>
@@ -98,18 +97,36 @@ void RecordSet::MovePrevious() {
   go(eof_ ? count() - 1 : (gap_ >= 0 ? gap_ : position_) - 1);
 }
 
-void RecordSet::FindFirst(const QString& condition) {
+QSet<qint64> RecordSet::matches(const QString& condition) const {
   if (!isOpen()) noRecord();
   const JetCondition found = translateCondition(*table_, condition);
-  QSet<qint64> matches;
+  QSet<qint64> keys;
   database_->read(
       QStringLiteral("SELECT rowid FROM %1 WHERE %2").arg(quoted(table_->name), found.sql),
-      found.values,
-      [&matches](const QSqlQuery& row) { matches.insert(row.value(0).toLongLong()); });
-  const auto first = std::find_if(keys_.begin(), keys_.end(),
-                                  [&matches](qint64 key) { return matches.contains(key); });
+      found.values, [&keys](const QSqlQuery& row) { keys.insert(row.value(0).toLongLong()); });
+  return keys;
+}
+
+void RecordSet::findFrom(int position, const QString& condition) {
+  const QSet<qint64> found = matches(condition);
+  const auto first = std::find_if(keys_.begin() + std::min(position, count()), keys_.end(),
+                                  [&found](qint64 key) { return found.contains(key); });
   noMatch_ = first == keys_.end();
   if (!noMatch_) go(static_cast<int>(first - keys_.begin()));
+}
+
+void RecordSet::FindFirst(const QString& condition) {
+  findFrom(0, condition);
+}
+
+void RecordSet::FindNext(const QString& condition) {
+  findFrom(position_ + 1, condition);
+}
+
+int RecordSet::countOf(const QString& condition) const {
+  const QSet<qint64> found = matches(condition);
+  return static_cast<int>(std::count_if(keys_.begin(), keys_.end(),
+                                        [&found](qint64 key) { return found.contains(key); }));
 }
 
 void RecordSet::AddNew() {
@@ -153,7 +170,7 @@ void RecordSet::storeEdit(bool over) {
   };
   if (editMode_ == EditMode::Edit && changes_.isEmpty()) {
     // There is nothing to look at and nothing to change.
-  } else if (database_->inTransaction()) {
+  } else if (checkFree(); database_->inTransaction()) {
     work();
   } else {
     database_->transaction(work);
@@ -166,6 +183,21 @@ void RecordSet::storeEdit(bool over) {
     row_ = written;
   }
   CancelUpdate();
+}
+
+void RecordSet::checkFree() const {
+  if (joins_ || !database_->inTransaction()) return;
+  throw StorageError(storage_error::kBusy,
+                     QStringLiteral("Lokari ändert gerade die ganze Datenbank, zum Beispiel bei "
+                                    "einem Import. Dieser Satz kann erst danach gespeichert "
+                                    "werden."));
+}
+
+void RecordSet::onShow(const RowValues& values) {
+  fetch();
+  for (auto value = values.cbegin(); value != values.cend(); ++value) {
+    row_->insert(needColumn(value.key()).name, value.value());
+  }
 }
 
 void RecordSet::addRow() {
@@ -265,6 +297,7 @@ void RecordSet::checkUnique() const {
 
 void RecordSet::Delete() {
   if (position_ < 0) noRecord();
+  checkFree();
   database_->write(QStringLiteral("DELETE FROM %1 WHERE rowid = ?").arg(quoted(table_->name)),
                    {currentKey()});
   const int deleted = position_;
@@ -283,6 +316,7 @@ RowValues RecordSet::row() const {
 
 void RecordSet::restore(const RowValues& row, int position) {
   if (!isOpen()) noRecord();
+  checkFree();
   const QStringList names = row.keys();
   QStringList columns;
   QStringList marks;

@@ -10,6 +10,7 @@
 
 #include <QHash>
 #include <QMap>
+#include <QSet>
 #include <QString>
 #include <QVariant>
 
@@ -77,7 +78,11 @@ class RecordSet {
   /// Makes the first record that meets the condition the current one. Without such a record
   /// NoMatch() is true and the current record stays. Throws when the condition is not understood.
   void FindFirst(const QString& condition);
+  /// The same among the records behind the current one.
+  void FindNext(const QString& condition);
   bool NoMatch() const { return noMatch_; }
+  /// How many records of the set meet the condition. Throws when it is not understood.
+  int countOf(const QString& condition) const;
 
   /// Begins a blank record; the position stays. Values of it are Null until they are set.
   void AddNew();
@@ -113,6 +118,14 @@ class RecordSet {
   /// number. Throws kNotEditing, kUnknownName, kNotNumeric and kTooLong.
   void setValue(const QString& column, const QVariant& value);
 
+  /// What is on show of the current row was read earlier than now: an edit is stored only where the
+  /// row still holds that. Throws StorageError.
+  void onShow(const RowValues& values);
+
+  /// What this set writes belongs to the transaction that runs. Of other sets the storage takes
+  /// nothing meanwhile (kBusy): it would be lost when the transaction is taken back.
+  void joinTransaction() { joins_ = true; }
+
   /// Forgets what was read of the current row, an edit apart: the next value() reads it anew. Call
   /// it after this program has changed the row by another way than this set.
   void reread() { row_.reset(); }
@@ -129,6 +142,9 @@ class RecordSet {
  private:
   const ColumnInfo& needColumn(const QString& name) const;
   void go(int position);
+  QSet<qint64> matches(const QString& condition) const;
+  void findFrom(int position, const QString& condition);
+  void checkFree() const;
   qint64 currentKey() const;
   void fetch() const;
   QVariant stored(const ColumnInfo& column) const;
@@ -148,6 +164,7 @@ class RecordSet {
   bool bof_ = true;
   bool eof_ = true;
   bool noMatch_ = false;
+  bool joins_ = false;
   EditMode editMode_ = EditMode::None;
   qint64 addedKey_ = 0;
   QMap<QString, QVariant> changes_;  // by the column's name as in the table

@@ -20,9 +20,10 @@ inline constexpr int kNullField = 3314;      ///< a field that must have a value
 inline constexpr int kNotNumeric = 3421;     ///< the text is no number, or too large for its column
 inline constexpr int kRecordDeleted = 3167;  ///< the record is gone
 inline constexpr int kRecordChanged =
-    3197;                                   ///< somebody else changed the record, see RecordChanged
-inline constexpr int kReadOnly = 3027;      ///< the file cannot be written
-inline constexpr int kLocked = 3260;        ///< another program holds the file
+    3197;                               ///< somebody else changed the record, see RecordChanged
+inline constexpr int kReadOnly = 3027;  ///< the file cannot be written
+inline constexpr int kBusy = 3008;    ///< a transaction of this program runs, see joinTransaction()
+inline constexpr int kLocked = 3260;  ///< another program holds the file
 inline constexpr int kDiskFull = 3183;      ///< no room for the change
 inline constexpr int kMediumFailed = 3043;  ///< the disk or network fails to read or write
 inline constexpr int kFileMoved = 3024;     ///< the open file was deleted, renamed or replaced

@@ -130,6 +130,7 @@ class DecImport {
       parts_.database.transaction([this] {
         RecordSet types;
         types.open(parts_.database, QStringLiteral("SELECT * FROM DECODERS"));
+        types.joinTransaction();
         addType(types, maker_.number, header_.type);
         if (!isInPlace_) copy();
       });

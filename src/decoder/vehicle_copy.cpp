@@ -102,6 +102,7 @@ std::optional<int> copyCvsToVehicles(Database& database, const QString& conditio
     database.transaction([&] {
       RecordSet records;
       openVehicles(records, database, condition);
+      records.joinTransaction();
       for (int done = 0; done < records.count(); ++done) {
         if (done % kReportEvery == 0 && !progress(done, records.count())) throw Ended();
         if (hasDecoder(records)) {

@@ -42,6 +42,7 @@ TEST(MainMenu, TheEditMenuHasItsEntries) {
                 {QStringLiteral("&Bearbeiten"), QStringLiteral("mnuEditNew &Neu"),
                  QStringLiteral("mnuEditCopy &Kopieren"), QStringLiteral("mnuEditInsert &Einfügen"),
                  QStringLiteral("mnuEditDelete &Löschen"), QStringLiteral("mnuEditFind &Suchen..."),
+                 QStringLiteral("mnuEditFindNext &Weitersuchen"),
                  QStringLiteral("mnuEditUndo Löschen &rückgängig machen")}));
 }
 

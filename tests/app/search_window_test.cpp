@@ -118,6 +118,31 @@ TEST_F(SearchWindow, TheMenuEntersTheSearchAndControlReturnFinds) {
   EXPECT_TRUE(child<QAction>(u"mnuEditFind")->isEnabled());
 }
 
+TEST_F(SearchWindow, ReturnInASearchFieldFindsAndWeitersuchenGoesOn) {
+  press(u"butFind");
+  type(u"dc_coll", "Club");
+  QTest::keyClick(child<QComboBox>(u"dc_coll"), Qt::Key_Return);
+  EXPECT_FALSE(isVisible(u"butFilter"));
+  EXPECT_EQ(shortName(), QStringLiteral("C3"));
+  child<QLineEdit>(u"st_sname")->setFocus();
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_F3);
+  EXPECT_EQ(shortName(), QStringLiteral("C7"));
+  child<QAction>(u"mnuEditFindNext")->trigger();
+  EXPECT_EQ(outside_.prompt.shown,
+            QStringList{QStringLiteral("Keine weiteren passenden Daten gefunden!")});
+  press(u"butFind");
+  type(u"st_sname", "H5");
+  QTest::keyClick(child<QLineEdit>(u"st_sname"), Qt::Key_Enter, Qt::KeypadModifier);
+  EXPECT_EQ(shortName(), QStringLiteral("H5"));
+}
+
+TEST_F(SearchWindow, ReturnOutsideOfTheSearchSearchesNothing) {
+  child<QLineEdit>(u"st_sname")->setFocus();
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+  EXPECT_EQ(shortName(), QStringLiteral("C3"));
+  EXPECT_TRUE(outside_.prompt.shown.isEmpty());
+}
+
 TEST_F(SearchWindow, EscapeGivesTheSearchUp) {
   press(u"butFind");
   type(u"dc_adr", "7");

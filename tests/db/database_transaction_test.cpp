@@ -3,6 +3,7 @@
 
 #include <stdexcept>
 
+#include "db/record_set.h"
 #include "support/test_database.h"
 
 namespace lokari {
@@ -111,6 +112,38 @@ TEST_F(DatabaseTransaction, IsTakenBackThoughItOutgrewTheMemory) {
                     [&pictures](const QSqlQuery&) { ++pictures; });
   EXPECT_EQ(pictures, 0);
   EXPECT_TRUE(base_.open().integrityFaults().isEmpty());
+}
+
+TEST_F(DatabaseTransaction, ARecordThatIsStoredBesideItIsRefusedAndNotLostWithIt) {
+  RecordSet beside;
+  beside.open(base_.open(), QStringLiteral("SELECT * FROM LOCO_DAT WHERE DC_ADR = 2"));
+  beside.Edit();
+  beside.setValue(QStringLiteral("ST_SNAME"), QStringLiteral("neu"));
+  EXPECT_THROW(base_.open().transaction([&] {
+    try {
+      beside.Update();
+      ADD_FAILURE() << "it would be taken back with the transaction";
+    } catch (const StorageError& error) {
+      EXPECT_EQ(error.code(), storage_error::kBusy);
+    }
+    throw std::runtime_error("the import failed");
+  }),
+               std::runtime_error);
+  EXPECT_EQ(beside.editMode(), EditMode::Edit);
+  beside.Update();
+  EXPECT_EQ(onDisk(), "alt neu alt");
+}
+
+TEST_F(DatabaseTransaction, WhatNobodyWaitsForIsDoneBehindItHoweverItEnds) {
+  EXPECT_THROW(base_.open().transaction([&] {
+    base_.open().whenFree([this] { rename(2, QStringLiteral("neu")); });
+    rename(1, QStringLiteral("weg"));
+    throw std::runtime_error("the import failed");
+  }),
+               std::runtime_error);
+  EXPECT_EQ(onDisk(), "alt neu alt");
+  base_.open().whenFree([this] { rename(3, QStringLiteral("neu")); });
+  EXPECT_EQ(onDisk(), "alt neu neu");
 }
 
 }  // namespace

@@ -128,6 +128,29 @@ TEST_F(HeldFileTest, IsWaitedForAndThenWritten) {
   EXPECT_EQ(stored("SELECT FZ_LNAME FROM LOCO_DAT WHERE DC_ADR = 3"), str("neu"));
 }
 
+TEST_F(HeldFileTest, ASearchThatHasToWaitShowsItsAnswerBehindTheWait) {
+  base_.run("UPDATE LOCO_DAT SET FZ_LNAME = 'Baureihe 218' WHERE DC_ADR = 5");
+  for (const bool filter : {false, true}) {
+    prompt_.shown.clear();
+    open();
+    form_.butFind();
+    type("fz_lname", "218");
+    hold();
+    prompt_.patience = 2;
+    int boxes = -1;
+    prompt_.meanwhile = [&] {
+      release();
+      boxes = static_cast<int>(prompt_.shown.size());
+    };
+    filter ? form_.butFilter() : form_.butOK();
+    EXPECT_EQ(boxes, 1) << "the wait alone";
+    EXPECT_EQ(prompt_.shown.size(), 2);
+    EXPECT_EQ(prompt_.shown.last(), str("Keine passenden Daten gefunden!"));
+    EXPECT_FALSE(prompt_.boxInBox);
+    other_.reset();
+  }
+}
+
 TEST_F(HeldFileTest, AnAbbruchOfTheWaitingLeavesTheEditOrGivesItUpAsTheUserSays) {
   open();
   type("fz_lname", "neu");

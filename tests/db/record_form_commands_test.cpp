@@ -272,7 +272,7 @@ TEST_F(FormCommands, CopyNewAddressPasteTakesAllButAddressAndUserInfo2) {
   EXPECT_EQ(text("st_sname"), str("A3"));
   EXPECT_EQ(text("dc_coll"), str("Anlage"));
   EXPECT_EQ(text("fz_era"), str("IV"));
-  EXPECT_EQ(text("md_price"), str("149,9"));
+  EXPECT_EQ(text("md_price"), str("149,90"));
   EXPECT_EQ(text("md_info"), str("Zeile\r\nb"));
   EXPECT_EQ(text("md_user_1"), str("eins"));
   EXPECT_EQ(text("md_user_2"), QString());

@@ -197,6 +197,21 @@ TEST_F(RecordFormTest, FocusLossChecksLengthAndNumbersAndKeepsTheText) {
   EXPECT_EQ(prompt_.shown.size(), 2);
 }
 
+TEST_F(RecordFormTest, ALongRemarkNeverHoldsTheFocusAndIsCopiedWhole) {
+  base_.run("UPDATE LOCO_DAT SET MD_INFO = ? WHERE DC_ADR = 3", {QString(5000, u'x')});
+  open();
+  form_.focusLost(str("md_info"));
+  type("fz_lname", "Lok");
+  form_.focusLost(str("fz_lname"));
+  EXPECT_TRUE(form_.storeEdit());
+  form_.mnuEditCopy();
+  form_.MoveNext();
+  form_.mnuEditInsert();
+  EXPECT_TRUE(form_.storeEdit());
+  EXPECT_TRUE(prompt_.shown.isEmpty()) << qPrintable(prompt_.shown.join(u'\n'));
+  EXPECT_EQ(stored("SELECT LENGTH(MD_INFO) FROM LOCO_DAT WHERE DC_ADR = 5"), 5000);
+}
+
 TEST_F(RecordFormTest, KeysThatAFieldDoesNotTake) {
   open();
   for (const char* control : {"dc_adr", "st_group", "fz_maxspeed"}) {
@@ -379,14 +394,15 @@ TEST_F(RecordFormTest, ARecordThatCannotBeReadIsNotCopied) {
   EXPECT_EQ(text("st_sname"), str("V7")) << "the copy of before";
 }
 
-TEST_F(RecordFormTest, ADeleteThatTheStorageRefusesIsSilentAndLosesNoChange) {
+TEST_F(RecordFormTest, ADeleteThatTheStorageRefusesIsToldAndLosesNoChange) {
   open();
   type("fz_lname", "davor");
   prompt_.answers = {Answer::Yes};
   base_.run("PRAGMA query_only = 1");
   form_.butDelete();
   base_.run("PRAGMA query_only = 0");
-  EXPECT_EQ(prompt_.shown.size(), 1);
+  EXPECT_EQ(prompt_.shown, QStringList({str("Datensatz wirklich löschen?"),
+                                        str("Die Datenbank ist schreibgeschützt.")}));
   type("fz_code", "danach");
   form_.MoveNext();
   EXPECT_EQ(stored("SELECT FZ_LNAME FROM LOCO_DAT WHERE DC_ADR = 3").toString(), str("davor"));

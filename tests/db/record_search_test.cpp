@@ -225,7 +225,81 @@ TEST_F(Search, APriceIsAskedForWithAPoint) {
   form_.butOK();
   EXPECT_TRUE(prompt_.shown.isEmpty()) << qPrintable(prompt_.shown.join(u'\n'));
   EXPECT_EQ(text("st_sname"), str("A5"));
-  EXPECT_EQ(text("md_price"), str("199,9"));
+  EXPECT_EQ(text("md_price"), str("199,90"));
+}
+
+TEST_F(Search, APriceIsFoundAsItIsShown) {
+  base_.run("UPDATE LOCO_DAT SET MD_PRICE = 1199.9 WHERE DC_ADR = 5");
+  for (const char* price : {"1199,90", "1.199,90", "1199,9"}) {
+    open();
+    ask({{"md_price", price}});
+    form_.butFilter();
+    EXPECT_TRUE(prompt_.shown.isEmpty()) << price << qPrintable(prompt_.shown.join(u'\n'));
+    EXPECT_EQ(addresses(), str("5")) << price;
+  }
+}
+
+// ---- Stars --------------------------------------------------------------------------------------
+
+TEST_F(Search, APartOfATextIsOfferedWithStarsAndTakenOver) {
+  base_.run("UPDATE LOCO_DAT SET FZ_LNAME = 'Baureihe 218 rot' WHERE DC_ADR = 5");
+  open();
+  ask({{"fz_lname", "218"}});
+  form_.butOK();
+  EXPECT_EQ(prompt_.shown, QStringList{kNothingFits});
+  ASSERT_EQ(prompt_.asked.size(), 1);
+  EXPECT_TRUE(prompt_.below[0].contains(str("\"*218*\" findet ein Fahrzeug")))
+      << qPrintable(prompt_.below[0]);
+  EXPECT_EQ(text("st_sname"), str("A3")) << "the safe answer stays";
+  prompt_.choices = {0, 0};
+  ask({{"fz_lname", "218"}});
+  form_.butOK();
+  EXPECT_EQ(text("st_sname"), str("A5"));
+  ask({{"fz_lname", "218"}});
+  form_.butFilter();
+  EXPECT_EQ(form_.sqlFilter, str("FZ_LNAME LIKE \"*218*\""));
+  EXPECT_EQ(form_.reportFilter, str("{LOCO_DAT.FZ_LNAME} LIKE '*218*'"));
+  EXPECT_EQ(addresses(), str("5"));
+}
+
+TEST_F(Search, StarsThatFindNothingAreNotOffered) {
+  open();
+  ask({{"fz_lname", "218"}});
+  form_.butOK();
+  EXPECT_EQ(prompt_.shown, QStringList{kNothingFits});
+  EXPECT_TRUE(prompt_.asked.isEmpty());
+}
+
+// ---- On and on ----------------------------------------------------------------------------------
+
+TEST_F(Search, WeitersuchenGoesOnFromTheRecordOnShow) {
+  open();
+  EXPECT_FALSE(enabled("mnuEditFindNext"));
+  ask({{"dc_coll", "Anlage"}});
+  EXPECT_FALSE(enabled("mnuEditFindNext"));
+  form_.butOK();
+  EXPECT_EQ(text("st_sname"), str("A3"));
+  ASSERT_TRUE(enabled("mnuEditFindNext"));
+  form_.mnuEditFindNext();
+  EXPECT_EQ(text("st_sname"), str("A5"));
+  form_.mnuEditFindNext();
+  EXPECT_EQ(prompt_.shown, QStringList{str("Keine weiteren passenden Daten gefunden!")});
+  EXPECT_EQ(text("st_sname"), str("A5"));
+  form_.MoveFirst();
+  form_.mnuEditFindNext();
+  EXPECT_EQ(text("st_sname"), str("A5"));
+  open();
+  EXPECT_FALSE(enabled("mnuEditFindNext")) << "another database";
+}
+
+TEST_F(Search, WeitersuchenStoresTheEditFirst) {
+  open();
+  ask({{"dc_coll", "Anlage"}});
+  form_.butOK();
+  type("fz_lname", "lang");
+  form_.mnuEditFindNext();
+  EXPECT_EQ(stored("SELECT FZ_LNAME FROM LOCO_DAT WHERE DC_ADR = 3").toString(), str("lang"));
+  EXPECT_EQ(text("st_sname"), str("A5"));
 }
 
 TEST_F(Search, FindLooksInTheFilteredSet) {
@@ -302,6 +376,27 @@ TEST_F(Search, AnotherDatabaseEndsTheFilter) {
 }
 
 // ---- Conditions that are none -------------------------------------------------------------------
+
+TEST_F(Search, AFaultyConditionNamesTheFieldAndTheSign) {
+  struct Case {
+    const char* control;
+    const char* entry;
+    const char* fault;
+  };
+  for (const Case& each :
+       {Case{"dc_adr", "1*", "Im Feld \"Adresse\" passt das Zeichen * nicht."},
+        Case{"md_price", "1,2,3", "Im Feld \"Preis\" passt das Zeichen , nicht."},
+        Case{"fz_lname", "V\"200", "Im Feld \"Langbezeichnung\" passt das Zeichen \" nicht."},
+        Case{"st_sname", "[*", "Im Feld \"Kurzname\" passt das Zeichen [ nicht."}}) {
+    prompt_.shown.clear();
+    prompt_.below.clear();
+    open();
+    ask({{"fz_code", "103"}, {each.control, each.entry}});
+    form_.butOK();
+    ASSERT_EQ(prompt_.shown.size(), 1) << each.entry;
+    EXPECT_TRUE(prompt_.below[0].startsWith(str(each.fault))) << qPrintable(prompt_.below[0]);
+  }
+}
 
 TEST_F(Search, ABrokenConditionIsReportedWithTheModeLeft) {
   open();

@@ -213,7 +213,7 @@ TEST_F(RecordSetTest, AnAmountIsKeptToTheHundredthAndShownWithAComma) {
   set_.Edit();
   set("MD_PRICE", QStringLiteral("149,90"));
   set_.Update();
-  EXPECT_EQ(set_.text(QStringLiteral("MD_PRICE")), QStringLiteral("149,9"));
+  EXPECT_EQ(set_.text(QStringLiteral("MD_PRICE")), QStringLiteral("149,90"));
   set_.Edit();
   set("MD_PRICE", QStringLiteral("1.234,05"));
   set_.Update();
@@ -221,7 +221,11 @@ TEST_F(RecordSetTest, AnAmountIsKeptToTheHundredthAndShownWithAComma) {
   set_.Edit();
   set("MD_PRICE", QStringLiteral("150"));
   set_.Update();
-  EXPECT_EQ(set_.text(QStringLiteral("MD_PRICE")), QStringLiteral("150"));
+  EXPECT_EQ(set_.text(QStringLiteral("MD_PRICE")), QStringLiteral("150,00"));
+  set_.Edit();
+  set("MD_PRICE", QStringLiteral("0,125"));
+  set_.Update();
+  EXPECT_EQ(set_.text(QStringLiteral("MD_PRICE")), QStringLiteral("0,125"));
 }
 
 TEST_F(RecordSetTest, DeleteLeavesTheSetBetweenTwoRecords) {

@@ -1,10 +1,17 @@
 #include "support/scripted_prompt.h"
 
+#include <QScopedValueRollback>
+
 namespace lokari::test {
 
+void ScriptedPrompt::show(const QString& text, const QString& more) {
+  boxInBox = boxInBox || waiting_;
+  shown << text;
+  below << more;
+}
+
 Answer ScriptedPrompt::ask(const Box& box) {
-  shown << box.text;
-  below << box.more;
+  show(box.text, box.more);
   if (box.buttons == Buttons::Ok) return Answer::Ok;
   if (answers.empty()) return box.buttons == Buttons::YesNo ? Answer::No : Answer::Cancel;
   const Answer answer = answers.front();
@@ -13,8 +20,7 @@ Answer ScriptedPrompt::ask(const Box& box) {
 }
 
 int ScriptedPrompt::choose(const Choice& choice) {
-  shown << choice.text;
-  below << choice.more;
+  show(choice.text, choice.more);
   asked << choice;
   if (whileAsked) whileAsked();
   if (choices.empty()) return choice.safe;
@@ -24,8 +30,8 @@ int ScriptedPrompt::choose(const Choice& choice) {
 }
 
 bool ScriptedPrompt::waitUntil(const QString& text, const std::function<bool()>& done) {
-  shown << text;
-  below << QString();
+  show(text, {});
+  const QScopedValueRollback waiting(waiting_, true);
   for (int times = 0; times < patience; ++times) {
     if (meanwhile) meanwhile();
     if (done()) return true;

@@ -37,8 +37,13 @@ class ScriptedPrompt final : public Prompt {
   QList<Choice> asked;  ///< every choice
   QList<FileQuestion> fileQuestions;
   int beeps = 0;
+  bool boxInBox = false;  ///< a box came up while a wait was open
 
  private:
+  void show(const QString& text, const QString& more);
+
+  bool waiting_ = false;
+
   QString nextFile(const FileQuestion& question);
 };
 

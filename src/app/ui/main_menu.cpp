@@ -45,6 +45,7 @@ const std::array<Menu, 4>& menus() {
            {u"mnuEditInsert", u"&Einfügen", u"Ctrl+Shift+V"},
            {u"mnuEditDelete", u"&Löschen", u"Ctrl+Shift+Del"},
            {u"mnuEditFind", u"&Suchen...", u"Ctrl+F", true},
+           {u"mnuEditFindNext", u"&Weitersuchen", u"F3"},
            {u"mnuEditUndo", u"Löschen &rückgängig machen", u"", true},
        }},
       {u"mnuPara",

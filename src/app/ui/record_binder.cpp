@@ -35,12 +35,13 @@ constexpr std::array<Command, 7> kButtons{{
     {u"butUndo", &RecordForm::butUndo},
 }};
 
-constexpr std::array<Command, 6> kEntries{{
+constexpr std::array<Command, 7> kEntries{{
     {u"mnuEditNew", &RecordForm::butNew},
     {u"mnuEditCopy", &RecordForm::mnuEditCopy},
     {u"mnuEditInsert", &RecordForm::mnuEditInsert},
     {u"mnuEditDelete", &RecordForm::butDelete},
     {u"mnuEditFind", &RecordForm::butFind},
+    {u"mnuEditFindNext", &RecordForm::mnuEditFindNext},
     {u"mnuEditUndo", &RecordForm::butUndo},
 }};
 
@@ -48,8 +49,9 @@ constexpr std::array<Command, 6> kEntries{{
 constexpr std::array kButtonNames{u"butTable", u"butFind",   u"butNew",    u"butDelete",
                                   u"butOK",    u"butCancel", u"butFilter", u"butProg",
                                   u"butDrive", u"butSwitch", u"butUndo"};
-constexpr std::array kEntryNames{u"mnuDbPrint",    u"mnuEditNew",  u"mnuEditCopy", u"mnuEditInsert",
-                                 u"mnuEditDelete", u"mnuEditFind", u"mnuEditUndo"};
+constexpr std::array kEntryNames{u"mnuDbPrint",    u"mnuEditNew",     u"mnuEditCopy",
+                                 u"mnuEditInsert", u"mnuEditDelete",  u"mnuEditFind",
+                                 u"mnuEditUndo",   u"mnuEditFindNext"};
 
 template <typename Names>
 bool listed(const Names& names, const QString& name) {
@@ -99,6 +101,11 @@ void RecordBinder::connectFields() {
     connect(field, &RecordField::left, this, [this, name] { form_.focusLost(name); });
     field->takesKey = [this, name](QChar key, qsizetype replaced) {
       return form_.takesKey(name, key, replaced);
+    };
+    field->takesReturn = [this] {
+      if (!form_.isSearching()) return false;
+      form_.butOK();
+      return true;
     };
   }
   for (int type = 1; type <= 3; ++type) {

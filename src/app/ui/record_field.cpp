@@ -29,6 +29,11 @@ const char16_t* pastedCharacters(KeyFilter keys) {
   return nullptr;
 }
 
+bool isPlainReturn(const QKeyEvent& key) {
+  return (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) &&
+         (key.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+}
+
 /// Focus that goes to a box, a menu or another program comes back by itself.
 bool goesToAnotherControl(Qt::FocusReason reason) {
   return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&
@@ -193,7 +198,11 @@ bool RecordField::eventFilter(QObject* watched, QEvent* event) {
       break;
     case QEvent::KeyPress:
       // A drop-down hands its keys on to its line: asked once, at the outer one.
-      if (watched == widget_ && throwsAway(static_cast<QKeyEvent*>(event)->text())) return true;
+      if (watched != widget_) break;
+      if (throwsAway(static_cast<QKeyEvent*>(event)->text())) return true;
+      if (isPlainReturn(*static_cast<QKeyEvent*>(event)) && takesReturn && takesReturn()) {
+        return true;
+      }
       break;
     default:
       break;

@@ -39,6 +39,8 @@ class RecordField final : public QObject {
 
   /// Asked for each character typed: false throws the key away. Backspace is 8.
   std::function<bool(QChar, qsizetype)> takesKey;
+  /// True when the Return key did something; the field then does not get it.
+  std::function<bool()> takesReturn;
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
