@@ -84,6 +84,10 @@ FIGURES = [
            "under 300 ms"),
     Figure("CSV file of 20,000 vehicles", "export_csv/many", "ms", "ms", 1000.0, "under 1 s"),
     Figure("list of 2,000 vehicles as PDF", "print_list/pdf", "ms", "ms", 2000.0, "under 2 s"),
+    Figure("longest standstill of the window, preview of the list of 1,000 vehicles",
+           "print_list/preview", "still_ms", "ms", 1000.0, "under 1 s"),
+    Figure("longest standstill of the window, preview of 1,000 decoder sheets",
+           "print_sheets/preview", "still_ms", "ms", 1000.0, "under 1 s"),
 ]
 
 HEADER = """# Figures

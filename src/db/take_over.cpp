@@ -2,7 +2,6 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QLockFile>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -11,6 +10,7 @@
 #include "base/paths.h"
 #include "base/progress.h"
 #include "db/database.h"
+#include "db/folder_lock.h"
 #include "db/kept_files.h"
 #include "db/new_database.h"
 #include "db/row_faults.h"
@@ -30,22 +30,17 @@ constexpr std::array kTables{
 /// Rows between two looks at the user.
 constexpr int kPause = 32;
 
-/// The hidden folder in which a database is made, and the file in it that tells whose it is.
+/// The hidden folder in which a database is made.
 constexpr char16_t kWorkshop[] = u".lokari-uebernahme-";
-constexpr char16_t kLiving[] = u"in-arbeit";
 
-/// A take-over that was killed leaves its folder; the next one knows by its file that nobody works
+/// A take-over that was killed leaves its folder; the next one knows by its lock that nobody works
 /// in there any more.
 void removeLeftovers(const QDir& folder) {
   const QStringList names = folder.entryList({QString::fromUtf16(kWorkshop) + u'*'},
                                              QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
   for (const QString& name : names) {
     QDir left(folder.filePath(name));
-    QLockFile living(left.filePath(QString::fromUtf16(kLiving)));
-    // Only the death of its program makes it free, not its age.
-    living.setStaleLockTime(0);
-    if (!living.tryLock(0)) continue;
-    living.unlock();
+    if (!FolderLock(left.path()).isHeld()) continue;
     left.removeRecursively();
   }
 }
@@ -102,9 +97,7 @@ bool TakeOver::run() {
   removeLeftovers(folder);
   const QTemporaryDir workshop(folder.filePath(QString::fromUtf16(kWorkshop)) +
                                QStringLiteral("XXXXXX"));
-  QLockFile living(workshop.filePath(QString::fromUtf16(kLiving)));
-  living.setStaleLockTime(0);
-  living.tryLock(0);
+  const FolderLock working(workshop.path());
   const QString file = workshop.filePath(QStringLiteral("neu.MDB"));
   if (!QFileInfo(plan_.templatePath).isReadable()) throw noTemplate();
   if (const QString fault = templateFault(plan_.templatePath); !fault.isEmpty()) {

@@ -3,11 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QLockFile>
 #include <QSqlQuery>
 
 #include "access_files.h"
 #include "db/database.h"
+#include "db/folder_lock.h"
 #include "ole_objects.h"
 
 namespace lokari {
@@ -178,8 +178,9 @@ TEST_F(TakeOverTest, TheFolderOfAKilledOneGoesWithTheNextAndALivingOneStays) {
   ASSERT_TRUE(folder.mkpath(str(".lokari-uebernahme-killed/Dateien")));
   files_.write(str(".lokari-uebernahme-killed/neu.MDB"), "half");
   ASSERT_TRUE(folder.mkpath(str(".lokari-uebernahme-living")));
-  QLockFile living(files_.path(str(".lokari-uebernahme-living/in-arbeit")));
-  ASSERT_TRUE(living.tryLock());
+  files_.write(str(".lokari-uebernahme-killed/in-arbeit"), "");
+  const FolderLock living(files_.path(str(".lokari-uebernahme-living")));
+  ASSERT_TRUE(living.isHeld());
   add(1, 3, "Anlage");
   ASSERT_TRUE(run());
   EXPECT_EQ(files_.names(), QStringList({".lokari-uebernahme-living", "NEU-Dateien", "NEU.MDB"}));
