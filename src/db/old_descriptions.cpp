@@ -47,8 +47,8 @@ bool copyWhole(const QString& from, const QString& to) {
 }
 
 void offer(Prompt& prompt, const OldDescriptions& old, const QString& appPath) {
-  const QString many = QStringLiteral("Beschreibungsdateien");
-  const QString number = counted(old.names.size(), QStringLiteral("Beschreibungsdatei"), many);
+  const QString number = counted(old.names.size(), QStringLiteral("Beschreibungsdatei"),
+                                 QStringLiteral("Beschreibungsdateien"));
   if (prompt.ask({.text = QStringLiteral("Im Ordner %1 liegen Beschreibungen von Decodertypen, die "
                                          "Lokari nicht hat.\n%2 in den Datenordner kopieren?")
                               .arg(old.folder, number),
@@ -61,9 +61,7 @@ void offer(Prompt& prompt, const OldDescriptions& old, const QString& appPath) {
     if (!copyWhole(findFile(old.folder + u'/' + name), appPath + u'/' + name)) failed << name;
   }
   if (failed.isEmpty()) return;
-  prompt.message(QStringLiteral("%1 nicht kopiert werden!")
-                     .arg(counted(failed.size(), QStringLiteral("Beschreibungsdatei konnte"),
-                                  many + QStringLiteral(" konnten"))),
+  prompt.message(QStringLiteral("Nicht alle Beschreibungsdateien konnten kopiert werden!"),
                  Icon::Warning, shownLines(failed));
 }
 
