@@ -21,15 +21,6 @@ struct Cancelled {};
 
 constexpr std::array kTypes{u"", u"Fahrzeug", u"Funktionsteil", u"Sonstiges"};
 
-/// An amount has at least two decimal places.
-QString amount(const ColumnInfo& column, const QVariant& value) {
-  QString text = shownValue(column, value);
-  if (text.isEmpty()) return text;
-  if (!text.contains(u',')) text += u',';
-  while (text.size() - text.indexOf(u',') < 3) text += u'0';
-  return text;
-}
-
 /// Makes the texts of a row's fields.
 class RowReader {
  public:
@@ -50,7 +41,7 @@ class RowReader {
   }
 
  private:
-  enum class Kind { Plain, Amount, Maker, Type, Number, Even };
+  enum class Kind { Plain, Maker, Type, Number, Even };
   struct Field {
     Kind kind = Kind::Plain;
     int place = 0;  ///< of its column in the query
@@ -76,7 +67,7 @@ class RowReader {
       field.place = columnPlace(QStringLiteral("DC_TYPE"));
     } else {
       field.column = table.column(name);
-      field.kind = field.column->type == ColumnType::Currency ? Kind::Amount : Kind::Plain;
+      field.kind = Kind::Plain;
       field.place = columnPlace(field.column->name);
     }
     fields_.push_back(field);
@@ -98,8 +89,6 @@ class RowReader {
     switch (field.kind) {
       case Kind::Plain:
         return shownValue(*field.column, row.value(field.place));
-      case Kind::Amount:
-        return amount(*field.column, row.value(field.place));
       case Kind::Maker:
         return row.isNull(field.place) ? QString() : makers_.value(row.value(field.place).toInt());
       case Kind::Type: {

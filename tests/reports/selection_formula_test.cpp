@@ -154,6 +154,7 @@ TEST_F(SelectionFormula, FormulaAndQueryOfAFilterShowTheSameRows) {
       {"fz_lname", "{*}", {}},
       {"fz_lname", "*[O]pa*", {5}},
       {"md_price", "199.9", {3}},
+      {"md_price", "199,90", {3}},
       {"dc_adr", "17", {17}},
       {"dc_coll", "Vitrine", {17}},
       {"dc_type", "1", {}},
