@@ -59,8 +59,10 @@ TEST_F(ImportCommand, ASecondTimeAnotherNewOneIsMade) {
 
 TEST_F(ImportCommand, AV2DatabaseComesIntoTheOneOfTheSettings) {
   EXPECT_EQ(import({fixture("jet4_v2.mdb")}), 0);
-  EXPECT_EQ(console.results, (QStringList{"Import erfolgreich abgeschlossen,",
-                                          " 40 Datensätze importiert!", "(1 Datensätze doppelt)"}));
+  EXPECT_EQ(console.results,
+            (QStringList{"Import erfolgreich abgeschlossen,", " 40 Datensätze importiert!",
+                         "(1 Datensätze doppelt)",
+                         "• Adresse 100 \"dopp\": Die Adresse gibt es schon, \"A0\"."}));
   EXPECT_EQ(vehicles(path("DB/LOKARIV3.MDB")), 40);
 }
 
