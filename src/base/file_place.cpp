@@ -138,7 +138,7 @@ QStringList ownFiles(const AppPaths& paths, const Settings& settings) {
     files << database + QString::fromUtf16(suffix);
   }
   for (const char16_t* name : {u"/PORTS.INI", u"/WINDOW.INI", u"/EMPTY.MDB", u"/CAN.log",
-                               u"/Readme.txt", u"/Zimo/DecTypes.txt"}) {
+                               u"/TRACE.log", u"/Readme.txt", u"/Zimo/DecTypes.txt"}) {
     files << paths.appPath + QString::fromUtf16(name);
   }
   return files;

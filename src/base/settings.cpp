@@ -94,6 +94,9 @@ Settings loadSettings(const IniFile& ini, const QString& appPath) {
   settings.csvReport =
       reportPath(keys, QStringLiteral("CSVReport"), QStringLiteral("repc_ger.rpt"), appPath);
   keys.flag(QStringLiteral("CANLog"), settings.canLog);
+  int trace = 0;
+  keys.number(QStringLiteral("Trace"), 0, 0, 1, trace);
+  settings.trace = trace == 1;
   return settings;
 }
 

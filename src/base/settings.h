@@ -32,6 +32,7 @@ struct Settings {
   QString ipAddr = QStringLiteral("000.000.000.000");
   bool lenzV36 = false;
   bool canLog = false;
+  bool trace = false;  ///< all traffic is written into TRACE.log
   int resizeMode = 1;  ///< 0 fixed layout, 1 layouts scale with the window
   QString dbPath;
   QString listReport;  ///< full path

@@ -2,6 +2,9 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+#include <optional>
+
 #include "app/installation.h"
 #include "base/ini_file.h"
 #include "base/paths.h"
@@ -11,6 +14,7 @@
 #include "cli/console_view.h"
 #include "cli/help.h"
 #include "link/link_error.h"
+#include "link/trace.h"
 
 namespace lokari {
 namespace {
@@ -29,14 +33,68 @@ Found findCommand(const QStringList& arguments) {
   return {};
 }
 
-/// `--settings STEM`, which counts in front of the command only.
-QString takeStem(QStringList& arguments) {
-  if (arguments.isEmpty() || arguments.front() != QLatin1String("--settings")) return {};
-  if (arguments.size() < 2) throw WrongCall(QStringLiteral("Hinter --settings fehlt der Stamm!"));
-  const QString stem = arguments[1];
-  arguments = arguments.mid(2);
-  return stem;
+/// The options that count in front of the command only.
+struct FrontOptions {
+  QString stem;                  ///< `--settings STEM`
+  std::optional<QString> trace;  ///< `--trace [FILE]`; empty without a file
+};
+
+/// Whether a command begins with that word.
+bool beginsCommand(const QString& word) {
+  const auto rows = commandTable();
+  return std::any_of(rows.begin(), rows.end(), [&word](const Command& command) {
+    return QString::fromUtf16(command.words).section(QLatin1Char(' '), 0, 0) == word;
+  });
 }
+
+FrontOptions takeFrontOptions(QStringList& arguments) {
+  FrontOptions options;
+  while (!arguments.isEmpty()) {
+    const QString word = arguments.front();
+    if (word == QLatin1String("--settings")) {
+      if (arguments.size() < 2) {
+        throw WrongCall(QStringLiteral("Hinter --settings fehlt der Stamm!"));
+      }
+      options.stem = arguments[1];
+      arguments = arguments.mid(2);
+    } else if (word == QLatin1String("--trace")) {
+      const QString next = arguments.value(1);
+      const bool named =
+          !next.isEmpty() && !next.startsWith(QLatin1Char('-')) && !beginsCommand(next);
+      options.trace = named ? next : QString();
+      arguments = arguments.mid(named ? 2 : 1);
+    } else {
+      break;
+    }
+  }
+  return options;
+}
+
+/// Says on the console where the trace stands and why it ends, for as long as a command runs.
+class TraceOnConsole {
+ public:
+  TraceOnConsole(Trace* trace, Console& console) : trace_(trace), console_(console) {
+    if (trace_ == nullptr) return;
+    trace_->onFailure = [this](const QString& text) { console_.message(text); };
+  }
+  ~TraceOnConsole() {
+    if (trace_ != nullptr) trace_->onFailure = nullptr;
+  }
+  TraceOnConsole(const TraceOnConsole&) = delete;
+  TraceOnConsole& operator=(const TraceOnConsole&) = delete;
+
+  void request(const std::optional<QString>& file) {
+    if (trace_ != nullptr && file) trace_->request(*file);
+  }
+  void tellPlace() {
+    if (trace_ == nullptr || !trace_->isOn()) return;
+    console_.message(QStringLiteral("Die Verbindung wird mitgeschrieben: ") + trace_->path());
+  }
+
+ private:
+  Trace* trace_;
+  Console& console_;
+};
 
 /// Settings that were asked for but are not there must not send anything to another station.
 void checkSettings(const Command& command, const QString& stem, const AppPaths& paths,
@@ -84,7 +142,8 @@ void tellSwitchingOn(const Command& command, const StationKindRow& kind, Console
 
 ExitStatus runCommand(QStringList arguments, const CliWorld& world) {
   const bool yes = arguments.removeAll(QStringLiteral("--yes")) > 0;
-  const QString stem = takeStem(arguments);
+  const FrontOptions options = takeFrontOptions(arguments);
+  const QString& stem = options.stem;
   const Found found = findCommand(arguments);
   if (found.command == nullptr) {
     throw WrongCall(arguments.isEmpty() ? QStringLiteral("Es fehlt der Befehl!")
@@ -99,7 +158,10 @@ ExitStatus runCommand(QStringList arguments, const CliWorld& world) {
   Settings settings = loadSettings(IniFile(paths.iniFile), paths.appPath);
   ConsolePrompt prompt(world.console, yes, world.clock, world.interrupt);
   ConsoleView view(world.console);
+  TraceOnConsole trace(world.transports.trace, world.console);
+  trace.request(options.trace);
   StationLink link(settings, world.clock, prompt, world.transports);
+  trace.tellPlace();
   link.setView(&view);
   const CancelByInterrupt cancel(world.interrupt, link);
   CliContext context{paths,  settings,        world.clock,

@@ -1,6 +1,8 @@
 // lokari-cli without its process: the frame around the commands.
 //
-//   lokari-cli [--settings STEM] COMMAND [arguments] [--yes]
+//   lokari-cli [--settings STEM] [--trace [FILE]] COMMAND [arguments] [--yes]
+//
+// Behind --trace a word is the FILE unless a command begins with it.
 //
 // Ctrl-C raises the Interrupt, which cancels what the link does. Nothing that a command opens takes
 // that back.

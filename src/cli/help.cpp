@@ -72,7 +72,8 @@ QStringList switchedOnBy(const Command& command) {
 
 QStringList helpLines() {
   QStringList lines{
-      QStringLiteral("Aufruf: lokari-cli [--settings STAMM] BEFEHL [Argumente] [--yes]"),
+      QStringLiteral(
+          "Aufruf: lokari-cli [--settings STAMM] [--trace [DATEI]] BEFEHL [Argumente] [--yes]"),
       QString(),
       QStringLiteral("Befehle:"),
   };
@@ -80,18 +81,18 @@ QStringList helpLines() {
     lines << QStringLiteral("  ") + syntaxOf(command)
           << QStringLiteral("      ") + QString::fromUtf16(command.purpose);
   }
-  lines << QString()
-        << QStringLiteral("  --settings STAMM  andere Einstellungen als LOKARI: STAMM.INI")
-        << QStringLiteral("  --yes             beantwortet alle Rückfragen mit OK oder Ja")
-        << QStringLiteral("  -h, --help        diese Hilfe; hinter einem Befehl dessen Argumente")
-        << QStringLiteral("  --version         die Version des Programms") << QString()
-        << QStringLiteral(
-               "Ergebnisse stehen in der Standardausgabe, durch Tabulatoren getrennt; mit")
-        << QStringLiteral("--json steht in jeder Zeile ein JSON-Objekt.")
-        << QStringLiteral("Rückgabe: 0 alles erledigt, 1 etwas ist misslungen, 2 falscher Aufruf")
-        << QStringLiteral("oder keine Verbindung. Strg-C ist die Schaltfläche Abbruch.")
-        << QString()
-        << QStringLiteral("Eine angehaltene Anlage schalten ohne Rückfrage wieder ein:");
+  lines
+      << QString()
+      << QStringLiteral("  --settings STAMM  andere Einstellungen als LOKARI: STAMM.INI")
+      << QStringLiteral("  --trace [DATEI]   schreibt die Verbindung mit, ohne DATEI in TRACE.log")
+      << QStringLiteral("  --yes             beantwortet alle Rückfragen mit OK oder Ja")
+      << QStringLiteral("  -h, --help        diese Hilfe; hinter einem Befehl dessen Argumente")
+      << QStringLiteral("  --version         die Version des Programms") << QString()
+      << QStringLiteral("Ergebnisse stehen in der Standardausgabe, durch Tabulatoren getrennt; mit")
+      << QStringLiteral("--json steht in jeder Zeile ein JSON-Objekt.")
+      << QStringLiteral("Rückgabe: 0 alles erledigt, 1 etwas ist misslungen, 2 falscher Aufruf")
+      << QStringLiteral("oder keine Verbindung. Strg-C ist die Schaltfläche Abbruch.") << QString()
+      << QStringLiteral("Eine angehaltene Anlage schalten ohne Rückfrage wieder ein:");
   for (const Command& command : commandTable()) {
     const QStringList kinds = switchedOnBy(command);
     if (kinds.isEmpty()) continue;

@@ -12,6 +12,8 @@
 #include "link/protocol_table.h"
 #include "link/serial_line.h"
 #include "link/station_protocol.h"
+#include "link/trace.h"
+#include "link/traced_transports.h"
 #include "link/track_stop.h"
 
 namespace lokari {
@@ -33,11 +35,18 @@ bool sharesLine(const StationKindRow& one, const StationKindRow& other) {
 
 struct StationLink::Impl {
   Impl(const Settings& ownerSettings, Clock& ownerClock, Prompt& ownerPrompt, Transports lines)
-      : settings(ownerSettings), clock(ownerClock), prompt(ownerPrompt), transports(lines) {}
+      : settings(ownerSettings),
+        clock(ownerClock),
+        prompt(ownerPrompt),
+        traced(lines.trace != nullptr
+                   ? std::make_unique<TracedTransports>(lines, ownerSettings, ownerClock)
+                   : nullptr),
+        transports(traced ? traced->transports() : lines) {}
 
   const Settings& settings;
   Clock& clock;
   Prompt& prompt;
+  std::unique_ptr<TracedTransports> traced;  ///< null without a trace
   Transports transports;
   CommView* view = nullptr;
   std::unique_ptr<StationProtocol> protocol;
@@ -51,6 +60,7 @@ StationLink::StationLink(const Settings& settings, Clock& clock, Prompt& prompt,
     : impl_(std::make_unique<Impl>(settings, clock, prompt, transports)) {
   impl_->trackStop = std::make_unique<TrackStop>(*this);
   if (canLog() != nullptr) canLog()->begin();
+  followTrace();
 }
 
 StationLink::~StationLink() = default;
@@ -203,6 +213,14 @@ int StationLink::WriteCV(int cv, int value, int address, int mode) {
 
 int StationLink::getAddrIndex(int address) {
   return protocol().addrIndex(address);
+}
+
+void StationLink::followTrace() {
+  if (impl_->transports.trace != nullptr) impl_->transports.trace->follow(settings());
+}
+
+QString StationLink::tracePath() const {
+  return impl_->transports.trace != nullptr ? impl_->transports.trace->path() : QString();
 }
 
 TrackStop& StationLink::trackStop() {

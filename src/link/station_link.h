@@ -20,6 +20,7 @@ class CommView;
 class Prompt;
 class SerialLine;
 class StationProtocol;
+class Trace;
 class TrackStop;
 class UdpSocket;
 
@@ -29,13 +30,14 @@ struct Transports {
   UdpSocket& udp;
   CanDriver& can;
   CanLog* canLog = nullptr;  ///< where the CAN traffic is written; may be null
+  Trace* trace = nullptr;    ///< where all traffic is told of, if wanted; may be null
 };
 
 class StationLink {
  public:
   /// All arguments must outlive the link. `settings` is looked at anew by every operation, so that
-  /// a change of the options holds for the next session. The CAN traffic log begins here, when it
-  /// is on.
+  /// a change of the options holds for the next session. The CAN traffic log and the trace begin
+  /// here, when they are on.
   StationLink(const Settings& settings, Clock& clock, Prompt& prompt, Transports transports);
   ~StationLink();
 
@@ -102,6 +104,11 @@ class StationLink {
   CanDriver& can() const;
   /// The log of the CAN traffic, or null when it is off.
   CanLog* canLog() const;
+
+  /// Begins or ends the trace as the settings say now.
+  void followTrace();
+  /// Where the trace stands or would stand; empty without one.
+  QString tracePath() const;
 
   /// The protocol of the configured station kind, for messages beyond CVs.
   StationProtocol& protocol();

@@ -7,16 +7,19 @@
 #include "link/station_link.h"
 #include "link/system_can.h"
 #include "link/system_udp_socket.h"
+#include "link/trace.h"
 
 namespace lokari {
 
 class SystemTransports {
  public:
-  /// `appPath` holds PORTS.INI and CAN.log. `clock` must outlive the transports.
+  /// `appPath` holds PORTS.INI, CAN.log and TRACE.log. The environment variable LOKARI_TRACE may
+  /// ask for a trace. `clock` must outlive the transports.
   SystemTransports(const QString& appPath, Clock& clock);
 
   Transports transports();
   PortTable& ports() { return ports_; }
+  Trace& trace() { return trace_; }
 
  private:
   PortTable ports_;
@@ -24,6 +27,7 @@ class SystemTransports {
   SystemUdpSocket udp_;
   SystemCan can_;
   CanLog canLog_;
+  Trace trace_;
 };
 
 }  // namespace lokari

@@ -38,6 +38,8 @@ char flipped(char byte) {
   return static_cast<char>(byte ^ kEscapeMask);
 }
 
+}  // namespace
+
 QByteArray unescape(const QByteArray& body) {
   QByteArray plain;
   plain.reserve(body.size());
@@ -52,8 +54,6 @@ QByteArray unescape(const QByteArray& body) {
   }
   return plain;
 }
-
-}  // namespace
 
 quint8 calcCRC8(const QByteArray& data) {
   unsigned reg = 0xFF;

@@ -22,6 +22,9 @@ inline constexpr int kHead = 5;
 /// initial value of FF. An empty string gives FF.
 quint8 calcCRC8(const QByteArray& data);
 
+/// A body on the wire without its escapes.
+QByteArray unescape(const QByteArray& body);
+
 /// A whole frame. `seq` is 0 to 255; `answer` marks it as the answer to a frame of the station.
 QByteArray frame(int seq, const QByteArray& payload, bool answer);
 

@@ -82,6 +82,7 @@ OptionsForm formOf(const Settings& settings) {
       .addressCheck = settings.addressCheck,
       .manufacturerCheck = settings.manufacturerCheck,
       .continueOnError = settings.continueOnError,
+      .trace = settings.trace,
   };
 }
 
@@ -131,6 +132,7 @@ void takeForm(const OptionsForm& form, Settings& settings) {
   settings.manufacturerCheck = form.manufacturerCheck;
   settings.manufacturerCheckNow = form.manufacturerCheck;
   settings.continueOnError = form.continueOnError;
+  settings.trace = form.trace;
 }
 
 QList<IniEntry> optionEntries(const Settings& settings) {
@@ -149,6 +151,11 @@ QList<IniEntry> optionEntries(const Settings& settings) {
   };
   if (settings.dbPath.size() > kLongestDbPath) entries.removeFirst();
   return entries;
+}
+
+QList<IniEntry> changedEntries(const Settings& before, const Settings& settings) {
+  if (before.trace == settings.trace) return {};
+  return {{QStringLiteral("Trace"), flag(settings.trace)}};
 }
 
 bool sameLine(const OptionsForm& form, const Settings& settings) {

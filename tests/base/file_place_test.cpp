@@ -107,7 +107,7 @@ TEST_F(FilePlaceTest, ADatabaseIsNeverReplacedWhateverItIsCalled) {
 
 TEST_F(FilePlaceTest, WhatTheProgramLivesOnIsNeverReplacedNorMade) {
   for (const char* name : {"LOKARI.INI", "lokari.ini", "PORTS.INI", "DB/LOKARIV3.MDB", "liste.csv",
-                           "WINDOW.INI", "CAN.log", "DB/LOKARIV3.MDB-journal"}) {
+                           "WINDOW.INI", "CAN.log", "TRACE.log", "DB/LOKARIV3.MDB-journal"}) {
     EXPECT_EQ(place(name, kCsvFile), QString()) << name;
     EXPECT_EQ(reason(), kOwn) << name;
   }

@@ -43,6 +43,13 @@ TEST(Settings, ATimeoutOutOfRangeLeaves20) {
   EXPECT_EQ(load("Timeout=999").timeoutVal, 999);
 }
 
+TEST(Settings, TheTraceIsOffUnlessItsKeySaysOtherwise) {
+  EXPECT_FALSE(load("").trace);
+  EXPECT_FALSE(load("Trace=0").trace);
+  EXPECT_FALSE(load("Trace=7").trace);
+  EXPECT_TRUE(load("Trace=1").trace);
+}
+
 TEST(Settings, AnUnknownResizeModeLeaves1) {
   EXPECT_EQ(load("Resize=2").resizeMode, 1);
   EXPECT_EQ(load("Resize=0").resizeMode, 0);

@@ -7,6 +7,7 @@
 
 #include "cli/cli.h"
 #include "cli/console.h"
+#include "link/trace.h"
 #include "sim/decoder_file.h"
 #include "sim/station_table.h"
 #include "support/memory_can.h"
@@ -43,7 +44,8 @@ class CliFixture : public ::testing::Test {
   int run(const char* line) {
     console.results.clear();
     console.messages.clear();
-    const CliWorld world{folder.path(), clock, {line_, socket, can}, console, interrupt};
+    const CliWorld world{
+        folder.path(), clock, {line_, socket, can, nullptr, &trace}, console, interrupt};
     return static_cast<int>(
         runCli(QString::fromUtf8(line).split(QLatin1Char(' '), Qt::SkipEmptyParts), world));
   }
@@ -59,6 +61,7 @@ class CliFixture : public ::testing::Test {
   test::MemorySocket socket{clock};
   test::MemoryCan can;
   QTemporaryDir folder;
+  Trace trace{folder.path(), clock};
   RecordingConsole console;
   Interrupt interrupt;
 };

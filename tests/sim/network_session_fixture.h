@@ -4,8 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
+
 #include "link/station_link.h"
 #include "link/system_can.h"
+#include "link/trace.h"
 #include "sim/decoder_file.h"
 #include "sim/station_table.h"
 #include "support/scripted_prompt.h"
@@ -32,7 +35,8 @@ class NetworkSession : public ::testing::Test {
       socket = std::make_unique<SimSocket>(clock, *station);
     }
     can = std::make_unique<SystemCan>(clock, *line, *socket, std::vector<CanInterface>{});
-    link = std::make_unique<StationLink>(settings, clock, prompt, Transports{*line, *socket, *can});
+    link = std::make_unique<StationLink>(settings, clock, prompt,
+                                         Transports{*line, *socket, *can, nullptr, &trace});
   }
 
   void open(bool progOn) { ASSERT_EQ(link->initComm(true, true, progOn), QString()); }
@@ -50,6 +54,7 @@ class NetworkSession : public ::testing::Test {
   std::unique_ptr<MemoryLine> line;
   std::unique_ptr<MemorySocket> socket;
   std::unique_ptr<SystemCan> can;
+  Trace trace{QDir::tempPath(), clock};
   std::unique_ptr<StationLink> link;
 };
 

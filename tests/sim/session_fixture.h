@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
+
 #include "link/station_link.h"
+#include "link/trace.h"
 #include "sim/decoder_file.h"
 #include "sim/station_table.h"
 #include "support/memory_can.h"
@@ -23,7 +26,8 @@ class SerialSession : public ::testing::Test {
     station =
         sim::stationByName(QStringView(stationKind(kind).name))->make({clock, layout, faults, 20});
     line = std::make_unique<SimLine>(clock, *station);
-    link = std::make_unique<StationLink>(settings, clock, prompt, Transports{*line, socket, can});
+    link = std::make_unique<StationLink>(settings, clock, prompt,
+                                         Transports{*line, socket, can, nullptr, &trace});
     EXPECT_EQ(link->initComm(true, true, true), "");
     link->commJob = CommJob::WriteProgTrack;
   }
@@ -42,6 +46,7 @@ class SerialSession : public ::testing::Test {
   std::unique_ptr<SimLine> line;
   MemorySocket socket{clock};
   MemoryCan can;
+  Trace trace{QDir::tempPath(), clock};
   std::unique_ptr<StationLink> link;
 };
 

@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
+
 #include "link/station_link.h"
+#include "link/trace.h"
 #include "support/memory_can.h"
 #include "support/memory_socket.h"
 #include "support/recording_view.h"
@@ -38,7 +41,8 @@ class LinkFixture : public ::testing::Test {
   ScriptedLine line{clock};
   MemorySocket socket{clock};
   MemoryCan can;
-  StationLink link{settings, clock, prompt, {line, socket, can}};
+  Trace trace{QDir::tempPath(), clock};  // off: nobody may notice what stands around the lines
+  StationLink link{settings, clock, prompt, {line, socket, can, nullptr, &trace}};
 };
 
 }  // namespace lokari::test

@@ -12,6 +12,7 @@
 #include "app/workbench.h"
 #include "base/qt_clock.h"
 #include "base/signal_watch.h"
+#include "base/ui/passing_note.h"
 #include "base/ui/qt_prompt.h"
 #include "base/ui/wrapped_tips.h"
 #include "db/access_import.h"
@@ -40,7 +41,11 @@ struct Application::Parts {
 };
 
 Application::Application(const QString& commandLine)
-    : parts_(std::make_unique<Parts>(commandLine)) {}
+    : parts_(std::make_unique<Parts>(commandLine)) {
+  parts_->transports.trace().onFailure = [this](const QString& text) {
+    showPassingNote(text, &parts_->window);
+  };
+}
 
 Application::~Application() = default;
 

@@ -1,6 +1,7 @@
 #include "station/ui/dlg_options.h"
 
 #include <QButtonGroup>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
@@ -36,6 +37,7 @@ void DlgOptions::load() {
   comPorts_->button(form.comPort)->setChecked(true);
   txtComTimeout_->setText(form.timeout);
   lstBaudrate_->setEditText(form.baudrate);
+  chkTrace_->setChecked(form.trace);
   for (const Choice& choice : choices_) {
     (form.*choice.value ? choice.yes : choice.no)->setChecked(true);
   }
@@ -52,6 +54,7 @@ OptionsForm DlgOptions::form() const {
   };
   for (size_t i = 0; i < txtIP_.size(); ++i) form.address[i] = txtIP_[i]->text();
   for (const Choice& choice : choices_) form.*choice.value = choice.yes->isChecked();
+  form.trace = chkTrace_->isChecked();
   return form;
 }
 
@@ -110,9 +113,11 @@ void DlgOptions::accept() {
   const OptionsForm taken = form();
   // Cabs drive on the line that they have; on another one their stop would reach nobody.
   if (testing_ || !checked(taken) || isHeldBack(taken)) return;
+  const Settings before = parts_.settings;
   takeForm(taken, parts_.settings);
   QList<IniEntry> entries = optionEntries(parts_.settings);
   if (keepsAddress(parts_.settings, parts_.ini)) entries.removeLast();
+  entries += changedEntries(before, parts_.settings);
   QStringList texts;
   // One write for all: a program that ends in the middle leaves no mixture of old and new.
   if (!parts_.ini.writeAll(QString::fromUtf16(kSettingsSection), entries)) {
@@ -124,6 +129,7 @@ void DlgOptions::accept() {
     texts << QStringLiteral(
         "Der Pfad der Datenbank ist länger als 63 Zeichen und wurde nicht gespeichert!");
   }
+  parts_.link.followTrace();
   if (!texts.isEmpty()) parts_.prompt.message(texts.join(u'\n'));
   QDialog::accept();
 }

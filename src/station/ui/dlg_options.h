@@ -13,6 +13,7 @@
 
 class QBoxLayout;
 class QButtonGroup;
+class QCheckBox;
 class QComboBox;
 class QLabel;
 class QLineEdit;
@@ -53,6 +54,7 @@ class DlgOptions final : public QDialog {
   void makeLink(QBoxLayout* rows);
   QWidget* makeSerialView();
   QWidget* makeNetworkView();
+  void makeTrace(QBoxLayout* rows);
   void makeJobs(QBoxLayout* rows);
   void makeDatabase(QBoxLayout* rows);
   void makeButtons(QBoxLayout* rows);
@@ -78,6 +80,7 @@ class DlgOptions final : public QDialog {
   QComboBox* lstBaudrate_ = nullptr;
   QLineEdit* txtComTimeout_ = nullptr;
   QLineEdit* txtDbPath_ = nullptr;
+  QCheckBox* chkTrace_ = nullptr;
   std::array<AddressPart*, 4> txtIP_{};
 
   /// A question with the answers yes and no.

@@ -1,4 +1,5 @@
 // How the controls of `dlgOptions` are laid out.
+#include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -13,6 +14,8 @@
 #include "base/ui/fit_area.h"
 #include "base/ui/option_group.h"
 #include "base/ui/window_scale.h"
+#include "link/station_link.h"
+#include "link/trace_head.h"
 #include "station/ui/address_part.h"
 #include "station/ui/dlg_options.h"
 
@@ -58,6 +61,7 @@ DlgOptions::DlgOptions(OptionsParts parts, const WindowScale& scale, QWidget* pa
   rows->setSpacing(10);
   makeStations(rows);
   makeLink(rows);
+  makeTrace(rows);
   makeJobs(rows);
   makeDatabase(rows);
   rows->addStretch();
@@ -174,6 +178,25 @@ QWidget* DlgOptions::makeNetworkView() {
   labIP->setBuddy(txtIP_[0]);
   line->addStretch();
   return view;
+}
+
+void DlgOptions::makeTrace(QBoxLayout* rows) {
+  auto* box = new QGroupBox(QStringLiteral("Mitschrift"), page_);
+  auto* lines = new QVBoxLayout(box);
+  chkTrace_ =
+      named(new QCheckBox(QStringLiteral("&Mitschreiben, was gesendet und empfangen wird"), box),
+            QStringLiteral("chkTrace"));
+  auto* sentence = named(
+      new QLabel(QStringLiteral("Für eine Fehlermeldung, in %1: Uhrzeit, Bytes und Bedeutung, "
+                                "keine Namen und nichts aus der Datenbank.")
+                     .arg(withoutHome(parts_.link.tracePath())),
+                 box),
+      QStringLiteral("labTrace"));
+  sentence->setWordWrap(true);
+  chkTrace_->setAccessibleDescription(sentence->text());
+  lines->addWidget(chkTrace_);
+  lines->addWidget(sentence);
+  rows->addWidget(box);
 }
 
 void DlgOptions::makeJobs(QBoxLayout* rows) {

@@ -1,0 +1,78 @@
+#include "link/trace_head.h"
+
+#include <QDir>
+#include <QStringList>
+
+#include <algorithm>
+#include <array>
+
+#include "base/settings.h"
+#include "link/dotted_address.h"
+
+namespace lokari {
+namespace {
+
+struct Network {
+  quint32 address;
+  quint32 mask;
+};
+constexpr std::array kPrivateNetworks{
+    Network{0x0A000000, 0xFF000000}, Network{0x7F000000, 0xFF000000},
+    Network{0xA9FE0000, 0xFFFF0000}, Network{0xAC100000, 0xFFF00000},
+    Network{0xC0A80000, 0xFFFF0000}, Network{0x00000000, 0xFFFFFFFF},
+};
+
+bool isPrivate(const QString& address) {
+  const auto number = dottedAddress(address);
+  return number &&
+         std::any_of(kPrivateNetworks.begin(), kPrivateNetworks.end(),
+                     [&](const Network& each) { return (*number & each.mask) == each.address; });
+}
+
+QString networkText(const Settings& settings) {
+  if (isPrivate(settings.ipAddr)) return settings.ipAddr;
+  return QStringLiteral("einer Adresse außerhalb des eigenen Netzes");
+}
+
+QString portText(const Settings& settings) {
+  const StationKindRow& kind = settings.station();
+  const int rate = settings.baudrate != 0 ? settings.baudrate : kind.defaultRate;
+  QString text = QStringLiteral("COM%1").arg(settings.comPort);
+  if (rate != 0) text += QStringLiteral(", %1 Baud").arg(rate);
+  if (kind.handshaking == Handshaking::RequestToSend) text += QStringLiteral(", RTS/CTS");
+  return text;
+}
+
+QString flag(const char16_t* key, bool value) {
+  return QString::fromUtf16(key) + (value ? QStringLiteral("=1") : QStringLiteral("=0"));
+}
+
+}  // namespace
+
+QString stationText(const Settings& settings) {
+  const StationKindRow& kind = settings.station();
+  return QString::fromUtf16(kind.name) + QStringLiteral(" an ") +
+         (kind.usesIpAddress ? networkText(settings) : portText(settings));
+}
+
+QString traceHead(const Settings& settings) {
+  const QStringList flags{
+      QStringLiteral("Timeout=%1").arg(settings.timeoutVal),
+      flag(u"Delay", settings.delayFlag),
+      flag(u"LenzV36", settings.lenzV36),
+      flag(u"AddressCheck", settings.addressCheck),
+      flag(u"ManufacturerCheck", settings.manufacturerCheck),
+      flag(u"ContinueOnError", settings.continueOnError),
+      flag(u"Zimo12Functions", settings.zimoFunctionCount != 8),
+  };
+  return QStringLiteral("# Zentrale: ") + stationText(settings) + u'\n' +
+         QStringLiteral("# Einstellungen: ") + flags.join(u' ') + u'\n' +
+         QStringLiteral("# Zeit, > gesendet, < empfangen, - Anschluss, Bytes, ; Bedeutung");
+}
+
+QString withoutHome(QString text) {
+  const QString home = QDir::homePath();
+  return home.size() > 1 ? text.replace(home, QStringLiteral("~")) : text;
+}
+
+}  // namespace lokari

@@ -1,0 +1,36 @@
+// A serial line that tells the trace what it carries. It adds nothing to the line's own behaviour
+// and changes no order.
+#pragma once
+
+#include "link/message_trace.h"
+#include "link/serial_line.h"
+
+namespace lokari {
+
+class TracedSerialLine final : public SerialLine {
+ public:
+  /// `line` and `trace` must outlive it.
+  TracedSerialLine(SerialLine& line, MessageTrace& trace) : line_(line), trace_(trace) {}
+
+  void open(const SerialSettings& settings) override;
+  void close() override;
+  bool isOpen() const override { return line_.isOpen(); }
+  qsizetype inBufferCount() override;
+  QByteArray read(qsizetype most = 0) override;
+  void write(const QByteArray& data) override;
+  Millis untilSent() override;
+  void setRtsEnable(bool raised) override;
+  void setDtrEnable(bool raised) override;
+  bool ctsHolding() override;
+
+ private:
+  /// Tells of a LinkError and passes it on.
+  template <class Work>
+  auto watched(const Work& work);
+
+  SerialLine& line_;
+  MessageTrace& trace_;
+  bool cts_ = true;  ///< as it was told last
+};
+
+}  // namespace lokari
