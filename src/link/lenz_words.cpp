@@ -2,6 +2,7 @@
 // one behind FF FD.
 #include "base/bytes.h"
 #include "link/family_words.h"
+#include "link/lenz_codec.h"
 #include "link/message_words.h"
 
 namespace lokari {
@@ -98,17 +99,27 @@ constexpr std::array kReceived{
 };
 // clang-format on
 
-/// Bytes of the frame ahead of the header.
+bool isFrameEnd(int byte) {
+  return byte == 0xFE || byte == 0xFD;
+}
+
+/// Bytes of the frame ahead of the header; one when its first byte went with the piece before.
 qsizetype frameSize(const QByteArray& message) {
-  const int second = byteAt(message, 1);
-  return byteAt(message, 0) == 0xFF && (second == 0xFE || second == 0xFD) ? 2 : 0;
+  if (isFrameEnd(byteAt(message, 0))) return 1;
+  return byteAt(message, 0) == 0xFF && isFrameEnd(byteAt(message, 1)) ? 2 : 0;
 }
 
 qsizetype whole(const QByteArray& received, const QByteArray&) {
   const qsizetype frame = frameSize(received);
   const int header = byteAt(received, frame);
+  // The next frame ends the rest of a message whose beginning went with the piece before.
+  for (qsizetype at = frame + 1; at + 1 < received.size(); ++at) {
+    const QByteArray rest = received.mid(at, 2);
+    const bool isCut = frameSize(rest) == 2 && at < frame + (header & 0x0F) + 2;
+    if (isCut && !lenz::isSound(received.mid(frame))) return at;
+  }
   const qsizetype size = frame + (header & 0x0F) + 2;
-  const bool isCutFrame = frame == 0 && header == 0xFF && received.size() == 1;
+  const bool isCutFrame = header == 0xFF && received.size() == 1;
   return header < 0 || isCutFrame || received.size() < size ? 0 : size;
 }
 

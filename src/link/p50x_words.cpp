@@ -15,11 +15,11 @@ constexpr int kNoEvent = 0xF5;
 
 /// How long the reply to a command is.
 enum class ReplyForm {
-  Code,     ///< one byte
-  Data,     ///< behind 00 as many bytes as the row tells; else a code alone
-  Status,   ///< one byte, and another one when bit 7 is set
-  Entries,  ///< each behind its length, up to a length of 0
-  Event,    ///< F5 alone, or behind its length
+  Code,    ///< one byte
+  Data,    ///< behind 00 as many bytes as the row tells; else a code alone
+  Status,  ///< one byte, and another one when bit 7 is set
+  Open,    ///< up to the next command: the stations differ
+  Event,   ///< F5 alone, or behind its length
 };
 
 struct CommandRow {
@@ -50,12 +50,13 @@ constexpr std::array kCommands{
     CommandRow{0x90, 2, ReplyForm::Code, 0,  {"", u"schaltet Ausgang %1", {{{.at = 2, .bytes = 2, .mask = 0x07FF, .lowFirst = true}}}}, u""},
     CommandRow{0x94, 2, ReplyForm::Data, 1,  {"", u"fragt nach Ausgang %1", {{kVehicle}}}, u"Ausgang"},
     CommandRow{0x95, 1, ReplyForm::Data, 1,  {"", u"fragt nach der Gruppe %1 der Ausgänge", {{{.at = 2}}}}, u"acht Ausgänge"},
-    CommandRow{0xA0, 0, ReplyForm::Entries, 0, {"", u"fragt nach der Version", {}}, u"Version"},
+    CommandRow{0xA0, 0, ReplyForm::Open, 0,   {"", u"fragt nach der Version", {}}, u"Version"},
     CommandRow{0xA2, 0, ReplyForm::Status, 0, {"", u"fragt nach dem Zustand", {}}, u"Zustand"},
     CommandRow{0xA5, 0, ReplyForm::Code, 0,  {"", u"hält alle Fahrzeuge an", {}}, u""},
     CommandRow{0xA6, 0, ReplyForm::Code, 0,  {"", u"Gleis aus", {}}, u""},
     CommandRow{0xA7, 0, ReplyForm::Code, 0,  {"", u"gibt die Anlage frei", {}}, u""},
     CommandRow{0xCE, 0, ReplyForm::Event, 0, {"", u"fragt nach dem Ergebnis des Programmierens", {}}, u"Ergebnis des Programmierens"},
+    CommandRow{0xDA, 4, ReplyForm::Code, 0,  {"", u"Hauptgleis, Fahrzeug %1: liest CV %2", {{kVehicle, {.at = 4, .bytes = 2, .lowFirst = true}}}}, u""},
     CommandRow{0xDE, 5, ReplyForm::Code, 0,  {"", u"Hauptgleis, Fahrzeug %1: schreibt CV %2 = %3", {{kVehicle, {.at = 4, .bytes = 2, .lowFirst = true}, {.at = 6}}}}, u""},
     CommandRow{0xE1, 0, ReplyForm::Code, 0,  {"", u"Programmieren ein", {}}, u""},
     CommandRow{0xE2, 0, ReplyForm::Code, 0,  {"", u"Programmieren aus", {}}, u""},
@@ -118,12 +119,6 @@ qsizetype wholeSent(const QByteArray& sent) {
   return row->arguments + 2;
 }
 
-qsizetype entriesLength(const QByteArray& reply) {
-  qsizetype at = 0;
-  while (byteAt(reply, at) > 0) at += byteAt(reply, at) + 1;
-  return at < reply.size() ? at + 1 : 0;
-}
-
 qsizetype binaryLength(const CommandRow& row, const QByteArray& reply) {
   const int first = byteAt(reply, 0);
   switch (row.form) {
@@ -133,8 +128,8 @@ qsizetype binaryLength(const CommandRow& row, const QByteArray& reply) {
       return first == 0 ? row.data + 1 : 1;
     case ReplyForm::Status:
       return (first & 0x80) != 0 ? 2 : 1;
-    case ReplyForm::Entries:
-      return entriesLength(reply);
+    case ReplyForm::Open:
+      return 0;
     case ReplyForm::Event:
       return first == kNoEvent ? 1 : first + 1;
   }

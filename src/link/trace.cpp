@@ -93,12 +93,17 @@ void Trace::end() {
   enable(false);
 }
 
-void Trace::fail(const QString& reason) {
-  end();
+void Trace::giveUp() {
+  file_.close();
+  enable(false);
   failed_ = true;
+}
+
+void Trace::fail(const QString& reason) {
+  giveUp();
   if (onFailure) {
-    onFailure(
-        QStringLiteral("Die Verbindung wird nicht mehr mitgeschrieben. %1 %2.").arg(path_, reason));
+    onFailure(QStringLiteral("Die Verbindung wird nicht mehr mitgeschrieben!\n%1 %2.")
+                  .arg(path_, reason));
   }
 }
 
@@ -115,8 +120,7 @@ void Trace::write(Transport transport, const QDateTime& time, const QString& tex
     put(isNewDay ? date_.toString(QStringLiteral("'# 'dd.MM.yyyy")) + u'\n' + line : line);
   } catch (const std::exception&) {
     // No memory for a line: the work goes on without a trace.
-    file_.close();
-    failed_ = true;
+    giveUp();
   }
 }
 

@@ -62,7 +62,9 @@ class Trace {
  private:
   void begin(const QString& head);
   void end();
-  /// The trace is over for this run, and `reason`, the end of a sentence, is told.
+  /// It is over until it is switched off and on again.
+  void giveUp();
+  /// giveUp(), and `reason`, the end of a sentence, is told.
   void fail(const QString& reason);
   bool open();
   /// Starts a new file when this one has grown too large. False when the trace has failed.

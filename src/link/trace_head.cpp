@@ -19,18 +19,16 @@ struct Network {
 constexpr std::array kPrivateNetworks{
     Network{0x0A000000, 0xFF000000}, Network{0x7F000000, 0xFF000000},
     Network{0xA9FE0000, 0xFFFF0000}, Network{0xAC100000, 0xFFF00000},
-    Network{0xC0A80000, 0xFFFF0000}, Network{0x00000000, 0xFFFFFFFF},
+    Network{0xC0A80000, 0xFFFF0000},
 };
 
-bool isPrivate(const QString& address) {
-  const auto number = dottedAddress(address);
-  return number &&
-         std::any_of(kPrivateNetworks.begin(), kPrivateNetworks.end(),
-                     [&](const Network& each) { return (*number & each.mask) == each.address; });
-}
-
 QString networkText(const Settings& settings) {
-  if (isPrivate(settings.ipAddr)) return settings.ipAddr;
+  const auto number = dottedAddress(settings.ipAddr);
+  if (!number || *number == 0) return QStringLiteral("keiner Adresse");
+  const bool isPrivate =
+      std::any_of(kPrivateNetworks.begin(), kPrivateNetworks.end(),
+                  [&](const Network& each) { return (*number & each.mask) == each.address; });
+  if (isPrivate) return settings.ipAddr;
   return QStringLiteral("einer Adresse außerhalb des eigenen Netzes");
 }
 

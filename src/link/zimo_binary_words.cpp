@@ -1,6 +1,6 @@
 // The frames of the Zimo binary protocol in words. A message is shown with its wrapping: 01 01, the
-// body with its escapes, 17. Without the escapes the body is a sequence byte, a type byte, the
-// command, and in what the station sends the sequence byte that it answers.
+// body with its escapes, 17. Without the escapes the body of a sent one is a sequence byte, a type
+// byte, the command and its data.
 #include "base/bytes.h"
 #include "link/family_words.h"
 #include "link/message_words.h"
@@ -38,28 +38,30 @@ constexpr WordsRow kWrites{"10 13 80 00", u"schreibt CV %1 = %2", {{kCv, {.at = 
 constexpr WordsRow kWritesMain{"10 13", u"Hauptgleis, Fahrzeug %1: schreibt CV %2 = %3", {{kAddress, kCv, {.at = 6}}}};
 constexpr qsizetype kReadSize = 7;
 
-constexpr std::array kReceived{
-    WordsRow{"00 FF", u"ein Fahrzeug wurde woanders bedient"},
-    WordsRow{"00 FE", u"ein Ausgang wurde woanders geschaltet"},
-    WordsRow{"4. 02 .. 00", u"Zustand des Gleises"},
-    WordsRow{"4. 08 .. 00", u"Zustand des Fahrzeugs"},
-    WordsRow{"4. 09 .. 00", u"Zustand der Ausgänge"},
-    WordsRow{"4. 0D .. 00", u"Gerät und Version"},
-    WordsRow{"4. .. .. 00", u"angenommen"},
-    WordsRow{"4. .. .. 34", u"angenommen"},
-    WordsRow{"4. .. .. 04", u"beschäftigt"},
-    WordsRow{"4. .. ..", u"abgelehnt, Grund %1", {{{.at = 3}}}},
+// As zbin::takeApart() gives it: the command, and the data behind the header.
+constexpr std::array kNews{
+    WordsRow{"FF", u"ein Fahrzeug wurde woanders bedient"},
+    WordsRow{"FE", u"ein Ausgang wurde woanders geschaltet"},
 };
-constexpr WordsRow kResult{"2. 13", u"Ergebnis: CV %1 hat %2", {{{.at = 5, .bytes = 2}, {.at = 7}}}};
-constexpr WordsRow kFailure{"2. 13", u"nicht gelesen oder geschrieben, Grund %1", {{{.at = 5}}}};
-/// Type, command, sequence byte, address, CV, value, checksum.
-constexpr qsizetype kResultSize = 9;
+constexpr std::array kAnswers{
+    WordsRow{"02 00", u"Zustand des Gleises"},
+    WordsRow{"08 00", u"Zustand des Fahrzeugs"},
+    WordsRow{"09 00", u"Zustand der Ausgänge"},
+    WordsRow{"0D 00", u"Gerät und Version"},
+    WordsRow{".. 00", u"angenommen"},
+    WordsRow{".. 34", u"angenommen"},
+    WordsRow{".. 04", u"beschäftigt"},
+    WordsRow{"..", u"abgelehnt, Grund %1", {{{.at = 1}}}},
+};
+constexpr WordsRow kResult{"13", u"Ergebnis: CV %1 hat %2", {{{.at = 3, .bytes = 2}, {.at = 5}}}};
+constexpr WordsRow kFailure{"13", u"nicht gelesen oder geschrieben, Grund %1", {{{.at = 3}}}};
+constexpr qsizetype kAnswerSize = 2;
+constexpr qsizetype kResultSize = 6;
 // clang-format on
 
-/// Type, command and what follows, without escapes and without the closing 17.
-QByteArray inside(const QByteArray& frame) {
-  const QByteArray body = frame.mid(frame.indexOf(QByteArray(2, '\x01')) + kWrapping);
-  return zbin::unescape(body.chopped(1)).mid(kSequence);
+/// What stands between 01 01 and the end of the frame, which is part of it.
+QByteArray bodyOf(const QByteArray& frame) {
+  return frame.mid(frame.indexOf(QByteArray(2, '\x01')) + kWrapping);
 }
 
 bool isFrame(const QByteArray& message) {
@@ -72,7 +74,7 @@ QString wordsFor(const WordsRow& row, const QByteArray& message) {
 
 QString sent(const QByteArray& frame) {
   if (!isFrame(frame)) return {};
-  const QByteArray message = inside(frame);
+  const QByteArray message = zbin::unescape(bodyOf(frame).chopped(1)).mid(kSequence);
   const QString cvWords =
       message.size() <= kReadSize ? wordsFor(kReads, message) : wordsFor(kWrites, message);
   if (!cvWords.isEmpty()) return cvWords;
@@ -82,9 +84,11 @@ QString sent(const QByteArray& frame) {
 
 QString received(const QByteArray& frame, const QByteArray&) {
   if (!isFrame(frame)) return {};
-  const QByteArray message = inside(frame);
-  const QString result = wordsFor(message.size() < kResultSize ? kFailure : kResult, message);
-  return result.isEmpty() ? wordsOf(kReceived, message) : result;
+  const zbin::Reply reply = zbin::takeApart(bodyOf(frame));
+  if (reply.news) return wordsOf(kNews, reply.text);
+  const WordsRow& outcome = reply.text.size() < kResultSize ? kFailure : kResult;
+  const QString words = reply.text.size() > kAnswerSize ? wordsFor(outcome, reply.text) : QString();
+  return words.isEmpty() ? wordsOf(kAnswers, reply.text) : words;
 }
 
 qsizetype whole(const QByteArray& received, const QByteArray&) {

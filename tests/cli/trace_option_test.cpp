@@ -45,7 +45,8 @@ TEST_F(TraceOptionTest, ItStandsBesideTheSettingsInEitherOrder) {
   writeIni("CLUB", "BaseUnit=TAMSMC\r\nComPort=7\r\nDelay=0\r\n");
   EXPECT_EQ(run("--trace --settings CLUB cv read 29"), 0);
   EXPECT_EQ(run("--settings CLUB --trace cv read 29"), 0);
-  EXPECT_EQ(text().count("# Zentrale: TAMSMC an COM7"), 2) << qPrintable(text());
+  EXPECT_TRUE(text().contains("# Zentrale: TAMSMC an COM7")) << qPrintable(text());
+  EXPECT_EQ(text().count("- öffnet COM7"), 2) << qPrintable(text());
 }
 
 TEST_F(TraceOptionTest, BehindTheCommandItIsAWrongCall) {
@@ -67,7 +68,7 @@ TEST_F(TraceOptionTest, AFileThatCannotBeWrittenIsToldOnceAndTheCommandGoesOn) {
   EXPECT_EQ(runWith(folder.filePath("fehlt/TRACE.log")), 0);
   EXPECT_EQ(console.results, QStringList{"29\t14"});
   ASSERT_EQ(console.messages.size(), 1);
-  EXPECT_TRUE(console.messages[0].startsWith("Die Verbindung wird nicht mehr mitgeschrieben. "));
+  EXPECT_TRUE(console.messages[0].startsWith("Die Verbindung wird nicht mehr mitgeschrieben!\n"));
 }
 
 TEST_F(TraceOptionTest, ADatabaseOfThatNameStaysAsItIs) {

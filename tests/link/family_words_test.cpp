@@ -110,6 +110,10 @@ TEST(LenzWords, AMessageEndsBehindItsCheckByte) {
   EXPECT_EQ(end("FFFE"), 0);
   EXPECT_EQ(end("FFFE6101"), 0);
   EXPECT_EQ(end("FFFE610160FFFD"), 5);
+  EXPECT_EQ(end("FE610160FF"), 4) << "its first byte went with the piece before";
+  EXPECT_EQ(end("1408611EFFFE610160"), 4) << "the rest of a message";
+  EXPECT_EQ(end("63FFFE0102"), 1);
+  EXPECT_EQ(end("6314FFFE76"), 5) << "CV 255 with the value 254";
 }
 
 TEST(Z21Words, TellBothSides) {
@@ -164,9 +168,7 @@ TEST(P50xWords, TheReplyEndsAsItsCommandTells) {
   EXPECT_EQ(end("0A", "78840300"), 1);
   EXPECT_EQ(end("F5", "78CE"), 1);
   EXPECT_EQ(end("0200", "78CE"), 0);
-  EXPECT_EQ(end("04020104610001E240", "78A0"), 0);
-  EXPECT_EQ(end("04020104610001E24000", "78A0"), 0);
-  EXPECT_EQ(end("0102020304 00", "78A0"), 6);
+  EXPECT_EQ(end("04020104610001E24000", "78A0"), 0) << "up to the next command";
   EXPECT_EQ(end("88", "78A2"), 0);
   EXPECT_EQ(end("8801", "78A2"), 2);
 }
@@ -234,13 +236,15 @@ TEST(ZimoBinaryWords, TellWhatTheStationAnswers) {
   const auto in = [](const char* body) {
     return received(ProtocolFamily::ZimoBinary, hex("0101") + hex(body) + hex("17"));
   };
-  EXPECT_EQ(in("0240130200AA"), "angenommen");
-  EXPECT_EQ(in("0240130204AA"), "beschäftigt");
-  EXPECT_EQ(in("0240130207AA"), "abgelehnt, Grund 7");
-  EXPECT_EQ(in("032013020000001D0EAA"), "Ergebnis: CV 29 hat 14");
-  EXPECT_EQ(in("0320130200000 5AA"), "nicht gelesen oder geschrieben, Grund 5");
-  EXPECT_EQ(in("0240080300000300040000AA"), "Zustand des Fahrzeugs");
-  EXPECT_EQ(in("0500FF000300AA"), "ein Fahrzeug wurde woanders bedient");
+  EXPECT_EQ(in("0250130200AA"), "angenommen");
+  EXPECT_EQ(in("02D013020000BBAA"), "angenommen") << "behind the longer header";
+  EXPECT_EQ(in("0250130204AA"), "beschäftigt");
+  EXPECT_EQ(in("0250130207AA"), "abgelehnt, Grund 7");
+  EXPECT_EQ(in("032013028000001D0EAA"), "Ergebnis: CV 29 hat 14");
+  EXPECT_EQ(in("039013020080 00001D0EBBAA"), "Ergebnis: CV 29 hat 14");
+  EXPECT_EQ(in("03201302800005AA"), "nicht gelesen oder geschrieben, Grund 5");
+  EXPECT_EQ(in("0250080300000300040000AA"), "Zustand des Fahrzeugs");
+  EXPECT_EQ(in("0500FF00000300AA"), "ein Fahrzeug wurde woanders bedient");
   EXPECT_EQ(received(ProtocolFamily::ZimoBinary, "Unsinn"), "");
 }
 

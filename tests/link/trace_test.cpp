@@ -145,7 +145,7 @@ TEST_F(TraceTest, AFileThatIsNoTraceStaysAsItIsAndOneNoteSaysSo) {
   trace.follow(settings);
   EXPECT_EQ(read(path("liste.csv")), "Sammlung;Adresse\n");
   EXPECT_EQ(notes,
-            QStringList{"Die Verbindung wird nicht mehr mitgeschrieben. " + path("liste.csv") +
+            QStringList{"Die Verbindung wird nicht mehr mitgeschrieben!\n" + path("liste.csv") +
                         " ist keine Mitschrift und bleibt, wie sie ist."});
 }
 
@@ -162,7 +162,7 @@ TEST_F(TraceTest, AFolderThatIsNotThereEndsItWithOneNote) {
   trace.follow(settings);
   write(QStringLiteral("> 78 A0"));
   trace.follow(settings);
-  EXPECT_EQ(notes, QStringList{"Die Verbindung wird nicht mehr mitgeschrieben. " +
+  EXPECT_EQ(notes, QStringList{"Die Verbindung wird nicht mehr mitgeschrieben!\n" +
                                path("fehlt/TRACE.log") +
                                " lässt sich nicht schreiben: den Ordner "
                                "oder die Datei gibt es nicht."});
@@ -235,13 +235,17 @@ TEST(TraceHeadTest, AnAddressOfAPrivateNetworkIsTold) {
   Settings settings;
   settings.baseUnit = StationKind::Mx10Ip;
   for (const char* address : {"010.000.000.005", "172.031.000.001", "192.168.001.145",
-                              "127.000.000.001", "169.254.001.001", "000.000.000.000"}) {
+                              "127.000.000.001", "169.254.001.001"}) {
     settings.ipAddr = QString::fromLatin1(address);
     EXPECT_TRUE(stationText(settings).endsWith(settings.ipAddr)) << address;
   }
   for (const char* address : {"172.032.000.001", "008.008.008.008", "193.168.000.001"}) {
     settings.ipAddr = QString::fromLatin1(address);
     EXPECT_EQ(stationText(settings), "MX10IP an einer Adresse außerhalb des eigenen Netzes");
+  }
+  for (const char* none : {"000.000.000.000", "Erikas Z21", ""}) {
+    settings.ipAddr = QString::fromLatin1(none);
+    EXPECT_EQ(stationText(settings), "MX10IP an keiner Adresse");
   }
 }
 

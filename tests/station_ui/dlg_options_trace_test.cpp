@@ -41,7 +41,7 @@ TEST_F(DlgOptionsTraceTest, TheBoxIsUntickedAndSaysWhatItDoesAndWhere) {
 
 TEST_F(DlgOptionsTraceTest, TickedItIsWrittenIntoTheSettingsFileAndBeginsAtOnce) {
   openOn(ownLink);
-  QTest::keyClick(dialog.get(), Qt::Key_M, Qt::AltModifier);
+  click("chkTrace");
   EXPECT_TRUE(box()->isChecked());
   EXPECT_FALSE(log.isOn());
   click("cmdOK");

@@ -47,7 +47,10 @@ Application::Application(const QString& commandLine)
   };
 }
 
-Application::~Application() = default;
+Application::~Application() {
+  // The lines close behind the window, and nobody is left to be told then.
+  parts_->transports.trace().onFailure = nullptr;
+}
 
 bool Application::start() {
   if (!parts_->installation.fault.isEmpty()) {
