@@ -145,7 +145,7 @@ void MessageTrace::event(const QString& text) noexcept {
   if (!isWanted()) return;
   quietly([&] {
     endPending();
-    line(clock_.localTime(), kEvent, withoutHome(text), {});
+    line(clock_.localTime(), kEvent, withoutOwner(text, settings_), {});
   });
 }
 

@@ -22,14 +22,24 @@ constexpr std::array kPrivateNetworks{
     Network{0xC0A80000, 0xFFFF0000},
 };
 
+/// Whether anybody could be found by it.
+bool isPrivate(quint32 address) {
+  return std::any_of(kPrivateNetworks.begin(), kPrivateNetworks.end(),
+                     [&](const Network& each) { return (address & each.mask) == each.address; });
+}
+
 QString networkText(const Settings& settings) {
-  const auto number = dottedAddress(settings.ipAddr);
-  if (!number || *number == 0) return QStringLiteral("keiner Adresse");
-  const bool isPrivate =
-      std::any_of(kPrivateNetworks.begin(), kPrivateNetworks.end(),
-                  [&](const Network& each) { return (*number & each.mask) == each.address; });
-  if (isPrivate) return settings.ipAddr;
+  const auto address = dottedAddress(settings.ipAddr);
+  if (!address || *address == 0) return QStringLiteral("keiner Adresse");
+  if (isPrivate(*address)) return settings.ipAddr;
   return QStringLiteral("einer Adresse außerhalb des eigenen Netzes");
+}
+
+/// Without leading zeros.
+QString plainAddress(quint32 address) {
+  QStringList parts;
+  for (const int shift : {24, 16, 8, 0}) parts << QString::number(address >> shift & 0xFF);
+  return parts.join(u'.');
 }
 
 QString portText(const Settings& settings) {
@@ -71,6 +81,16 @@ QString traceHead(const Settings& settings) {
 QString withoutHome(QString text) {
   const QString home = QDir::homePath();
   return home.size() > 1 ? text.replace(home, QStringLiteral("~")) : text;
+}
+
+QString withoutOwner(const QString& text, const Settings& settings) {
+  QString rest = withoutHome(text);
+  const auto address = dottedAddress(settings.ipAddr);
+  if (!address || isPrivate(*address)) return rest;
+  for (const QString& each : {settings.ipAddr, plainAddress(*address)}) {
+    rest.replace(each, QStringLiteral("…"));
+  }
+  return rest;
 }
 
 }  // namespace lokari

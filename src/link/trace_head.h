@@ -17,5 +17,7 @@ QString stationText(const Settings& settings);
 
 /// Without the user's own folder, which has his name.
 QString withoutHome(QString text);
+/// Also without the station's address where stationText() leaves it out.
+QString withoutOwner(const QString& text, const Settings& settings);
 
 }  // namespace lokari

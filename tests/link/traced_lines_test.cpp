@@ -243,6 +243,18 @@ TEST_F(TracedLinesTest, WhatTheSocketTellsIsPassedOnAndTold) {
                                          "- schließt die Verbindung"}));
 }
 
+TEST_F(TracedLinesTest, AnAddressByWhichItsOwnerIsFoundStandsInNoLine) {
+  begin(StationKind::Z21Ip);
+  settings.ipAddr = QStringLiteral("093.184.216.034");
+  socket.stateAfterOpen = 0;
+  for (const char* host : {"093.184.216.034", "93.184.216.34"}) {
+    socket.faultAfterOpen = "Die Adresse " + QString::fromLatin1(host) + " ist nicht zu erreichen!";
+    udp().open(QString::fromLatin1(host), 21105);
+    EXPECT_EQ(lines().last(), "- Die Adresse … ist nicht zu erreichen!");
+  }
+  EXPECT_FALSE(lines().join(u' ').contains(QLatin1String("184")));
+}
+
 TEST_F(TracedLinesTest, ASocketThatAnotherOneTookMeanwhileIsListenedToAgain) {
   int arrivals = 0;
   udp().onArrival = [&](qsizetype) { ++arrivals; };
