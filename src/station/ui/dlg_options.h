@@ -54,9 +54,9 @@ class DlgOptions final : public QDialog {
   void makeLink(QBoxLayout* rows);
   QWidget* makeSerialView();
   QWidget* makeNetworkView();
-  void makeTrace(QBoxLayout* rows);
   void makeJobs(QBoxLayout* rows);
   void makeDatabase(QBoxLayout* rows);
+  void makeTrace(QBoxLayout* rows);
   void makeButtons(QBoxLayout* rows);
 
   void load();

@@ -61,9 +61,9 @@ DlgOptions::DlgOptions(OptionsParts parts, const WindowScale& scale, QWidget* pa
   rows->setSpacing(10);
   makeStations(rows);
   makeLink(rows);
-  makeTrace(rows);
   makeJobs(rows);
   makeDatabase(rows);
+  makeTrace(rows);
   rows->addStretch();
   area->take(page_);
   all->addWidget(area, 1);
@@ -180,25 +180,6 @@ QWidget* DlgOptions::makeNetworkView() {
   return view;
 }
 
-void DlgOptions::makeTrace(QBoxLayout* rows) {
-  auto* box = new QGroupBox(QStringLiteral("Mitschrift"), page_);
-  auto* lines = new QVBoxLayout(box);
-  chkTrace_ =
-      named(new QCheckBox(QStringLiteral("&Mitschreiben, was gesendet und empfangen wird"), box),
-            QStringLiteral("chkTrace"));
-  auto* sentence = named(
-      new QLabel(QStringLiteral("Für eine Fehlermeldung, in %1: Uhrzeit, Bytes und Bedeutung, "
-                                "keine Namen und nichts aus der Datenbank.")
-                     .arg(withoutHome(parts_.link.tracePath())),
-                 box),
-      QStringLiteral("labTrace"));
-  sentence->setWordWrap(true);
-  chkTrace_->setAccessibleDescription(sentence->text());
-  lines->addWidget(chkTrace_);
-  lines->addWidget(sentence);
-  rows->addWidget(box);
-}
-
 void DlgOptions::makeJobs(QBoxLayout* rows) {
   struct Line {
     const char16_t* name;
@@ -244,6 +225,25 @@ void DlgOptions::makeDatabase(QBoxLayout* rows) {
                            QStringLiteral("labDbPath"), page_));
   line->addWidget(txtDbPath_, 1);
   rows->addLayout(line);
+}
+
+void DlgOptions::makeTrace(QBoxLayout* rows) {
+  chkTrace_ =
+      named(new QCheckBox(QStringLiteral("&Mitschreiben, was gesendet und empfangen wird"), page_),
+            QStringLiteral("chkTrace"));
+  auto* sentence = named(
+      new QLabel(QStringLiteral("Für eine Fehlermeldung, in %1: Uhrzeit, Bytes und Bedeutung, "
+                                "keine Namen und nichts aus der Datenbank.")
+                     .arg(withoutHome(parts_.link.tracePath())),
+                 page_),
+      QStringLiteral("labTrace"));
+  sentence->setWordWrap(true);
+  chkTrace_->setAccessibleDescription(sentence->text());
+  auto* lines = new QVBoxLayout;
+  lines->setSpacing(4);
+  lines->addWidget(chkTrace_);
+  lines->addWidget(sentence);
+  rows->addLayout(lines);
 }
 
 void DlgOptions::makeButtons(QBoxLayout* rows) {
