@@ -15,14 +15,21 @@ namespace {
 
 const QString kTemplate = QStringLiteral("EMPTY.MDB");
 
-/// A folder that takes no file at all is the fault, not the file that came first.
+/// A folder that takes no file at all is the fault, not the file or folder that came first.
 QString copyFault(const QString& file) {
   const QString folder = QFileInfo(file).path();
-  QTemporaryFile probe(folder + QStringLiteral("/.lokari-XXXXXX"));
-  return probe.open() ? QStringLiteral("Datei %1 kann nicht angelegt werden!").arg(file)
-                      : QStringLiteral("In den Ordner %1 kann nicht geschrieben werden!\n"
-                                       "Lokari legt dort Einstellungen und Datenbanken ab.")
-                            .arg(folder);
+  QString there = folder;
+  while (!QFileInfo(there).isDir() && there != QFileInfo(there).path()) {
+    there = QFileInfo(there).path();
+  }
+  if (!QTemporaryFile(there + QStringLiteral("/.lokari-XXXXXX")).open()) {
+    return QStringLiteral(
+               "In den Ordner %1 kann nicht geschrieben werden!\n"
+               "Lokari legt dort Einstellungen und Datenbanken ab.")
+        .arg(there);
+  }
+  return there == folder ? QStringLiteral("Datei %1 kann nicht angelegt werden!").arg(file)
+                         : QStringLiteral("Ordner %1 kann nicht angelegt werden!").arg(folder);
 }
 
 }  // namespace

@@ -86,14 +86,13 @@ QString StationLink::initComm(bool, bool, bool progOn) {
   cancelRequested = cancelRequested && cancelStays;
   progTrack = progOn;
   impl_->openFailureReason.clear();
-  StationProtocol& station = protocol();
-  station.beginSession();
+  protocol().beginSession();
   int step = 0;
   QString failure;
   try {
     const QScopedValueRollback opening(opening_, true);
     if (lineLost && commUseCount > 1) reopenFor(commUseCount - 1, step);
-    station.open(progOn, step);
+    protocol().open(progOn, step);
     lineLost = false;
   } catch (const LinkError& error) {
     impl_->openFailureReason = error.message();

@@ -64,7 +64,7 @@ TEST_F(AppPathsTest, TheTemplateComesLastSinceItMarksACompleteFolder) {
   write(QStringLiteral("app/Zimo"), "in the way");
   const QString app = folder.filePath(QStringLiteral("app"));
   EXPECT_EQ(seedAppPath(app, folder.filePath(QStringLiteral("installed"))),
-            QStringLiteral("Datei %1/Zimo/DecTypes.txt kann nicht angelegt werden!").arg(app));
+            QStringLiteral("Ordner %1/Zimo kann nicht angelegt werden!").arg(app));
   EXPECT_FALSE(QFile::exists(app + QStringLiteral("/EMPTY.MDB")));
 }
 

@@ -117,7 +117,7 @@ TEST_F(SelectionFormula, WhatItDoesNotKnowIsRefused) {
                               "{LOCO_DAT.MD_PIC}='x'",
                               "{LOCO_DAT.DC_ADR} IS NULL",
                               " ",
-                              "{LOCO_DAT.DC_ADR}=3,5",
+                              "{LOCO_DAT.DC_ADR}=3,5,7",
                               "{LOCO_DAT.DC_ADR} >=  AND {LOCO_DAT.DC_ADR} <= 5",
                               "{LOCO_DAT.DC_ADR}{LOCO_DAT.DC_ADR}=3"}) {
     EXPECT_TRUE(
