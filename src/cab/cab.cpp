@@ -10,7 +10,6 @@
 #include "cab/cab_line.h"
 #include "cab/leaving.h"
 #include "link/station_link.h"
-#include "link/switch_on_question.h"
 #include "link/track_stop.h"
 
 namespace lokari {
@@ -18,7 +17,6 @@ namespace {
 
 /// Names of exchanges; a newer one of a name takes the place of one that still waits.
 constexpr int kSpeed = 1;
-constexpr int kCv = 1000;  // and the CV's number
 
 }  // namespace
 
@@ -198,6 +196,7 @@ QString Cab::notice() const {
   if (isStateMissing()) {
     text += QStringLiteral("\nDie Zentrale hat den Stand des Fahrzeugs nicht gemeldet.");
   }
+  if (!failedStep_.isEmpty()) text += u'\n' + failedStep_;
   return text.trimmed();
 }
 
@@ -236,55 +235,6 @@ bool Cab::keyDown(QChar key) {
     return false;
   }
   return true;
-}
-
-// ---- Programming on the main --------------------------------------------------------------------
-
-void Cab::chooseCV(const QString& name) {
-  programming_.show(name);
-  emit programmingChanged();
-}
-
-// Some stations are told to go on ahead of a CV that is not confirmed at once.
-bool Cab::mayWriteCV() {
-  const auto leave = askToSwitchOn(link(), StationUse::CvJob);
-  if (!leave) return false;
-  if (!*leave) return true;
-  // Whoever stopped the layout: the go is this cab's. Without it the CV would reach nobody.
-  showHeld(true);
-  imgStop();
-  return !link().trackStop().isHeld();
-}
-
-void Cab::stepCVUp() {
-  if (!mayWriteCV()) return;
-  if (const auto step = programming_.stepUp()) writeCV(*step, programming_.progMode());
-}
-
-void Cab::stepCVDown() {
-  if (!mayWriteCV()) return;
-  // The way down takes the method of the decoder window.
-  if (const auto step = programming_.stepDown()) writeCV(*step, link().progMode);
-}
-
-void Cab::writeCV(const MainProgramming::Step& step, int mode) {
-  emit programmingChanged();
-  if (isUnloading()) return;
-  // At once: a program that is killed must not leave the decoder with a value that nobody knows of.
-  const std::vector<ChangedCV> changes{{.number = step.number, .value = step.value}};
-  parts_.records.storeCVs(record_, programming_.cvSet(), changes);
-  exchange(kCv + step.number, [this, step, mode] {
-    const QScopedValueRollback job(link().commJob, CommJob::WriteMain);
-    // The last job may have left the other track chosen.
-    const QScopedValueRollback track(link().progTrack, false);
-    const QScopedValueRollback busy(state_.canBusy, true);
-    // An MX1 knows long addresses by an index only; without one nothing must be written, since its
-    // command would reach another vehicle.
-    const int known = link().getAddrIndex(address());
-    if (known < 0) return;
-    link().pomAddr = known;
-    link().WriteCV(step.number, step.value, address(), mode);
-  });
 }
 
 // ---- The end ------------------------------------------------------------------------------------

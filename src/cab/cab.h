@@ -126,8 +126,13 @@ class Cab final : public SlotUnit {
   void stopFailed(bool stopped, StopFault fault, const QString& reason = {});
   void showHeld(bool held);
   QString stopNotice() const;
+
+  // Steps of CVs: cab_programming.cpp.
   bool mayWriteCV();
   void writeCV(const MainProgramming::Step& step, int mode);
+  void sendCV(const MainProgramming::Step& step, int mode);
+  void stepFailed(const MainProgramming::Step& step, const QString& reason);
+  void tellDoubt(const MainProgramming::Step& step, const QString& reason);
 
   CabParts parts_;
   bool noRecord_;
@@ -153,6 +158,8 @@ class Cab final : public SlotUnit {
     QString reason;
   };
   std::optional<FailedStop> failedStop_;
+  bool stepStored_ = false;  // the step in hand is in the record and on its way
+  QString failedStep_;       // the last step of a CV, when it is not known to have been taken
 };
 
 }  // namespace lokari

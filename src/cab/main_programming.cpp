@@ -37,6 +37,7 @@ void MainProgramming::load(const CabRecord& record, const QString& basePath,
   *this = MainProgramming();
   cvSet_ = currentSet(record.cvs);
   cvValues_ = chkCVVar(record.cvs.recCvValues[static_cast<size_t>(cvSet_ - 1)]);
+  settled_ = cvValues_;
   if (record.cvs.recDecoder.isEmpty() || !kind.cab.programsOnMain) return;
   const auto text = descriptionText(record, basePath);
   if (!text) return;
@@ -78,6 +79,14 @@ void MainProgramming::show(const QString& name) {
   const auto entry = std::find_if(entries.begin(), entries.end(),
                                   [&](const MainCV& each) { return each.name == name; });
   if (entry != entries.end()) cvIndex_ = static_cast<int>(entry - entries.begin());
+}
+
+void MainProgramming::take(const Step& step) {
+  cvValues_[step.number - 1] = static_cast<char>(step.value);
+}
+
+void MainProgramming::settle(const Step& step) {
+  settled_[step.number - 1] = static_cast<char>(step.value);
 }
 
 std::optional<MainProgramming::Step> MainProgramming::step(int by) {

@@ -39,6 +39,13 @@ class MainProgramming {
   std::optional<Step> stepUp() { return step(+1); }
   std::optional<Step> stepDown() { return step(-1); }
 
+  /// Shows that value of a CV.
+  void take(const Step& step);
+  /// That value of a CV may be in the decoder.
+  void settle(const Step& step);
+  /// The value of CV `number` without the steps that did not go out.
+  int settled(int number) const { return static_cast<quint8>(settled_[number - 1]); }
+
   /// `progMode` of the description.
   int progMode() const { return list_.progMode; }
   /// 1 to 5.
@@ -51,6 +58,7 @@ class MainProgramming {
 
   MainCVs list_;
   QByteArray cvValues_;
+  QByteArray settled_;  // without the steps that are still to go out
   int cvSet_ = 1;
   int cvIndex_ = 0;  // place of the entry on show
   bool available_ = false;

@@ -7,10 +7,6 @@
 namespace lokari {
 namespace {
 
-QString valuesColumn(int set) {
-  return QString::fromUtf16(kCvColumns[static_cast<size_t>(set - 1)].values);
-}
-
 /// The first row with that number in a column.
 void openRow(RecordSet& records, Database& database, const char* column, qint64 number) {
   records.open(
@@ -53,45 +49,64 @@ bool VehicleRecords::isOnShow(const CabRecord& record) const {
          form.text(QStringLiteral("dc_recno")).toLongLong() == record.recNo;
 }
 
-void VehicleRecords::storeCVs(const CabRecord& record, int set,
-                              const std::vector<ChangedCV>& changes) {
-  if (session_ == nullptr || record.recNo <= 0) return;
+void VehicleRecords::whenFree(const std::function<void()>& work) {
+  if (session_ == nullptr || !session_->hasDatabase()) return work();
+  session_->database().whenFree(work);
+}
+
+StoredChange VehicleRecords::storeCV(const CabRecord& record, int set, int number,
+                                     const StoredCV& cv, const QString& consequence) {
+  if (session_ == nullptr || record.recNo <= 0) return {};
   if (!session_->hasDatabase() || session_->database().path() != record.database) {
     // A number means another vehicle there.
     prompt_.message(QStringLiteral("Die geänderten CV-Werte von \"%1\" werden nicht gespeichert: "
                                    "Es ist eine andere Datenbank geöffnet.")
-                        .arg(record.shortName));
-    return;
+                        .arg(record.shortName),
+                    Icon::Warning, consequence);
+    return {.outcome = StoredChange::Outcome::Failed};
   }
-  // A transaction that is taken back would take these values with it.
-  session_->database().whenFree([this, record, set, changes] { store(record, set, changes); });
+  try {
+    return store(record, set, number, cv);
+  } catch (const StorageError& error) {
+    prompt_.message(error.text(), Icon::Warning, consequence);
+    return {.outcome = StoredChange::Outcome::Failed};
+  }
 }
 
-void VehicleRecords::store(const CabRecord& record, int set,
-                           const std::vector<ChangedCV>& changes) {
-  try {
-    RecordSet records;
-    openRow(records, session_->database(), "DC_RECNO", record.recNo);
-    if (records.position() < 0) return;
-    const bool onShow = isOnShow(record);
-    RecordForm& form = session_->form();
-    const auto changed = [&changes](QByteArray values) {
-      for (const ChangedCV& change : changes) {
-        values[change.number - 1] = static_cast<char>(change.value);
-      }
-      return values;
-    };
-    // The row as it is by now: what the window holds of it may be older, or not stored yet.
-    const QByteArray values = changed(chkCVVar(records.value(valuesColumn(set))));
-    records.Edit();
-    records.setValue(valuesColumn(set), values);
-    records.Update();
-    if (!onShow) return;
-    const QByteArray kept = form.workingCopy().recCvValues[static_cast<size_t>(set - 1)];
-    form.takeCvValues(set, form.editMode() == EditMode::Edit ? changed(kept) : values);
-  } catch (const StorageError& error) {
-    prompt_.message(error.text());
+StoredChange VehicleRecords::store(const CabRecord& record, int set, int number,
+                                   const StoredCV& cv) {
+  RecordSet records;
+  openRow(records, session_->database(), "DC_RECNO", record.recNo);
+  if (records.position() < 0) return {};
+  const bool onShow = isOnShow(record);
+  RecordForm& form = session_->form();
+  const CvColumns& columns = kCvColumns[static_cast<size_t>(set - 1)];
+  const QString valuesName = QString::fromUtf16(columns.values);
+  const QString marksName = QString::fromUtf16(columns.marks);
+  const qsizetype place = number - 1;
+  // The row as it is by now: what the window holds of it may be older, or not stored yet.
+  CvArrays now{chkCVVar(records.value(valuesName)), chkCVVar(records.value(marksName))};
+  const StoredCV before{static_cast<quint8>(now.values[place]), now.marks[place]};
+  const auto put = [&](CvArrays& arrays) {
+    arrays.values[place] = static_cast<char>(cv.value);
+    arrays.marks[place] = cv.mark;
+  };
+  put(now);
+  records.Edit();
+  records.setValue(valuesName, now.values);
+  // A record without marks stays without: none is what they say.
+  if (before.mark != cv.mark) records.setValue(marksName, now.marks);
+  records.Update();
+  if (onShow) {
+    if (form.editMode() == EditMode::Edit) {
+      const CvRecord& kept = form.workingCopy();
+      now = {kept.recCvValues[static_cast<size_t>(set - 1)],
+             kept.recCvMarks[static_cast<size_t>(set - 1)]};
+      put(now);
+    }
+    form.takeCvArrays(set, now);
   }
+  return {.outcome = StoredChange::Outcome::Stored, .before = before};
 }
 
 }  // namespace lokari

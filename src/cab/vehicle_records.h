@@ -5,7 +5,7 @@
 #include <QByteArray>
 #include <QString>
 
-#include <vector>
+#include <functional>
 
 #include "db/cv_record.h"
 
@@ -25,10 +25,26 @@ struct CabRecord {
   QByteArray picture;  ///< as an encoded file, empty for none
 };
 
-/// A CV with its new value.
-struct ChangedCV {
-  int number = 0;  ///< from 1
-  int value = 0;   ///< 0 to 255
+/// A CV as its record holds it.
+struct StoredCV {
+  int value = 0;        ///< 0 to 255
+  char mark = kNoMark;  ///< what is known of the value
+
+  static constexpr char kNoMark = '\0';
+
+  friend bool operator==(const StoredCV&, const StoredCV&) = default;
+};
+
+/// What became of storing a CV.
+struct StoredChange {
+  enum class Outcome {
+    Stored,
+    NoRecord,  ///< there is none that could say anything wrong
+    Failed,    ///< it has been told why
+  };
+
+  Outcome outcome = Outcome::NoRecord;
+  StoredCV before = {};  ///< what stood there, when it was stored
 };
 
 class VehicleRecords {
@@ -40,13 +56,15 @@ class VehicleRecords {
   CabRecord onShow() const;
   /// `ST_SNAME` of the first record with that address; empty without one.
   QString nameOf(int address) const;
-  /// Puts changed CVs into set `set`, 1 to 5, of the record, and, when it is the one on show, into
-  /// what the main window keeps of it. Nothing happens when the record is gone; a failure of the
-  /// storage is told. While the whole database is being changed they wait for its end.
-  void storeCVs(const CabRecord& record, int set, const std::vector<ChangedCV>& changes);
+  /// Runs `work` now, or behind the change of the whole database that is being made.
+  void whenFree(const std::function<void()>& work);
+  /// Puts CV `number`, from 1, into set `set`, 1 to 5, of the record, and, when it is the one on
+  /// show, into what the main window keeps of it. A failure is told, `consequence` below it.
+  StoredChange storeCV(const CabRecord& record, int set, int number, const StoredCV& cv,
+                       const QString& consequence);
 
  private:
-  void store(const CabRecord& record, int set, const std::vector<ChangedCV>& changes);
+  StoredChange store(const CabRecord& record, int set, int number, const StoredCV& cv);
   bool isOnShow(const CabRecord& record) const;
 
   DatabaseSession* session_;

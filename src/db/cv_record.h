@@ -34,6 +34,12 @@ struct CvRecord {
 /// behind them, a longer one stays as it is.
 QByteArray chkCVVar(const QVariant& field);
 
+/// The stored arrays of one CV set.
+struct CvArrays {
+  QByteArray values;
+  QByteArray marks;
+};
+
 class RecordSet;
 
 /// The columns that loadCvRecord() reads.

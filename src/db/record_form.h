@@ -198,9 +198,9 @@ class RecordForm : public QObject {
   /// the edited record take `record`. It is on disk at the next move, like every edit.
   void storeProgrammed(const CvRecord& record, const QString& address, const QString& maker);
 
-  /// The values of CV set `set`, 1 to 5, of the record on show were stored by somebody else: the
-  /// working copy takes them, and an edit in hand will not put the old ones back.
-  void takeCvValues(int set, const QByteArray& values);
+  /// Values and marks of CV set `set`, 1 to 5, of the record on show were stored by somebody else:
+  /// the working copy takes them, and an edit in hand will not put the old ones back.
+  void takeCvArrays(int set, const CvArrays& arrays);
 
   /// The checks of butTable ahead of the vehicle list: false when there is no record to list. The
   /// record is stored; `pendingFind` tells the list where to stand.

@@ -223,13 +223,20 @@ void RecordForm::storeProgrammed(const CvRecord& record, const QString& address,
   noteUnsaved();
 }
 
-void RecordForm::takeCvValues(int set, const QByteArray& values) {
+void RecordForm::takeCvArrays(int set, const CvArrays& arrays) {
   const auto place = static_cast<size_t>(set - 1);
-  working_.recCvValues[place] = values;
+  const QString values = QString::fromUtf16(kCvColumns[place].values);
+  const QString marks = QString::fromUtf16(kCvColumns[place].marks);
+  const bool newMarks = working_.recCvMarks[place] != arrays.marks;
+  working_.recCvValues[place] = arrays.values;
+  working_.recCvMarks[place] = arrays.marks;
   // The file has them already: they are nobody else's change.
-  attempt([&] { records_.reread({QString::fromUtf16(kCvColumns[place].values)}); });
+  attempt([&] { records_.reread({values, marks}); });
   if (editMode() != EditMode::Edit) return;
-  attempt([&] { records_.setValue(QString::fromUtf16(kCvColumns[place].values), values); });
+  attempt([&] {
+    records_.setValue(values, arrays.values);
+    if (newMarks) records_.setValue(marks, arrays.marks);
+  });
 }
 
 }  // namespace lokari

@@ -39,12 +39,15 @@ struct CvStep {
 
   Next next = Next::Wait;
   int result = 0;
+  bool refused = false;  ///< the station has said that it does nothing of what was asked for
 
-  static CvStep wait() { return {Next::Wait, 0}; }
-  static CvStep fromSecondChance() { return {Next::SecondChance, 0}; }
-  static CvStep fromStart() { return {Next::Start, 0}; }
-  static CvStep finish(int result) { return {Next::Finish, result}; }
-  static CvStep finishAtOnce(int result) { return {Next::FinishAtOnce, result}; }
+  static CvStep wait() { return {Next::Wait, 0, false}; }
+  static CvStep fromSecondChance() { return {Next::SecondChance, 0, false}; }
+  static CvStep fromStart() { return {Next::Start, 0, false}; }
+  static CvStep finish(int result) { return {Next::Finish, result, false}; }
+  static CvStep finishAtOnce(int result) { return {Next::FinishAtOnce, result, false}; }
+  /// Only where the message went out once.
+  static CvStep refuse(int result) { return {Next::Finish, result, true}; }
 };
 
 class CvExchange {

@@ -25,6 +25,7 @@ void waitWithSecondChance(StationLink& link, CvExchange& exchange) {
 int runCvFrame(StationLink& link, CvExchange& exchange) {
   if (link.settings().delayFlag) link.Delay(1);
   link.lastCvFailed = false;
+  link.lastCvRefused = false;
 
   CvStep step = CvStep::fromStart();
   for (;;) {
@@ -45,6 +46,7 @@ int runCvFrame(StationLink& link, CvExchange& exchange) {
         return step.result;
     }
     step = exchange.evaluate();
+    link.lastCvRefused = step.refused;
   }
 }
 

@@ -161,6 +161,13 @@ std::optional<int> report(const QByteArray& reply) {
   return code;
 }
 
+bool isRefusal(const QByteArray& reply) {
+  constexpr int kFirst = 0x80;
+  constexpr int kLast = 0x82;
+  const int code = report(reply).value_or(0);
+  return isSound(reply) && code >= kFirst && code <= kLast;
+}
+
 int writeFailure(const QByteArray& reply) {
   const int code = report(reply).value_or(0);
   return code == 0 ? cv_result::kWrongReply : -code;

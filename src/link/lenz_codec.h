@@ -49,6 +49,9 @@ std::optional<int> resultCv(const QByteArray& reply);
 bool isSound(const QByteArray& reply);
 /// The code of a station report: the second byte of a reply that begins with 61.
 std::optional<int> report(const QByteArray& reply);
+/// Whether a whole reply says that the station has done nothing of what it was told: it came wrong,
+/// the station is busy, or does not know it.
+bool isRefusal(const QByteArray& reply);
 /// The result of a write that ends with this reply and no value: minus the code of a report, else
 /// kWrongReply. Code 0 counts as none, since minus 0 would be a value.
 int writeFailure(const QByteArray& reply);

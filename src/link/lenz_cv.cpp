@@ -239,7 +239,8 @@ class LenzMainWrite final : public ReplyExchange {
 
   CvStep parse(const QByteArray& reply) override {
     if (lenz::isAccepted(reply)) return CvStep::finish(request().value);
-    return CvStep::finish(lenz::writeFailure(reply));
+    const int failure = lenz::writeFailure(reply);
+    return lenz::isRefusal(reply) ? CvStep::refuse(failure) : CvStep::finish(failure);
   }
 
  private:

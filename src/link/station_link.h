@@ -138,8 +138,11 @@ class StationLink {
   CommJob runningJob = CommJob::None;  ///< what the progress dialog is doing now
   bool progTrack = false;              ///< programming track, from initComm()
   bool lastCvFailed = false;           ///< a batch went on past a failed CV
-  int pomAddr = 0;                     ///< address of main-track writes
-  int progMode = 0;                    ///< 1 paged, 2 register, others direct: reads, Tams writes
+  /// The last CV operation ended with the station's word that it does nothing of it: the decoder
+  /// cannot have heard of it. False where that is not certain.
+  bool lastCvRefused = false;
+  int pomAddr = 0;   ///< address of main-track writes
+  int progMode = 0;  ///< 1 paged, 2 register, others direct: reads, Tams writes
 
  private:
   enum class Farewell { None, Running, Hurried };

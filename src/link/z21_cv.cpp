@@ -26,7 +26,7 @@ class Z21Exchange : public CvExchange {
     return station_.z21LastReply.size() < kTellingLength && !station_.isPortClosed();
   }
 
-  CvStep evaluate() final {
+  CvStep evaluate() override {
     const auto value = z21::cvResultValue(station_.z21LastReply);
     if (station_.z21ReplyLen >= want() && value) return believe(*value);
     if (link().cancelRequested && !z21::refusalCode(station_.z21LastReply)) {
@@ -75,11 +75,34 @@ class Z21Read final : public Z21Exchange {
                                   : z21::readOnMain(request().address, request().cv));
   }
 
-  /// On the programming track in any case: a decoder that doesn't answer on the main track may
-  /// stand there.
+  /// A datagram is lost now and then, so the main track is asked once more. Behind that the
+  /// programming track is asked in any case: it tells what is wrong with the tracks.
   void secondChance() override {
+    if (!link().progTrack && !repeated_) {
+      repeated_ = true;
+      Z21Exchange::send(*z21::readOnMain(request().address, request().cv),
+                        z21::cvResultHead(request().cv), kResultLength);
+      return;
+    }
+    elsewhere_ = !link().progTrack;
     Z21Exchange::send(*z21::readOnProgTrack(request().cv), z21::stateHead(), kStateLength);
   }
+
+  CvStep evaluate() override {
+    const bool valueCame = z21::cvResultValue(station().z21LastReply).has_value();
+    if (elsewhere_ && valueCame) {
+      // Of whatever decoder stands on the programming track, and not of the vehicle.
+      return CvStep::finish(link().cancelRequested ? cv_result::kCancelled
+                                                   : cv_result::kWrongReply);
+    }
+    const bool silent = !valueCame && secondChanceHelps() && !link().cancelRequested;
+    if (silent && repeated_ && !elsewhere_) return CvStep::fromSecondChance();
+    return Z21Exchange::evaluate();
+  }
+
+ private:
+  bool repeated_ = false;   // on the main track
+  bool elsewhere_ = false;  // asked on the programming track for a vehicle on the main track
 };
 
 class Z21Write final : public Z21Exchange {

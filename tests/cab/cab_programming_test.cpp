@@ -60,6 +60,17 @@ class CabProgramming : public test::CabFixture {
     return cab;
   }
 
+  /// CV 3 and 4 of the second set were read and found as they are.
+  void markAsRead() {
+    QByteArray marks(4865, '\0');
+    marks[2] = marks[3] = '1';
+    session.database().write(
+        QStringLiteral("UPDATE LOCO_DAT SET DC_CV_1_ST = ? WHERE DC_ADR = 1000"), {marks});
+    ASSERT_EQ(session.InitDB(), 0);
+    ASSERT_EQ(form().FindFirst(QStringLiteral("DC_ADR=1000")), FindResult::Found);
+  }
+  int mark(int cv) { return stored("DC_CV_1_ST", cv); }
+
   int stored(const char* column, int cv, int address = 1000) {
     QByteArray values;
     session.database().read(QStringLiteral("SELECT %1 FROM LOCO_DAT WHERE DC_ADR = %2")
@@ -177,6 +188,132 @@ TEST_F(CabProgramming, AStepIsStoredAtOnceAndNotOnlyWhenTheCabCloses) {
   EXPECT_EQ(form().workingCopy().recCvValues[1][2], 11);
   cab->stepCVUp();
   EXPECT_EQ(stored("DC_CV_1", 3), 12);
+}
+
+// ---- What the record says of a step ---------------------------------------------------------
+
+TEST_F(CabProgramming, AStepTakesTheMarkOfTheValueThatItReplaces) {
+  markAsRead();
+  const auto cab = open();
+  cab->stepCVUp();
+  EXPECT_EQ(stored("DC_CV_1", 3), 11);
+  EXPECT_EQ(mark(3), 0) << "nobody has seen this value";
+  EXPECT_EQ(mark(4), '1');
+  EXPECT_EQ(form().workingCopy().recCvMarks[1][2], '\0');
+}
+
+TEST_F(CabProgramming, AnEditInHandDoesNotPutTheOldMarkBack) {
+  markAsRead();
+  const auto cab = open();
+  form().edited(QStringLiteral("st_sname"), QStringLiteral("Lok 2"));
+  cab->stepCVUp();
+  ASSERT_TRUE(form().storeEdit());
+  EXPECT_EQ(stored("DC_CV_1", 3), 11);
+  EXPECT_EQ(mark(3), 0);
+}
+
+TEST_F(CabProgramming, AStepThatTheStationDoesNotConfirmIsToldInTheCab) {
+  markAsRead();
+  const auto cab = open();
+  cab->stepCVUp();
+  EXPECT_EQ(mark(3), 0);
+  EXPECT_EQ(cab->notice(), "Ob CV 3 jetzt 11 ist, ist nicht bekannt. Keine Antwort vom Basisgerät");
+}
+
+TEST_F(CabProgramming, AStepThatFindsTheLineGoneKeepsValueAndMark) {
+  markAsRead();
+  const auto cab = open();
+  serial.vanish();
+  serial.failsToOpen = true;
+  for (int presses = 0; presses < 3; ++presses) {
+    cab->stepCVUp();
+    EXPECT_TRUE(serial.writes.isEmpty());
+    EXPECT_EQ(stored("DC_CV_1", 3), 10);
+    EXPECT_EQ(mark(3), '1');
+    EXPECT_EQ(cab->programming().shownValue(), "10");
+    EXPECT_TRUE(
+        cab->notice().contains(QStringLiteral("CV 3 wurde nicht geschrieben, es bleibt bei 10.")))
+        << cab->notice().toStdString();
+  }
+}
+
+TEST_F(CabProgramming, ALineThatBreaksBehindTheStepLeavesItAsNotKnown) {
+  markAsRead();
+  const auto cab = open();
+  const auto breaks = clock.after(500, [this] { serial.vanish(); });
+  cab->stepCVUp();
+  EXPECT_EQ(serial.sent(), "xPD 1000, 3, 11\r");
+  EXPECT_EQ(stored("DC_CV_1", 3), 11);
+  EXPECT_EQ(mark(3), 0);
+  EXPECT_EQ(cab->programming().shownValue(), "11");
+  EXPECT_TRUE(cab->notice().contains(QStringLiteral("Ob CV 3 jetzt 11 ist, ist nicht bekannt.")))
+      << cab->notice().toStdString();
+}
+
+TEST_F(CabProgramming, AStepThatTheStationRefusesKeepsValueAndMark) {
+  settings.baseUnit = StationKind::Li100V3;
+  markAsRead();
+  const auto cab = open();
+  const auto answer = clock.after(500, [this] { serial.arrive(QByteArray::fromHex("6182e3")); });
+  cab->stepCVUp();
+  EXPECT_EQ(serial.sent().toHex(), "e630c3e8ec020b18");
+  EXPECT_EQ(stored("DC_CV_1", 3), 10);
+  EXPECT_EQ(mark(3), '1');
+  EXPECT_EQ(form().workingCopy().recCvMarks[1][2], '1');
+  EXPECT_EQ(cab->programming().shownValue(), "10");
+  EXPECT_TRUE(cab->notice().startsWith(QStringLiteral(
+      "CV 3 wurde nicht geschrieben, es bleibt bei 10. Die Zentrale hat abgelehnt: ")))
+      << cab->notice().toStdString();
+}
+
+TEST_F(CabProgramming, ADamagedRefusalIsNone) {
+  settings.baseUnit = StationKind::Li100V3;
+  markAsRead();
+  const auto cab = open();
+  const auto answer = clock.after(500, [this] { serial.arrive(QByteArray::fromHex("6182e2")); });
+  cab->stepCVUp();
+  EXPECT_EQ(stored("DC_CV_1", 3), 11);
+  EXPECT_EQ(mark(3), 0);
+}
+
+TEST_F(CabProgramming, ALongAddressWithoutAnIndexIsToldAndNothingIsStored) {
+  settings.baseUnit = StationKind::Mx1;
+  markAsRead();
+  const auto cab = open();
+  cab->stepCVUp();
+  EXPECT_EQ(serial.sent(), "E03E8\rE03E8\r") << "the questions for the index alone";
+  EXPECT_EQ(stored("DC_CV_1", 3), 10);
+  EXPECT_EQ(mark(3), '1');
+  EXPECT_EQ(cab->programming().shownValue(), "10");
+  EXPECT_EQ(cab->notice(),
+            "CV 3 wurde nicht geschrieben, es bleibt bei 10. Die Zentrale hat keinen Index für "
+            "diese Adresse.");
+}
+
+TEST_F(CabProgramming, AStepThatCannotBeStoredIsNotSent) {
+  markAsRead();
+  const auto cab = open();
+  session.database().write(QStringLiteral("CREATE TRIGGER full BEFORE UPDATE ON LOCO_DAT BEGIN "
+                                          "SELECT RAISE(ABORT, 'voll'); END"),
+                           {});
+  cab->stepCVUp();
+  EXPECT_EQ(prompt.shown.size(), 1);
+  EXPECT_EQ(prompt.below.value(0), "CV 3 wird deshalb nicht gesendet.");
+  EXPECT_TRUE(serial.writes.isEmpty());
+  EXPECT_EQ(stored("DC_CV_1", 3), 10);
+  EXPECT_EQ(cab->programming().shownValue(), "10");
+}
+
+TEST_F(CabProgramming, AStepDuringAChangeOfTheWholeDatabaseWaitsForItsEnd) {
+  markAsRead();
+  const auto cab = open();
+  session.database().transaction([&] {
+    cab->stepCVUp();
+    EXPECT_TRUE(serial.writes.isEmpty());
+  });
+  EXPECT_EQ(serial.sent(), "xPD 1000, 3, 11\r");
+  EXPECT_EQ(stored("DC_CV_1", 3), 11);
+  EXPECT_EQ(mark(3), 0);
 }
 
 TEST_F(CabProgramming, AStepIsStoredOverWhatIsOnTheRowByThen) {

@@ -117,15 +117,24 @@ TEST_F(Z21Cv, ASilentStationIsAskedTwiceAndGivesAWrongReply) {
   EXPECT_EQ(settings.timeoutVal, 1);
 }
 
-TEST_F(Z21Cv, AReadOnTheMainTrackIsRepeatedOnTheProgrammingTrack) {
+TEST_F(Z21Cv, AReadOnTheMainTrackWhoseDatagramIsLostIsRepeatedThere) {
   openSession(false);
   socket.expect(readCv1Main);
-  socket.expect(readCv1).answer(cv1Is3, 500);
+  socket.expect(readCv1Main).answer(cv1Is3, 500);
   EXPECT_EQ(z21.ReadCV(1, 3), 3);
+}
+
+TEST_F(Z21Cv, AReadOnTheMainTrackIsRepeatedOnTheProgrammingTrackButItsDecoderIsNotTheVehicle) {
+  openSession(false);
+  socket.expect(readCv1Main);
+  socket.expect(readCv1Main);
+  socket.expect(readCv1).answer(cv1Is3, 500);
+  EXPECT_EQ(z21.ReadCV(1, 3), cv_result::kWrongReply);
 }
 
 TEST_F(Z21Cv, TheRepeatAwaitsAStateMessage) {
   openSession(false);
+  socket.expect(readCv1Main);
   socket.expect(readCv1Main);
   QByteArray wanted;
   socket.expect(readCv1).then([&] { wanted = station().z21Wanted; }, 10).answer(shortCircuit, 500);
