@@ -61,6 +61,7 @@ class MainWin final : public QMainWindow, public WorkbenchView {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  void comeUp();
   void lookForTheEnd();
   void askToClose(QDialog* dialog);
   void connectMenus();

@@ -4,6 +4,7 @@
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QStringList>
+#include <QTextDocument>
 #include <QToolTip>
 
 namespace lokari {
