@@ -41,6 +41,21 @@ enum class WriteAnswer {
   Accepted,  ///< the station took the message; nobody has seen the decoder's value
 };
 
+/// How a decoder is programmed on the programming track, by the numbers of `progMode` and of a
+/// description's PROGMODE.
+enum class ProgMethod : int { Direct = 0, Paged = 1, Register = 2 };
+
+/// What a kind's messages can ask of the programming track.
+struct ProgMethods {
+  bool paged = false;
+  bool byRegister = false;
+
+  /// Whether the method goes out; where it does not, the same numbers go out in direct mode.
+  bool has(ProgMethod method) const {
+    return method == ProgMethod::Direct || (method == ProgMethod::Paged ? paged : byRegister);
+  }
+};
+
 /// What a cab shows and does on a kind.
 struct CabFeatures {
   int funcCount;          ///< highest function number; -1: the kind has no cabs and no panels
@@ -65,6 +80,8 @@ struct SwitchesOn {
   bool cvJob = false;    ///< reading and writing CVs
 };
 
+inline constexpr int kLastCvWithoutV36 = 255;
+
 struct StationKindRow {
   StationKind kind;
   const char16_t* name;  ///< value of the setting `BaseUnit`
@@ -83,7 +100,14 @@ struct StationKindRow {
   bool takesFirmware = false;  ///< has a boot loader that loads new firmware
   SwitchesOn switchesOn = {};
   WriteAnswer writeAnswer = WriteAnswer::ReadBack;
+  ProgMethods progMethods = {};
+  bool writeLimitedWithoutV36 = false;  ///< no message writes CVs above 255 unless `lenzV36` is on
 
+  /// Whether a message of this kind can write that CV, a number of the decoder. On the main track
+  /// the messages are others.
+  bool canSendWrite(int cv, bool onProgrammingTrack, bool lenzV36) const {
+    return !onProgrammingTrack || lenzV36 || !writeLimitedWithoutV36 || cv <= kLastCvWithoutV36;
+  }
   bool provesWrites(bool onProgrammingTrack) const {
     return onProgrammingTrack && writeAnswer == WriteAnswer::ReadBack;
   }
@@ -94,12 +118,12 @@ inline constexpr int kNoCvLimit = 4864;
 // clang-format off
 inline constexpr std::array<StationKindRow, 13> kStationKinds{{
     {StationKind::Mx1,     u"MX1",     ProtocolFamily::Mx1Text,    Transport::Serial, 9600,  Handshaking::None,          false, false, true,  false, 255,        true,  false, {12, true, 0, false, true, true}, true},
-    {StationKind::Li100,   u"LI100",   ProtocolFamily::Lenz,       Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, false, false, kNoCvLimit, true,  false, {4, false, 0, false, true, false}, false, {.test = true, .cvJob = true}},
-    {StationKind::Li100V3, u"LI100V3", ProtocolFamily::Lenz,       Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, true,  true,  {7, false, 0, false, true, true}, false, {.test = true, .cvJob = true}},
-    {StationKind::Ibx,     u"IBX",     ProtocolFamily::Intellibox, Transport::Serial, 2400,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false, {7, false, 0, false, true, true}, false, {}, WriteAnswer::Accepted},
+    {StationKind::Li100,   u"LI100",   ProtocolFamily::Lenz,       Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, false, false, kNoCvLimit, true,  false, {4, false, 0, false, true, false}, false, {.test = true, .cvJob = true}, WriteAnswer::ReadBack, {.paged = true}, true},
+    {StationKind::Li100V3, u"LI100V3", ProtocolFamily::Lenz,       Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, true,  true,  {7, false, 0, false, true, true}, false, {.test = true, .cvJob = true}, WriteAnswer::ReadBack, {.paged = true}, true},
+    {StationKind::Ibx,     u"IBX",     ProtocolFamily::Intellibox, Transport::Serial, 2400,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false, {7, false, 0, false, true, true}, false, {}, WriteAnswer::Accepted, {.paged = true, .byRegister = true}},
     {StationKind::Mx1V25,  u"MX1V25",  ProtocolFamily::Mx1Text,    Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, true,  false, 255,        true,  false, {12, true, 0, false, true, true}, true},
-    {StationKind::LiUsb,   u"LIUSB",   ProtocolFamily::Lenz,       Transport::Serial, 57600, Handshaking::RequestToSend, false, true,  true,  false, kNoCvLimit, true,  true,  {7, false, 0, false, true, true}, false, {.test = true, .cvJob = true}},
-    {StationKind::TamsMc,  u"TAMSMC",  ProtocolFamily::Tams,       Transport::Serial, 2400,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false, {7, false, 0, false, true, true}, false, {}, WriteAnswer::Accepted},
+    {StationKind::LiUsb,   u"LIUSB",   ProtocolFamily::Lenz,       Transport::Serial, 57600, Handshaking::RequestToSend, false, true,  true,  false, kNoCvLimit, true,  true,  {7, false, 0, false, true, true}, false, {.test = true, .cvJob = true}, WriteAnswer::ReadBack, {.paged = true}, true},
+    {StationKind::TamsMc,  u"TAMSMC",  ProtocolFamily::Tams,       Transport::Serial, 2400,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false, {7, false, 0, false, true, true}, false, {}, WriteAnswer::Accepted, {.paged = true, .byRegister = true}},
     {StationKind::Mx1Bin,  u"MX1BIN",  ProtocolFamily::ZimoBinary, Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false, {12, true, 0, false, true, true}},
     {StationKind::Mx1Ulf,  u"MX1ULF",  ProtocolFamily::ZimoBinary, Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, false, false, kNoCvLimit, false, false, {12, true, 0, false, true, true}, false, {.cab = true}},
     {StationKind::LiDp,    u"LIDP",    ProtocolFamily::LiDp,       Transport::Serial, 57600, Handshaking::None,          false, false, false, false, kNoCvLimit, false, false, {-1, false, 0, false, false, false}, false, {}, WriteAnswer::Accepted},

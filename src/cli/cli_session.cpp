@@ -29,9 +29,8 @@ ExitStatus CliSession::failure() const {
 QString CliSession::close() {
   if (!open_) return {};
   open_ = false;
-  const qsizetype before = context_.prompt.told().size();
   context_.link.endcomm(true, progOn_);
-  return context_.prompt.told().mid(before).join(u' ');
+  return context_.link.lateRefusal;
 }
 
 }  // namespace lokari

@@ -23,7 +23,6 @@ Answer ConsolePrompt::ask(const Box& box) {
   const QString text = terminalText(box.text, box.more);
   switch (box.buttons) {
     case Buttons::Ok:
-      told_ << box.text;
       console_.message(text);
       return Answer::Ok;
     case Buttons::OkCancel:

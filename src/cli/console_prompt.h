@@ -27,8 +27,6 @@ class ConsolePrompt final : public Prompt {
   /// Nothing sounds, but a job that gives no other sign of a refusal can ask for it.
   void beep() override { ++beeps_; }
   int beeps() const { return beeps_; }
-  /// The texts of the boxes without a question.
-  const QStringList& told() const { return told_; }
 
  private:
   Console& console_;
@@ -36,7 +34,6 @@ class ConsolePrompt final : public Prompt {
   Clock& clock_;
   const Interrupt& interrupt_;
   int beeps_ = 0;
-  QStringList told_;
 };
 
 }  // namespace lokari

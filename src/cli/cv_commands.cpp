@@ -10,7 +10,6 @@ namespace lokari {
 namespace {
 
 constexpr int kLastShortAddress = 127;
-constexpr int kLastCvWithoutV36 = 255;
 
 /// These two select the bank that CVs above 256 lie in: behind a failed one their numbers mean
 /// other CVs.
@@ -21,18 +20,20 @@ constexpr bool selectsBank(int cv) {
 struct CvOptions {
   bool main = false;
   int address = 0;  ///< 0 for none
-  int mode = 0;     ///< `progMode`
+  ProgMethod method = ProgMethod::Direct;
+
+  int mode() const { return static_cast<int>(method); }
 };
 
-int modeOf(const QString& word) {
-  if (word == QLatin1String("paged")) return 1;
-  return word == QLatin1String("register") ? 2 : 0;
+ProgMethod methodOf(const QString& word) {
+  if (word == QLatin1String("paged")) return ProgMethod::Paged;
+  return word == QLatin1String("register") ? ProgMethod::Register : ProgMethod::Direct;
 }
 
 CvOptions takeOptions(const Call& call) {
   const CvOptions options{.main = call.has(u"--main"),
                           .address = call.number(u"--address").value_or(0),
-                          .mode = modeOf(call.text(u"--mode").value_or(QString()))};
+                          .method = methodOf(call.text(u"--mode").value_or(QString()))};
   if (options.main && options.address == 0) {
     throw WrongCall(QStringLiteral("Auf dem Hauptgleis muss --address stehen!"));
   }
@@ -56,9 +57,19 @@ void checkReadable(int cv, const CliContext& context) {
   checkOffered(!limited || cv <= kLastCvWithoutV36, QStringLiteral("CV %1 lesen").arg(cv), context);
 }
 
-void checkWritable(int cv, const CliContext& context) {
-  checkOffered(cv <= context.settings.station().highestWritableCv,
-               QStringLiteral("CV %1 schreiben").arg(cv), context);
+void checkWritable(int cv, const CvOptions& options, const CliContext& context) {
+  const StationKindRow& kind = context.settings.station();
+  const bool sent = kind.canSendWrite(cv, !options.main, context.settings.lenzV36);
+  checkOffered(cv <= kind.highestWritableCv && sent, QStringLiteral("CV %1 schreiben").arg(cv),
+               context);
+}
+
+/// What goes out in another method than the one asked for would reach other CVs.
+void checkMethod(const CvOptions& options, const Call& call, const CliContext& context) {
+  checkOffered(context.settings.station().progMethods.has(options.method),
+               QStringLiteral("mit --mode %1 programmieren")
+                   .arg(call.text(u"--mode").value_or(QString())),
+               context);
 }
 
 /// One CV to read or to write.
@@ -88,6 +99,19 @@ void print(const CvOutcome& outcome, CliContext& context) {
       {outcome.result < 0 ? QStringLiteral("code") : QStringLiteral("value"), outcome.result}};
   if (outcome.failed()) fields.append({QStringLiteral("text"), outcome.text});
   context.results.line(fields);
+}
+
+/// Names the writes that no value of the decoder stands behind.
+void tellUnproved(const QList<CvOutcome>& outcomes, const CvOptions& options,
+                  CliContext& context) {
+  if (context.settings.station().provesWrites(!options.main)) return;
+  QStringList numbers;
+  for (const CvOutcome& each : outcomes) {
+    if (!each.failed()) numbers << QString::number(each.cv);
+  }
+  if (numbers.isEmpty()) return;
+  context.console.message(QStringLiteral("CV %1: geschrieben, nicht geprüft!")
+                              .arg(numbers.join(QStringLiteral(", "))));
 }
 
 void tellLeftOut(const QList<CvJob>& jobs, qsizetype from, CliContext& context) {
@@ -124,7 +148,7 @@ CvOutcome readOne(const CvJob& job, const CvOptions& options, CliContext& contex
 }
 
 CvOutcome writeOne(const CvJob& job, const CvOptions& options, CliContext& context) {
-  const int result = context.link.WriteCV(job.cv, job.value, options.address, options.mode);
+  const int result = context.link.WriteCV(job.cv, job.value, options.address, options.mode());
   if (result < 0) return {job.cv, result, failureText(result)};
   if (result == job.value) return {job.cv, result, {}};
   return {job.cv, result,
@@ -148,7 +172,8 @@ bool chooseVehicle(const CvOptions& options, CliContext& context) {
 /// Writes whose refusal may come as late as the session's farewell.
 class LateOutcomes {
  public:
-  LateOutcomes(CliSession& session, CliContext& context) : session_(session), context_(context) {}
+  LateOutcomes(CliSession& session, const CvOptions& options, CliContext& context)
+      : session_(session), options_(options), context_(context) {}
   /// Prints what is known, also when the line has gone.
   ~LateOutcomes() { tell(); }
   LateOutcomes(const LateOutcomes&) = delete;
@@ -164,12 +189,14 @@ class LateOutcomes {
       if (!refusal.isEmpty() && !each.failed()) each = {each.cv, cv_result::kWrongReply, refusal};
       print(each, context_);
     }
+    tellUnproved(outcomes_, options_, context_);
     outcomes_.clear();
     return refusal.isEmpty();
   }
 
  private:
   CliSession& session_;
+  const CvOptions& options_;
   CliContext& context_;
   QList<CvOutcome> outcomes_;
 };
@@ -177,7 +204,7 @@ class LateOutcomes {
 ExitStatus writeOnMain(const QList<CvJob>& jobs, const CvOptions& options, CliSession& session,
                        CliContext& context) {
   if (!chooseVehicle(options, context)) return ExitStatus::Failed;
-  LateOutcomes late(session, context);
+  LateOutcomes late(session, options, context);
   const ExitStatus status = runAll(
       jobs, context, [&](const CvJob& each) { return writeOne(each, options, context); },
       [&late](const CvOutcome& outcome) { late.take(outcome); });
@@ -190,6 +217,7 @@ ExitStatus cvRead(const Call& call, CliContext& context) {
   const CvOptions options = takeOptions(call);
   QList<CvJob> jobs;
   for (const int cv : call.numbers(u"CV")) jobs.append({cv, 0});
+  checkMethod(options, call, context);
   checkOffered(!options.main || context.settings.station().readsOnMain,
                QStringLiteral("auf dem Hauptgleis lesen"), context);
   for (const CvJob& job : std::as_const(jobs)) checkReadable(job.cv, context);
@@ -197,7 +225,7 @@ ExitStatus cvRead(const Call& call, CliContext& context) {
   const CommJob job = options.main ? CommJob::ReadMain : CommJob::ReadProgTrack;
   const CliSession session(context, job, !options.main);
   if (!session.isOpen()) return session.failure();
-  context.link.progMode = options.mode;
+  context.link.progMode = options.mode();
   return runAll(
       jobs, context, [&](const CvJob& each) { return readOne(each, options, context); },
       [&](const CvOutcome& outcome) { print(outcome, context); });
@@ -209,18 +237,25 @@ ExitStatus cvWrite(const Call& call, CliContext& context) {
   for (const Setting& each : call.settings(u"CV=WERT")) {
     jobs.append({each.cv, each.value, selectsBank(each.cv)});
   }
+  checkMethod(options, call, context);
   checkOffered(!options.main || context.settings.station().programsOnMain,
                QStringLiteral("auf dem Hauptgleis schreiben"), context);
-  for (const CvJob& job : std::as_const(jobs)) checkWritable(job.cv, context);
+  for (const CvJob& job : std::as_const(jobs)) checkWritable(job.cv, options, context);
 
   const CommJob job = options.main ? CommJob::WriteMain : CommJob::WriteProgTrack;
   CliSession session(context, job, !options.main);
   if (!session.isOpen()) return session.failure();
-  context.link.progMode = options.mode;
+  context.link.progMode = options.mode();
   if (options.main) return writeOnMain(jobs, options, session, context);
-  return runAll(
+  QList<CvOutcome> outcomes;
+  const ExitStatus status = runAll(
       jobs, context, [&](const CvJob& each) { return writeOne(each, options, context); },
-      [&](const CvOutcome& outcome) { print(outcome, context); });
+      [&](const CvOutcome& outcome) {
+        print(outcome, context);
+        outcomes.append(outcome);
+      });
+  tellUnproved(outcomes, options, context);
+  return status;
 }
 
 }  // namespace lokari

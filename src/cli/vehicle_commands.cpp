@@ -5,13 +5,10 @@
 
 #include "app/dec_types.h"
 #include "base/numbers.h"
-#include "base/paths.h"
 #include "cli/command.h"
 #include "cli/console.h"
+#include "cli/vehicle_record.h"
 #include "db/catalogue.h"
-#include "db/cv_record.h"
-#include "db/database.h"
-#include "db/record_set.h"
 #include "decoder/decoder_bench.h"
 #include "decoder/fixed_fields.h"
 
@@ -19,7 +16,6 @@ namespace lokari {
 namespace {
 
 constexpr int kHighestCv = 1024;
-constexpr int kTypeFunctionUnit = 2;
 
 struct VehicleCall {
   bool write = false;
@@ -36,76 +32,6 @@ VehicleCall takeCall(const Call& call, bool write) {
           .address = call.number(u"ADRESSE").value_or(0),
           .list = call.text(u"--cv")};
 }
-
-QString condition(const VehicleCall& call) {
-  const QString text = QString(call.collection).replace(u'\'', QStringLiteral("''"));
-  const QString collection = text.isEmpty() ? QStringLiteral("(ISNULL(DC_COLL) OR DC_COLL = '')")
-                                            : QStringLiteral("DC_COLL = '%1'").arg(text);
-  return QStringLiteral("%1 AND DC_ADR = %2").arg(collection).arg(call.address);
-}
-
-/// The vehicle in the database, and the way back into it.
-class VehicleRecord {
- public:
-  VehicleRecord(const QString& dbPath, const VehicleCall& call) : database_(placeFor(dbPath)) {
-    records_.open(database_, QStringLiteral("SELECT * FROM LOCO_DAT WHERE ") + condition(call));
-    if (records_.count() == 0) {
-      throw WrongCall(QStringLiteral("Das Fahrzeug %1 der Sammlung \"%2\" gibt es nicht!")
-                          .arg(call.address)
-                          .arg(call.collection));
-    }
-    const QString type = records_.text(QStringLiteral("DC_TYPE"));
-    if (!isNumeric(type)) throw WrongCall(QStringLiteral("Type nicht festgelegt!"));
-    if (toInt16(type) == kTypeFunctionUnit) {
-      throw WrongCall(QStringLiteral("Programmierfenster für Funktionsteile nicht verfügbar!"));
-    }
-    loadCvRecord(records_, cvs);
-    if (cvs.recManuf == 0) cvs.recDecoder.clear();
-  }
-
-  const Database& database() const { return database_; }
-  QString address() const { return records_.text(QStringLiteral("DC_ADR")); }
-
-  /// Stores what `take` makes of the sets as they are in the file by now: others may have changed
-  /// the vehicle during a long job. A file that is held is waited for. `address` is a new one, or
-  /// nothing.
-  void store(Prompt& prompt, const std::function<void(CvRecord&)>& take,
-             const std::optional<QString>& address) {
-    const auto isStored = [&] {
-      try {
-        storeOnce(take, address);
-        return true;
-      } catch (const StorageError& error) {
-        if (error.code() != storage_error::kLocked) throw;
-        return false;
-      }
-    };
-    if (isStored()) return;
-    const QString held =
-        QStringLiteral("Die Datenbank wird gerade von einem anderen Programm benutzt.");
-    if (prompt.waitUntil(held + QStringLiteral(" Es wird gewartet ..."), isStored)) return;
-    throw StorageError(storage_error::kLocked, held);
-  }
-
-  CvRecord cvs;
-
- private:
-  void storeOnce(const std::function<void(CvRecord&)>& take,
-                 const std::optional<QString>& address) {
-    records_.CancelUpdate();
-    records_.reread();
-    loadCvRecord(records_, cvs);
-    if (cvs.recManuf == 0) cvs.recDecoder.clear();
-    take(cvs);
-    records_.Edit();
-    assignCvRecord(records_, cvs);
-    if (address) records_.setValue(QStringLiteral("DC_ADR"), toInt16(*address));
-    records_.Update();
-  }
-
-  Database database_;
-  RecordSet records_;
-};
 
 // ---- Which CVs --------------------------------------------------------------------------------
 
@@ -240,12 +166,19 @@ void runJob(DecoderBench& bench, CommJob job, CliContext& context) {
   link.commJob = CommJob::None;
 }
 
-/// Prints what the run did with the CVs; true when it succeeded with all of them.
-bool printCvs(const DecoderBench& bench, const std::vector<CvIndex>& cvs, CliContext& context) {
-  bool good = true;
-  for (const CvIndex cv : cvs) {
+/// Prints what the run did with the CVs that were asked for, and what failed of those that went out
+/// with them. True when it did all that was asked and nothing failed, no check either.
+bool printCvs(const DecoderBench& bench, const std::vector<CvIndex>& planned, CliContext& context) {
+  std::set<CvIndex> shown(planned.begin(), planned.end());
+  const std::vector<CvIndex> failures = bench.report().with(CvDeed::Failed);
+  // An address takes CV 29 along.
+  const CvIndex config(cv::kConfig);
+  const bool taken = shown.count(CvIndex(cv::kAddress)) > 0;
+  if (taken && std::count(failures.begin(), failures.end(), config) > 0) shown.insert(config);
+  bool good = failures.empty();
+  for (const CvIndex cv : shown) {
     const CvReport* report = bench.report().of(cv);
-    good = good && report != nullptr && report->deed != CvDeed::Failed;
+    good = good && report != nullptr;
     if (report == nullptr) continue;
     const bool failed = report->deed == CvDeed::Failed;
     const QString value = cv == CvIndex(cv::kAddress)
@@ -284,15 +217,41 @@ void takeReport(const DecoderBench& bench, CvRecord& record) {
       // A long one has its marks in two CVs.
       takeMark(CvIndex(cv::kLongAddressHigh));
       takeMark(CvIndex(cv::kLongAddressLow));
+      // CV 29 went out with it, perhaps with another value than the stored one.
+      if (report.deed != CvDeed::Read) takeMark(CvIndex(cv::kConfig));
     } else if (report.deed != CvDeed::Failed) {
       values[report.cv.arrayIndex()] = static_cast<char>(bench.sets.value(report.cv));
     }
   }
 }
 
+/// Names the values that somebody else stored during the job, and that what the decoder holds has
+/// taken the place of.
+void tellReplaced(const DecoderBench& bench, const VehicleRecord& vehicle, CliContext& context) {
+  const auto place = static_cast<size_t>(bench.sets.currentSet().arrayIndex());
+  const QByteArray opened = vehicle.opened().recCvValues[place];
+  const QByteArray found = vehicle.found().recCvValues[place];
+  const QByteArray stored = vehicle.cvs.recCvValues[place];
+  QStringList replaced;
+  for (int i = 2; i <= kHighestCvIndex; ++i) {
+    const CvIndex cv(i);
+    const auto byte = [&cv](const QByteArray& values) { return values.at(cv.arrayIndex()); };
+    if (byte(found) == byte(opened) || byte(found) == byte(stored)) continue;
+    replaced << QStringLiteral("CV %1: %2 statt %3")
+                    .arg(bench.description.numberText(cv))
+                    .arg(static_cast<quint8>(byte(stored)))
+                    .arg(static_cast<quint8>(byte(found)));
+  }
+  if (replaced.isEmpty()) return;
+  context.console.message(
+      QStringLiteral("Ein anderes Programm hat inzwischen dieselben CVs geändert; gespeichert ist, "
+                     "was der Decoder hat: %1.")
+          .arg(replaced.join(QStringLiteral(", "))));
+}
+
 ExitStatus runVehicle(const VehicleCall& call, CliContext& context) {
   const std::vector<ListItem> items = call.list ? parseList(*call.list) : std::vector<ListItem>{};
-  VehicleRecord vehicle(context.settings.dbPath, call);
+  VehicleRecord vehicle(context.settings.dbPath, call.collection, call.address);
   const Database* database = &vehicle.database();
   const Catalogue catalogue(database);
   DecoderBench bench({context.settings, context.clock, context.prompt, context.link, catalogue,
@@ -326,9 +285,16 @@ ExitStatus runVehicle(const VehicleCall& call, CliContext& context) {
   tellRemarks(bench, context);
   const CvReport* address = bench.report().of(CvIndex(cv::kAddress));
   const bool addressRead = address != nullptr && address->deed == CvDeed::Read;
-  vehicle.store(
+  const VehicleRecord::Stored stored = vehicle.store(
       context.prompt, [&bench](CvRecord& record) { takeReport(bench, record); },
       addressRead ? std::optional(QString::number(address->value)) : std::nullopt);
+  if (stored == VehicleRecord::Stored::NotTheSameDecoder) {
+    context.console.message(
+        QStringLiteral("Ein anderes Programm hat inzwischen Adresse oder Decodertyp dieses "
+                       "Fahrzeugs geändert: nichts gespeichert!"));
+    return ExitStatus::Failed;
+  }
+  tellReplaced(bench, vehicle, context);
   return good && bench.jobEnd == JobEnd::Complete ? ExitStatus::Done : ExitStatus::Failed;
 }
 

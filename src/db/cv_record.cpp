@@ -19,6 +19,15 @@ void CvRecord::InitDcData() {
   }
 }
 
+void CvRecord::clearAddressMarks() {
+  constexpr std::array kPlaces{0, 16, 17};  // CV 1, 17 and 18
+  for (QByteArray& marks : recCvMarks) {
+    for (const int place : kPlaces) {
+      if (place < marks.size()) marks[place] = '\0';
+    }
+  }
+}
+
 QByteArray chkCVVar(const QVariant& field) {
   QByteArray target = field.toByteArray();
   if (target.size() < kCvFieldBytes) target.append(kCvFieldBytes - target.size(), '\0');

@@ -26,6 +26,9 @@ struct CvRecord {
   /// False until a record was shown or InitDcData() ran: the arrays are still empty.
   bool hasArrays() const { return !recCvValues[0].isEmpty(); }
 
+  /// Another address was put in by hand: no set has read or written it, whichever CVs carry it.
+  void clearAddressMarks();
+
   /// Empties everything: values and marks become kCvFieldBytes zeros, the names empty, no decoder.
   void InitDcData();
 };

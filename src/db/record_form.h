@@ -244,6 +244,7 @@ class RecordForm : public QObject {
   void changeText(const QString& control, const QString& text);
   void textEdited(const QString& control);
   void pasteText(const QString& control, const QString& text);
+  void dropAddressMarks();
   void setEnabled(const QStringList& controls, bool enabled);
   void setVisible(const QStringList& controls, bool visible);
   void setPicture(const QByteArray& picture);

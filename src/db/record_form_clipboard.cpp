@@ -68,6 +68,8 @@ void RecordForm::mnuEditInsert() {
   recordDirty = true;
   typed_ = true;
   working_ = clipboard_->cv;
+  // The address is not pasted.
+  if (text(form::kAddress) != clipboard_->texts.value(form::kAddress)) working_.clearAddressMarks();
   for (const CopySlot& copied : kCopied) {
     const QString control = QString::fromUtf16(copied.control);
     if (control != form::kAddress) pasteText(control, clipboard_->texts.value(control));

@@ -29,7 +29,15 @@ void RecordForm::edited(const QString& control, const QString& text) {
   if (loadingRecord) return;
   typed_ = true;
   textEdited(control);
+  if (control == form::kAddress) dropAddressMarks();
   noteUnsaved();
+}
+
+void RecordForm::dropAddressMarks() {
+  if (editMode() == EditMode::None || !working_.hasArrays()) return;
+  const auto before = working_.recCvMarks;
+  working_.clearAddressMarks();
+  if (working_.recCvMarks != before) attempt([this] { assignCvRecord(records_, working_); });
 }
 
 // A text that the program sets in the way of the user: the control's change is handled.

@@ -38,7 +38,7 @@ std::optional<int> BatchRun::read(CvIndex cv) {
 }
 
 std::optional<int> BatchRun::readConfigCv() {
-  inHand_ = QStringLiteral("CV %1").arg(configCv());
+  inHand_ = configText();
   const int result = link().ReadCV(configCv(), address_);
   if (result >= 0) return result;
   if (survive(CvIndex(cv::kConfig), result)) return 0;
@@ -58,6 +58,13 @@ QString BatchRun::failedWriteText(int wanted, int result) {
 bool BatchRun::surviveWrite(CvIndex cv, int wanted, int result) {
   return surviveFailure(
       {.cv = cv, .code = result, .text = failedWriteText(wanted, result), .ofWrite = true});
+}
+
+bool BatchRun::surviveUnsendable(CvIndex cv) {
+  return surviveFailure({.cv = cv,
+                         .code = cv_result::kWrongReply,
+                         .text = QStringLiteral("Mit dieser Zentrale nicht zu schreiben!"),
+                         .ofWrite = true});
 }
 
 bool BatchRun::surviveFailure(const Failure& failure) {

@@ -12,6 +12,8 @@ namespace {
 constexpr int kNoMaker = 0;
 constexpr int kPublicMaker = 13;
 
+constexpr int kHighestShortAddress = 127;
+
 }  // namespace
 
 std::optional<int> BatchRun::readAddress() {
@@ -29,9 +31,18 @@ std::optional<int> BatchRun::readAddress() {
   return (*high & kHighMask) * 256 + *low;
 }
 
-bool BatchRun::acceptAddress(int found) {
+void BatchRun::markAddressFailed() {
   bench_.sets.setMark(CvIndex(cv::kAddress), CvMark::Failed);
+  const auto address = bench_.addressNumber();
+  if (address && *address > kHighestShortAddress) {
+    bench_.sets.setMark(CvIndex(cv::kLongAddressHigh), CvMark::Failed);
+    bench_.sets.setMark(CvIndex(cv::kLongAddressLow), CvMark::Failed);
+  }
   refillAddress();
+}
+
+bool BatchRun::acceptAddress(int found) {
+  markAddressFailed();
   const QString text = QStringLiteral("Abweichende Adresse im Empfänger (%1)!").arg(found);
   return bench_.parts_.prompt.ask(text, Buttons::OkCancel, Icon::Warning) == Answer::Ok;
 }

@@ -71,6 +71,14 @@ bool BatchRun::addressMarked() const {
   return description().address.of(direction_.write);
 }
 
+int BatchRun::configCv() const {
+  constexpr int kConfigRegister = 5;
+  const bool byRegister =
+      description().PROGMODE == static_cast<int>(ProgMethod::Register) &&
+      settings().station().progMethods.has(ProgMethod::Register);
+  return byRegister ? kConfigRegister : cv::kConfig;
+}
+
 // ---- What is marked ---------------------------------------------------------------------------
 
 bool BatchRun::marked(CvIndex cv) const {
@@ -138,7 +146,6 @@ void BatchRun::runSession() {
     end_ = End::Failed;
   }
   if (end_ == End::Failed) bench_.jobEnd = JobEnd::Failed;
-  addRemarks();
   close();
   bench_.showReport();
 }
@@ -154,6 +161,7 @@ void BatchRun::close() {
   if (!direction_.write) link().cancelRequested = false;
   link().endcomm(true, progOn_);
   link().cancelRequested = false;
+  addRemarks();
   bench_.commRunning = false;
   if (orderly) view_->hide();
 }

@@ -78,6 +78,8 @@ class BatchRun {
   bool survive(CvIndex cv, int code);
   /// After a write that gave another value back, or failed.
   bool surviveWrite(CvIndex cv, int wanted, int result);
+  /// In place of a write that the station has no message for.
+  bool surviveUnsendable(CvIndex cv);
 
   /// Ends the run. For use as a step's answer.
   bool endAs(End end);
@@ -92,6 +94,8 @@ class BatchRun {
   /// The address in the decoder; 0 when an access failed and the run went on, since then nothing
   /// more is read. No value when the run ended.
   std::optional<int> readAddress();
+  /// Puts the failed mark on every CV that colours the address.
+  void markAddressFailed();
   /// Marks the address and asks about the other one in the decoder.
   bool acceptAddress(int found);
   bool acceptFunctionDecoder();
@@ -120,8 +124,9 @@ class BatchRun {
   StationLink& link() const;
   Settings& settings() const;
   const DecoderDescription& description() const;
-  /// A number of the decoder, not of the working set: in register mode the fifth is CV 29.
-  int configCv() const { return description().PROGMODE == 2 ? 5 : cv::kConfig; }
+  /// A number of the decoder, not of the working set: where registers go out the fifth is CV 29.
+  int configCv() const;
+  QString configText() const { return QStringLiteral("CV %1").arg(configCv()); }
   bool progOn() const { return progOn_; }
   bool addressMarked() const;
   bool cancelled() const;
@@ -136,7 +141,7 @@ class BatchRun {
   int done_ = 0;     ///< `readsDone`, `writesDone`
   QString inHand_;   ///< the CV of the last access, for the line below a failure
 
-  /// Whatever is said once, at the end of a run that came as far as the station.
+  /// What is known and said once, behind the farewell of a run that came as far as the station.
   virtual void addRemarks() {}
 
  private:

@@ -71,6 +71,8 @@ void DecoderBench::cmdFuncMap() {
   const auto values = funcMapBox(rows);
   if (!values) return;
   const QByteArray& first = sets.setValues(SetNumber(1));
+  // The first set itself stands in the working copy; what is stored of it is older than its jobs.
+  const bool ofFirst = sets.currentSet() == SetNumber(1);
   for (size_t r = 0; r < rows.size() && r < values->size(); ++r) {
     const FuncMapRow& row = rows[r];
     const int value = values->at(r);
@@ -78,7 +80,7 @@ void DecoderBench::cmdFuncMap() {
     if (value != row.value) {
       // The standard mapping that the first set holds as well is that set's, as after a copy.
       const int stored = static_cast<quint8>(first[row.cv.arrayIndex()]);
-      if (isStandardMapping(row, value) && stored == value) {
+      if (!ofFirst && isStandardMapping(row, value) && stored == value) {
         sets.copyOfFirst({row.cv});
       } else {
         sets.setMark(row.cv, CvMark::None);

@@ -43,6 +43,11 @@ std::optional<int> DecoderBench::addressNumber() const {
   }
 }
 
+void DecoderBench::noteAddress(std::optional<int> address) {
+  const bool possible = address && *address >= kLowestAddress && *address <= kHighestAddress;
+  knownAddress_ = possible ? address : std::nullopt;
+}
+
 // ---- Which field, which CV --------------------------------------------------------------------
 
 int DecoderBench::rowNamed(const QString& field) const {

@@ -53,11 +53,18 @@ bool DecoderBench::unsavedOfType() const {
 
 Leave DecoderBench::askToLeave() {
   if (!unsaved()) return Leave::Drop;
+  const QString written = listOfCvs({written_.begin(), written_.end()});
+  const QString decoders =
+      written.isEmpty() ? QString()
+                        : QStringLiteral("\nGeschrieben wurde seit dem Öffnen %1: Dort kann der "
+                                         "Decoder anderes haben, als die Datenbank dann zeigt.")
+                              .arg(written);
   const int answer = parts_.prompt.choose(
       {.text = QStringLiteral("Die Änderungen in diesem Fenster sind nicht gespeichert!"),
        .more =
            QStringLiteral("Verwerfen lässt das Fahrzeug in der Datenbank, wie es vor dem Öffnen "
-                          "war. Was in den Decoder geschrieben wurde, bleibt dort."),
+                          "war. Was in den Decoder geschrieben wurde, bleibt dort.") +
+           decoders,
        .answers = {QStringLiteral("&Verwerfen"), QStringLiteral("&Speichern"),
                    QStringLiteral("&Zurück")},
        .safe = 2,

@@ -40,6 +40,7 @@ void DecoderBench::open(const CvRecord& record, const QString& address) {
   calcOpen = false;
   sets.clear();
   reachedStation_ = false;
+  written_.clear();
   clearReport();
   for (int i = 1; i <= SetNumber::kCount; ++i) {
     const SetNumber set(i);
@@ -54,6 +55,7 @@ void DecoderBench::open(const CvRecord& record, const QString& address) {
   showCurrentSet();
   addressHeld_.clear();
   setFieldText(QStringLiteral("dc_adr"), address);
+  noteAddress(addressNumber());
   emit focusRequested(QStringLiteral("dc_adr"), true);
   fillSelectors(record.recManuf, record.recDecoder);
   refreshFields(false);

@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <vector>
 
 #include "base/clock.h"
@@ -309,6 +310,10 @@ class DecoderBench : public QObject {
 
   // Value fields: bench_fields.cpp. A field is a control, a field of a row, or `tabText`.
   std::optional<int> addressNumber() const;
+  /// The address that the decoder of this window is known by: as the record has it, or as a job
+  /// has read or written it since. Nothing where that is none.
+  std::optional<int> knownAddress() const { return knownAddress_; }
+  void noteAddress(std::optional<int> address);
   int rowNamed(const QString& field) const;
   int rowOf(CvIndex cv) const;
   CvIndex cvOfField(const QString& field) const;
@@ -357,6 +362,8 @@ class DecoderBench : public QObject {
   void showReport();
   /// What was said about a job before is over.
   void clearReport();
+  /// Remembers what the last job has written, for the question before the window is given up.
+  void noteWritten();
   /// `lblLegend`: what the colours mean, with what is written and not proved.
   void showLegend();
   /// Asks about values that failed reads have taken the place of, before the sets are stored.
@@ -432,10 +439,12 @@ class DecoderBench : public QObject {
   bool inHand(const QString& field, CvIndex cv, const QString& range) const;
   bool anyInHand() const;
   Kept opened_;           // as the record was opened
+  std::optional<int> knownAddress_;
   QString addressHeld_;   // the address that holds while its text is none
   CvIndex userRowCv_{9};  // CV of the spare row of the drive page
   bool progressEnabled_ = false;
   BatchReport report_;
+  std::set<CvIndex> written_;    // into the decoder since open()
   bool reachedStation_ = false;  // any job since open()
   ConfigClicks configClicks_;    // since the options of CV 29 last agreed with its value
   bool choicePending_ = false;

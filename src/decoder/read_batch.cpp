@@ -1,14 +1,13 @@
 #include "decoder/read_batch.h"
 
+#include "db/form_names.h"
 #include "decoder/decoder_bench.h"
 #include "link/station_link.h"
 
 namespace lokari {
 namespace {
 
-constexpr int kHighestAddress = 10239;
-constexpr int kAddressInstead = 1;
-
+constexpr int kHighestShortAddress = 127;
 constexpr int kConsistDirectionBit = 128;
 
 }  // namespace
@@ -49,9 +48,22 @@ bool ReadBatch::checkAddress() {
     bench_.report_.add({.cv = cv, .deed = CvDeed::Failed, .reason = {}});
     return true;
   }
-  if (*found > kHighestAddress) found = kAddressInstead;
+  if (!form::isAddress(*found)) {
+    const QString text = QStringLiteral(
+                             "Die gelesene Adresse %1 kann kein Fahrzeug haben: nichts übernommen.")
+                             .arg(*found);
+    bench_.report_.add({.cv = cv, .deed = CvDeed::Failed, .reason = text});
+    remark(text);
+    markAddressFailed();
+    return true;
+  }
   report(cv, CvDeed::Read, *found);
+  bench_.noteAddress(*found);
   bench_.sets.setMark(cv, CvMark::Verified);
+  if (*found > kHighestShortAddress) {
+    bench_.sets.setMark(CvIndex(cv::kLongAddressHigh), CvMark::Verified);
+    bench_.sets.setMark(CvIndex(cv::kLongAddressLow), CvMark::Verified);
+  }
   bench_.refillField(QStringLiteral("dc_adr"), QString::number(*found));
   done_ = 1;
   return true;

@@ -33,6 +33,11 @@ WriteBatch::Written WriteBatch::write(CvIndex cv, int wanted,
   return surviveWrite(cv, wanted, result) ? Written::Failed : Written::Ended;
 }
 
+bool WriteBatch::canSend(CvIndex cv) const {
+  return settings().station().canSendWrite(description().realNumber(cv).value(), progOn(),
+                                           settings().lenzV36);
+}
+
 CvDeed WriteBatch::deed() const {
   return settings().station().provesWrites(progOn()) ? CvDeed::Proved : CvDeed::Unproved;
 }
@@ -95,6 +100,9 @@ bool WriteBatch::checkMaker() {
   status(QStringLiteral("Herstellerkontrolle ..."));
   const auto maker = read(CvIndex(cv::kMaker));
   if (!maker) return false;
+  if (link().lastCvFailed) {
+    return goOnUnchecked(QStringLiteral("Der Hersteller des Decoders ließ sich nicht prüfen!"));
+  }
   switch (askMaker(*maker)) {
     case MakerAnswer::Same:
       return true;
@@ -113,7 +121,11 @@ bool WriteBatch::readConfig() {
   const auto config = readConfigCv();
   if (!config) return false;
   // What could not be read must not be written back.
-  if (link().lastCvFailed) return true;
+  if (link().lastCvFailed) {
+    // Without its tick the address is compared behind this, with a question of its own.
+    return !addressMarked() ||
+           goOnUnchecked(QStringLiteral("Die Art des Decoders (CV 29) ließ sich nicht prüfen!"));
+  }
   config_ = *config;
   configRead_ = config_;
   const bool functionDecoder = (config_ & config_bit::kFunctionDecoder) != 0;
@@ -129,21 +141,9 @@ bool WriteBatch::writeAddress() {
     return true;
   }
   status(QStringLiteral("Schreibe Adresse..."));
-  bool failed = false;
-  bool refused = false;
+  addressJob_.begin(*address);
   const bool isLong = *address > kHighestShortAddress;
-  const bool goesOn =
-      isLong ? writeLongAddress(*address, failed, refused) : writeShortAddress(*address, failed);
-  if (!goesOn) return false;
-  if (failed && !refused) {
-    if (isLong) {
-      bench_.sets.setMark(CvIndex(cv::kLongAddressHigh), CvMark::Failed);
-      bench_.sets.setMark(CvIndex(cv::kLongAddressLow), CvMark::Failed);
-    } else {
-      bench_.sets.setMark(CvIndex(cv::kAddress), CvMark::Failed);
-    }
-  }
-  if (!failed && !refused) report(CvIndex(cv::kAddress), deed(), *address);
+  if (!(isLong ? writeLongAddress(*address) : writeShortAddress(*address))) return false;
   refillAddress();
   done_ = 1;
   return true;
@@ -155,59 +155,96 @@ void WriteBatch::failAddress(CvIndex cv) {
   refillAddress();
 }
 
-bool WriteBatch::writeShortAddress(int address, bool& failed) {
+bool WriteBatch::writeShortAddress(int address) {
   const CvIndex cv(cv::kAddress);
   const Written written = write(cv, address, [&] { failAddress(cv); });
+  addressJob_.setNumber(written == Written::Done ? AddressJob::Part::Done
+                                                 : AddressJob::Part::Failed);
   if (!finish(cv, written, address)) return false;
-  failed = written == Written::Failed;
   // The kind of address changes only with an address that is there.
-  if (failed) return true;
+  if (written == Written::Failed) return true;
   if (config_ >= 0) {
     config_ &= ~config_bit::kLongAddress;
-    const int answer = link().WriteCV(configCv(), config_, address_, description().PROGMODE);
-    noteConfig(config_, answer == config_);
+    sendConfig(config_);
   }
   forceConfig_ = true;
   return true;
 }
 
-bool WriteBatch::writeLongAddress(int address, bool& failed, bool& refused) {
+bool WriteBatch::writeLongAddress(int address) {
+  const int withBit = config_ | config_bit::kLongAddress;
   int answer = config_bit::kLongAddress;
   if (config_ >= 0) {
-    const int withBit = config_ | config_bit::kLongAddress;
-    inHand_ = QStringLiteral("CV %1").arg(configCv());
-    answer = link().WriteCV(configCv(), withBit, address_, description().PROGMODE);
-    noteConfig(withBit, answer == withBit);
+    answer = sendConfig(withBit);
     if (answer < 0) {
       if (!survive(CvIndex(cv::kConfig), answer)) return false;
       answer = 0;
     }
-    if ((answer & config_bit::kLongAddress) != 0) config_ = withBit;
   } else {
     forceConfig_ = true;
   }
-  if ((answer & config_bit::kLongAddress) == 0) {
-    refused = true;
-    failAddress(CvIndex(cv::kAddress));
-    const Answer go =
-        bench_.parts_.prompt.ask(QStringLiteral("Decoder unterstützt keine Adresse über 127!"),
-                                 Buttons::OkCancel, Icon::Warning);
-    return go == Answer::Ok || endAs(End::Orderly);
-  }
+  if ((answer & config_bit::kLongAddress) == 0) return refuseLongAddress();
+  const bool otherValue = config_ >= 0 && answer != withBit;
+  if (config_ >= 0) config_ = withBit;
   // The marks are crossed: that of CV 17 follows the write of CV 18, and the other way round.
   const CvIndex high(cv::kLongAddressHigh);
   const CvIndex low(cv::kLongAddressLow);
   const auto writeHalf = [&](CvIndex half, CvIndex other, int wanted) {
     const Written written = write(half, wanted, [&] { failAddress(half); });
-    if (written == Written::Ended) return false;
     if (written == Written::Done) bench_.sets.setWritten(other, deed() == CvDeed::Proved);
-    failed = failed || written == Written::Failed;
-    return true;
+    if (written != Written::Done) addressJob_.setNumber(AddressJob::Part::Failed);
+    return written != Written::Ended;
   };
   if (!writeHalf(low, high, address & 255)) return false;
   if (!writeHalf(high, low, address / 256 | kLongAddressMark)) return false;
   longWritten_ = true;
-  return true;
+  if (addressJob_.number() == AddressJob::Part::Failed) {
+    markAddressFailed();
+  } else {
+    addressJob_.setNumber(AddressJob::Part::Done);
+  }
+  // The decoder listens to the long address by now, so it has got its number first.
+  inHand_ = configText();
+  return !otherValue || surviveWrite(CvIndex(cv::kConfig), withBit, answer);
+}
+
+bool WriteBatch::refuseLongAddress() {
+  addressJob_.setNumber(AddressJob::Part::Failed);
+  // A long one that is blue would stay so: its colour comes from these two.
+  for (const CvIndex cv : {CvIndex(cv::kLongAddressHigh), CvIndex(cv::kLongAddressLow)}) {
+    if (bench_.sets.mark(cv) == CvMark::Verified) bench_.sets.setMark(cv, CvMark::Failed);
+  }
+  failAddress(CvIndex(cv::kAddress));
+  const Answer go =
+      bench_.parts_.prompt.ask(QStringLiteral("Decoder unterstützt keine Adresse über 127!"),
+                               Buttons::OkCancel, Icon::Warning);
+  return go == Answer::Ok || endAs(End::Orderly);
+}
+
+void WriteBatch::settleAddress() {
+  const CvIndex cv(cv::kAddress);
+  if (!addressJob_.begun()) return;
+  if (addressJob_.done()) {
+    report(cv, deed(), addressJob_.address());
+    bench_.noteAddress(addressJob_.address());
+    // A long one has its marks elsewhere; a failure of before is over all the same.
+    if (bench_.sets.mark(cv) == CvMark::Failed) {
+      bench_.sets.setWritten(cv, deed() == CvDeed::Proved);
+    }
+    return;
+  }
+  bench_.report_.add({.cv = cv, .deed = CvDeed::Failed, .reason = {}});
+  // A number that failed has its marks.
+  if (addressJob_.number() != AddressJob::Part::Failed) markAddressFailed();
+  if (!addressJob_.lacksKind()) return;
+  // Where nothing is known about CV 29 that has been told.
+  const CvReport* config = bench_.report_.of(CvIndex(cv::kConfig));
+  if (addressJob_.kind() == AddressJob::Part::Open && config != nullptr) return;
+  remark(addressJob_.kind() == AddressJob::Part::Open
+             ? QStringLiteral("Die Art der Adresse (kurz oder lang) ist nicht gesetzt: CV 29 wurde "
+                              "nicht mehr geschrieben.")
+             : QStringLiteral("Die Art der Adresse (kurz oder lang) ist nicht gesetzt: CV 29 ist "
+                              "misslungen."));
 }
 
 bool WriteBatch::compareAddress() {
@@ -259,6 +296,15 @@ bool WriteBatch::plain(CvIndex cv) {
     bench_.sets.setWriteFailed(cv);
     bench_.showValue(cv);
   };
+  // Ahead of its bank, which would be selected for nothing.
+  if (!canSend(cv)) {
+    markFailed();
+    inHand_ = description().cvText(cv);
+    if (!surviveUnsendable(cv)) return false;
+    showInControl(cv, wanted);
+    countDone();
+    return true;
+  }
   switch (selectBank(cv)) {
     case Bank::Ended:
       return false;

@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 
+#include "decoder/address_job.h"
 #include "decoder/batch_run.h"
 
 namespace lokari {
@@ -33,14 +34,25 @@ class WriteBatch final : public BatchRun {
   bool finish(CvIndex cv, Written outcome, int sent);
   void failAddress(CvIndex cv);
   CvDeed deed() const;
+  /// Whether the station has a message that writes the CV.
+  bool canSend(CvIndex cv) const;
+
+  // Questions: write_questions.cpp.
+  bool mayReachAnother();
+  bool mayWriteDoubtful();
+  /// A check could not be made; false ends the run.
+  bool goOnUnchecked(const QString& text);
 
   bool findMainAddress();
   bool checkMaker();
   bool readConfig();
   bool writeAddress();
-  bool writeShortAddress(int address, bool& failed);
-  bool writeLongAddress(int address, bool& failed, bool& refused);
+  bool writeShortAddress(int address);
+  bool writeLongAddress(int address);
+  bool refuseLongAddress();
   bool compareAddress();
+  /// Reports the address once it is known what became of all its parts.
+  void settleAddress();
 
   /// What is known of the decoder's configuration when CV 29 is written.
   struct ConfigState {
@@ -62,9 +74,18 @@ class WriteBatch final : public BatchRun {
   bool writeWorkingConfig();
   bool writeDecodersConfig();
   void tellUnknownConfig();
+  /// Writes the configuration ahead of the main loop, for the address. Gives what came back.
+  int sendConfig(int wanted);
   /// Remembers that the configuration went out, and whether the decoder took it.
-  void noteConfig(int sent, bool taken) { configSent_ = {sent, taken}; }
+  void noteConfig(int sent, bool taken);
+  /// Reports a configuration that went out and that the main loop did not come to.
+  void settleConfig();
+  /// The mark tells of the working value, which need not be what the decoder took.
+  void markDecodersConfig(int taken);
+  /// What the station refused behind the run: every write that had no answer of its own.
+  void takeLateRefusal(const QString& text);
 
+  AddressJob addressJob_;
   bool longWritten_ = false;       ///< a long address was written in this run
   bool forceConfig_ = false;       ///< CV 29 must be written: the kind of address changed
   std::optional<int> configRead_;  ///< the decoder's configuration ahead of the writing

@@ -102,6 +102,50 @@ bool WriteBatch::confirmConfig(const ConfigState& state) {
   return true;
 }
 
+int WriteBatch::sendConfig(int wanted) {
+  inHand_ = configText();
+  const int answer = link().WriteCV(configCv(), wanted, address_, description().PROGMODE);
+  noteConfig(wanted, answer == wanted);
+  return answer;
+}
+
+void WriteBatch::noteConfig(int sent, bool taken) {
+  configSent_ = {sent, taken};
+  addressJob_.setKind(taken ? AddressJob::Part::Done : AddressJob::Part::Failed);
+}
+
+void WriteBatch::markDecodersConfig(int taken) {
+  const CvIndex cv(cv::kConfig);
+  const bool same = bench_.sets.value(cv) == (taken & ~config_bit::kLongAddress);
+  if (same) {
+    bench_.sets.setWritten(cv, deed() == CvDeed::Proved);
+  } else if (bench_.sets.mark(cv) == CvMark::Verified) {
+    bench_.sets.setMark(cv, CvMark::None);
+  }
+}
+
+void WriteBatch::settleConfig() {
+  const CvIndex cv(cv::kConfig);
+  if (!configSent_) return;
+  const CvReport* told = bench_.report_.of(cv);
+  if (!configSent_->taken) {
+    if (told == nullptr) {
+      bench_.report_.add({.cv = cv,
+                          .deed = CvDeed::Failed,
+                          .before = bench_.sets.value(cv),
+                          .reason = {}});
+    }
+    bench_.sets.setWriteFailed(cv);
+  } else if (told == nullptr && !marked(cv)) {
+    report(cv, deed(), configSent_->value);
+    markDecodersConfig(configSent_->value);
+  } else if (told == nullptr) {
+    // The value that was ticked did not go out: only what stands in the decoder keeps its colour.
+    markDecodersConfig(configSent_->value);
+  }
+  bench_.ColorCV29();
+}
+
 void WriteBatch::tellUnknownConfig() {
   const CvIndex cv(cv::kConfig);
   const QString text = QStringLiteral(
@@ -122,13 +166,7 @@ bool WriteBatch::writeDecodersConfig() {
   noteConfig(wanted, written == Written::Done);
   if (written != Written::Done) return written == Written::Failed;
   report(cv, deed(), wanted);
-  // A mark tells of the working value, which need not be what went out.
-  const bool same = bench_.sets.value(cv) == (wanted & ~config_bit::kLongAddress);
-  if (same) {
-    bench_.sets.setWritten(cv, deed() == CvDeed::Proved);
-  } else if (bench_.sets.mark(cv) == CvMark::Verified) {
-    bench_.sets.setMark(cv, CvMark::None);
-  }
+  markDecodersConfig(wanted);
   return true;
 }
 
@@ -163,16 +201,37 @@ bool WriteBatch::config() {
   return true;
 }
 
+void WriteBatch::takeLateRefusal(const QString& text) {
+  // The refusal does not say which one it is for.
+  for (const CvIndex cv : bench_.report_.with(CvDeed::Unproved)) {
+    CvReport refused = *bench_.report_.of(cv);
+    refused.deed = CvDeed::Failed;
+    refused.reason = text;
+    bench_.report_.add(refused);
+    if (cv == CvIndex(cv::kAddress)) {
+      markAddressFailed();
+    } else {
+      bench_.sets.setWriteFailed(cv);
+      bench_.showMarkOf(cv);
+    }
+  }
+  if (configSent_) configSent_->taken = false;
+}
+
 void WriteBatch::addRemarks() {
+  settleConfig();
+  settleAddress();
+  if (!link().lateRefusal.isEmpty()) takeLateRefusal(link().lateRefusal);
+  bench_.noteWritten();
   if (!configSent_ || marked(CvIndex(cv::kConfig))) return;
   const QString before = configRead_ ? QStringLiteral("vorher %1").arg(*configRead_)
                                      : QStringLiteral("der Wert davor wurde nicht gelesen");
-  remark(QStringLiteral("Mit der Adresse ging auch CV 29 an den Decoder: %1, %2.")
-             .arg(configSent_->value)
-             .arg(before));
-  if (!configSent_->taken) {
-    remark(QStringLiteral("Der Decoder hat CV 29 nicht bestätigt."));
-  }
+  const QString text =
+      configSent_->taken
+          ? QStringLiteral("Mit der Adresse ging auch CV 29 an den Decoder: %1, %2.")
+          : QStringLiteral("Mit der Adresse sollte auch CV 29 an den Decoder: %1, %2. Der Decoder "
+                           "hat CV 29 nicht bestätigt.");
+  remark(text.arg(configSent_->value).arg(before));
 }
 
 }  // namespace lokari

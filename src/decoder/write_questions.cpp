@@ -7,6 +7,38 @@
 namespace lokari {
 
 bool WriteBatch::mayBegin() {
+  return mayReachAnother() && mayWriteDoubtful();
+}
+
+bool WriteBatch::mayReachAnother() {
+  const auto address = bench_.addressNumber();
+  const auto known = bench_.knownAddress();
+  if (progOn() || !address || !known || *address == *known) return true;
+  return bench_.parts_.prompt.ask(
+             {.text = QStringLiteral("Das Fahrzeug mit der Adresse %1 würde beschrieben, nicht das "
+                                     "mit der Adresse %2!")
+                          .arg(*address)
+                          .arg(*known),
+              .buttons = Buttons::OkCancel,
+              .icon = Icon::Warning,
+              .more = QStringLiteral("Auf dem Hauptgleis geht alles an die Adresse, die im Fenster "
+                                     "steht, auch eine neue Adresse. OK schreibt in das Fahrzeug "
+                                     "%1, Abbruch schreibt nichts.")
+                          .arg(*address),
+              .preset = Answer::Cancel}) == Answer::Ok;
+}
+
+bool WriteBatch::goOnUnchecked(const QString& text) {
+  const Answer answer = bench_.parts_.prompt.ask(
+      {.text = text,
+       .buttons = Buttons::OkCancel,
+       .icon = Icon::Warning,
+       .more = QStringLiteral("OK schreibt ohne diese Prüfung, Abbruch schreibt nichts."),
+       .preset = Answer::Cancel});
+  return answer == Answer::Ok || endAs(End::Orderly);
+}
+
+bool WriteBatch::mayWriteDoubtful() {
   struct Doubt {
     const char16_t* reason;
     std::vector<CvIndex> cvs = {};
@@ -18,7 +50,7 @@ bool WriteBatch::mayBegin() {
     const CvIndex cv(i);
     if (!marked(cv)) continue;
     if (bench_.sets.isDoubtful(cv)) unseen.cvs.push_back(cv);
-    if (bench_.writeAllowed(cv)) continue;
+    if (bench_.writeAllowed(cv) && canSend(cv)) continue;
     (bench_.description.info(cv).hasDefault() ? unreachable : readOnly).cvs.push_back(cv);
   }
   QStringList lines;

@@ -197,7 +197,8 @@ void Mx1TextProtocol::sayGoodbye(bool leaveMode) {
 void Mx1TextProtocol::reportRefusal() {
   dropInput();
   if (std::exchange(addressRefused_, false)) {
-    link().prompt().message(QStringLiteral("Adresse gesperrt - Programmierung nicht möglich!"));
+    link().lateRefusal = QStringLiteral("Adresse gesperrt - Programmierung nicht möglich!");
+    link().prompt().message(link().lateRefusal);
   }
 }
 

@@ -138,6 +138,7 @@ void StationLink::endcomm(bool leaveMode, bool progOn) {
   // A session that does not open says goodbye inside its opening.
   const QScopedValueRollback farewell(farewell_, Farewell::Running);
   if (view() != nullptr) view()->setFarewell(true);
+  lateRefusal.clear();
   Delay(1);
   try {
     protocol().farewell(leaveMode, progOn);

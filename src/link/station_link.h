@@ -131,6 +131,10 @@ class StationLink {
   /// It may be null. Only the outermost frame of the job may ask for it.
   std::shared_ptr<void> stepAside() const { return onStepAside ? onStepAside() : nullptr; }
 
+  /// What the last farewell had to refuse: the writes of its session on the main track that nothing
+  /// else answers. The user has been told; empty for nothing.
+  QString lateRefusal;
+
   int commUseCount = 0;          ///< sessions open
   bool cancelRequested = false;  ///< ends every wait
   bool cancelStays = false;      ///< the program is ending: opening a session clears no cancel

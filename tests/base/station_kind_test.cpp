@@ -40,6 +40,25 @@ TEST(StationKinds, ProveAWriteOnTheProgrammingTrackWhereTheyReadBack) {
   EXPECT_EQ(unproved, QStringList({"IBX", "TAMSMC", "LIDP", "MX10", "MX10IP"}));
 }
 
+TEST(StationKinds, KnowTheMethodsAndCvsThatTheirMessagesReach) {
+  QStringList paged;
+  QStringList byRegister;
+  QStringList limited;
+  for (const StationKindRow& row : kStationKinds) {
+    const QString name = QString::fromUtf16(row.name);
+    EXPECT_TRUE(row.progMethods.has(ProgMethod::Direct));
+    if (row.progMethods.has(ProgMethod::Paged)) paged << name;
+    if (row.progMethods.has(ProgMethod::Register)) byRegister << name;
+    EXPECT_TRUE(row.canSendWrite(255, true, false));
+    EXPECT_TRUE(row.canSendWrite(300, false, false));
+    EXPECT_TRUE(row.canSendWrite(300, true, true));
+    if (!row.canSendWrite(256, true, false)) limited << name;
+  }
+  EXPECT_EQ(paged, QStringList({"LI100", "LI100V3", "IBX", "LIUSB", "TAMSMC"}));
+  EXPECT_EQ(byRegister, QStringList({"IBX", "TAMSMC"}));
+  EXPECT_EQ(limited, QStringList({"LI100", "LI100V3", "LIUSB"}));
+}
+
 TEST(StationKinds, AreFoundByNameInAnyCase) {
   EXPECT_EQ(stationKindByName(u"z21ip")->kind, StationKind::Z21Ip);
   EXPECT_EQ(stationKindByName(u"MX99"), nullptr);

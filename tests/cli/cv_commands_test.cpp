@@ -173,6 +173,40 @@ TEST_F(CvCommandsTest, AFailureEndsTheWritingUnlessTheSettingsGoOn) {
   EXPECT_EQ(layout.onProgrammingTrack()->stored(6), 77);
 }
 
+TEST_F(CvCommandsTest, WhatNoValueOfTheDecoderStandsBehindIsNamed) {
+  EXPECT_EQ(run("cv write 5=200 6=77"), 0);
+  EXPECT_EQ(console.messages, QStringList{"CV 5, 6: geschrieben, nicht geprüft!"});
+  layout.onProgrammingTrack()->readOnly.insert(5);
+  EXPECT_EQ(run("cv write 5=200"), 1);
+  EXPECT_TRUE(console.messages.filter("nicht geprüft").isEmpty());
+}
+
+class CvOnLenzTest : public CliFixture {
+ protected:
+  CvOnLenzTest() : CliFixture(u"LI100V3") {
+    writeIni("LOKARI",
+             "BaseUnit=LI100V3\r\nComPort=3\r\nTimeout=2\r\nDelay=0\r\nLenzV36=0\r\n");
+  }
+};
+
+TEST_F(CvOnLenzTest, AMethodThatTheWireLacksIsRefused) {
+  EXPECT_EQ(run("cv write 5=10 --mode register"), 2);
+  EXPECT_EQ(console.messages.first(), "LI100V3 kann nicht mit --mode register programmieren!");
+  EXPECT_EQ(run("cv read 5 --mode register"), 2);
+  EXPECT_TRUE(untouched());
+  EXPECT_EQ(run("cv write 5=10 --mode paged"), 0);
+  EXPECT_TRUE(console.messages.filter("nicht geprüft").isEmpty()) << "it was read back";
+  writeIni("LOKARI", "BaseUnit=Z21IP\r\n");
+  EXPECT_EQ(run("cv read 5 --mode paged"), 2);
+  EXPECT_TRUE(console.messages.contains("Z21IP kann nicht mit --mode paged programmieren!"));
+}
+
+TEST_F(CvOnLenzTest, ACvThatNoMessageWritesIsRefused) {
+  EXPECT_EQ(run("cv write 255=1 300=0"), 2);
+  EXPECT_TRUE(console.messages.contains("LI100V3 kann nicht CV 300 schreiben!"));
+  EXPECT_TRUE(untouched());
+}
+
 class CvOnMx1Test : public CliFixture {
  protected:
   CvOnMx1Test() : CliFixture(u"MX1") {}

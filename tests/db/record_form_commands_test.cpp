@@ -484,5 +484,45 @@ TEST_F(FormCommands, AnAddressChangedInTheDecoderWindowIsStoredAsWell) {
   EXPECT_EQ(stored("SELECT DC_ADR FROM LOCO_DAT WHERE ST_SNAME = 'A3'").toInt(), 33);
 }
 
+/// Marks of the address in every set, and one of another CV.
+CvRecord withAddressMarks(CvRecord record) {
+  for (QByteArray& marks : record.recCvMarks) {
+    for (const int place : {0, 2, 16, 17}) marks[place] = '1';
+  }
+  return record;
+}
+
+TEST_F(FormCommands, AnAddressThatIsTypedHasNoMarkOfTheOneBefore) {
+  open();
+  ASSERT_TRUE(form_.prepareProgramming());
+  form_.storeProgrammed(withAddressMarks(form_.workingCopy()), str("3"), QString());
+  ASSERT_TRUE(form_.storeIfValid());
+  form_.edited(str("dc_adr"), str("77"));
+  form_.MoveNext();
+  for (const char* column : {"DC_CV_ST", "DC_CV_4_ST"}) {
+    const QByteArray marks =
+        stored(str("SELECT %1 FROM LOCO_DAT WHERE DC_ADR = 77").arg(str(column)).toUtf8())
+            .toByteArray();
+    ASSERT_GT(marks.size(), 17);
+    for (const int place : {0, 16, 17}) EXPECT_EQ(marks.at(place), '\0') << column << place;
+    EXPECT_EQ(marks.at(2), '1') << "CV 3 is what it was";
+  }
+}
+
+TEST_F(FormCommands, APastedCopyKeepsItsMarksButNotThoseOfTheOtherAddress) {
+  open();
+  ASSERT_TRUE(form_.prepareProgramming());
+  form_.storeProgrammed(withAddressMarks(form_.workingCopy()), str("3"), QString());
+  ASSERT_TRUE(form_.storeIfValid());
+  form_.mnuEditCopy();
+  form_.butNew();
+  form_.edited(str("dc_adr"), str("78"));
+  form_.mnuEditInsert();
+  EXPECT_EQ(form_.workingCopy().recCvMarks[0].at(2), '1');
+  for (const int place : {0, 16, 17}) {
+    EXPECT_EQ(form_.workingCopy().recCvMarks[0].at(place), '\0') << place;
+  }
+}
+
 }  // namespace
 }  // namespace lokari

@@ -98,5 +98,20 @@ TEST_F(BenchUnsaved, TheQuestionOffersThreeWaysAndStaysByDefault) {
   EXPECT_EQ(bench->askToLeave(), Leave::Store);
 }
 
+TEST_F(BenchUnsaved, WhatTheDecoderHasBeenWrittenIsNamedBeforeItIsForgotten) {
+  openEco(kRows);
+  type(30, "7");
+  leave(30);
+  bench->askToLeave();
+  EXPECT_FALSE(prompt.asked.last().more.contains(QStringLiteral("Geschrieben wurde")));
+  markRowForWriting(30);
+  markRowForWriting(31);
+  write();
+  bench->askToLeave();
+  EXPECT_TRUE(prompt.asked.last().more.endsWith(
+      QStringLiteral("Geschrieben wurde seit dem Öffnen CV 30 und 31: Dort kann der Decoder "
+                     "anderes haben, als die Datenbank dann zeigt.")));
+}
+
 }  // namespace
 }  // namespace lokari

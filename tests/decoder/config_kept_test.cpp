@@ -291,8 +291,9 @@ TEST_F(ConfigKept, AConfigurationThatTheDecoderDidNotTakeIsNotToldAsTaken) {
   check("chkDcAdrWrite");
   write();
   EXPECT_EQ(control("lblReport").caption,
-            "Mit der Adresse ging auch CV 29 an den Decoder: 2, vorher 34. Der Decoder hat CV 29 "
-            "nicht bestätigt.");
+            "Die Art der Adresse (kurz oder lang) ist nicht gesetzt: CV 29 ist misslungen. Mit der "
+            "Adresse sollte auch CV 29 an den Decoder: 2, vorher 34. Der Decoder hat CV 29 nicht "
+            "bestätigt.");
 }
 
 TEST_F(ConfigKept, AConfigurationThatGoesOutUntickedIsNamedWithItsValueBefore) {

@@ -154,6 +154,21 @@ TEST_F(FuncMapBench, TheStandardMappingOfTheFirstSetComesWithItsMark) {
   EXPECT_EQ(row(33).colour, TextColour::Blue);
 }
 
+TEST_F(FuncMapBench, InTheFirstSetAMappingThatWasOverwrittenInTheDecoderIsNotBlue) {
+  record.recCvValues[0][32] = 1;
+  record.recCvMarks[0][32] = '1';
+  openEco(kTwelve);
+  bench->rowEdited(rowOf(33), QStringLiteral("5"));
+  bench->rowLeft(rowOf(33));
+  markRowForWriting(33);
+  write();
+  ASSERT_EQ(decoder().stored(33), 5);
+  answer({{0, 1}});
+  EXPECT_EQ(value(33), 1);
+  EXPECT_EQ(mark(33), CvMark::None) << "the decoder holds 5";
+  EXPECT_EQ(row(33).colour, TextColour::Normal);
+}
+
 TEST_F(FuncMapBench, WithoutTheKeyThereIsNoDialog) {
   openEco("[X]\nFUNCMAP=N\nCV_33=a\n");
   answer({});

@@ -80,7 +80,7 @@ TEST_F(ReadChecks, ALongAddressComesFromCv18And17) {
   EXPECT_EQ(text("dc_adr"), "2000");
 }
 
-TEST_F(ReadChecks, ALongAddressBeyondTheHighestIsReplacedByOne) {
+TEST_F(ReadChecks, ALongAddressBeyondTheHighestIsNotTakenOver) {
   decoder().store(29, 34);
   decoder().store(17, 192 + 40);
   decoder().store(18, 0);
@@ -89,7 +89,8 @@ TEST_F(ReadChecks, ALongAddressBeyondTheHighestIsReplacedByOne) {
   prompt.answers = {Answer::Ok};
   read();
   EXPECT_EQ(prompt.shown, QStringList({"Abweichende Adresse im Empfänger (10240)!"}));
-  EXPECT_EQ(text("dc_adr"), "1");
+  EXPECT_EQ(text("dc_adr"), "3");
+  EXPECT_EQ(mark(1), CvMark::Failed);
 }
 
 TEST_F(ReadChecks, AContinuedFailureOfTheCheckFindsAddressZero) {

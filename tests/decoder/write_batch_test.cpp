@@ -357,7 +357,9 @@ TEST_F(WriteBatchTest, AConfigurationThatCouldNotBeReadIsNotWrittenBack) {
   openEco(kPlain, "2001");
   check("chkDcAdrWrite");
   fault("noack");
+  prompt.answers = {Answer::Ok};
   write();
+  EXPECT_EQ(prompt.shown, QStringList({"Die Art des Decoders (CV 29) ließ sich nicht prüfen!"}));
   EXPECT_EQ(sent(), QStringList({"xPTRB 29", "xPTWD 18, 209", "xPTWD 17, 199", "xPTWD 29, 34"}));
 }
 

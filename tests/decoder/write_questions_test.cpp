@@ -54,6 +54,55 @@ TEST_F(WriteQuestions, WhatBoxesAndCellsCanTickIsNotAskedAbout) {
   EXPECT_FALSE(sent().isEmpty());
 }
 
+// ---- The main track ---------------------------------------------------------------------------
+
+class WriteQuestionsMain : public WriteQuestions {
+ protected:
+  void openAt64() {
+    openEco("[X]\nPROGMAIN=J\nCV_3=Zeit\n", "64");
+    prompt.shown.clear();
+  }
+  void type(const char* address) {
+    bench->fieldEdited(QStringLiteral("dc_adr"), QString::fromUtf8(address));
+  }
+};
+
+TEST_F(WriteQuestionsMain, ANewAddressReachesAnotherVehicleAndIsAskedAbout) {
+  openAt64();
+  type("60");
+  check("chkDcAdrWrite");
+  runJob(CommJob::WriteMain);
+  EXPECT_EQ(prompt.shown,
+            QStringList({"Das Fahrzeug mit der Adresse 60 würde beschrieben, nicht das mit der "
+                         "Adresse 64!"}));
+  EXPECT_EQ(line.opens, 0) << "the safe answer sends nothing";
+  EXPECT_NE(control("dc_adr").colour, TextColour::Blue);
+  prompt.answers = {Answer::Ok};
+  runJob(CommJob::WriteMain);
+  EXPECT_EQ(sent().first(), "xPD 60, 1, 60");
+}
+
+TEST_F(WriteQuestionsMain, TheAddressOfTheWindowIsNotAskedAbout) {
+  openAt64();
+  check("chkWrt_3");
+  runJob(CommJob::WriteMain);
+  EXPECT_TRUE(prompt.shown.isEmpty());
+  EXPECT_EQ(sent(), QStringList({"xPD 64, 3, 0"}));
+}
+
+TEST_F(WriteQuestionsMain, AnAddressThatWasReadIsTheWindows) {
+  openAt64();
+  check("chkDcAdrRead");
+  prompt.answers = {Answer::Ok};
+  read();
+  ASSERT_EQ(text("dc_adr"), "3");
+  prompt.shown.clear();
+  check("chkWrt_3");
+  runJob(CommJob::WriteMain);
+  EXPECT_TRUE(prompt.shown.isEmpty());
+  EXPECT_EQ(sent(), QStringList({"xPD 3, 3, 0"}));
+}
+
 class WriteQuestionsMx1 : public BenchFixture {
  protected:
   WriteQuestionsMx1() : BenchFixture(StationKind::Mx1) {}
