@@ -18,8 +18,8 @@ class CliSession {
   /// given up before. failure() is the command's status then.
   bool isOpen() const { return open_; }
   ExitStatus failure() const;
-  /// Says goodbye, also after a cancel or a failure. Gives what the station refused as late as that,
-  /// which the user has been told.
+  /// Says goodbye, also after a cancel or a failure. Gives what the station refused as late as
+  /// that, which the user has been told.
   QString close();
 
  private:

@@ -66,10 +66,10 @@ void checkWritable(int cv, const CvOptions& options, const CliContext& context) 
 
 /// What goes out in another method than the one asked for would reach other CVs.
 void checkMethod(const CvOptions& options, const Call& call, const CliContext& context) {
-  checkOffered(context.settings.station().progMethods.has(options.method),
-               QStringLiteral("mit --mode %1 programmieren")
-                   .arg(call.text(u"--mode").value_or(QString())),
-               context);
+  checkOffered(
+      context.settings.station().progMethods.has(options.method),
+      QStringLiteral("mit --mode %1 programmieren").arg(call.text(u"--mode").value_or(QString())),
+      context);
 }
 
 /// One CV to read or to write.
@@ -102,16 +102,15 @@ void print(const CvOutcome& outcome, CliContext& context) {
 }
 
 /// Names the writes that no value of the decoder stands behind.
-void tellUnproved(const QList<CvOutcome>& outcomes, const CvOptions& options,
-                  CliContext& context) {
+void tellUnproved(const QList<CvOutcome>& outcomes, const CvOptions& options, CliContext& context) {
   if (context.settings.station().provesWrites(!options.main)) return;
   QStringList numbers;
   for (const CvOutcome& each : outcomes) {
     if (!each.failed()) numbers << QString::number(each.cv);
   }
   if (numbers.isEmpty()) return;
-  context.console.message(QStringLiteral("CV %1: geschrieben, nicht geprüft!")
-                              .arg(numbers.join(QStringLiteral(", "))));
+  context.console.message(
+      QStringLiteral("CV %1: geschrieben, nicht geprüft!").arg(numbers.join(QStringLiteral(", "))));
 }
 
 void tellLeftOut(const QList<CvJob>& jobs, qsizetype from, CliContext& context) {

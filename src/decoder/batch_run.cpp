@@ -73,9 +73,8 @@ bool BatchRun::addressMarked() const {
 
 int BatchRun::configCv() const {
   constexpr int kConfigRegister = 5;
-  const bool byRegister =
-      description().PROGMODE == static_cast<int>(ProgMethod::Register) &&
-      settings().station().progMethods.has(ProgMethod::Register);
+  const bool byRegister = description().PROGMODE == static_cast<int>(ProgMethod::Register) &&
+                          settings().station().progMethods.has(ProgMethod::Register);
   return byRegister ? kConfigRegister : cv::kConfig;
 }
 

@@ -54,11 +54,12 @@ bool DecoderBench::unsavedOfType() const {
 Leave DecoderBench::askToLeave() {
   if (!unsaved()) return Leave::Drop;
   const QString written = listOfCvs({written_.begin(), written_.end()});
-  const QString decoders =
-      written.isEmpty() ? QString()
-                        : QStringLiteral("\nGeschrieben wurde seit dem Öffnen %1: Dort kann der "
-                                         "Decoder anderes haben, als die Datenbank dann zeigt.")
-                              .arg(written);
+  const QString decoders = written.isEmpty()
+                               ? QString()
+                               : QStringLiteral(
+                                     "\nGeschrieben wurde seit dem Öffnen %1: Dort kann der "
+                                     "Decoder anderes haben, als die Datenbank dann zeigt.")
+                                     .arg(written);
   const int answer = parts_.prompt.choose(
       {.text = QStringLiteral("Die Änderungen in diesem Fenster sind nicht gespeichert!"),
        .more =

@@ -438,7 +438,7 @@ class DecoderBench : public QObject {
   Kept present() const;
   bool inHand(const QString& field, CvIndex cv, const QString& range) const;
   bool anyInHand() const;
-  Kept opened_;           // as the record was opened
+  Kept opened_;  // as the record was opened
   std::optional<int> knownAddress_;
   QString addressHeld_;   // the address that holds while its text is none
   CvIndex userRowCv_{9};  // CV of the spare row of the drive page

@@ -49,9 +49,9 @@ bool ReadBatch::checkAddress() {
     return true;
   }
   if (!form::isAddress(*found)) {
-    const QString text = QStringLiteral(
-                             "Die gelesene Adresse %1 kann kein Fahrzeug haben: nichts übernommen.")
-                             .arg(*found);
+    const QString text =
+        QStringLiteral("Die gelesene Adresse %1 kann kein Fahrzeug haben: nichts übernommen.")
+            .arg(*found);
     bench_.report_.add({.cv = cv, .deed = CvDeed::Failed, .reason = text});
     remark(text);
     markAddressFailed();

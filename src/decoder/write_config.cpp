@@ -130,10 +130,8 @@ void WriteBatch::settleConfig() {
   const CvReport* told = bench_.report_.of(cv);
   if (!configSent_->taken) {
     if (told == nullptr) {
-      bench_.report_.add({.cv = cv,
-                          .deed = CvDeed::Failed,
-                          .before = bench_.sets.value(cv),
-                          .reason = {}});
+      bench_.report_.add(
+          {.cv = cv, .deed = CvDeed::Failed, .before = bench_.sets.value(cv), .reason = {}});
     }
     bench_.sets.setWriteFailed(cv);
   } else if (told == nullptr && !marked(cv)) {
@@ -229,8 +227,9 @@ void WriteBatch::addRemarks() {
   const QString text =
       configSent_->taken
           ? QStringLiteral("Mit der Adresse ging auch CV 29 an den Decoder: %1, %2.")
-          : QStringLiteral("Mit der Adresse sollte auch CV 29 an den Decoder: %1, %2. Der Decoder "
-                           "hat CV 29 nicht bestätigt.");
+          : QStringLiteral(
+                "Mit der Adresse sollte auch CV 29 an den Decoder: %1, %2. Der Decoder "
+                "hat CV 29 nicht bestätigt.");
   remark(text.arg(configSent_->value).arg(before));
 }
 

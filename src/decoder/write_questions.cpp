@@ -1,6 +1,7 @@
 // What a batch write asks before it opens the line: CVs whose ticks or values nobody can have
 // meant.
 #include "base/prompt.h"
+#include "db/form_names.h"
 #include "decoder/decoder_bench.h"
 #include "decoder/write_batch.h"
 
@@ -13,7 +14,9 @@ bool WriteBatch::mayBegin() {
 bool WriteBatch::mayReachAnother() {
   const auto address = bench_.addressNumber();
   const auto known = bench_.knownAddress();
-  if (progOn() || !address || !known || *address == *known) return true;
+  // What is no address is refused later on.
+  const bool another = address && known && form::isAddress(*address) && *address != *known;
+  if (progOn() || !another) return true;
   return bench_.parts_.prompt.ask(
              {.text = QStringLiteral("Das Fahrzeug mit der Adresse %1 würde beschrieben, nicht das "
                                      "mit der Adresse %2!")

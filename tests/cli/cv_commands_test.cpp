@@ -184,8 +184,7 @@ TEST_F(CvCommandsTest, WhatNoValueOfTheDecoderStandsBehindIsNamed) {
 class CvOnLenzTest : public CliFixture {
  protected:
   CvOnLenzTest() : CliFixture(u"LI100V3") {
-    writeIni("LOKARI",
-             "BaseUnit=LI100V3\r\nComPort=3\r\nTimeout=2\r\nDelay=0\r\nLenzV36=0\r\n");
+    writeIni("LOKARI", "BaseUnit=LI100V3\r\nComPort=3\r\nTimeout=2\r\nDelay=0\r\nLenzV36=0\r\n");
   }
 };
 
