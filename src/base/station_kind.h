@@ -65,6 +65,7 @@ struct CabFeatures {
   bool dropsInputAtLoad;  ///< input that waits is dropped before the state is read
   bool programsOnMain;    ///< the cab offers CVs for programming on the main track
   bool functionGroups = true;  ///< one message carries several functions: all must be known
+  bool drivesAlone = false;    ///< a speed message carries speed and direction and no functions
 
   bool available() const { return funcCount >= 0; }
 };
@@ -119,17 +120,17 @@ inline constexpr int kNoCvLimit = 4864;
 inline constexpr std::array<StationKindRow, 13> kStationKinds{{
     {StationKind::Mx1,     u"MX1",     ProtocolFamily::Mx1Text,    Transport::Serial, 9600,  Handshaking::None,          false, false, true,  false, 255,        true,  false, {12, true, 0, false, true, true}, true},
     {StationKind::Li100,   u"LI100",   ProtocolFamily::Lenz,       Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, false, false, kNoCvLimit, true,  false, {4, false, 0, false, true, false}, false, {.test = true, .cvJob = true}, WriteAnswer::ReadBack, {.paged = true}, true},
-    {StationKind::Li100V3, u"LI100V3", ProtocolFamily::Lenz,       Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, true,  true,  {7, false, 0, false, true, true}, false, {.test = true, .cvJob = true}, WriteAnswer::ReadBack, {.paged = true}, true},
+    {StationKind::Li100V3, u"LI100V3", ProtocolFamily::Lenz,       Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, true,  true,  {7, false, 0, false, true, true, true, true}, false, {.test = true, .cvJob = true}, WriteAnswer::ReadBack, {.paged = true}, true},
     {StationKind::Ibx,     u"IBX",     ProtocolFamily::Intellibox, Transport::Serial, 2400,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false, {7, false, 0, false, true, true}, false, {}, WriteAnswer::Accepted, {.paged = true, .byRegister = true}},
     {StationKind::Mx1V25,  u"MX1V25",  ProtocolFamily::Mx1Text,    Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, true,  false, 255,        true,  false, {12, true, 0, false, true, true}, true},
-    {StationKind::LiUsb,   u"LIUSB",   ProtocolFamily::Lenz,       Transport::Serial, 57600, Handshaking::RequestToSend, false, true,  true,  false, kNoCvLimit, true,  true,  {7, false, 0, false, true, true}, false, {.test = true, .cvJob = true}, WriteAnswer::ReadBack, {.paged = true}, true},
+    {StationKind::LiUsb,   u"LIUSB",   ProtocolFamily::Lenz,       Transport::Serial, 57600, Handshaking::RequestToSend, false, true,  true,  false, kNoCvLimit, true,  true,  {7, false, 0, false, true, true, true, true}, false, {.test = true, .cvJob = true}, WriteAnswer::ReadBack, {.paged = true}, true},
     {StationKind::TamsMc,  u"TAMSMC",  ProtocolFamily::Tams,       Transport::Serial, 2400,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false, {7, false, 0, false, true, true}, false, {}, WriteAnswer::Accepted, {.paged = true, .byRegister = true}},
     {StationKind::Mx1Bin,  u"MX1BIN",  ProtocolFamily::ZimoBinary, Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, true,  false, kNoCvLimit, false, false, {12, true, 0, false, true, true}},
     {StationKind::Mx1Ulf,  u"MX1ULF",  ProtocolFamily::ZimoBinary, Transport::Serial, 9600,  Handshaking::RequestToSend, false, false, false, false, kNoCvLimit, false, false, {12, true, 0, false, true, true}, false, {.cab = true}},
     {StationKind::LiDp,    u"LIDP",    ProtocolFamily::LiDp,       Transport::Serial, 57600, Handshaking::None,          false, false, false, false, kNoCvLimit, false, false, {-1, false, 0, false, false, false}, false, {}, WriteAnswer::Accepted},
     {StationKind::Mx10,    u"MX10",    ProtocolFamily::Mx10,       Transport::Can,    0,     Handshaking::None,          false, false, true,  true,  kNoCvLimit, false, false, {28, true, 2000, true, true, true, false}, false, {}, WriteAnswer::Accepted},
     {StationKind::Mx10Ip,  u"MX10IP",  ProtocolFamily::Mx10,       Transport::Can,    0,     Handshaking::None,          true,  false, true,  true,  kNoCvLimit, false, false, {28, true, 2000, true, true, true, false}, false, {}, WriteAnswer::Accepted},
-    {StationKind::Z21Ip,   u"Z21IP",   ProtocolFamily::Z21,        Transport::Udp,    0,     Handshaking::None,          true,  false, true,  true,  kNoCvLimit, false, false, {28, false, 500, true, false, true, false}, false, {.opening = true, .cvJob = true}},
+    {StationKind::Z21Ip,   u"Z21IP",   ProtocolFamily::Z21,        Transport::Udp,    0,     Handshaking::None,          true,  false, true,  true,  kNoCvLimit, false, false, {28, false, 500, true, false, true, false, true}, false, {.opening = true, .cvJob = true}},
 }};
 // clang-format on
 

@@ -59,8 +59,18 @@ void Cab::vsbSpeed(int value) {
   state_.speed = bar_;
   emit speedShown(bar_);
   if (inSpeedChange_) return;
+  wantedSpeed_ = bar_;
   exchange(kSpeed, [this] {
-    state_.speed = bar_;
+    if (!mayDrive(directionChosen_)) {
+      showSpeed(0);
+      return tellUnsent();
+    }
+    // A reading ahead of it has shown another one.
+    const int speed = wantedSpeed_.value_or(bar_);
+    wantedSpeed_.reset();
+    if (speed != bar_) showSpeed(speed);
+    state_.speed = speed;
+    speedChosen_ = true;
     protocol_->sendSpeed();
     // Stations that do not answer would be sent positions faster than their line takes them, and a
     // stop would stand in line behind all of them.
@@ -79,6 +89,7 @@ void Cab::showSpeed(int position) {
 
 void Cab::standStill(std::function<void()> done) {
   const int before = state_.speed;
+  wantedSpeed_.reset();
   showSpeed(0);
   exchange(
       distinct(),
@@ -127,10 +138,28 @@ void Cab::setDirection(bool backward) {
   state_.backward = backward;
   emit directionChanged(backward);
   exchange(distinct(), [this, backward] {
+    const bool known = mayDrive(speedChosen_);
+    directionChosen_ = known || kind().cab.drivesAlone;
+    if (!known) {
+      if (!directionChosen_ && std::exchange(state_.backward, false)) emit directionChanged(false);
+      return tellUnsent();
+    }
     if (std::exchange(state_.backward, backward) != backward) emit directionChanged(backward);
     protocol_->sendDirection();
     state_.canBusy = false;
   });
+}
+
+/// A driving message says more than what was pressed. What the station has not told is asked for
+/// once more; `chosen` tells whether the user has chosen the rest of it where it has little else.
+bool Cab::mayDrive(bool chosen) {
+  return !isStateMissing() || readAnew() || (chosen && kind().cab.drivesAlone);
+}
+
+void Cab::tellUnsent() {
+  prompt().beep();
+  unsent_ = true;
+  emit noticeChanged();
 }
 
 void Cab::imgMan() {
@@ -139,6 +168,10 @@ void Cab::imgMan() {
   const bool manual = state_.manual;
   emit manualChanged(manual);
   exchange(distinct(), [this, manual] {
+    if (!mayDrive(false)) {
+      if (std::exchange(state_.manual, false)) emit manualChanged(false);
+      return tellUnsent();
+    }
     if (std::exchange(state_.manual, manual) != manual) emit manualChanged(manual);
     protocol_->sendManual();
     state_.canBusy = false;
@@ -195,6 +228,11 @@ QString Cab::notice() const {
   QString text = stopNotice();
   if (isStateMissing()) {
     text += QStringLiteral("\nDie Zentrale hat den Stand des Fahrzeugs nicht gemeldet.");
+    if (unsent_) {
+      text += QStringLiteral("\nEs wurde nichts gesendet. „Neu lesen“ fragt noch einmal") +
+              (kind().cab.drivesAlone ? QStringLiteral("; mit gewählter Richtung fährt es auch so.")
+                                      : QStringLiteral("."));
+    }
   }
   if (!failedStep_.isEmpty()) text += u'\n' + failedStep_;
   return text.trimmed();

@@ -2,6 +2,8 @@
 // and hands the user's acts over under the names of the controls.
 #pragma once
 
+#include <optional>
+
 #include "base/clock.h"
 #include "cab/cab_protocol.h"
 #include "cab/cab_state.h"
@@ -60,6 +62,9 @@ class Cab final : public SlotUnit {
 
   // ---- The user's acts --------------------------------------------------------------------------
 
+  // In a cab that has read nothing, what drives asks the station once more first, and does not go
+  // out when it stays silent; imgStop() always does.
+
   /// The bar was moved, 0 to 127; also while the program moves it, which sends nothing. Moved again
   /// while the line is busy, only the last position goes out.
   void vsbSpeed(int value);
@@ -113,6 +118,8 @@ class Cab final : public SlotUnit {
   // Loading: cab_load.cpp.
   std::optional<FunctionMask> readWithOneRetry();
   std::optional<FunctionMask> readState();
+  /// Inside an exchange; false when the station tells nothing again.
+  bool readAnew();
   void display(FunctionMask mask);
   void showFunctions(FunctionMask mask, int highest);
   void stateArrived(FunctionMask mask);
@@ -121,6 +128,8 @@ class Cab final : public SlotUnit {
   void tick();
 
   void setDirection(bool backward);
+  bool mayDrive(bool chosen);
+  void tellUnsent();
   void showSpeed(int position);
   void showStopped(bool stopped);
   void stopFailed(bool stopped, StopFault fault, const QString& reason = {});
@@ -141,8 +150,12 @@ class Cab final : public SlotUnit {
   std::unique_ptr<CabProtocol> protocol_;
   MainProgramming programming_;
   std::unique_ptr<Clock::Alarm> cabTimer_;
-  int bar_ = 0;                 // where the bar stands; `speed` may come from the station
-  bool inSpeedChange_ = false;  // the program moves the bar
+  std::optional<int> wantedSpeed_;  // by the user, and not on the wire yet
+  bool directionChosen_ = false;    // by the user, in a cab that has read nothing
+  bool speedChosen_ = false;        // and it went out
+  bool unsent_ = false;             // something pressed there did not
+  int bar_ = 0;                     // where the bar stands; `speed` may come from the station
+  bool inSpeedChange_ = false;      // the program moves the bar
   bool loading_ = false;
   bool hasState_ = false;
   bool asking_ = false;  // whether it may leave

@@ -42,21 +42,23 @@ void Cab::onLoad() {
 void Cab::reread() {
   if (!isStateMissing() || isUnloading()) return;
   exchange(kReread, [this] {
-    if (hasState_) return;
-    // A CAN session that heard nothing has been given back.
-    if (!hasSession() && !openSession()) throw LinkError(line().goneReason());
-    if (kind().cab.dropsInputAtLoad) link().protocol().dropInput();
-    const auto mask = protocol_->readState();
-    state_.canBusy = false;
-    if (!mask) {
-      prompt().beep();
-      return;
-    }
-    hasState_ = true;
-    display(*mask);
-    emit noticeChanged();
-    if (!cabTimer_) startTimer();
+    if (!hasState_ && !readAnew()) prompt().beep();
   });
+}
+
+bool Cab::readAnew() {
+  // A CAN session that heard nothing has been given back.
+  if (!hasSession() && !openSession()) throw LinkError(line().goneReason());
+  if (kind().cab.dropsInputAtLoad) link().protocol().dropInput();
+  const auto mask = protocol_->readState();
+  state_.canBusy = false;
+  if (!mask) return false;
+  hasState_ = true;
+  unsent_ = false;
+  display(*mask);
+  emit noticeChanged();
+  if (!cabTimer_) startTimer();
+  return true;
 }
 
 void Cab::lineChanged() {

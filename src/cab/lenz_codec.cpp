@@ -5,6 +5,7 @@
 
 #include "base/bytes.h"
 #include "cab/speed_steps.h"
+#include "link/lenz_codec.h"
 
 namespace lokari::lenz {
 namespace {
@@ -150,6 +151,12 @@ QByteArray switchOutput(int address) {
 
 int outputByte(int n, bool on) {
   return 0x88 + 2 * n + (on ? 1 : 0);
+}
+
+bool isDoubtful(const QByteArray& reply, int size) {
+  constexpr std::array kStates{0x84, 0xA4, 0xE4, 0xE5, kOutputs};
+  if (std::find(kStates.begin(), kStates.end(), byteAt(reply, 0)) == kStates.end()) return false;
+  return !isSound(reply) && reply.left(size) != withCheck(reply.left(size - 1));
 }
 
 QByteArray withoutNews(QByteArray input, bool usb) {

@@ -92,6 +92,10 @@ QByteArray switchOutput(int address);
 /// The last byte of it for output `n`, 0 to 3.
 int outputByte(int n, bool on);
 
+/// A reply of at least `size` bytes that tells a state, and whose check byte is not right, neither
+/// as its head counts nor as the last of `size` bytes.
+bool isDoubtful(const QByteArray& reply, int size);
+
 // -- what comes between
 
 /// Without the confirmations and the news of track power at its beginning. They answer what was

@@ -38,6 +38,14 @@ void LenzTalk::send(const QByteArray& message, std::function<void()> lost) {
 }
 
 QByteArray LenzTalk::ask(const QByteArray& message, int size, bool lingers) {
+  const QByteArray reply = askOnce(message, size, lingers);
+  if (!lenz::isDoubtful(reply, size)) return reply;
+  const QByteArray again = askOnce(message, size, lingers);
+  const qsizetype said = size - 1;
+  return again.left(said) == reply.left(said) ? again : QByteArray();
+}
+
+QByteArray LenzTalk::askOnce(const QByteArray& message, int size, bool lingers) {
   send(lenz::withCheck(message));
   const qsizetype whole = size + (type().usb ? kUsbHead : 0);
   QByteArray input;

@@ -25,10 +25,13 @@ class LenzTalk {
 
   /// Sends `message` and its check byte and gives the reply, at least `size` bytes of it; empty
   /// when it does not come whole within `timeoutVal`, and at a cancel.
+  /// A reply whose check byte says that something came wrong is asked for once more, and taken when
+  /// the same comes twice.
   /// `lingers`: a pause of 100 ms lets a longer reply come in whole.
   QByteArray ask(const QByteArray& message, int size, bool lingers = false);
 
  private:
+  QByteArray askOnce(const QByteArray& message, int size, bool lingers);
   StationLink& link() const;
   /// The one of the session, which knows whose message waits for the line.
   LenzFraming& framing() const;

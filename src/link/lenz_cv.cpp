@@ -88,14 +88,17 @@ class LenzExchange : public CvExchange {
   /// The result of an operation that ends with a result for a reply. One that came wrong is asked
   /// for once more: the station still has it.
   CvStep believe(const QByteArray& result) {
+    const bool isOurs = namesCv(result);
     DoubtfulValue doubt;
-    if (const auto code = doubt.take(*lenz::resultValue(result), lenz::isSound(result))) {
+    if (const auto code = doubt.take(*lenz::resultValue(result), isOurs && lenz::isSound(result))) {
       return CvStep::finish(*code);
     }
     link().protocol().dropInput();
     const QByteArray again = askForResult() ? takeResult() : QByteArray();
     const auto value = lenz::resultValue(again);
     if (!value) return link().cancelRequested ? cancelled() : CvStep::finish(doubt.failure(0));
+    if (!namesCv(again)) return CvStep::finish(cv_result::kWrongReply);
+    if (!isOurs) return CvStep::finish(lenz::isSound(again) ? *value : cv_result::kWrongReply);
     return CvStep::finish(*doubt.take(*value, lenz::isSound(again)));
   }
 
@@ -112,6 +115,12 @@ class LenzExchange : public CvExchange {
   int counter_ = 1;
 
  private:
+  /// Whether a result names the CV that was asked for, or none.
+  bool namesCv(const QByteArray& result) const {
+    const int cv = lenz::resultCv(result).value_or(0);
+    return cv == 0 || cv == request().cv % kNamedCvs;
+  }
+
   /// The reply; nothing in place of the late result of another CV.
   QByteArray unlessLate(const QByteArray& reply) {
     const auto cv = lenz::resultCv(reply);

@@ -1,5 +1,6 @@
 #include "link/lidp.h"
 
+#include "link/cv_result.h"
 #include "link/lidp_codec.h"
 #include "link/serial_line.h"
 #include "link/station_link.h"
@@ -11,17 +12,18 @@ namespace {
 /// chance.
 class LidpExchange : public ReplyExchange {
  public:
-  LidpExchange(StationLink& link, const CvRequest& request, QByteArray command)
-      : ReplyExchange(link, request), command_(std::move(command)) {}
+  LidpExchange(StationLink& link, OwedReplies& owed, const CvRequest& request, QByteArray command)
+      : ReplyExchange(link, request), owed_(owed), command_(std::move(command)) {}
 
   CvStep send() final {
+    if (!owed_.settle()) return CvStep::finish(cv_result::kCancelled);
     link().protocol().dropInput();
-    link().serial().write(command_);
+    ask();
     setWant(lidp::kReplyLength);
     return CvStep::wait();
   }
 
-  void secondChance() final { link().serial().write(command_); }
+  void secondChance() final { ask(); }
 
  protected:
   QByteArray takeReply() final {
@@ -32,17 +34,24 @@ class LidpExchange : public ReplyExchange {
       link().WaitForData(want() - static_cast<qint32>(reply.size()));
       reply += link().serial().read();
     }
+    owed_.taken(reply);
     return reply;
   }
 
  private:
+  void ask() {
+    link().serial().write(command_);
+    owed_.asked();
+  }
+
+  OwedReplies& owed_;
   QByteArray command_;
 };
 
 class LidpRead final : public LidpExchange {
  public:
-  LidpRead(StationLink& link, const CvRequest& request)
-      : LidpExchange(link, request, lidp::readCommand(request.cv)) {}
+  LidpRead(StationLink& link, OwedReplies& owed, const CvRequest& request)
+      : LidpExchange(link, owed, request, lidp::readCommand(request.cv)) {}
 
  protected:
   CvStep parse(const QByteArray& reply) override { return CvStep::finish(lidp::readResult(reply)); }
@@ -50,8 +59,8 @@ class LidpRead final : public LidpExchange {
 
 class LidpWrite final : public LidpExchange {
  public:
-  LidpWrite(StationLink& link, const CvRequest& request)
-      : LidpExchange(link, request, lidp::writeCommand(request.cv, request.value)) {}
+  LidpWrite(StationLink& link, OwedReplies& owed, const CvRequest& request)
+      : LidpExchange(link, owed, request, lidp::writeCommand(request.cv, request.value)) {}
 
  protected:
   CvStep parse(const QByteArray& reply) override {
@@ -61,12 +70,20 @@ class LidpWrite final : public LidpExchange {
 
 }  // namespace
 
+LidpProtocol::LidpProtocol(StationLink& link)
+    : SerialProtocol(link), owed_(link, lidp::repliesIn) {}
+
+void LidpProtocol::dropInput() {
+  SerialLine& line = link().serial();
+  while (line.inBufferCount() > 0) owed_.taken(line.read());
+}
+
 std::unique_ptr<CvExchange> LidpProtocol::readCv(const CvRequest& request) {
-  return std::make_unique<LidpRead>(link(), request);
+  return std::make_unique<LidpRead>(link(), owed_, request);
 }
 
 std::unique_ptr<CvExchange> LidpProtocol::writeCv(const CvRequest& request) {
-  return std::make_unique<LidpWrite>(link(), request);
+  return std::make_unique<LidpWrite>(link(), owed_, request);
 }
 
 void LidpProtocol::sayGoodbye(bool) {

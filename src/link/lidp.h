@@ -3,19 +3,24 @@
 
 #include <memory>
 
+#include "link/owed_replies.h"
 #include "link/serial_protocol.h"
 
 namespace lokari {
 
 class LidpProtocol final : public SerialProtocol {
  public:
-  using SerialProtocol::SerialProtocol;
+  explicit LidpProtocol(StationLink& link);
 
   std::unique_ptr<CvExchange> readCv(const CvRequest& request) override;
   std::unique_ptr<CvExchange> writeCv(const CvRequest& request) override;
+  void dropInput() override;
 
  protected:
   void sayGoodbye(bool leaveMode) override;
+
+ private:
+  OwedReplies owed_;
 };
 
 std::unique_ptr<StationProtocol> makeLidpProtocol(StationLink& link);

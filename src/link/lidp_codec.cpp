@@ -1,5 +1,7 @@
 #include "link/lidp_codec.h"
 
+#include <algorithm>
+
 #include "base/numbers.h"
 #include "link/cv_result.h"
 
@@ -40,6 +42,18 @@ QByteArray withoutLateEnd(const QByteArray& reply) {
   qsizetype start = 0;
   while (start < reply.size() && (reply[start] == '\r' || reply[start] == '\n')) ++start;
   return reply.mid(start);
+}
+
+int repliesIn(const QByteArray& text) {
+  int replies = 0;
+  QByteArray rest = withoutLateEnd(text);
+  while (!rest.isEmpty()) {
+    const auto isEnd = [](char c) { return c == '\r' || c == '\n'; };
+    const auto end = std::find_if(rest.begin(), rest.end(), isEnd);
+    if (end != rest.end() || rest.size() >= kReplyLength) ++replies;
+    rest = withoutLateEnd(rest.mid(end - rest.begin()));
+  }
+  return replies;
 }
 
 int readResult(const QByteArray& reply) {

@@ -19,6 +19,8 @@ QByteArray endCommand();
 /// be late.
 QByteArray withoutLateEnd(const QByteArray& reply);
 
+/// How many whole replies the text has: each ends with its line, or is long enough.
+int repliesIn(const QByteArray& text);
 /// The value of a reply "vvOK", or a negative code.
 int readResult(const QByteArray& reply);
 /// `value` when the third and fourth character are "OK", or a negative code.

@@ -1,5 +1,6 @@
 #include "link/tams.h"
 
+#include "link/cv_result.h"
 #include "link/serial_line.h"
 #include "link/station_link.h"
 #include "link/tams_codec.h"
@@ -14,21 +15,26 @@ constexpr int kWriteReply = 4;
 /// again.
 class TamsExchange : public ReplyExchange {
  public:
-  using ReplyExchange::ReplyExchange;
+  TamsExchange(StationLink& link, OwedReplies& owed, const CvRequest& request)
+      : ReplyExchange(link, request), owed_(owed) {}
 
   void secondChance() final {}
 
   void epilogue() final {
-    if (tams::isComplete(reply_)) return;
-    takeMore();
-    // The end itself may arrive in two pieces; its second half must not meet the next reply.
-    if (reply_.endsWith(']')) takeMore();
+    if (!tams::isComplete(reply_)) {
+      takeMore();
+      // The end itself may arrive in two pieces; its second half must not meet the next reply.
+      if (reply_.endsWith(']')) takeMore();
+    }
+    owed_.taken(reply_, answered_ ? 1 : 0);
   }
 
  protected:
   CvStep await(const QByteArray& command, int want) {
+    if (!owed_.settle()) return CvStep::finish(cv_result::kCancelled);
     link().protocol().dropInput();
     link().serial().write(command);
+    owed_.asked();
     setWant(want);
     return CvStep::wait();
   }
@@ -40,6 +46,7 @@ class TamsExchange : public ReplyExchange {
     while (enough && reply_.size() < want() && takeMore()) reply_ = tams::withoutLineEnds(reply_);
     while (reply_.size() >= want() && tams::isCutText(reply_) && takeMore()) {
     }
+    answered_ = reply_.size() >= want();
     return reply_;
   }
 
@@ -51,7 +58,9 @@ class TamsExchange : public ReplyExchange {
     return !more.isEmpty();
   }
 
+  OwedReplies& owed_;
   QByteArray reply_;
+  bool answered_ = false;
 };
 
 class TamsRead final : public TamsExchange {
@@ -86,12 +95,20 @@ class TamsWrite final : public TamsExchange {
 
 }  // namespace
 
+TamsProtocol::TamsProtocol(StationLink& link)
+    : SerialProtocol(link), owed_(link, tams::repliesIn) {}
+
+void TamsProtocol::dropInput() {
+  SerialLine& line = link().serial();
+  while (line.inBufferCount() > 0) owed_.taken(line.read());
+}
+
 std::unique_ptr<CvExchange> TamsProtocol::readCv(const CvRequest& request) {
-  return std::make_unique<TamsRead>(link(), request);
+  return std::make_unique<TamsRead>(link(), owed_, request);
 }
 
 std::unique_ptr<CvExchange> TamsProtocol::writeCv(const CvRequest& request) {
-  return std::make_unique<TamsWrite>(link(), request);
+  return std::make_unique<TamsWrite>(link(), owed_, request);
 }
 
 std::unique_ptr<StationProtocol> makeTamsProtocol(StationLink& link) {

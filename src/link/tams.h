@@ -3,16 +3,21 @@
 
 #include <memory>
 
+#include "link/owed_replies.h"
 #include "link/serial_protocol.h"
 
 namespace lokari {
 
 class TamsProtocol final : public SerialProtocol {
  public:
-  using SerialProtocol::SerialProtocol;
+  explicit TamsProtocol(StationLink& link);
 
   std::unique_ptr<CvExchange> readCv(const CvRequest& request) override;
   std::unique_ptr<CvExchange> writeCv(const CvRequest& request) override;
+  void dropInput() override;
+
+ private:
+  OwedReplies owed_;
 };
 
 std::unique_ptr<StationProtocol> makeTamsProtocol(StationLink& link);

@@ -84,4 +84,8 @@ bool isComplete(const QByteArray& reply) {
   return reply.endsWith("]\r");
 }
 
+int repliesIn(const QByteArray& text) {
+  return static_cast<int>(text.count(']'));
+}
+
 }  // namespace lokari::tams

@@ -24,5 +24,7 @@ int writeResult(const QByteArray& reply, int value);
 bool isCutText(const QByteArray& reply);
 /// True for a reply that has its end.
 bool isComplete(const QByteArray& reply);
+/// How many replies end in the text.
+int repliesIn(const QByteArray& text);
 
 }  // namespace lokari::tams

@@ -244,6 +244,19 @@ TEST_P(LaterLenzCab, AReplyWithAnotherHeadIsAFailure) {
   EXPECT_EQ(state.locoCmd, fromHex("E4 12 00 03 00")) << "the cab can drive all the same";
 }
 
+TEST_P(LaterLenzCab, AReplyThatCameWrongIsAskedForOnceMoreAndTheSameMustComeTwice) {
+  expect("E3 00 00 03 E0");
+  answer("E4 04 80 02 00 60");
+  expect("E3 00 00 03 E0");
+  answer("E4 04 80 00 00 60");
+  EXPECT_FALSE(read()) << "nobody knows which of them is right";
+  expect("E3 00 00 03 E0");
+  answer("E4 04 80 02 00 60");
+  expect("E3 00 00 03 E0");
+  answer("E4 04 80 02 00 60");
+  EXPECT_EQ(read(), 0b100U);
+}
+
 TEST_P(LaterLenzCab, SilenceAShortReplyAndARefusalFailAfterTheTimeOut) {
   expect("E3 00 00 03 E0");
   EXPECT_FALSE(read());

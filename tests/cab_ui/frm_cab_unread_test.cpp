@@ -53,9 +53,53 @@ TEST_F(FrmCabUnread, NeuLesenWithoutAnAnswerLeavesItAsItIs) {
 TEST_F(FrmCabUnread, DoesNotReadByItself) {
   FrmCab* window = openUnread();
   station.answers = true;
-  bar(window)->setValue(20);
   clock.advance(60000);
   EXPECT_EQ(station.reads, 0);
+  EXPECT_TRUE(cmdReread(window)->isVisible());
+}
+
+TEST_F(FrmCabUnread, TheFirstMoveOfTheBarReadsAndGoesOutOnWhatWasRead) {
+  FrmCab* window = openUnread();
+  station.answers = true;
+  station.vehicle.speed = 40;
+  station.vehicle.backward = true;
+  station.functions = 1U << 3;
+  QTest::keyClick(bar(window), Qt::Key_Up);
+  EXPECT_EQ(station.reads, 1);
+  EXPECT_EQ(sent(), QStringList{QStringLiteral("Stufe 1")});
+  EXPECT_EQ(bar(window)->value(), 1);
+  EXPECT_EQ(shownBy(window, "imgDirBackward"), QStringLiteral("arrdng_n.bmp"));
+  EXPECT_EQ(shownBy(window, "cmdFunc_3"), QStringLiteral("lmpon_n.bmp"));
+  EXPECT_FALSE(cmdReread(window)->isVisible());
+}
+
+TEST_F(FrmCabUnread, TheFirstPressOnADirectionReadsAndGoesOutOnWhatWasRead) {
+  FrmCab* window = openUnread();
+  station.answers = true;
+  station.vehicle.speed = 40;
+  QTest::keyClick(bar(window), Qt::Key_Minus);
+  EXPECT_EQ(station.reads, 1);
+  EXPECT_EQ(sent(), QStringList{QStringLiteral("rückwärts")});
+  EXPECT_EQ(bar(window)->value(), 40);
+  EXPECT_EQ(shownBy(window, "imgDirBackward"), QStringLiteral("arrdng_n.bmp"));
+}
+
+TEST_F(FrmCabUnread, WithoutAnAnswerNothingButTheStopGoesOut) {
+  FrmCab* window = openUnread();
+  QTest::keyClick(bar(window), Qt::Key_Up);
+  QTest::keyClick(bar(window), Qt::Key_Minus);
+  QTest::keyClick(bar(window), Qt::Key_M);
+  EXPECT_EQ(station.reads, 3);
+  EXPECT_EQ(sent(), QStringList());
+  EXPECT_EQ(prompt.beeps, 3);
+  EXPECT_EQ(bar(window)->value(), 0);
+  EXPECT_EQ(shownBy(window, "imgDirForward"), QStringLiteral("arrupg_n.bmp"));
+  EXPECT_EQ(shownBy(window, "imgMan"), QStringLiteral("manoff_n.bmp"));
+  EXPECT_EQ(textOf(window, "labNotice"),
+            QStringLiteral("Die Zentrale hat den Stand des Fahrzeugs nicht gemeldet.\n"
+                           "Es wurde nichts gesendet. „Neu lesen“ fragt noch einmal."));
+  click(picture(window, "imgStop"));
+  EXPECT_EQ(sent().size(), 1);
 }
 
 TEST_F(FrmCabUnread, ReadsByItselfWhenItsLineHasComeBack) {
@@ -82,6 +126,18 @@ class FrmCabUnreadZ21 : public FrmCabUnread {
  protected:
   FrmCabUnreadZ21() { settings.baseUnit = StationKind::Z21Ip; }
 };
+
+TEST_F(FrmCabUnreadZ21, DrivesWithoutAnAnswerOnceTheDirectionIsChosen) {
+  FrmCab* window = openUnread();
+  QTest::keyClick(bar(window), Qt::Key_Up);
+  QTest::keyClick(bar(window), Qt::Key_Minus);
+  EXPECT_EQ(sent(), QStringList());
+  EXPECT_EQ(shownBy(window, "imgDirBackward"), QStringLiteral("arrdng_n.bmp"));
+  QTest::keyClick(bar(window), Qt::Key_Up);
+  EXPECT_EQ(sent(), QStringList{QStringLiteral("Stufe 1")});
+  QTest::keyClick(bar(window), Qt::Key_Plus);
+  EXPECT_EQ(sent(), QStringList{QStringLiteral("vorwärts")});
+}
 
 TEST_F(FrmCabUnreadZ21, SwitchesSingleFunctionsAllTheSame) {
   FrmCab* window = openUnread();

@@ -46,6 +46,33 @@ TEST_F(Li100V3Result, AResultThatCameWrongIsAskedForOnceMoreAndOnlyTwoEqualOnesA
   }
 }
 
+TEST_F(Li100V3Result, AResultThatNamesAnotherCvIsAskedForOnceMoreAndNeverBelieved) {
+  struct Row {
+    const char* first;
+    const char* second;
+    int result;
+  };
+  const Row rows[] = {{"63 14 08 61 1E", kResult, 6},
+                      {"63 14 61 01 60", kResult, 6},
+                      {"63 14 08 61 1E", "63 14 08 61 1E", -1003},
+                      {"63 14 08 61 1E", "63 14 1D 06 6D", -1003},
+                      {"63 14 1D 06 6D", "63 14 08 06 79", -1003},
+                      {"63 14 08 61 1E", "61 13 72", -1003},
+                      {"63 14 08 61 1E", "", -1003}};
+  for (const Row& row : rows) {
+    expectReadAndAsk().answer(fromHex(row.first));
+    expect(kAsk, row.second);
+    expectEpilogue();
+    EXPECT_EQ(read29(), row.result) << row.first << " and " << row.second;
+  }
+}
+
+TEST_F(Li100V3Result, AResultThatNamesNoCvIsBelieved) {
+  expectReadAndAsk().answer(fromHex("63 14 00 06 71"));
+  expectEpilogue();
+  EXPECT_EQ(read29(), 6);
+}
+
 TEST_F(Li100V3Result, ACancelInPlaceOfTheSecondResultIsACancel) {
   expectReadAndAsk().answer(fromHex("63 14 1D 06 6D"));
   expectAnd(

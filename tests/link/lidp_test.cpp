@@ -135,6 +135,43 @@ TEST_F(LidpTest, AVanishedPortEndsTheRead) {
   EXPECT_THROW(link.ReadCV(29, 3), LinkError);
 }
 
+// A reply does not tell its CV.
+TEST_F(LidpTest, EachQuestionGetsItsOwnReplyAlsoWhereTheyAreLateAndCameTwice) {
+  const auto late = [this](const char* question, const char* reply) {
+    line.expect(question).answer(reply, 3500).expect(question).answer(reply, 3500);
+  };
+  late("0B0002\r", "0BOK\r\n");
+  late("0B0003\r", "0COK\r\n");
+  late("0B0004\r", "0DOK\r\n");
+  EXPECT_EQ(link.ReadCV(3, 3), 11);
+  EXPECT_EQ(link.ReadCV(4, 3), 12);
+  EXPECT_EQ(link.ReadCV(5, 3), 13);
+}
+
+TEST_F(LidpTest, TheReplyToAQuestionThatWasGivenUpIsAwaitedAheadOfTheNextOne) {
+  line.expect("0B0002\r").expect("0B0002\r").answer("0BOK\r\n", 4500);
+  EXPECT_EQ(link.ReadCV(3, 3), -1001);
+  line.expect("0B0003\r").answer("0COK\r\n");
+  EXPECT_EQ(link.ReadCV(4, 3), 12);
+  const Millis next = clock.now();
+  line.expect("0B0004\r").answer("0DOK\r\n");
+  EXPECT_EQ(link.ReadCV(5, 3), 13);
+  EXPECT_LE(clock.now() - next, 100) << "nothing is owed any more";
+}
+
+TEST_F(LidpTest, OwedRepliesAreAwaitedTenSecondsAndNotBehindACancel) {
+  line.expect("0B0002\r").expect("0B0002\r");
+  EXPECT_EQ(link.ReadCV(3, 3), -1001);
+  const Millis asked = line.writes.last().at;
+  const auto cancel = clock.after(1000, [this] { link.cancelRequested = true; });
+  EXPECT_EQ(link.ReadCV(4, 3), -1002);
+  EXPECT_EQ(line.writes.last().at, asked);
+  link.cancelRequested = false;
+  line.expect("0B0003\r").answer("0COK\r\n");
+  EXPECT_EQ(link.ReadCV(4, 3), 12);
+  EXPECT_EQ(line.writes.last().at, asked + 10'000);
+}
+
 // -- writing
 
 TEST_F(LidpTest, WritesTheSameTextWhateverTheJob) {

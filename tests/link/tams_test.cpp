@@ -159,6 +159,19 @@ TEST_F(TamsTest, ALateReplyIsTakenInTheSecondChance) {
   EXPECT_EQ(link.ReadCV(1, 3), 3);
 }
 
+// A reply does not tell its CV.
+TEST_F(TamsTest, TheReplyToAQuestionThatWasGivenUpIsNotTheNextOnes) {
+  settings.timeoutVal = 1;
+  line.expect("xPTRB 5\r").answer("255]\r", 7500);
+  EXPECT_EQ(link.ReadCV(5, 3), -1001);
+  line.expect("xPTRB 8\r").answer("145]\r");
+  EXPECT_EQ(link.ReadCV(8, 3), 145);
+  const Millis next = clock.now();
+  line.expect("xPTRB 7\r").answer("33]\r");
+  EXPECT_EQ(link.ReadCV(7, 3), 33);
+  EXPECT_LE(clock.now() - next, 100) << "nothing is owed any more";
+}
+
 TEST_F(TamsTest, AShortReplyIsDroppedByTheSecondChance) {
   line.expect("xPTRB 1\r").answer("3]", 10).answer("4]\r", 3500);
   EXPECT_EQ(link.ReadCV(1, 3), 4);
