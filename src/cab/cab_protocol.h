@@ -46,6 +46,8 @@ class CabProtocol {
   /// The reading at load; the session is open. Sets `steps`, `speed`, `backward`, `manual`,
   /// `locoCmd` and what else the family keeps. Nothing when it failed; the caller may ask again.
   virtual std::optional<FunctionMask> readState() = 0;
+  /// The functions that the last good reading told of.
+  virtual FunctionMask toldFunctions() const { return ~FunctionMask{0}; }
   /// Sends `speed`, with the direction where the message carries it.
   virtual void sendSpeed() = 0;
   /// Sends `backward`.

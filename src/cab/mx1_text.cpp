@@ -24,6 +24,10 @@ class Mx1TextCab final : public CabProtocol {
 
   std::optional<FunctionMask> readState() override;
 
+  FunctionMask toldFunctions() const override {
+    return stateForm().tellsF9To12 ? ~FunctionMask{0} : zimo::kUpToF8;
+  }
+
   void sendSpeed() override {
     mx1cab::setField(state().locoCmd, Field::Speed, cutStationSteps(state().speed, state().steps));
     sendCommand();

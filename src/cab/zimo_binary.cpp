@@ -26,6 +26,10 @@ class ZimoBinaryCab final : public CabProtocol {
 
   std::optional<FunctionMask> readState() override;
 
+  FunctionMask toldFunctions() const override {
+    return tellsF9To12_ ? ~FunctionMask{0} : zimo::kUpToF8;
+  }
+
   void sendSpeed() override {
     zbincab::setField(state().locoCmd, Field::Speed, cutStationSteps(state().speed, state().steps));
     sendCommand();
@@ -50,6 +54,7 @@ class ZimoBinaryCab final : public CabProtocol {
   void sendCommand();
 
   bool hasOpened_ = false;
+  bool tellsF9To12_ = false;
 };
 
 std::optional<FunctionMask> ZimoBinaryCab::readState() {
@@ -78,6 +83,7 @@ void ZimoBinaryCab::openStation(ZimoBinaryFraming& framing) {
 }
 
 FunctionMask ZimoBinaryCab::take(const QByteArray& answer) {
+  tellsF9To12_ = answer.size() > zbincab::kLeastState;
   const auto told = zbincab::parseState(answer, link().settings().zimoFunctionCount);
   state().locoCmd = told.command;
   state().steps = zimo::stepsOf(told.flags);

@@ -14,6 +14,9 @@ inline constexpr int kFirstOfLowByte = 1;   ///< bit 0 of the one is F1, bit 7 F
 inline constexpr int kFirstOfHighByte = 9;  ///< bit 0 of the other is F9, bit 3 F12
 inline constexpr int kLastOfHighByte = 15;  ///< the highest function that a command could carry
 
+/// Functions that every state tells, as the bits of functionMask().
+inline constexpr quint32 kUpToF8 = 0x1FF;
+
 /// Speed steps of a vehicle: bits 2 and 3 of its flag byte, 128 where they name none.
 constexpr int stepsOf(int flags) {
   switch (flags & 12) {

@@ -96,6 +96,11 @@ bool CabSession::confirmed(int beepsBefore) {
   return false;
 }
 
+void CabSession::fail(const QString& text) {
+  failed_ = true;
+  if (!context_.interrupt.raised) context_.console.message(text);
+}
+
 /// What was written may be lost with a device that has vanished since.
 QString CabSession::portFault() {
   try {

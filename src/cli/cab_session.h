@@ -28,6 +28,10 @@ class CabSession {
   /// The same for a stop, which goes out behind a Ctrl-C too.
   bool stop(const std::function<void()>& send);
 
+  /// The command has not done what it was asked for; tells why.
+  void fail(const QString& text);
+  bool hasFailed() const { return failed_; }
+
   ExitStatus status() const;
 
  private:

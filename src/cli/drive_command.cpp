@@ -1,5 +1,9 @@
 #include "cli/drive_command.h"
 
+#include <algorithm>
+#include <cstdlib>
+#include <map>
+
 #include "cab/cab_table.h"
 #include "cli/cab_session.h"
 #include "cli/command.h"
@@ -56,8 +60,26 @@ class Throttle {
     return mask.has_value();
   }
 
-  /// What is asked for and not so already.
-  void act(const Wish& wish) {
+  /// What the station says behind the commands; false when it says nothing or something else than
+  /// `wish`, which is told.
+  bool readBack(const Wish& wish) {
+    const auto sent = state_.funcOn;
+    if (!read()) {
+      session_.fail(QStringLiteral("Ob die Befehle angekommen sind, ist nicht bekannt!"));
+      return false;
+    }
+    const FunctionMask told = protocol_->toldFunctions();
+    for (size_t n = 0; n <= CabState::kHighestFunction; ++n) {
+      if ((told >> n & 1U) == 0) state_.funcOn[n] = sent[n];
+    }
+    if (isAsWished(wish)) return true;
+    session_.fail(QStringLiteral("Die Digitalzentrale meldet danach einen anderen Stand!"));
+    return true;
+  }
+
+  /// What is asked for and not so already. True when something went out.
+  bool act(const Wish& wish) {
+    sent_ = false;
     for (const Switching& each : wish.functions) {
       bool& on = state_.funcOn[static_cast<size_t>(each.number)];
       if (on != each.on) send(on, each.on, [this, &each] { protocol_->sendFunction(each.number); });
@@ -66,6 +88,7 @@ class Throttle {
       send(state_.backward, *wish.backward, [this] { protocol_->sendDirection(); });
     }
     if (wish.speed) send(state_.speed, *wish.speed, [this] { protocol_->sendSpeed(); });
+    return sent_;
   }
 
   QList<ResultField> fields() const {
@@ -86,6 +109,19 @@ class Throttle {
   }
 
  private:
+  /// A speed is told in the steps of the vehicle.
+  bool isAsWished(const Wish& wish) const {
+    const int step = (CabState::kHighestSpeed + state_.steps) / state_.steps;
+    if (wish.speed && std::abs(*wish.speed - state_.speed) > step) return false;
+    if (wish.backward && *wish.backward != state_.backward) return false;
+    // Of several words about one function the last one counts.
+    std::map<int, bool> functions;
+    for (const Switching& each : wish.functions) functions[each.number] = each.on;
+    return std::all_of(functions.begin(), functions.end(), [this](const auto& each) {
+      return state_.funcOn[static_cast<size_t>(each.first)] == each.second;
+    });
+  }
+
   void showFunctions(FunctionMask mask) {
     for (int n = 0; n <= CabState::kHighestFunction; ++n) {
       state_.funcOn[static_cast<size_t>(n)] = (mask >> n & 1U) != 0;
@@ -100,6 +136,7 @@ class Throttle {
       field = value;
       send();
     });
+    sent_ = sent_ || sent;
     if (!sent) field = before;
   }
 
@@ -107,6 +144,7 @@ class Throttle {
   const StationKindRow& kind_;
   CabState state_;
   std::unique_ptr<CabProtocol> protocol_;
+  bool sent_ = false;
 };
 
 ResultField stopped(bool on) {
@@ -129,8 +167,9 @@ ExitStatus drive(const Call& call, CliContext& context) {
   const bool told = throttle.read();
   if (wish.stop && kind.switchesOn.cab) halted = throttle.setStopped(true);
   if (told && !context.interrupt.raised) {
-    throttle.act(wish);
-    results = throttle.fields();
+    // Where reading switches nothing on, the station is asked what has become of it.
+    const bool asks = throttle.act(wish) && !session.hasFailed() && !kind.switchesOn.cab;
+    if (!asks || throttle.readBack(wish)) results = throttle.fields();
     // Last, so that the vehicle starts as it was told to.
     if (wish.go && !context.interrupt.raised && throttle.setStopped(false)) {
       results.append(stopped(false));

@@ -145,6 +145,40 @@ TEST_F(DriveCommandTest, ACommandThatTheStationDoesNotAcknowledgeIsAFailure) {
   EXPECT_TRUE(console.messages.isEmpty());
 }
 
+TEST_F(DriveCommandTest, WhatTheStationDoesNotTellBehindTheCommandsIsNotPrintedAsDone) {
+  // The reading is two exchanges, the speed the third.
+  faults.add({.kind = sim::FaultKind::Silence, .count = sim::Fault::kAlways, .skip = 3});
+  EXPECT_EQ(run("drive 3 --speed 40"), 1);
+  EXPECT_EQ(console.messages, (QStringList{"Keine Daten von Digitalzentrale erhalten",
+                                           "Ob die Befehle angekommen sind, ist nicht bekannt!"}));
+  EXPECT_TRUE(console.results.isEmpty());
+}
+
+class DriveOnLi100V3 : public CliFixture {
+ protected:
+  DriveOnLi100V3() : CliFixture(u"LI100V3") {
+    writeIni("LOKARI", "BaseUnit=LI100V3\r\nComPort=3\r\nTimeout=2\r\nDelay=0\r\n");
+  }
+};
+
+TEST_F(DriveOnLi100V3, PrintsWhatTheStationSaysBehindTheCommands) {
+  EXPECT_EQ(run("drive 3 --speed 40 --back --function 2=on --function 7=on"), 0);
+  EXPECT_EQ(console.results.mid(0, 2), (QStringList{"Geschwindigkeit\t40", "Richtung\trückwärts"}));
+  EXPECT_TRUE(console.messages.isEmpty());
+}
+
+TEST_F(DriveOnLi100V3, CommandsThatTheStationDoesNotTakeAreToldAndTheStateIsTheStations) {
+  // Whatever it is told, its vehicle stands.
+  for (Millis at = 0; at < 10'000; at += 5) {
+    clock.schedule(at, [&] { layout.setDrive(3, {}); });
+  }
+  EXPECT_EQ(run("drive 3 --speed 99 --function 2=on"), 1);
+  EXPECT_EQ(console.results.value(0), "Geschwindigkeit\t0");
+  EXPECT_EQ(console.results.value(4), "F2\taus");
+  EXPECT_EQ(console.messages,
+            QStringList{"Die Digitalzentrale meldet danach einen anderen Stand!"});
+}
+
 TEST_F(DriveCommandTest, WithoutASessionTheCallFails) {
   line_.failsToOpen = true;
   EXPECT_EQ(run("drive 3"), 2);
