@@ -39,7 +39,7 @@ TEST_F(CliOnSimulator, WritesACvAndReadsItBack) {
   const test::ProgramRun written = cli({"cv", "write", "5=201"});
   EXPECT_EQ(written.status, 0);
   EXPECT_EQ(written.output, "5\t201\n");
-  EXPECT_EQ(written.errors, "");
+  EXPECT_EQ(written.errors, "CV 5: geschrieben, nicht geprüft!\n");
 
   const test::ProgramRun read = cli({"cv", "read", "8", "5", "700"});
   EXPECT_EQ(read.status, 1);
@@ -162,7 +162,8 @@ TEST_F(CliOnSimulator, ResultsThatCannotBeWrittenEndTheJobBeforeItsNextCv) {
                                folder.path(), QStringLiteral("/dev/full"));
   const test::ProgramRun run = program.finish();
   EXPECT_EQ(run.status, 1);
-  EXPECT_EQ(run.errors, "Die Ergebnisse lassen sich nicht ausgeben!\n");
+  EXPECT_EQ(run.errors,
+            "Die Ergebnisse lassen sich nicht ausgeben!\nCV 5: geschrieben, nicht geprüft!\n");
   EXPECT_EQ(cli({"cv", "read", "5", "6"}).output, "5\t1\n6\t90\n");
 }
 
