@@ -138,6 +138,7 @@ SlotUnit* Driving::openNewCab(int address, const std::optional<CabRecord>& recor
   }
   // A cab takes the session over; without one there is nobody to give it back.
   if (!failure.isEmpty() && !opening.isGivenUp()) {
+    const auto aside = link_.stepAside();
     prompt_.message(failure, Icon::Warning, link_.openFailureReason());
   }
   link_.FinishComm();
@@ -212,8 +213,12 @@ bool Driving::settleMoving() {
 
 void Driving::closeAll() {
   closed_ = true;
-  // The exchange in hand stands on the stack of this very act; it must not hold the end up.
-  if (line_.isBusy()) link_.cancelRequested = true;
+  // The exchange in hand stands on the stack of this very act; neither it nor what waits behind it
+  // may hold the end up.
+  if (line_.isBusy()) {
+    link_.cancelRequested = true;
+    link_.cancelStays = true;
+  }
   cabs_.closeAll();
   panels_.closeAll();
 }

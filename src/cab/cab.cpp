@@ -35,6 +35,10 @@ Cab::Cab(const CabParts& parts, int address, const std::optional<CabRecord>& rec
                            .stopFailed =
                                [self = QPointer<Cab>(this)](bool stopped, StopFault fault) {
                                  if (self) self->stopFailed(stopped, fault);
+                               },
+                           .stopHeld =
+                               [self = QPointer<Cab>(this)](bool stopped) {
+                                 if (self) self->stopHeld(stopped);
                                }});
   // A release is one for the whole layout, whoever pressed it; so is a stop that no cab sent.
   TrackStop& layout = link().trackStop();
@@ -210,6 +214,12 @@ void Cab::stopFailed(bool stopped, StopFault fault, const QString& reason) {
     TrackStop& layout = link().trackStop();
     heldBefore_ ? layout.noteStopped() : layout.noteReleased();
   }
+  emit noticeChanged();
+}
+
+void Cab::stopHeld(bool stopped) {
+  failedStop_.reset();
+  showStopped(stopped);
   emit noticeChanged();
 }
 

@@ -133,6 +133,7 @@ class Cab final : public SlotUnit {
   void showSpeed(int position);
   void showStopped(bool stopped);
   void stopFailed(bool stopped, StopFault fault, const QString& reason = {});
+  void stopHeld(bool stopped);
   void showHeld(bool held);
   QString stopNotice() const;
 

@@ -7,6 +7,7 @@
 #include "link/link_error.h"
 #include "link/station_link.h"
 #include "link/station_protocol.h"
+#include "link/track_stop.h"
 
 namespace lokari {
 
@@ -19,6 +20,8 @@ CabLine::CabLine(StationLink& link) : link_(link) {
 }
 
 CabLine::~CabLine() {
+  // What is told and listened to belongs to it.
+  link_.trackStop().order().drop();
   link_.onStepAside = nullptr;
   link_.onSessionTried = nullptr;
 }
@@ -41,6 +44,14 @@ void CabLine::run(const std::function<void()>& exchange) {
 
 void CabLine::exchange(const void* owner, int what, std::function<void()> run) {
   put(waiting_, {owner, what, std::move(run)});
+  runWaiting();
+}
+
+void CabLine::exchangeNext(const void* owner, int what, std::function<void()> run) {
+  std::erase_if(waiting_, [&](const Waiting& each) {
+    return each.owner == owner && each.what == what;
+  });
+  waiting_.push_front({owner, what, std::move(run)});
   runWaiting();
 }
 

@@ -44,6 +44,9 @@ class CabLine final : public QObject {
   /// dragged quickly sends its last position and no queue of old ones.
   void exchange(const void* owner, int what, std::function<void()> run);
 
+  /// exchange() ahead of all that waits: what confirms a stop.
+  void exchangeNext(const void* owner, int what, std::function<void()> run);
+
   /// exchange() for a job that needs the station for itself. Its frame may let others in while it
   /// does not: StationLink::stepAside().
   void alone(const void* owner, int what, std::function<void()> run);

@@ -33,6 +33,8 @@ struct CabHooks {
   std::function<void(FunctionMask mask)> stateArrived = {};
   /// A stop (`stopped`) or go that went out does not hold. May be called when the cab has gone.
   std::function<void(bool stopped, StopFault fault)> stopFailed = {};
+  /// One that was told as Silent holds, as the station says by now. As above.
+  std::function<void(bool stopped)> stopHeld = {};
 };
 
 class CabProtocol {
@@ -66,6 +68,9 @@ class CabProtocol {
   StationLink& link() const;
   CabState& state() const { return state_; }
   const CabHooks& hooks() const { return hooks_; }
+  /// Runs `send`, which sends `stopped`, and awaits the station's word for it; see LayoutOrder, also
+  /// for `listen`. What it throws passes through.
+  void order(const std::function<void()>& send, std::function<void()> listen = {}) const;
 
  private:
   CabLine& line_;

@@ -33,7 +33,8 @@ TrackStop::Outcome LayoutStop::send() {
   if (kind_ != &kind) {
     kind_ = &kind;
     protocol_ = makeProtocol_(kind.family, line_, state_,
-                              {.stopFailed = [this](bool, StopFault fault) { noteFailed(fault); }});
+                              {.stopFailed = [this](bool, StopFault fault) { noteFailed(fault); },
+                               .stopHeld = [&link](bool) { link.trackStop().noteStoppedForAll(); }});
   }
   heldBefore_ = link.trackStop().isHeld();
   const auto outcome = std::make_shared<Outcome>(Outcome::Waiting);

@@ -5,6 +5,8 @@
 #include "cab/lenz_codec.h"
 #include "cab/lenz_talk.h"
 #include "link/lenz_codec.h"
+#include "link/station_link.h"
+#include "link/track_stop.h"
 
 namespace lokari {
 namespace {
@@ -15,10 +17,13 @@ class LenzCab : public CabProtocol {
       : CabProtocol(line, state, std::move(hooks)), talk_(line) {}
 
   void sendStopped() final {
-    talk_.send(state().stopped ? lenz::stopAll() : lenz::resume(),
-               [told = hooks().stopFailed, stopped = state().stopped] {
-                 if (told) told(stopped, StopFault::NotSent);
-               });
+    order([this] {
+      talk_.send(state().stopped ? lenz::stopAll() : lenz::resume(),
+                 [told = hooks().stopFailed, stopped = state().stopped, &station = link()] {
+                   station.trackStop().order().drop();
+                   if (told) told(stopped, StopFault::NotSent);
+                 });
+    });
   }
 
  protected:

@@ -93,7 +93,11 @@ class Mx10Cab final : public CabProtocol {
     const Busy busy(state());
     // Inside another exchange what waits is that one's answer.
     if (!line().isNested()) bus_.station().ClearMX10Input();
-    bus_.command(mx10::track(state().stopped));
+    // Whoever waits takes the messages in; on an idle line nobody does.
+    order([this] { bus_.command(mx10::track(state().stopped)); },
+          [bus = bus_, &shared = line()] {
+            if (!shared.isBusy()) bus.station().ClearMX10Input();
+          });
   }
 
   void tick() override {

@@ -58,7 +58,7 @@ SlotTable::Result SlotTable::open(int address, const std::function<Opened()>& ma
 
 void SlotTable::load(int slot) {
   Slot& place = slots_[static_cast<size_t>(slot)];
-  line_.exchange(place.unit.get(), kLoad, [this, slot, &place, unit = place.unit] {
+  line_.alone(place.unit.get(), kLoad, [this, slot, &place, unit = place.unit] {
     if (unit->isUnloading()) return;
     unit->load(place.loadFlag);
     if (!unit->isUnloading()) bringUp(slot);

@@ -54,6 +54,7 @@ void SlotUnit::load(bool& loadFlag) {
     onLoad();
   }
   emit loaded();
+  if (std::exchange(owesNoAnswer_, false) && !unloading_) showNoAnswer();
 }
 
 void SlotUnit::unload() {
@@ -88,7 +89,9 @@ bool SlotUnit::openSession() {
   return false;
 }
 
-void SlotUnit::tellNoAnswer() {
+void SlotUnit::showNoAnswer() {
+  // The others go on while somebody reads.
+  const auto aside = link().stepAside();
   if (!openFailure_.isEmpty()) prompt_.message(openFailure_, Icon::Warning, openReason_);
   prompt_.message(QStringLiteral("Keine Daten von Digitalzentrale erhalten"), Icon::Warning);
 }

@@ -97,9 +97,9 @@ class SlotUnit : public QObject, public std::enable_shared_from_this<SlotUnit> {
   int distinct() { return ++distinct_; }
   /// Opens the session, or joins it; false when it does not open.
   bool openSession();
-  /// The messages of a reading that gave nothing: where the session does not open, that, once, with
-  /// the reason below; and that the station has told nothing.
-  void tellNoAnswer();
+  /// The messages of a reading that gave nothing, behind load(): where the session does not open,
+  /// that, once, with the reason below; and that the station has told nothing.
+  void tellNoAnswer() { owesNoAnswer_ = true; }
   /// The user has given up waiting for the station.
   bool isGivenUp() const;
   /// Ahead of load(), on kinds whose link stays open: the opener's session becomes this one's.
@@ -122,6 +122,7 @@ class SlotUnit : public QObject, public std::enable_shared_from_this<SlotUnit> {
   /// The options still name the kind that it was opened on; another one would not understand it.
   bool hasStation() const;
   void release();
+  void showNoAnswer();
 
   CabLine& line_;
   Prompt& prompt_;
@@ -135,6 +136,7 @@ class SlotUnit : public QObject, public std::enable_shared_from_this<SlotUnit> {
   int distinct_ = kFirstDistinct;
   int entered_ = 0;
   bool loading_ = false;
+  bool owesNoAnswer_ = false;
   bool unloading_ = false;
   bool released_ = false;
 };

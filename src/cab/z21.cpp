@@ -37,7 +37,7 @@ void Z21Cab::sendFunction(int n) {
 }
 
 void Z21Cab::sendStopped() {
-  sendZ21(state().address, kNoSpeed, kNoFunction, state().backward);
+  order([this] { sendZ21(state().address, kNoSpeed, kNoFunction, state().backward); });
 }
 
 void Z21Cab::tick() {

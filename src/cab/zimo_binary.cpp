@@ -45,7 +45,7 @@ class ZimoBinaryCab final : public CabProtocol {
 
   FunctionMask take(const QByteArray& answer);
   void openStation(ZimoBinaryFraming& framing);
-  void settle(bool stopped);
+  void settle();
 
   void sendFlag(int bit, bool set) {
     zbincab::setBits(state().locoCmd, Field::Flags, bit, set);
@@ -111,14 +111,17 @@ void ZimoBinaryCab::sendCommand() {
 
 /// Goes out ahead of what waits for its answer, and is confirmed behind it.
 void ZimoBinaryCab::sendStopped() {
-  withZimoFraming(link(), [&](ZimoBinaryFraming& framing) {
-    line().send([&] { framing.zbinSendAhead(zbincab::trackPower(!state().stopped)); });
+  order([this] {
+    withZimoFraming(link(), [&](ZimoBinaryFraming& framing) {
+      line().send([&] { framing.zbinSendAhead(zbincab::trackPower(!state().stopped)); });
+    });
   });
-  line().exchange(this, kSettle, [this, stopped = state().stopped] { settle(stopped); });
+  line().exchangeNext(this, kSettle, [this] { settle(); });
 }
 
 /// Its own exchange, with nobody around it who would take the failure.
-void ZimoBinaryCab::settle(bool stopped) {
+void ZimoBinaryCab::settle() {
+  LayoutOrder& order = link().trackStop().order();
   const ZimoBinaryFraming* const session = zimoFraming(link());
   if (session != nullptr && !session->isUnsettled() && !session->zbinAheadFailed) return;
   // A cancel belongs to the job before, unless it stays.
@@ -126,12 +129,11 @@ void ZimoBinaryCab::settle(bool stopped) {
   try {
     withZimoFraming(link(), [&](ZimoBinaryFraming& framing) {
       framing.zbinSettle();
-      if (framing.zbinAheadFailed && hooks().stopFailed)
-        hooks().stopFailed(stopped, StopFault::Silent);
+      if (framing.zbinAheadFailed) order.fail(LayoutOrder::Outcome::Silent);
     });
   } catch (const LinkError& error) {
     line().noteGone(error.message());
-    if (hooks().stopFailed) hooks().stopFailed(stopped, StopFault::Silent);
+    order.fail(LayoutOrder::Outcome::Silent);
   }
 }
 

@@ -4,14 +4,19 @@
 #include <memory>
 
 #include "link/lenz_framing.h"
+#include "link/serial_line.h"
 #include "link/serial_protocol.h"
+#include "link/station_link.h"
 
 namespace lokari {
 
 class LenzProtocol final : public SerialProtocol {
  public:
   LenzProtocol(StationLink& link, const LenzInterface& type)
-      : SerialProtocol(link), framing_(link, type) {}
+      : SerialProtocol(link), framing_(link, type) {
+    link.serial().onReceived = [this](const QByteArray& data) { framing_.hear(data); };
+  }
+  ~LenzProtocol() override { link().serial().onReceived = nullptr; }
 
   std::unique_ptr<CvExchange> readCv(const CvRequest& request) override;
   std::unique_ptr<CvExchange> writeCv(const CvRequest& request) override;

@@ -181,6 +181,60 @@ bool isAccepted(const QByteArray& reply) {
   return reply.startsWith(bytes({0x01, 0x04, 0x05}));
 }
 
+std::optional<QByteArray> takeMessage(QByteArray& input, bool usb) {
+  while (!input.isEmpty()) {
+    qsizetype head = 0;
+    if (usb) {
+      const int mark = input.size() > 1 ? byteAt(input, 1) : 0xFE;
+      if (byteAt(input, 0) != 0xFF || (mark != 0xFE && mark != 0xFD)) {
+        input.remove(0, 1);
+        continue;
+      }
+      head = 2;
+      if (input.size() <= head) return std::nullopt;
+    }
+    const qsizetype whole = (byteAt(input, head) & 0x0F) + 2;
+    if (input.size() < head + whole) return std::nullopt;
+    const QByteArray message = input.mid(head, whole);
+    if (isSound(message)) {
+      input.remove(0, head + whole);
+      return message;
+    }
+    input.remove(0, 1);
+  }
+  return std::nullopt;
+}
+
+News newsIn(const QByteArray& message) {
+  constexpr int kInterface = 0x01;
+  constexpr int kStopped = 0x81;
+  const int code = byteAt(message, 1);
+  switch (byteAt(message, 0)) {
+    case kInterface:
+      return code == 0x04 ? News::Accepted : News::Refused;
+    case kStopped:
+      return code == 0x00 ? News::Off : News::Answer;
+    case kReport:
+      break;
+    default:
+      return News::Answer;
+  }
+  switch (code) {
+    case 0x00:
+      return News::Off;
+    case 0x01:
+      return News::On;
+    case 0x02:
+      return News::None;
+    case 0x80:
+    case 0x81:
+    case 0x82:
+      return News::Refused;
+    default:
+      return News::Answer;
+  }
+}
+
 bool tellsResumed(const QByteArray& reply) {
   return reply.contains(bytes({0x61, 0x01}));
 }

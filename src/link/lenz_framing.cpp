@@ -27,10 +27,8 @@ constexpr int kUsbHead = 2;
 /// A station's shortest message.
 constexpr int kShortestMessage = 3;
 
-/// "Stop" or "go on" for the whole track.
-bool isTrackOrder(const QByteArray& msg) {
-  return msg.startsWith(bytes({0x21, 0x80})) || msg.startsWith(bytes({0x21, 0x81}));
-}
+/// A message that was not answered by then is not answered any more.
+constexpr Millis kAnswerTime = 1000;
 
 }  // namespace
 
@@ -42,11 +40,8 @@ const LenzInterface& lenzInterface(StationKind kind) {
 }
 
 void LenzFraming::lnzSend(const QByteArray& msg, std::function<void()> lost) {
-  SerialLine& line = link_.serial();
-  if (type_.usb) {
-    line.write(bytes({0xFF, 0xFE}) + msg);
-    return;
-  }
+  const bool isOrder = lost != nullptr;
+  if (type_.usb) return write(msg, isOrder);
   if (requesting_) {
     ahead_.push_back({msg, std::move(lost)});
     return;
@@ -54,20 +49,70 @@ void LenzFraming::lnzSend(const QByteArray& msg, std::function<void()> lost) {
   try {
     request();
     while (!ahead_.empty()) {
-      const QByteArray first = ahead_.front().msg;
-      line.write(first);
+      const Ahead first = ahead_.front();
+      write(first.msg, first.lost != nullptr);
       ahead_.pop_front();
-      // Of two orders to the track the newer one holds; behind it the older one would undo it.
-      if (ahead_.empty() && isTrackOrder(first) && isTrackOrder(msg)) return;
+      // Of two orders to the layout the newer one holds; behind it the older one would undo it.
+      if (ahead_.empty() && first.lost != nullptr && isOrder) return;
       request();
     }
-    line.write(msg);
+    write(msg, isOrder);
   } catch (const LinkError&) {
     for (const Ahead& each : std::exchange(ahead_, {})) {
       if (each.lost) each.lost();
     }
     throw;
   }
+}
+
+void LenzFraming::write(const QByteArray& msg, bool isOrder) {
+  link_.serial().write(type_.usb ? bytes({0xFF, 0xFE}) + msg : msg);
+  const Millis now = link_.clock().now();
+  while (!unanswered_.empty() && unanswered_.front() + kAnswerTime < now) unanswered_.pop_front();
+  unanswered_.push_back(now);
+  if (!isOrder) return;
+  answersToOrder_ = unanswered_.size();
+  link_.trackStop().order().noteSent();
+}
+
+void LenzFraming::hear(const QByteArray& data) {
+  const Millis now = link_.clock().now();
+  if (heardAt_ + kAnswerTime < now) heard_.clear();
+  heardAt_ = now;
+  heard_ += data;
+  LayoutOrder& order = link_.trackStop().order();
+  while (const auto message = lenz::takeMessage(heard_, type_.usb)) {
+    switch (lenz::newsIn(*message)) {
+      case lenz::News::None:
+        break;
+      case lenz::News::Off:
+        order.hear(LayoutNews::Off);
+        break;
+      case lenz::News::On:
+        order.hear(LayoutNews::On);
+        break;
+      case lenz::News::Accepted:
+        noteAnswer(true);
+        break;
+      case lenz::News::Refused:
+        noteAnswer(false);
+        break;
+      case lenz::News::Answer:
+        if (!unanswered_.empty()) unanswered_.pop_front();
+        if (answersToOrder_ > 0) --answersToOrder_;
+        break;
+    }
+  }
+}
+
+/// An answer does not tell what it answers; the station answers in the order of the messages. The
+/// first generation says each one several times, and a job's messages have several answers: then
+/// only what is told to everybody counts.
+void LenzFraming::noteAnswer(bool accepted) {
+  if (!unanswered_.empty()) unanswered_.pop_front();
+  if (answersToOrder_ == 0 || --answersToOrder_ > 0) return;
+  if (link_.runningJob != CommJob::None || (accepted && type_.firstGeneration)) return;
+  link_.trackStop().order().hear(accepted ? LayoutNews::Accepted : LayoutNews::Refused);
 }
 
 void LenzFraming::request() {

@@ -7,6 +7,7 @@
 #include <deque>
 #include <functional>
 
+#include "base/clock.h"
 #include "base/station_kind.h"
 #include "link/open_questions.h"
 
@@ -39,7 +40,8 @@ class LenzFraming {
   /// goes out in any case, also after a cancel.
   ///
   /// Asked for while another message waits for the line, it takes that one's turn as soon as the
-  /// line is granted, and the other one asks anew. `lost` is called when the line is lost before.
+  /// line is granted, and the other one asks anew. An order to the whole layout has `lost`, which is
+  /// called when the line is lost before; the reply to it is told to the link's LayoutOrder.
   void lnzSend(const QByteArray& msg, std::function<void()> lost = {});
 
   /// What a reply says: on USB without its first two bytes, if it has more than two.
@@ -53,6 +55,9 @@ class LenzFraming {
   /// resumed it.
   bool resume(int want);
 
+  /// Takes in what has arrived, beside whoever takes it as a reply.
+  void hear(const QByteArray& data);
+
   /// The questions for results.
   OpenQuestions& cvQuestions() { return cvQuestions_; }
 
@@ -64,12 +69,18 @@ class LenzFraming {
 
   /// Asks the station for the line and waits until it has it.
   void request();
+  void write(const QByteArray& msg, bool isOrder);
+  void noteAnswer(bool accepted);
 
   StationLink& link_;
   const LenzInterface& type_;
   OpenQuestions cvQuestions_;
   bool requesting_ = false;
   std::deque<Ahead> ahead_;
+  QByteArray heard_;                // the beginning of a message
+  Millis heardAt_ = 0;
+  std::deque<Millis> unanswered_;   // when the messages went out that may still be answered
+  size_t answersToOrder_ = 0;       // the last of so many answers is that to the order
 };
 
 }  // namespace lokari

@@ -6,6 +6,7 @@
 #include "link/dotted_address.h"
 #include "link/mx10_codec.h"
 #include "link/station_link.h"
+#include "link/track_stop.h"
 
 namespace lokari {
 namespace {
@@ -132,9 +133,18 @@ void Mx10Protocol::close(bool lastUser) {
   mx10Serial = 0;
 }
 
+bool Mx10Protocol::take(CanMessage& message) {
+  if (can_.canRead(message) != 0) return false;
+  LayoutOrder& order = link().trackStop().order();
+  if (const auto power = mx10::trackPower(message)) {
+    order.hear(*power ? LayoutNews::On : LayoutNews::Off);
+  }
+  return true;
+}
+
 bool Mx10Protocol::arrived(qint32 want) {
   CanMessage message;
-  while (can_.canRead(message) == 0) {
+  while (take(message)) {
     if (!mx10::answers(message.ID, want)) continue;
     if (cvQuestion_ && !mx10::answersCv(message, *cvQuestion_, mx10Nid)) continue;
     canRxMsg = message;
@@ -145,7 +155,7 @@ bool Mx10Protocol::arrived(qint32 want) {
 
 void Mx10Protocol::ClearMX10Input() {
   CanMessage dropped;
-  while (can_.canRead(dropped) == 0) {
+  while (take(dropped)) {
   }
 }
 

@@ -54,6 +54,9 @@ class Mx10Protocol final : public StationProtocol {
   void connectStation(int& step);
   void switchToProgrammingTrack(int& step);
 
+  /// canRead(), with an ear for news of the layout.
+  bool take(CanMessage& message);
+
   ModCan can_;
   std::optional<CanMessage> cvQuestion_;
 };

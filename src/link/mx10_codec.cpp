@@ -69,6 +69,17 @@ bool answersCv(const CanMessage& message, const CanMessage& question, qint16 nid
   return true;
 }
 
+std::optional<bool> trackPower(const CanMessage& message) {
+  constexpr quint32 kEvent = 2;
+  constexpr quint32 kAnswer = 3;
+  constexpr int kPowerOf = 3;  // the kind of state, behind the node
+  const quint32 group = message.ID >> 16;
+  if ((group != kEvent && group != kAnswer) || message.LEN < 4) return std::nullopt;
+  if (message.DATA[2] != kPowerOf) return std::nullopt;
+  if (message.DATA[3] == 1) return true;
+  return message.DATA[3] == 2 ? std::optional(false) : std::nullopt;
+}
+
 quint32 serialNumber(const CanMessage& announcement) {
   quint32 number = 0;
   for (size_t i = 0; i < 4; ++i) number = number << 8 | announcement.DATA[i];

@@ -28,7 +28,10 @@ QString openFault(QSerialPort::SerialPortError error) {
 QtSerialLine::QtSerialLine(PortTable& ports) : ports_(ports) {
   QObject::connect(&port_, &QSerialPort::errorOccurred, &port_,
                    [this](QSerialPort::SerialPortError error) { onError(error); });
-  QObject::connect(&port_, &QSerialPort::readyRead, &port_, [this] { keepWithinLimit(); });
+  QObject::connect(&port_, &QSerialPort::readyRead, &port_, [this] {
+    hear();
+    keepWithinLimit();
+  });
 }
 
 QtSerialLine::~QtSerialLine() {
@@ -54,6 +57,7 @@ void QtSerialLine::open(const SerialSettings& settings) {
   if (!port_.open(QIODevice::ReadWrite)) fail(openFault(port_.error()));
   vanished_ = false;
   port_.clear();
+  heard_ = 0;
   sinceOpen_.start();
   sentBy_ = 0;
 }
@@ -100,7 +104,14 @@ void QtSerialLine::onError(QSerialPort::SerialPortError error) {
 void QtSerialLine::keepWithinLimit() {
   // Not by the port's own limit: it would keep the oldest, and hold up a station with handshaking.
   const qsizetype tooMany = port_.bytesAvailable() - kMostWaiting;
-  if (tooMany > 0) port_.skip(tooMany);
+  if (tooMany > 0) heard_ -= port_.skip(tooMany);
+}
+
+void QtSerialLine::hear() {
+  const qsizetype fresh = port_.bytesAvailable() - heard_;
+  if (fresh <= 0) return;
+  heard_ += fresh;
+  if (onReceived) onReceived(port_.peek(heard_).right(fresh));
 }
 
 void QtSerialLine::fail(const QString& what) const {
@@ -127,7 +138,10 @@ qsizetype QtSerialLine::inBufferCount() {
 
 QByteArray QtSerialLine::read(qsizetype most) {
   const qsizetype waiting = inBufferCount();
-  return port_.read(most == 0 ? waiting : std::min(most, waiting));
+  hear();
+  const QByteArray taken = port_.read(most == 0 ? waiting : std::min(most, waiting));
+  heard_ -= taken.size();
+  return taken;
 }
 
 void QtSerialLine::write(const QByteArray& data) {

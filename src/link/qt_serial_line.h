@@ -35,6 +35,8 @@ class QtSerialLine final : public SerialLine {
   void onError(QSerialPort::SerialPortError error);
   /// Drops the oldest of what nobody reads.
   void keepWithinLimit();
+  /// Tells onReceived what has come since the last call.
+  void hear();
   /// Throws when the port is closed or its device has vanished.
   void check();
   /// Never throws.
@@ -46,6 +48,7 @@ class QtSerialLine final : public SerialLine {
   SerialSettings settings_;
   QString device_;
   bool vanished_ = false;
+  qsizetype heard_ = 0;  // bytes of those that wait
   QElapsedTimer sinceOpen_;
   Millis sentBy_ = 0;  // when all that was written is on the wire at its rate, since the opening
 };

@@ -3,6 +3,8 @@
 
 #include <QByteArray>
 
+#include <functional>
+
 #include "base/clock.h"
 #include "base/station_kind.h"
 
@@ -48,6 +50,9 @@ class SerialLine {
   virtual void setDtrEnable(bool raised) = 0;
   /// The clear-to-send line; a line without modem signals counts as raised.
   virtual bool ctsHolding() = 0;
+
+  /// Hears what arrives, once, beside whoever takes it. Called while events run; may be empty.
+  std::function<void(const QByteArray&)> onReceived;
 };
 
 }  // namespace lokari

@@ -118,6 +118,7 @@ void SystemUdpSocket::receive() {
     if (size == 0) continue;
     if (waiting_.size() == kMostWaiting) waiting_.pop_front();
     waiting_.emplace_back(datagram.constData(), static_cast<qsizetype>(size));
+    if (onReceived) onReceived(QByteArray(waiting_.back()));
     announce();
   }
 }

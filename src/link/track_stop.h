@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "base/clock.h"
+#include "link/layout_order.h"
 
 namespace lokari {
 
@@ -17,7 +18,7 @@ class TrackStop final : public QObject {
   Q_OBJECT
 
  public:
-  explicit TrackStop(StationLink& link) : link_(link) {}
+  explicit TrackStop(StationLink& link) : link_(link), order_(link) {}
 
   /// What became of a stop that was asked for.
   enum class Outcome {
@@ -34,6 +35,9 @@ class TrackStop final : public QObject {
 
   /// The same, and nobody has agreed to a release.
   bool staysStopped() const { return hold_ == Hold::Stopped; }
+
+  /// The last stop or go, and what the station has said to it.
+  LayoutOrder& order() { return order_; }
 
   /// Stops the layout, whatever waits for the station; never releases it. A job that uses the
   /// station is cancelled: what it did next could switch the layout on.
@@ -84,6 +88,7 @@ class TrackStop final : public QObject {
   void tell(Outcome outcome);
 
   StationLink& link_;
+  LayoutOrder order_;
   Hold hold_ = Hold::None;
   bool telling_ = false;
   std::unique_ptr<Clock::Alarm> tellLater_;

@@ -33,6 +33,8 @@ class UdpSocket {
   /// more are waiting; the argument is the size of the oldest one. A datagram that is not taken
   /// keeps waiting, without another call until the next one arrives.
   std::function<void(qsizetype)> onArrival;
+  /// Hears each datagram as it arrives, beside whoever takes it; may be empty.
+  std::function<void(const QByteArray&)> onReceived;
   /// Called when the remote host tells that nobody listens at the port that was sent to.
   std::function<void()> onRefused;
   /// Called when the socket closes without close().

@@ -18,6 +18,7 @@ constexpr int kRound = 100;  // ms
 
 Z21Protocol::~Z21Protocol() {
   link().udp().onArrival = nullptr;
+  link().udp().onReceived = nullptr;
   link().udp().onRefused = nullptr;
   link().udp().onClosed = nullptr;
 }
@@ -56,6 +57,7 @@ void Z21Protocol::connectStation(int& step, bool powerOn) {
   z21Connected = false;
   portClosed_ = false;
   socket.onArrival = [this](qsizetype) { datagramArrived(); };
+  socket.onReceived = [this](const QByteArray& datagram) { hear(datagram); };
   socket.onRefused = [this] { portClosed_ = true; };
   socket.onClosed = [this] { z21Connected = false; };
   socket.open(link().settings().ipAddr, kStationPort);
@@ -167,6 +169,16 @@ void Z21Protocol::datagramArrived() {
     lookThrough(old, false);
   }
   if (!z21Wanted.isEmpty()) lookThrough(link().udp().takeDatagram(), true);
+}
+
+void Z21Protocol::hear(const QByteArray& datagram) {
+  z21::DatagramReader reader(datagram);
+  LayoutOrder& order = link().trackStop().order();
+  while (const auto message = reader.next()) {
+    if (z21::tellsOff(*message)) order.hear(LayoutNews::Off);
+    if (message->startsWith(z21::powerOnHead())) order.hear(LayoutNews::On);
+    if (z21::tellsUnknown(*message)) order.hear(LayoutNews::Refused);
+  }
 }
 
 bool Z21Protocol::isAwaited(const QByteArray& message) const {

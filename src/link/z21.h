@@ -60,6 +60,8 @@ class Z21Protocol final : public StationProtocol {
   bool isHopeless() const;
   QString whyNotOpen() const;
   void datagramArrived();
+  /// Looks for news of the layout, beside whoever takes the datagram.
+  void hear(const QByteArray& datagram);
   /// Walks through a datagram up to the awaited message. Without `keepOthers` it leaves
   /// z21LastReply alone when there is none.
   bool lookThrough(const QByteArray& datagram, bool keepOthers);

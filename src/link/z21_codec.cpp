@@ -101,6 +101,15 @@ QByteArray powerOnHead() {
   return stateHead() + bytes({0x61, 0x01});
 }
 
+bool tellsOff(const QByteArray& message) {
+  return message.startsWith(bytes({0x07, 0x00, 0x40, 0x00, 0x61, 0x00})) ||
+         message.startsWith(bytes({0x07, 0x00, 0x40, 0x00, 0x81, 0x00}));
+}
+
+bool tellsUnknown(const QByteArray& message) {
+  return message.startsWith(bytes({0x07, 0x00, 0x40, 0x00, 0x61, 0x82}));
+}
+
 std::optional<int> cvResultValue(const QByteArray& message) {
   const int value = byteAt(message, 8);
   if (!message.startsWith(cvResultHead()) || value < 0) return std::nullopt;

@@ -47,6 +47,11 @@ QByteArray stateHead();
 /// 07 00 40 00 61 01: the track has power again.
 QByteArray powerOnHead();
 
+/// Whether a message says that the layout stands: track power off, or all vehicles stopped.
+bool tellsOff(const QByteArray& message);
+/// Whether a message says that the station does not know what it was sent.
+bool tellsUnknown(const QByteArray& message);
+
 /// The value in a CV result, or nothing when the message is none or too short.
 std::optional<int> cvResultValue(const QByteArray& message);
 

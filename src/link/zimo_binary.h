@@ -3,14 +3,19 @@
 
 #include <memory>
 
+#include "link/serial_line.h"
 #include "link/serial_protocol.h"
+#include "link/station_link.h"
 #include "link/zimo_binary_framing.h"
 
 namespace lokari {
 
 class ZimoBinaryProtocol final : public SerialProtocol {
  public:
-  explicit ZimoBinaryProtocol(StationLink& link) : SerialProtocol(link), framing_(link) {}
+  explicit ZimoBinaryProtocol(StationLink& link) : SerialProtocol(link), framing_(link) {
+    link.serial().onReceived = [this](const QByteArray& data) { framing_.hear(data); };
+  }
+  ~ZimoBinaryProtocol() override { link().serial().onReceived = nullptr; }
 
   void beginSession() override { framing_.zbinSeq = 0; }
   void dropInput() override;

@@ -8,6 +8,7 @@
 #include "link/serial_line.h"
 #include "link/station_link.h"
 #include "link/station_protocol.h"
+#include "link/track_stop.h"
 #include "link/zimo_binary_codec.h"
 
 namespace lokari {
@@ -91,6 +92,8 @@ void ZimoBinaryFraming::zbinSendMsg(const QByteArray& msg) {
     zbinSend(msg, false);
     const zbin::Confirmation answer = zbin::confirmation(msg, zbinReceive());
     if (answer == zbin::Confirmation::Done) return;
+    // The end of the program, or Ctrl-C: no further try would wait for its answer.
+    if (link_.cancelRequested && link_.cancelStays) break;
     pauseAfter(answer);
   }
   link_.prompt().beep();
@@ -98,6 +101,7 @@ void ZimoBinaryFraming::zbinSendMsg(const QByteArray& msg) {
 
 void ZimoBinaryFraming::zbinSendAhead(const QByteArray& msg) {
   if (!link_.serial().isOpen()) return;
+  unheard_ = unsettled_ && zbinAhead != msg ? unheard_ + 1 : 1;
   zbinAhead = msg;
   zbinAheadFailed = false;
   unsettled_ = true;
@@ -110,6 +114,20 @@ bool ZimoBinaryFraming::answersAhead(const QByteArray& reply) {
   --answersAhead_;
   if (zbin::confirmation(zbinAhead, reply) == zbin::Confirmation::Done) unsettled_ = false;
   return true;
+}
+
+void ZimoBinaryFraming::hear(const QByteArray& data) {
+  heard_ += data;
+  for (qsizetype end = heard_.indexOf(zbin::kEnd); end >= 0; end = heard_.indexOf(zbin::kEnd)) {
+    const QByteArray frame = heard_.left(end + 1);
+    heard_.remove(0, end + 1);
+    const auto start = zbin::bodyStart(frame);
+    const QByteArray reply = start ? zbin::takeApart(frame.mid(*start)).text : QByteArray();
+    if (unheard_ == 0 || reply.isEmpty() || !zbinAhead.startsWith(reply[0])) continue;
+    const bool done = zbin::confirmation(zbinAhead, reply) == zbin::Confirmation::Done;
+    if (--unheard_ == 0 && done) link_.trackStop().order().hear(LayoutNews::Accepted);
+  }
+  heard_ = heard_.right(zbin::kLongestBody);
 }
 
 void ZimoBinaryFraming::takeAnswersAhead() {
@@ -143,6 +161,7 @@ void ZimoBinaryFraming::zbinSettle() {
     }
     if (answer == zbin::Confirmation::Done) {
       unsettled_ = false;
+      link_.trackStop().order().hear(LayoutNews::Accepted);
     } else {
       pauseAfter(answer);
     }
@@ -151,6 +170,7 @@ void ZimoBinaryFraming::zbinSettle() {
   unsettled_ = false;
   zbinAheadFailed = true;
   link_.prompt().beep();
+  link_.trackStop().order().fail(LayoutOrder::Outcome::Silent);
 }
 
 }  // namespace lokari

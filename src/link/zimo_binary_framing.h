@@ -45,6 +45,8 @@ class ZimoBinaryFraming {
   /// Takes the answers that are due, as far as they come within a second and also after a cancel:
   /// behind the end of a session nobody can.
   void takeAnswersAhead();
+  /// Takes in what has arrived, beside whoever takes it as a reply.
+  void hear(const QByteArray& data);
   /// zbinSettle() has something to do.
   bool isUnsettled() const { return unsettled_; }
 
@@ -69,6 +71,8 @@ class ZimoBinaryFraming {
   StationLink& link_;
   bool unsettled_ = false;  ///< `zbinAhead` is not confirmed yet
   int answersAhead_ = 0;    ///< answers due to what was sent ahead
+  QByteArray heard_;        ///< the beginning of a frame
+  int unheard_ = 0;         ///< answers that have not been heard; the last one is that to `zbinAhead`
 };
 
 }  // namespace lokari

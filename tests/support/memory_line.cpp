@@ -70,7 +70,9 @@ bool MemoryLine::ctsHolding() {
 }
 
 void MemoryLine::arrive(const QByteArray& data) {
-  if (open_) input_ += data;
+  if (!open_) return;
+  input_ += data;
+  if (onReceived) onReceived(data);
 }
 
 QByteArray MemoryLine::sent() const {

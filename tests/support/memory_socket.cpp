@@ -43,6 +43,7 @@ QByteArray MemorySocket::takeDatagram() {
 void MemorySocket::arrive(const QByteArray& datagram) {
   if (state_ != kOpen) return;
   waiting_.push_back(datagram);
+  if (onReceived) onReceived(datagram);
   if (onArrival) onArrival(waiting_.front().size());
 }
 

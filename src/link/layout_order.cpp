@@ -1,0 +1,68 @@
+#include "link/layout_order.h"
+
+#include <utility>
+
+#include "base/prompt.h"
+#include "link/link_error.h"
+#include "link/station_link.h"
+
+namespace lokari {
+namespace {
+
+constexpr Millis kListenEvery = 100;
+
+}  // namespace
+
+void LayoutOrder::await(Order order) {
+  order_ = std::move(order);
+  outcome_ = Outcome::Awaited;
+  noteSent();
+  listening_.reset();
+  if (order_.listen) listenOn();
+}
+
+void LayoutOrder::noteSent() {
+  if (outcome_ != Outcome::Awaited) return;
+  deadline_ = link_.clock().after(kPatience, [this] { fail(Outcome::Silent); });
+}
+
+void LayoutOrder::listenOn() {
+  listening_ = link_.clock().after(kListenEvery, [this] {
+    try {
+      order_.listen();
+    } catch (const LinkError&) {
+      // The next message meets the broken line itself.
+    }
+    if (outcome_ == Outcome::Awaited) listenOn();
+  });
+}
+
+void LayoutOrder::drop() {
+  order_ = {};
+  outcome_ = Outcome::None;
+  deadline_.reset();
+  listening_.reset();
+}
+
+void LayoutOrder::hear(LayoutNews news) {
+  if (outcome_ != Outcome::Awaited && outcome_ != Outcome::Silent) return;
+  if (news == LayoutNews::Refused) return fail(Outcome::Refused);
+  if (news != LayoutNews::Accepted && news != (order_.stops ? LayoutNews::Off : LayoutNews::On)) {
+    return;
+  }
+  const bool late = std::exchange(outcome_, Outcome::Confirmed) == Outcome::Silent;
+  deadline_.reset();
+  if (late && order_.held) order_.held();
+}
+
+void LayoutOrder::fail(Outcome outcome) {
+  if (outcome_ != Outcome::Awaited) return;
+  outcome_ = outcome;
+  link_.prompt().beep();
+  // The alarm that calls this goes, and what is told may order anew.
+  const auto failed = order_.failed;
+  deadline_.reset();
+  if (failed) failed(outcome);
+}
+
+}  // namespace lokari
