@@ -205,10 +205,9 @@ bool Driving::settleMoving() {
       for (Cab* cab : moving()) cab->standStill({});
       return moving().empty();
     case Leaving::SwitchOff:
-      link_.trackStop().pressAndTell();
       break;
   }
-  return link_.trackStop().isHeld();
+  return link_.trackStop().pressAndAwait();
 }
 
 void Driving::closeAll() {

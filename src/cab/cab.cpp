@@ -212,7 +212,13 @@ void Cab::stopFailed(bool stopped, StopFault fault, const QString& reason) {
     showHeld(!stopped);
     // A stop that somebody else has sent still holds, whatever became of this order.
     TrackStop& layout = link().trackStop();
-    heldBefore_ ? layout.noteStopped() : layout.noteReleased();
+    if (heldBefore_) {
+      layout.noteStopped();
+    } else if (stopped && fault == StopFault::Silent) {
+      layout.noteUnconfirmed();
+    } else {
+      layout.noteReleased();
+    }
   }
   emit noticeChanged();
 }
@@ -298,9 +304,8 @@ void Cab::leave() {
     case Leaving::StopThese:
       return standStill([this] { unload(); });
     case Leaving::SwitchOff:
-      link().trackStop().pressAndTell();
-      // One that did not go out leaves the cab where it is.
-      if (link().trackStop().isHeld()) unload();
+      // One that did not go out, or was not confirmed, leaves the cab where it is.
+      if (link().trackStop().pressAndAwait()) unload();
   }
 }
 

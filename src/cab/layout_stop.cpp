@@ -18,7 +18,8 @@ LayoutStop::~LayoutStop() = default;
 // From the event loop: the station's answer is taken in the middle of an exchange.
 void LayoutStop::noteFailed(StopFault fault) {
   StationLink& link = line_.link();
-  if (!heldBefore_) link.trackStop().noteReleased();
+  TrackStop& layout = link.trackStop();
+  if (!heldBefore_) fault == StopFault::Silent ? layout.noteUnconfirmed() : layout.noteReleased();
   const QString what =
       fault == StopFault::Refused ? QStringLiteral("abgelehnt") : QStringLiteral("nicht bestätigt");
   tell_ = link.clock().after(0, [&link, what] {

@@ -3,6 +3,7 @@
 #include "cab/cab_line.h"
 #include "cab/speed_steps.h"
 #include "cab/z21_codec.h"
+#include "link/link_error.h"
 #include "link/station_link.h"
 #include "link/z21.h"
 
@@ -11,6 +12,8 @@ namespace {
 
 /// Behind a poll's question.
 constexpr Millis kPause = 100;
+/// One may be lost on the way; a station that leaves so many in a row unanswered is not there.
+constexpr int kSilentPolls = 4;
 /// The longest that a poll waits for its answer.
 constexpr Millis kPollLimit = 400;
 
@@ -42,7 +45,12 @@ void Z21Cab::sendStopped() {
 
 void Z21Cab::tick() {
   ask(state().address, Patience::Poll);
-  tell(state().address);
+  if (tell(state().address)) {
+    silentPolls_ = 0;
+  } else if (station().z21ReplyLen == 0 && !line().commandWaits() &&
+             ++silentPolls_ >= kSilentPolls) {
+    throw LinkError(QStringLiteral("Die Z21 antwortet nicht mehr!"));
+  }
 }
 
 void Z21Cab::sendZ21(int address, int speed, int function, bool backward) {

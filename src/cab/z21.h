@@ -44,6 +44,8 @@ class Z21Cab final : public CabProtocol {
   std::optional<z21::VehicleState> reply() const;
   void take(const z21::VehicleState& vehicle);
   bool tell(int address);
+
+  int silentPolls_ = 0;  // in a row
 };
 
 std::unique_ptr<CabProtocol> makeZ21Cab(CabLine& line, CabState& state, CabHooks hooks);

@@ -74,7 +74,7 @@ std::optional<FunctionMask> ZimoBinaryCab::readState() {
 void ZimoBinaryCab::openStation(ZimoBinaryFraming& framing) {
   if (!link().settings().station().switchesOn.cab) return;
   if (hasOpened_ && framing.zbinAhead == zbincab::trackPower(false)) return;
-  if (link().trackStop().isHeld()) return;
+  if (link().trackStop().mayStand()) return;
   hasOpened_ = true;
   framing.zbinSettle();
   framing.zbinSend(zbincab::trackPower(true), false);

@@ -7,8 +7,17 @@
 #include "cli/console.h"
 #include "link/link_error.h"
 #include "link/station_protocol.h"
+#include "link/track_stop.h"
 
 namespace lokari {
+namespace {
+
+constexpr Millis kAnswerTime = 500;
+
+const QString kUnconfirmed =
+    QStringLiteral("Die Digitalzentrale hat einen Befehl nicht bestätigt!");
+
+}  // namespace
 
 CabSession::CabSession(CliContext& context) : context_(context), line_(context.link) {
   // Somebody who has given up before it began wants no station to be woken.
@@ -75,6 +84,7 @@ bool CabSession::stop(const std::function<void()>& send) {
   if (!open_) return false;
   const int beeps = context_.prompt.beeps();
   lost_.clear();
+  context_.link.trackStop().order().drop();
   line_.urgent([this, &send] {
     try {
       send();
@@ -82,17 +92,45 @@ bool CabSession::stop(const std::function<void()>& send) {
       lost_ = error.message();
     }
   });
+  // What was told as missing may have come since.
+  if (isHeardOf()) return true;
   return confirmed(beeps);
+}
+
+/// Whether the station has confirmed the last stop or go.
+bool CabSession::isHeardOf() {
+  using Outcome = LayoutOrder::Outcome;
+  const LayoutOrder& order = context_.link.trackStop().order();
+  const Clock& clock = context_.link.clock();
+  // Who presses Ctrl-C still hears of a stop that a station confirms as usual.
+  const Millis hurried = clock.now() + kAnswerTime;
+  context_.link.clock().waitUntil(
+      [&] {
+        return order.outcome() != Outcome::Awaited ||
+               (context_.interrupt.raised && clock.now() >= hurried);
+      },
+      Clock::kNever);
+  if (order.outcome() == Outcome::Awaited) lost_ = kUnconfirmed;
+  return order.outcome() == Outcome::Confirmed;
+}
+
+void CabSession::tellUnconfirmed() {
+  const QString fault = portFault();
+  tellOnce(fault.isEmpty() ? kUnconfirmed : fault);
+}
+
+void CabSession::tellOnce(const QString& fault) {
+  if (!std::exchange(toldUnsent_, true)) context_.console.message(fault);
 }
 
 bool CabSession::confirmed(int beepsBefore) {
   QString fault = lost_.isEmpty() ? portFault() : std::exchange(lost_, {});
   if (fault.isEmpty()) {
     if (context_.prompt.beeps() == beepsBefore) return true;
-    fault = QStringLiteral("Die Digitalzentrale hat einen Befehl nicht bestätigt!");
+    fault = kUnconfirmed;
   }
   failed_ = true;
-  if (!std::exchange(toldUnsent_, true)) context_.console.message(fault);
+  tellOnce(fault);
   return false;
 }
 

@@ -25,8 +25,11 @@ class CabSession {
   /// Runs a message and what answers it; false when it was not sent or not confirmed, which is told
   /// once. Nothing runs behind a Ctrl-C.
   bool command(const std::function<void()>& send);
-  /// The same for a stop, which goes out behind a Ctrl-C too.
+  /// The same for a stop, which goes out behind a Ctrl-C too and waits for the station's word where
+  /// it gives one.
   bool stop(const std::function<void()>& send);
+  /// The station has not confirmed a stop in time; what is told as due goes on.
+  void tellUnconfirmed();
 
   /// The command has not done what it was asked for; tells why.
   void fail(const QString& text);
@@ -44,6 +47,8 @@ class CabSession {
   void tellNoState();
   void exchange(const std::function<void()>& run);
   bool confirmed(int beepsBefore);
+  bool isHeardOf();
+  void tellOnce(const QString& fault);
   QString portFault();
 
   CliContext& context_;

@@ -45,7 +45,8 @@ class Throttle {
     state_.funcCount = kind.cab.funcCount;
     protocol_ =
         makeCabProtocol(kind.family, session.line(), state_,
-                        {.stateArrived = [this](FunctionMask mask) { showFunctions(mask); }});
+                        {.stateArrived = [this](FunctionMask mask) { showFunctions(mask); },
+                         .stopFailed = [this](bool, StopFault) { session_.tellUnconfirmed(); }});
   }
 
   /// For the whole track.

@@ -44,6 +44,11 @@ void LayoutOrder::drop() {
   listening_.reset();
 }
 
+void LayoutOrder::settle() {
+  link_.clock().waitUntil(
+      [this] { return outcome_ != Outcome::Awaited || link_.isFarewellHurried(); }, Clock::kNever);
+}
+
 void LayoutOrder::hear(LayoutNews news) {
   if (outcome_ != Outcome::Awaited && outcome_ != Outcome::Silent) return;
   if (news == LayoutNews::Refused) return fail(Outcome::Refused);

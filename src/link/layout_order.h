@@ -55,6 +55,9 @@ class LayoutOrder {
   /// It does not hold. Nothing when that has been told, or the order confirmed.
   void fail(Outcome outcome);
 
+  /// Waits until the station has said its word, or its time is over, or the farewell is hurried.
+  void settle();
+
   Outcome outcome() const { return outcome_; }
 
  private:

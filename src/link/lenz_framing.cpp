@@ -27,6 +27,12 @@ constexpr int kUsbHead = 2;
 /// A station's shortest message.
 constexpr int kShortestMessage = 3;
 
+/// "Stop" or "go on" for the whole track.
+bool isTrackOrder(const QByteArray& msg) {
+  return msg.startsWith(bytes({0x80, 0x80})) || msg.startsWith(bytes({0x21, 0x80})) ||
+         msg.startsWith(bytes({0x21, 0x81}));
+}
+
 /// A message that was not answered by then is not answered any more.
 constexpr Millis kAnswerTime = 1000;
 
@@ -40,6 +46,10 @@ const LenzInterface& lenzInterface(StationKind kind) {
 }
 
 void LenzFraming::lnzSend(const QByteArray& msg, std::function<void()> lost) {
+  sendInTurn(msg, std::move(lost), isTrackOrder(msg) ? Yields::Yes : Yields::No);
+}
+
+void LenzFraming::sendInTurn(const QByteArray& msg, std::function<void()> lost, Yields yields) {
   const bool isOrder = lost != nullptr;
   if (type_.usb) return write(msg, isOrder);
   if (requesting_) {
@@ -53,7 +63,7 @@ void LenzFraming::lnzSend(const QByteArray& msg, std::function<void()> lost) {
       write(first.msg, first.lost != nullptr);
       ahead_.pop_front();
       // Of two orders to the layout the newer one holds; behind it the older one would undo it.
-      if (ahead_.empty() && first.lost != nullptr && isOrder) return;
+      if (ahead_.empty() && isTrackOrder(first.msg) && yields == Yields::Yes) return;
       request();
     }
     write(msg, isOrder);
@@ -142,14 +152,15 @@ QByteArray LenzFraming::takeReply() {
 }
 
 bool LenzFraming::resume(int want) {
-  lnzSend(lenz::resume());
+  // A stop ahead of it is no reason to stay in the service mode.
+  sendInTurn(lenz::resume(), {}, Yields::No);
   // Right behind it: the layout must not run for as long as the answer takes.
   const bool stopped = link_.trackStop().noteSwitchedOn();
   link_.WaitForData(want);
   const bool resumed = link_.getBufferCount() >= kShortestMessage &&
                        lenz::tellsResumed(unwrapped(link_.serial().read()));
   // Insisting would switch the layout on behind the stop.
-  return stopped || link_.trackStop().isHeld() || resumed;
+  return stopped || link_.trackStop().mayStand() || resumed;
 }
 
 }  // namespace lokari

@@ -69,6 +69,9 @@ class LenzFraming {
 
   /// Asks the station for the line and waits until it has it.
   void request();
+  enum class Yields { No, Yes };
+  /// `yields`: to a newer order that went out ahead of it.
+  void sendInTurn(const QByteArray& msg, std::function<void()> lost, Yields yields);
   void write(const QByteArray& msg, bool isOrder);
   void noteAnswer(bool accepted);
 

@@ -146,6 +146,8 @@ void StationLink::endcomm(bool leaveMode, bool progOn) {
     // The line is gone, and with it the one who would hear the farewell.
   }
   lastCvFailed = false;
+  // Behind the last session nobody hears what a stop of the farewell is answered.
+  if (commUseCount == 1) trackStop().order().settle();
   FinishComm();
   if (view() != nullptr) view()->setFarewell(false);
 }

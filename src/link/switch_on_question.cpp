@@ -43,7 +43,7 @@ std::optional<StationUse> useOf(CommJob job) {
 std::optional<SwitchOnLeave> askToSwitchOn(StationLink& link, StationUse use) {
   TrackStop& stop = link.trackStop();
   const bool sessionOpen = link.commUseCount > 0;
-  if (!stop.isHeld() || !switchesOn(link.settings().station(), use, sessionOpen)) {
+  if (!stop.mayStand() || !switchesOn(link.settings().station(), use, sessionOpen)) {
     return SwitchOnLeave();
   }
   const int answer = link.prompt().choose(

@@ -10,7 +10,14 @@ namespace lokari {
 class TracedSerialLine final : public SerialLine {
  public:
   /// `line` and `trace` must outlive it.
-  TracedSerialLine(SerialLine& line, MessageTrace& trace) : line_(line), trace_(trace) {}
+  TracedSerialLine(SerialLine& line, MessageTrace& trace) : line_(line), trace_(trace) {
+    line_.onReceived = [this](const QByteArray& data) {
+      if (onReceived) onReceived(data);
+    };
+  }
+  ~TracedSerialLine() override { line_.onReceived = nullptr; }
+  TracedSerialLine(const TracedSerialLine&) = delete;
+  TracedSerialLine& operator=(const TracedSerialLine&) = delete;
 
   void open(const SerialSettings& settings) override;
   void close() override;

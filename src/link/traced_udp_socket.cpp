@@ -15,6 +15,9 @@ void TracedUdpSocket::open(const QString& host, quint16 remotePort, quint16 loca
   socket_.onArrival = [this](qsizetype size) {
     if (onArrival) onArrival(size);
   };
+  socket_.onReceived = [this](const QByteArray& datagram) {
+    if (onReceived) onReceived(datagram);
+  };
   socket_.onRefused = [this] {
     trace_.event(QStringLiteral("dort hört niemand zu"));
     if (onRefused) onRefused();
@@ -35,6 +38,7 @@ void TracedUdpSocket::close() {
 TracedUdpSocket::~TracedUdpSocket() {
   if (!listens_) return;
   socket_.onArrival = nullptr;
+  socket_.onReceived = nullptr;
   socket_.onRefused = nullptr;
   socket_.onClosed = nullptr;
 }

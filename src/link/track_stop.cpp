@@ -24,12 +24,12 @@ QString textOf(TrackStop::Outcome outcome, const StationKindRow& kind) {
 
 }  // namespace
 
-TrackStop::Agreement::Agreement(TrackStop& stop) : stop_(stop) {
-  if (stop_.hold_ == Hold::Stopped) stop_.hold_ = Hold::ReleaseAgreed;
+TrackStop::Agreement::Agreement(TrackStop& stop) : stop_(stop), before_(stop.hold_) {
+  if (stop_.staysStopped()) stop_.set(Hold::ReleaseAgreed);
 }
 
 TrackStop::Agreement::~Agreement() {
-  if (stop_.hold_ == Hold::ReleaseAgreed) stop_.hold_ = Hold::Stopped;
+  if (stop_.hold_ == Hold::ReleaseAgreed) stop_.set(before_);
 }
 
 void TrackStop::set(Hold hold) {
@@ -72,6 +72,12 @@ void TrackStop::pressAndTell() {
   tell(outcome);
 }
 
+bool TrackStop::pressAndAwait() {
+  pressAndTell();
+  order_.settle();
+  return isHeld();
+}
+
 void TrackStop::tell(Outcome outcome) {
   const QString text = textOf(outcome, link_.settings().station());
   // Whoever goes on pressing the key gets one box.
@@ -86,7 +92,7 @@ void TrackStop::noteSession() {
 }
 
 bool TrackStop::noteSwitchedOn() {
-  return hold_ == Hold::Stopped && send && send() != Outcome::NotSent;
+  return staysStopped() && send && send() != Outcome::NotSent;
 }
 
 }  // namespace lokari

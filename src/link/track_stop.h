@@ -31,10 +31,14 @@ class TrackStop final : public QObject {
   };
 
   /// A stop went out and nothing that this program sent since then has switched the layout on.
-  bool isHeld() const { return hold_ != Hold::None; }
+  bool isHeld() const { return hold_ == Hold::Stopped || hold_ == Hold::ReleaseAgreed; }
 
   /// The same, and nobody has agreed to a release.
-  bool staysStopped() const { return hold_ == Hold::Stopped; }
+  bool staysStopped() const { return hold_ == Hold::Stopped || hold_ == Hold::Unconfirmed; }
+
+  /// It is held, or a stop went out that the station has not confirmed: what switches the layout on
+  /// is asked about all the same.
+  bool mayStand() const { return hold_ != Hold::None; }
 
   /// The last stop or go, and what the station has said to it.
   LayoutOrder& order() { return order_; }
@@ -45,6 +49,8 @@ class TrackStop final : public QObject {
   /// press() for a window: a box tells why nothing went out. During a firmware transfer the speaker
   /// tells it, since a box would hold the transfer up.
   void pressAndTell();
+  /// The same, and waits for the station's word where it gives one. True when the layout stands.
+  bool pressAndAwait();
   /// How press() sends; empty where nobody drives. It calls noteStopped() when the stop is out.
   /// Behind Waiting it calls noteBehind().
   std::function<Outcome()> send;
@@ -56,6 +62,10 @@ class TrackStop final : public QObject {
   /// A stop that belongs to no cab went out: every cab shows it.
   void noteStoppedForAll();
   void noteReleased() { set(Hold::None); }
+  /// A stop went out, and nobody knows whether it holds.
+  void noteUnconfirmed() { set(Hold::Unconfirmed); }
+
+  enum class Hold { None, Stopped, Unconfirmed, ReleaseAgreed };
 
   /// While it lives, the next session that opens is known to switch the layout on: the user has
   /// agreed to it.
@@ -68,6 +78,7 @@ class TrackStop final : public QObject {
 
    private:
     TrackStop& stop_;
+    Hold before_;
   };
 
   /// A session has opened. For the link alone.
@@ -81,8 +92,6 @@ class TrackStop final : public QObject {
   void stoppedForAll();
 
  private:
-  enum class Hold { None, Stopped, ReleaseAgreed };
-
   void set(Hold hold);
   void cancelJob();
   void tell(Outcome outcome);

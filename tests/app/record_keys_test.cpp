@@ -17,6 +17,7 @@
 #include "app/ui/main_win.h"
 #include "app/workbench.h"
 #include "app_folder.h"
+#include "base/ui/qt_prompt.h"
 #include "db/database_session.h"
 
 namespace lokari {
@@ -172,6 +173,18 @@ TEST_F(RecordKeysTest, OneDialogBehindAnotherAtTheSamePlaceInMemoryIsAskedToo) {
   dialog.emplace(window_.get(), 0);
   dialog->exec();
   EXPECT_EQ(dialog->asked, 1);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return !window_->isVisible(); }));
+}
+
+TEST_F(RecordKeysTest, ABoxThatOnlyTellsDoesNotHoldTheEndUp) {
+  QTimer::singleShot(0, window_.get(), [this] { window_->endProgram(); });
+  QtPrompt().message(QStringLiteral("Keine Daten von Digitalzentrale erhalten"));
+  EXPECT_TRUE(QTest::qWaitFor([this] { return !window_->isVisible(); }));
+}
+
+TEST_F(RecordKeysTest, AQuestionThatWasOpenTakesItsSafeAnswerAtTheEnd) {
+  QTimer::singleShot(0, window_.get(), [this] { window_->endProgram(); });
+  EXPECT_EQ(QtPrompt().ask(QStringLiteral("Ja?"), Buttons::YesNo), Answer::No);
   EXPECT_TRUE(QTest::qWaitFor([this] { return !window_->isVisible(); }));
 }
 

@@ -291,6 +291,35 @@ TEST_F(DriveOnMx1Ulf, OneSessionIsOpened) {
   EXPECT_EQ(line_.closes, 1);
 }
 
+TEST_F(DriveOnMx1Ulf, AStopThatIsNotConfirmedIsToldWithinSecondsAndCtrlCDoesNotMakeItOne) {
+  // The greetings are answered.
+  faults.add({.kind = sim::FaultKind::Silence, .count = sim::Fault::kAlways, .skip = 2});
+  QStringList told;
+  clock.schedule(6000, [&] { told = console.messages; });
+  clock.schedule(8000, [&] { interrupt.raise(); });
+  EXPECT_EQ(run("drive 3 --stop"), 1);
+  EXPECT_EQ(told.value(1), "Die Digitalzentrale hat einen Befehl nicht bestätigt!");
+  EXPECT_FALSE(console.results.contains(QStringLiteral("Halt\tein")));
+  EXPECT_LT(clock.now(), 15'000);
+}
+
+class StopOnLenz : public CliFixture, public ::testing::WithParamInterface<const char16_t*> {
+ protected:
+  StopOnLenz() : CliFixture(GetParam()) {}
+};
+
+INSTANTIATE_TEST_SUITE_P(Kinds, StopOnLenz, ::testing::Values(u"LI100", u"LI100V3", u"LIUSB"));
+
+TEST_P(StopOnLenz, ThatIsNotConfirmedIsNotPrintedAsDone) {
+  EXPECT_EQ(run("drive 3 --stop"), 0);
+  EXPECT_EQ(console.results.last(), "Halt\tein");
+  EXPECT_TRUE(console.messages.isEmpty());
+  faults.add({.kind = sim::FaultKind::Silence, .count = sim::Fault::kAlways});
+  EXPECT_EQ(run("drive 3 --stop"), 1);
+  EXPECT_TRUE(console.results.isEmpty());
+  EXPECT_EQ(console.messages.first(), "Die Digitalzentrale hat einen Befehl nicht bestätigt!");
+}
+
 class DriveOnSilentMx1Bin : public CliFixture, public ::testing::WithParamInterface<const char*> {
  protected:
   DriveOnSilentMx1Bin() : CliFixture(u"MX1BIN") {

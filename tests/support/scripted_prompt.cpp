@@ -12,7 +12,10 @@ void ScriptedPrompt::show(const QString& text, const QString& more) {
 
 Answer ScriptedPrompt::ask(const Box& box) {
   show(box.text, box.more);
-  if (box.buttons == Buttons::Ok) return Answer::Ok;
+  if (box.buttons == Buttons::Ok) {
+    if (whileShown) whileShown();
+    return Answer::Ok;
+  }
   if (answers.empty()) return box.buttons == Buttons::YesNo ? Answer::No : Answer::Cancel;
   const Answer answer = answers.front();
   answers.pop_front();

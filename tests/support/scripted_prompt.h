@@ -26,6 +26,8 @@ class ScriptedPrompt final : public Prompt {
   std::deque<int> choices;
   /// Happens while a choice is open.
   std::function<void()> whileAsked;
+  /// Happens while a box without a question is open.
+  std::function<void()> whileShown;
   /// How often a wait asks before the user gives it up; what happens ahead of each asking.
   int patience = 0;
   std::function<void()> meanwhile;

@@ -1,5 +1,6 @@
 #include "app/ui/main_win.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
@@ -300,8 +301,10 @@ void MainWin::lookForTheEnd() {
     return;
   }
   auto* dialog = qobject_cast<QDialog*>(modal);
-  // A question waits for its answer.
-  const bool question = qobject_cast<QMessageBox*>(modal) != nullptr;
+  auto* box = qobject_cast<QMessageBox*>(modal);
+  const bool question = box != nullptr;
+  // What the end itself has asked is the user's to answer.
+  if (question && !asking_) answerForTheEnd(*box);
   if (dialog != nullptr && !question && !asking_ &&
       (dialog != asked_ || ++looks_ >= kLooksUntilAskedAgain)) {
     asked_ = dialog;
@@ -310,6 +313,18 @@ void MainWin::lookForTheEnd() {
     QTimer::singleShot(0, dialog, [this, dialog] { askToClose(dialog); });
   }
   QTimer::singleShot(kLookAgainMs, this, &MainWin::lookForTheEnd);
+}
+
+// Nobody may sit there any more: what only wants to be read has been, and a question gets the answer
+// of a closed box. One that can only be given up goes on as long as it has something to wait for.
+void MainWin::answerForTheEnd(QMessageBox& box) {
+  QAbstractButton* safe = box.escapeButton();
+  const QList<QAbstractButton*> buttons = box.buttons();
+  const bool onlyGivesUp =
+      buttons.size() == 1 && box.buttonRole(buttons.front()) == QMessageBox::RejectRole;
+  if (safe == nullptr || onlyGivesUp) return;
+  // From the event loop: what stands behind the box goes on on this very stack.
+  QTimer::singleShot(0, safe, [safe] { safe->click(); });
 }
 
 // One that is busy closes later, behind its job's farewell; one that stays behind a question has

@@ -13,6 +13,8 @@
 #include "base/ui/pictures.h"
 #include "base/ui/window_scale.h"
 
+class QMessageBox;
+
 namespace lokari {
 
 class FrmDecoder;
@@ -64,6 +66,7 @@ class MainWin final : public QMainWindow, public WorkbenchView {
   void comeUp();
   void lookForTheEnd();
   void askToClose(QDialog* dialog);
+  void answerForTheEnd(QMessageBox& box);
   void connectMenus();
   void mnuFileQuit();
   void mnuFirmware();
