@@ -48,9 +48,8 @@ void CabLine::exchange(const void* owner, int what, std::function<void()> run) {
 }
 
 void CabLine::exchangeNext(const void* owner, int what, std::function<void()> run) {
-  std::erase_if(waiting_, [&](const Waiting& each) {
-    return each.owner == owner && each.what == what;
-  });
+  std::erase_if(waiting_,
+                [&](const Waiting& each) { return each.owner == owner && each.what == what; });
   waiting_.push_front({owner, what, std::move(run)});
   runWaiting();
 }

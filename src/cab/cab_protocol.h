@@ -68,8 +68,8 @@ class CabProtocol {
   StationLink& link() const;
   CabState& state() const { return state_; }
   const CabHooks& hooks() const { return hooks_; }
-  /// Runs `send`, which sends `stopped`, and awaits the station's word for it; see LayoutOrder, also
-  /// for `listen`. What it throws passes through.
+  /// Runs `send`, which sends `stopped`, and awaits the station's word for it; see LayoutOrder,
+  /// also for `listen`. What it throws passes through.
   void order(const std::function<void()>& send, std::function<void()> listen = {}) const;
 
  private:

@@ -33,9 +33,10 @@ TrackStop::Outcome LayoutStop::send() {
   const StationKindRow& kind = link.settings().station();
   if (kind_ != &kind) {
     kind_ = &kind;
-    protocol_ = makeProtocol_(kind.family, line_, state_,
-                              {.stopFailed = [this](bool, StopFault fault) { noteFailed(fault); },
-                               .stopHeld = [&link](bool) { link.trackStop().noteStoppedForAll(); }});
+    protocol_ =
+        makeProtocol_(kind.family, line_, state_,
+                      {.stopFailed = [this](bool, StopFault fault) { noteFailed(fault); },
+                       .stopHeld = [&link](bool) { link.trackStop().noteStoppedForAll(); }});
   }
   heldBefore_ = link.trackStop().isHeld();
   const auto outcome = std::make_shared<Outcome>(Outcome::Waiting);

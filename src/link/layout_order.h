@@ -22,11 +22,11 @@ enum class LayoutNews {
 class LayoutOrder {
  public:
   enum class Outcome {
-    None,       ///< nothing was ordered, or the station's kind confirms nothing
+    None,  ///< nothing was ordered, or the station's kind confirms nothing
     Awaited,
     Confirmed,  ///< also by news of somebody else's order of the same kind
     Refused,
-    Silent,     ///< nothing came in time; what comes later still confirms
+    Silent,  ///< nothing came in time; what comes later still confirms
   };
 
   struct Order {

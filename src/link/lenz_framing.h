@@ -40,8 +40,8 @@ class LenzFraming {
   /// goes out in any case, also after a cancel.
   ///
   /// Asked for while another message waits for the line, it takes that one's turn as soon as the
-  /// line is granted, and the other one asks anew. An order to the whole layout has `lost`, which is
-  /// called when the line is lost before; the reply to it is told to the link's LayoutOrder.
+  /// line is granted, and the other one asks anew. An order to the whole layout has `lost`, which
+  /// is called when the line is lost before; the reply to it is told to the link's LayoutOrder.
   void lnzSend(const QByteArray& msg, std::function<void()> lost = {});
 
   /// What a reply says: on USB without its first two bytes, if it has more than two.
@@ -80,10 +80,10 @@ class LenzFraming {
   OpenQuestions cvQuestions_;
   bool requesting_ = false;
   std::deque<Ahead> ahead_;
-  QByteArray heard_;                // the beginning of a message
+  QByteArray heard_;  // the beginning of a message
   Millis heardAt_ = 0;
-  std::deque<Millis> unanswered_;   // when the messages went out that may still be answered
-  size_t answersToOrder_ = 0;       // the last of so many answers is that to the order
+  std::deque<Millis> unanswered_;  // when the messages went out that may still be answered
+  size_t answersToOrder_ = 0;      // the last of so many answers is that to the order
 };
 
 }  // namespace lokari

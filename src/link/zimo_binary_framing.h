@@ -72,7 +72,7 @@ class ZimoBinaryFraming {
   bool unsettled_ = false;  ///< `zbinAhead` is not confirmed yet
   int answersAhead_ = 0;    ///< answers due to what was sent ahead
   QByteArray heard_;        ///< the beginning of a frame
-  int unheard_ = 0;         ///< answers that have not been heard; the last one is that to `zbinAhead`
+  int unheard_ = 0;  ///< answers that have not been heard; the last one is that to `zbinAhead`
 };
 
 }  // namespace lokari

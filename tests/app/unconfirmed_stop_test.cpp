@@ -191,20 +191,18 @@ class WordsAboutAStop : public StopDesk, public ::testing::WithParamInterface<Wo
   }
   /// The station says nothing but that, so many milliseconds behind the press.
   void stopAndHear(const char* hex, Millis moment = 500) {
-    driving().OpenCab(3, true);
     fault("silence:immer");
     in(moment, [this, hex] { tell(hex); });
     click("imgStop");
   }
 };
 
-INSTANTIATE_TEST_SUITE_P(Kinds, WordsAboutAStop, ::testing::ValuesIn(kWords),
-                         [](const auto& row) {
-                           return QString::fromUtf16(stationKind(row.param.kind).name)
-                               .toStdString();
-                         });
+INSTANTIATE_TEST_SUITE_P(Kinds, WordsAboutAStop, ::testing::ValuesIn(kWords), [](const auto& row) {
+  return QString::fromUtf16(stationKind(row.param.kind).name).toStdString();
+});
 
 TEST_P(WordsAboutAStop, ARefusalShowsBesideTheBeepAndTheButtonIsHaltAgain) {
+  driving().OpenCab(3, true);
   in(600, [this] {
     EXPECT_EQ(word(), QStringLiteral("Halt"));
     EXPECT_TRUE(noticeOf(3).startsWith(QStringLiteral("Die Zentrale hat „Halt“ abgelehnt!")))
@@ -219,6 +217,8 @@ TEST_P(WordsAboutAStop, ARefusalShowsBesideTheBeepAndTheButtonIsHaltAgain) {
 
 TEST_P(WordsAboutAStop, TheNewsOfAnotherClientsStopConfirmsItAsWell) {
   for (const char* off : GetParam().off) {
+    faults = {};
+    driving().OpenCab(3, true);
     stopAndHear(off);
     clock().advance(5000);
     EXPECT_EQ(word(), QStringLiteral("Los")) << off;
@@ -231,6 +231,7 @@ TEST_P(WordsAboutAStop, TheNewsOfAnotherClientsStopConfirmsItAsWell) {
 }
 
 TEST_P(WordsAboutAStop, TheNewsOfPowerConfirmsNoStop) {
+  driving().OpenCab(3, true);
   stopAndHear(GetParam().on);
   clock().advance(4000);
   EXPECT_EQ(word(), QStringLiteral("Halt"));
@@ -238,6 +239,7 @@ TEST_P(WordsAboutAStop, TheNewsOfPowerConfirmsNoStop) {
 }
 
 TEST_P(WordsAboutAStop, AWordThatComesTooLateTurnsTheButtonAfterAll) {
+  driving().OpenCab(3, true);
   in(4500, [this] { EXPECT_EQ(word(), QStringLiteral("Halt")); });
   stopAndHear(GetParam().off.front(), 5000);
   clock().advance(6000);

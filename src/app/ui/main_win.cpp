@@ -315,8 +315,9 @@ void MainWin::lookForTheEnd() {
   QTimer::singleShot(kLookAgainMs, this, &MainWin::lookForTheEnd);
 }
 
-// Nobody may sit there any more: what only wants to be read has been, and a question gets the answer
-// of a closed box. One that can only be given up goes on as long as it has something to wait for.
+// Nobody may sit there any more: what only wants to be read has been, and a question gets the
+// answer of a closed box. One that can only be given up goes on as long as it has something to wait
+// for.
 void MainWin::answerForTheEnd(QMessageBox& box) {
   QAbstractButton* safe = box.escapeButton();
   const QList<QAbstractButton*> buttons = box.buttons();
