@@ -293,9 +293,8 @@ TEST_F(SessionTest, ARefusedDatabaseLeavesTheOldOneOpen) {
   session_->mnuDbOpen();
   EXPECT_EQ(opened_, 0);
   EXPECT_EQ(session_->dbPath(), path("DB/LOKARIV3.MDB"));
-  ASSERT_EQ(prompt_.shown,
-            QStringList{str("Datenbankdatei ") + path("DB/x.mdb") +
-                        str("\nDie Datei ist keine Datenbank.")});
+  ASSERT_EQ(prompt_.shown, QStringList{str("Datenbankdatei ") + path("DB/x.mdb") +
+                                       str("\nDie Datei ist keine Datenbank.")});
   EXPECT_TRUE(prompt_.below[0].contains(str("LOKARIV3.MDB bleibt geöffnet")));
   form().edited(str("fz_lname"), str("noch da"));
   EXPECT_TRUE(form().storeEdit());

@@ -13,6 +13,7 @@ struct KindRow {
   int lastWritable;
   bool writesOnMain;
   bool readsOnMain;
+  bool readsBack;             ///< what it has written on the programming track
   const char* variant = "";   ///< part of the test's name
   const char* settings = "";  ///< more lines of the settings file
 };
@@ -26,22 +27,22 @@ void PrintTo(const KindRow& row, std::ostream* out) {
 }
 
 const KindRow kKinds[] = {
-    {"MX1", 1024, 255, true, false},
-    {"MX1V25", 1024, 255, true, false},
-    {"MX1BIN", 1024, 1024, true, false},
-    {"MX1ULF", 1024, 1024, false, false},
-    {"MX10", 1024, 1024, true, true},
-    {"MX10IP", 1024, 1024, true, true},
-    {"TAMSMC", 1024, 1024, true, false},
-    {"Z21IP", 1024, 1024, true, true},
-    {"LI100", 255, 255, false, false},
-    {"LI100", 1024, 1024, false, false, "V36", "LenzV36=1\r\n"},
-    {"LI100V3", 255, 255, true, false},
-    {"LI100V3", 1024, 1024, true, false, "V36", "LenzV36=1\r\n"},
-    {"LIUSB", 1024, 1024, true, false},
-    {"LIUSB", 255, 255, true, false, "WithoutV36", "LenzV36=0\r\n"},
-    {"LIDP", 1024, 1024, false, false},
-    {"IBX", 1024, 1024, true, false},
+    {"MX1", 1024, 255, true, false, true},
+    {"MX1V25", 1024, 255, true, false, true},
+    {"MX1BIN", 1024, 1024, true, false, true},
+    {"MX1ULF", 1024, 1024, false, false, true},
+    {"MX10", 1024, 1024, true, true, false},
+    {"MX10IP", 1024, 1024, true, true, false},
+    {"TAMSMC", 1024, 1024, true, false, false},
+    {"Z21IP", 1024, 1024, true, true, true},
+    {"LI100", 255, 255, false, false, true},
+    {"LI100", 1024, 1024, false, false, true, "V36", "LenzV36=1\r\n"},
+    {"LI100V3", 255, 255, true, false, true},
+    {"LI100V3", 1024, 1024, true, false, true, "V36", "LenzV36=1\r\n"},
+    {"LIUSB", 1024, 1024, true, false, true},
+    {"LIUSB", 255, 255, true, false, true, "WithoutV36", "LenzV36=0\r\n"},
+    {"LIDP", 1024, 1024, false, false, false},
+    {"IBX", 1024, 1024, true, false, false},
 };
 
 /// CVs at the edges of the numbers' fields, with what the decoder holds.
@@ -95,6 +96,7 @@ TEST_P(CvOnEveryKind, ReadsWritesAndReadsAgain) {
   QByteArray before;
   QByteArray written;
   QByteArray after;
+  QStringList unproved;
   for (const auto& [cv, value] : kCvs) {
     if (cv > GetParam().lastReadable) continue;
     const bool changes = cv <= GetParam().lastWritable && cv != 1 && cv != 29;
@@ -104,6 +106,7 @@ TEST_P(CvOnEveryKind, ReadsWritesAndReadsAgain) {
     after += QByteArray::number(cv) + "\t" + QByteArray::number(now) + "\n";
     if (cv > GetParam().lastWritable) continue;
     writes << QStringLiteral("%1=%2").arg(cv).arg(now);
+    if (!GetParam().readsBack) unproved << QString::number(cv);
     written += QByteArray::number(cv) + "\t" + QByteArray::number(now) + "\n";
   }
   for (const auto& [arguments, output] : {std::pair{QStringList{"cv", "read"} + reads, before},
@@ -112,8 +115,11 @@ TEST_P(CvOnEveryKind, ReadsWritesAndReadsAgain) {
     const test::ProgramRun run = cli(arguments);
     EXPECT_EQ(run.output, output);
     const QByteArray command = arguments.mid(0, 2).join(u' ').toLatin1();
-    EXPECT_EQ(run.errors,
-              test::switchingNote(GetParam().name, command.constData(), StationUse::CvJob));
+    QByteArray told = test::switchingNote(GetParam().name, command.constData(), StationUse::CvJob);
+    if (command == "cv write" && !unproved.isEmpty()) {
+      told += "CV " + unproved.join(", ").toUtf8() + ": geschrieben, nicht geprüft!\n";
+    }
+    EXPECT_EQ(run.errors, told);
     EXPECT_EQ(run.status, 0);
   }
 }

@@ -55,7 +55,7 @@ class RowsPage final : public QWidget {
   int tab_;
   QIcon bitIcon_;
   QWidget* content_ = nullptr;
-  QWidget* scrolled_ = nullptr;  // of content_: all but the buttons
+  QWidget* scrolled_ = nullptr;       // of content_: all but the buttons
   QHash<int, RowControls> controls_;  // by the row's place on the bench
   QList<QPushButton*> buttons_;
 };

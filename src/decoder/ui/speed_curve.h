@@ -64,7 +64,7 @@ class SpeedCurve final : public QWidget {
   SpeedPicture picture_{table_};
   int selected_ = 1;
   std::optional<QPointF> mouse_;  // within the area
-  QPointF dragged_;  // where the mouse was while a point was being dragged
+  QPointF dragged_;               // where the mouse was while a point was being dragged
 };
 
 }  // namespace lokari

@@ -73,7 +73,7 @@ class DlgOptions final : public QDialog {
   OptionsParts parts_;
   const WindowScale& scale_;
   QWidget* contents_ = nullptr;
-  QWidget* page_ = nullptr;  // what scrolls: all but the buttons
+  QWidget* page_ = nullptr;           // what scrolls: all but the buttons
   QButtonGroup* stations_ = nullptr;  // ids are rows of kStationChoices
   QButtonGroup* comPorts_ = nullptr;  // ids are numbers of ports
   QStackedWidget* views_ = nullptr;
