@@ -1,8 +1,8 @@
 #include "cli/console_prompt.h"
 
 #include "base/clock.h"
-#include "cli/cli.h"
 #include "cli/console.h"
+#include "cli/interrupt.h"
 
 namespace lokari {
 

@@ -3,11 +3,10 @@
 
 #include <QString>
 
-#include <functional>
-
 #include "base/app_paths.h"
 #include "base/settings.h"
 #include "cli/console_prompt.h"
+#include "cli/interrupt.h"
 #include "cli/results.h"
 #include "link/station_link.h"
 
@@ -19,17 +18,6 @@ enum class ExitStatus {
   Done = 0,
   Failed = 1,     ///< something failed
   WrongCall = 2,  ///< wrong call, or no session: nothing was done
-};
-
-/// Ctrl-C.
-struct Interrupt {
-  bool raised = false;
-  std::function<void()> action;  ///< what it does now; may be empty
-
-  void raise() {
-    raised = true;
-    if (action) action();
-  }
 };
 
 /// What a command works with.
