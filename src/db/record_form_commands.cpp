@@ -149,6 +149,8 @@ void RecordForm::butUndo() {
   if (!isUntouchedBlank() && !storeEdit()) return;
   browse();
   if (!attempt([&] { records_.restore(deleted.row, deleted.position); })) {
+    // What stands in its way can be moved, and the record is nowhere else.
+    rememberDeleted(deleted.row, deleted.position);
     show();
     return;
   }

@@ -302,6 +302,21 @@ TEST_F(RecordChangesTest, TheOnlyRecordComesBackOutOfTheNewOne) {
   EXPECT_TRUE(visible("butNew"));
 }
 
+TEST_F(RecordChangesTest, ARecordWhoseAddressWasGivenAwayCanBeTakenBackOnceItIsFree) {
+  open();
+  prompt_.answers = {Answer::Yes};
+  form_.butDelete();
+  ASSERT_EQ(text("st_sname"), str("A5"));
+  type("dc_adr", "3");
+  form_.butUndo();
+  EXPECT_EQ(stored("SELECT COUNT(*) FROM LOCO_DAT").toInt(), 2);
+  EXPECT_TRUE(visible("butUndo"));
+  base_.run("UPDATE LOCO_DAT SET DC_ADR = 5 WHERE ST_SNAME = 'A5'");
+  form_.butUndo();
+  EXPECT_EQ(stored("SELECT ST_SNAME FROM LOCO_DAT WHERE DC_ADR = 3").toString(), str("A3"));
+  EXPECT_FALSE(visible("butUndo"));
+}
+
 TEST_F(RecordChangesTest, AStoredRecordEndsTheTakingBack) {
   open();
   prompt_.answers = {Answer::Yes};
