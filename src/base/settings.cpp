@@ -10,6 +10,9 @@
 namespace lokari {
 namespace {
 
+constexpr QStringView kYes = u"J";
+constexpr QStringView kNo = u"N";
+
 /// The keys of one settings file, all of the same moment.
 class Keys {
  public:
@@ -30,6 +33,13 @@ class Keys {
     int value = target ? 1 : 0;
     number(key, 1, 0, 1, value);
     target = value == 1;
+  }
+
+  /// Takes J or N.
+  void yesOrNo(const QString& key, bool& target) const {
+    const QString value = text(key, QString(), 64);
+    if (value.compare(kYes, Qt::CaseInsensitive) == 0) target = true;
+    if (value.compare(kNo, Qt::CaseInsensitive) == 0) target = false;
   }
 
  private:
@@ -93,6 +103,7 @@ Settings loadSettings(const IniFile& ini, const QString& appPath) {
       reportPath(keys, QStringLiteral("ListReport"), QStringLiteral("repl_ger.rpt"), appPath);
   settings.csvReport =
       reportPath(keys, QStringLiteral("CSVReport"), QStringLiteral("repc_ger.rpt"), appPath);
+  keys.yesOrNo(QStringLiteral("MakerForm"), settings.makerForm);
   keys.flag(QStringLiteral("CANLog"), settings.canLog);
   int trace = 0;
   keys.number(QStringLiteral("Trace"), 0, 0, 1, trace);

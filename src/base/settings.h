@@ -31,6 +31,7 @@ struct Settings {
   int zimoFunctionCount = 12;  ///< 12 or 8
   QString ipAddr = QStringLiteral("000.000.000.000");
   bool lenzV36 = false;
+  bool makerForm = false;  ///< what goes out follows the makers' documents where they differ
   bool canLog = false;
   bool trace = false;  ///< all traffic is written into TRACE.log
   int resizeMode = 1;  ///< 0 fixed layout, 1 layouts scale with the window
@@ -38,7 +39,8 @@ struct Settings {
   QString listReport;  ///< full path
   QString csvReport;   ///< full path
 
-  const StationKindRow& station() const { return stationKind(baseUnit); }
+  /// The row of the station, in the form of the messages.
+  const StationKindRow& station() const { return stationKind(baseUnit, makerForm); }
 };
 
 /// Program title: caption, splash, about.

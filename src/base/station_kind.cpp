@@ -2,8 +2,9 @@
 
 namespace lokari {
 
-const StationKindRow& stationKind(StationKind kind) {
-  return kStationKinds[static_cast<size_t>(static_cast<int>(kind) - 1)];
+const StationKindRow& stationKind(StationKind kind, bool makerForm) {
+  const auto& kinds = makerForm ? kMakerKinds : kStationKinds;
+  return kinds[static_cast<size_t>(static_cast<int>(kind) - 1)];
 }
 
 bool switchesOn(const StationKindRow& kind, StationUse use, bool sessionOpen) {

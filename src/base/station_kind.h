@@ -134,8 +134,38 @@ inline constexpr std::array<StationKindRow, 13> kStationKinds{{
 }};
 // clang-format on
 
+/// What of a kind is different when messages follow the makers' documents, setting `MakerForm`.
+struct MakerFormRow {
+  StationKind kind;
+  int funcCount;  ///< highest function number
+  SwitchesOn switchesOn;
+  ProgMethods progMethods;
+};
+
+// clang-format off
+inline constexpr std::array kMakerForms{
+    MakerFormRow{StationKind::Z21Ip,   28, {.opening = true, .cvJob = true}, {}},
+};
+// clang-format on
+
+constexpr std::array<StationKindRow, kStationKinds.size()> kindsInMakerForm() {
+  auto kinds = kStationKinds;
+  for (const MakerFormRow& form : kMakerForms) {
+    for (StationKindRow& kind : kinds) {
+      if (kind.kind != form.kind) continue;
+      kind.cab.funcCount = form.funcCount;
+      kind.switchesOn = form.switchesOn;
+      kind.progMethods = form.progMethods;
+    }
+  }
+  return kinds;
+}
+
+/// The kinds as they are with that setting.
+inline constexpr auto kMakerKinds = kindsInMakerForm();
+
 /// The row of a kind.
-const StationKindRow& stationKind(StationKind kind);
+const StationKindRow& stationKind(StationKind kind, bool makerForm = false);
 
 /// Whether that use switches a stopped layout on. `sessionOpen`: others use the station already.
 bool switchesOn(const StationKindRow& kind, StationUse use, bool sessionOpen);

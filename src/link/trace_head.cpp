@@ -68,6 +68,7 @@ QString traceHead(const Settings& settings) {
       QStringLiteral("Timeout=%1").arg(settings.timeoutVal),
       flag(u"Delay", settings.delayFlag),
       flag(u"LenzV36", settings.lenzV36),
+      flag(u"MakerForm", settings.makerForm),
       flag(u"AddressCheck", settings.addressCheck),
       flag(u"ManufacturerCheck", settings.manufacturerCheck),
       flag(u"ContinueOnError", settings.continueOnError),

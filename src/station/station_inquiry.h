@@ -22,6 +22,8 @@ struct Settings;
 struct StationReport {
   QStringList lines = {};  ///< one per fact, for the user; empty when nothing could be read
   bool understood = true;  ///< false: something answered, but not as this station does
+  /// The answer shows a station that wants its messages as its maker's documents have them.
+  bool wantsMakerForm = false;
   /// The interface that is really connected, where the answer tells it.
   std::optional<StationChoice> connected = {};
 };

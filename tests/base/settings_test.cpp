@@ -50,6 +50,22 @@ TEST(Settings, TheTraceIsOffUnlessItsKeySaysOtherwise) {
   EXPECT_TRUE(load("Trace=1").trace);
 }
 
+TEST(Settings, MessagesFollowTheMakersDocumentsOnlyWhenTheirKeySaysYes) {
+  EXPECT_FALSE(load("").makerForm);
+  EXPECT_FALSE(load("MakerForm=N").makerForm);
+  EXPECT_FALSE(load("MakerForm=1").makerForm);
+  EXPECT_TRUE(load("MakerForm=J").makerForm);
+  EXPECT_TRUE(load("MakerForm=j").makerForm);
+}
+
+TEST(Settings, TheStationIsTheOneOfItsForm) {
+  Settings settings;
+  settings.baseUnit = StationKind::Z21Ip;
+  EXPECT_EQ(&settings.station(), &stationKind(StationKind::Z21Ip));
+  settings.makerForm = true;
+  EXPECT_EQ(&settings.station(), &stationKind(StationKind::Z21Ip, true));
+}
+
 TEST(Settings, AnUnknownResizeModeLeaves1) {
   EXPECT_EQ(load("Resize=2").resizeMode, 1);
   EXPECT_EQ(load("Resize=0").resizeMode, 0);

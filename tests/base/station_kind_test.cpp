@@ -14,6 +14,19 @@ TEST(StationKinds, StandInTheOrderOfTheirNumbers) {
   }
 }
 
+TEST(StationKinds, AreTheSameStationsInEitherForm) {
+  for (size_t i = 0; i < kStationKinds.size(); ++i) {
+    const StationKindRow& told = kStationKinds[i];
+    const StationKindRow& makers = stationKind(told.kind, true);
+    EXPECT_EQ(&makers, &kMakerKinds[i]);
+    EXPECT_EQ(makers.kind, told.kind);
+    EXPECT_EQ(QStringView(makers.name), QStringView(told.name));
+    EXPECT_EQ(makers.family, told.family);
+    EXPECT_EQ(makers.transport, told.transport);
+    EXPECT_GE(makers.cab.funcCount, told.cab.funcCount) << "the documents take no function away";
+  }
+}
+
 TEST(StationKinds, HaveTheRatesAndHandshakingOfTheirInterfaces) {
   const auto line = [](const char16_t* name) {
     const StationKindRow* row = stationKindByName(name);

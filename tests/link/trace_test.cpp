@@ -98,12 +98,12 @@ TEST_F(TraceTest, TheHeadTellsVersionDateStationPortAndSettings) {
   settings.lenzV36 = true;
   trace.request();
   trace.follow(settings);
-  EXPECT_EQ(lines().mid(0, 3),
-            (QStringList{
-                "Lokari-Mitschrift: " + QString::fromUtf16(kTitle) + ", 21.11.2026 10:00:00",
-                "# Zentrale: TAMSMC an COM4, 2400 Baud, RTS/CTS",
-                "# Einstellungen: Timeout=2 Delay=1 LenzV36=1 AddressCheck=1 ManufacturerCheck=1 "
-                "ContinueOnError=1 Zimo12Functions=1"}))
+  EXPECT_EQ(lines().mid(0, 3), (QStringList{"Lokari-Mitschrift: " + QString::fromUtf16(kTitle) +
+                                                ", 21.11.2026 10:00:00",
+                                            "# Zentrale: TAMSMC an COM4, 2400 Baud, RTS/CTS",
+                                            "# Einstellungen: Timeout=2 Delay=1 LenzV36=1 "
+                                            "MakerForm=0 AddressCheck=1 ManufacturerCheck=1 "
+                                            "ContinueOnError=1 Zimo12Functions=1"}))
       << qPrintable(lines().join('|'));
   settings.baseUnit = StationKind::Z21Ip;
   settings.ipAddr = QStringLiteral("192.168.000.111");
