@@ -42,6 +42,11 @@ ExitStatus testStation(const Call&, CliContext& context) {
     context.console.message(QStringLiteral("Angeschlossen ist %1, eingestellt ist %2!")
                                 .arg(kindName(result.connected->kind), kindName(configured)));
   }
+  if (result.wantsMakerForm) {
+    context.console.message(
+        QStringLiteral("Diese Zentrale versteht nur Nachrichten nach den Unterlagen ihres "
+                       "Herstellers (MakerForm=J, siehe Optionen)!"));
+  }
   if (result.outcome == Outcome::NoSession) return ExitStatus::WrongCall;
   const bool done = result.outcome == Outcome::Answered && !result.cancelled;
   return done ? ExitStatus::Done : ExitStatus::Failed;

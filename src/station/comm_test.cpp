@@ -60,6 +60,7 @@ class CommTest {
       inquiry->askAgain();
       link_.WaitForData(inquiry->want());
     }
+    heard_ = link_.getBufferCount() != 0;
     StationReport report;
     if (link_.getBufferCount() >= inquiry->want()) report = inquiry->evaluate();
     if (link_.cancelRequested) {
@@ -75,12 +76,15 @@ class CommTest {
       result_.outcome = CommTestResult::Outcome::NoAnswer;
       result_.lines = {QStringLiteral("Keine Antwort vom Basisgerät!")};
       // Whoever cancelled has not waited for it.
-      if (!result_.cancelled) result_.lines << whereToLook(settings_);
+      if (!result_.cancelled) {
+        result_.lines << (heard_ ? whatAnswersOtherwise(settings_) : whereToLook(settings_));
+      }
       return;
     }
     result_.outcome = report.understood ? CommTestResult::Outcome::Answered
                                         : CommTestResult::Outcome::NotUnderstood;
     result_.lines = report.lines;
+    result_.wantsMakerForm = report.wantsMakerForm && !settings_.makerForm;
     result_.connected = report.connected;
   }
 
@@ -110,6 +114,7 @@ class CommTest {
   StationLink& link_;
   Settings& settings_;
   CommTestResult result_;
+  bool heard_ = false;  // something came, whatever it was
 };
 
 }  // namespace

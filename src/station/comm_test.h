@@ -25,6 +25,8 @@ struct CommTestResult {
   /// What the user gets to read at the end: facts about the station, or what is wrong and where to
   /// look.
   QStringList lines;
+  /// The station wants its messages as its maker's documents have them, and gets others.
+  bool wantsMakerForm = false;
   /// The Lenz interface that is really connected; also when it is the configured one.
   std::optional<StationChoice> connected;
 };

@@ -44,6 +44,11 @@ void takeLink(const OptionsForm& form, Settings& settings) {
   settings.lenzV36 = form.station.lenzV36;
   settings.comPort = form.comPort;
   settings.ipAddr = joined(form.address);
+  settings.makerForm = form.makerForm;
+}
+
+QString yesOrNo(bool value) {
+  return value ? QStringLiteral("J") : QStringLiteral("N");
 }
 
 QString flag(bool value) {
@@ -82,6 +87,7 @@ OptionsForm formOf(const Settings& settings) {
       .addressCheck = settings.addressCheck,
       .manufacturerCheck = settings.manufacturerCheck,
       .continueOnError = settings.continueOnError,
+      .makerForm = settings.makerForm,
       .trace = settings.trace,
   };
 }
@@ -154,8 +160,14 @@ QList<IniEntry> optionEntries(const Settings& settings) {
 }
 
 QList<IniEntry> changedEntries(const Settings& before, const Settings& settings) {
-  if (before.trace == settings.trace) return {};
-  return {{QStringLiteral("Trace"), flag(settings.trace)}};
+  QList<IniEntry> entries;
+  if (before.makerForm != settings.makerForm) {
+    entries.append({QStringLiteral("MakerForm"), yesOrNo(settings.makerForm)});
+  }
+  if (before.trace != settings.trace) {
+    entries.append({QStringLiteral("Trace"), flag(settings.trace)});
+  }
+  return entries;
 }
 
 bool sameLine(const OptionsForm& form, const Settings& settings) {
@@ -170,11 +182,13 @@ BorrowedLink::BorrowedLink(const OptionsForm& form, Settings& settings)
     : settings_(settings),
       baseUnit_(settings.baseUnit),
       comPort_(settings.comPort),
-      ipAddr_(settings.ipAddr) {
+      ipAddr_(settings.ipAddr),
+      makerForm_(settings.makerForm) {
   takeLink(form, settings);
 }
 
 BorrowedLink::~BorrowedLink() {
+  settings_.makerForm = makerForm_;
   settings_.ipAddr = ipAddr_;
   settings_.baseUnit = baseUnit_;
   settings_.comPort = comPort_;

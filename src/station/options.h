@@ -31,6 +31,7 @@ struct OptionsForm {
   bool addressCheck = true;
   bool manufacturerCheck = true;
   bool continueOnError = true;
+  bool makerForm = false;  ///< messages follow the makers' documents
   bool trace = false;
 };
 
@@ -77,8 +78,8 @@ bool keepsAddress(const Settings& settings, const IniFile& ini);
 /// same port at the same rate, or behind the same address.
 bool sameLine(const OptionsForm& form, const Settings& settings);
 
-/// Lends the settings the form's choice of station, port, rate and address for a test. In the end
-/// station, port and address are given back.
+/// Lends the settings the form's choice of station, port, rate, address and form of messages for a
+/// test. In the end all but the rate are given back.
 class BorrowedLink {
  public:
   BorrowedLink(const OptionsForm& form, Settings& settings);
@@ -91,6 +92,7 @@ class BorrowedLink {
   StationKind baseUnit_;
   int comPort_;
   QString ipAddr_;
+  bool makerForm_;
 };
 
 /// The ports of this machine as one text, "COM3=/dev/ttyUSB0:"; all ten names when there is none.

@@ -61,6 +61,15 @@ TEST_F(CommTestFrame, ACutAnswerIsNoneAndIsNotAskedForAgain) {
   EXPECT_TRUE(line.played());
 }
 
+TEST_F(CommTestFrame, WhoAnswersWronglyIsNotSentToHisCables) {
+  expectGreeting();
+  line.expect("Z\r").answer("\xFF");
+  EXPECT_EQ(run().lines,
+            (QStringList{kNoAnswer,
+                         "An COM3 antwortet etwas, aber nicht so wie MX1. Bitte die eingestellte "
+                         "Zentrale und die Baudrate (9600) prüfen."}));
+}
+
 TEST_F(CommTestFrame, WithoutAnAnswerTheUserNeedNotWaitForTheFarewell) {
   expectGreeting();
   line.expect("Z\r");

@@ -238,6 +238,17 @@ TEST(WriteOptions, WhatIsWrittenIsReadAgain) {
 
 // ---- The test -----------------------------------------------------------------------------------
 
+TEST(BorrowedLink, ATestUsesTheFormOfTheMessagesAndGivesItBack) {
+  Settings settings;
+  OptionsForm form = formOf(settings);
+  form.makerForm = true;
+  {
+    const BorrowedLink lent(form, settings);
+    EXPECT_TRUE(settings.makerForm);
+  }
+  EXPECT_FALSE(settings.makerForm);
+}
+
 TEST(BorrowedLink, StationPortAndAddressAreGivenBackRateAndProtocolStay) {
   Settings settings;
   settings.baseUnit = StationKind::Mx1;

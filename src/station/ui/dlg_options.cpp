@@ -21,6 +21,9 @@ namespace {
 
 constexpr int kSerialView = 0;
 constexpr int kNetworkView = 1;
+constexpr char16_t kUnitAddresses[] =
+    u"Eine Funktionseinheit D hat dann an jeder Zentrale die Adressen (D - 1) x 4 + 1 bis 4: die "
+    u"Einheit 13 schaltet die Weichen 49 bis 52. An der Z21 waren es bisher 13 bis 16.";
 
 const StationChoiceRow& choiceRow(int row) {
   return kStationChoices[static_cast<size_t>(row)];
@@ -37,6 +40,7 @@ void DlgOptions::load() {
   comPorts_->button(form.comPort)->setChecked(true);
   txtComTimeout_->setText(form.timeout);
   lstBaudrate_->setEditText(form.baudrate);
+  chkMakerForm_->setChecked(form.makerForm);
   chkTrace_->setChecked(form.trace);
   for (const Choice& choice : choices_) {
     (form.*choice.value ? choice.yes : choice.no)->setChecked(true);
@@ -54,6 +58,7 @@ OptionsForm DlgOptions::form() const {
   };
   for (size_t i = 0; i < txtIP_.size(); ++i) form.address[i] = txtIP_[i]->text();
   for (const Choice& choice : choices_) form.*choice.value = choice.yes->isChecked();
+  form.makerForm = chkMakerForm_->isChecked();
   form.trace = chkTrace_->isChecked();
   return form;
 }
@@ -147,19 +152,35 @@ void DlgOptions::testLink() {
   testing_ = true;
   contents_->setEnabled(false);
   const auto test = [this, tried] {
-    std::optional<StationChoice> connected;
+    CommTestResult result;
     {
       const BorrowedLink lent(tried, parts_.settings);
       DlgComm dialog(parts_.link, this);
       scale_.ResizeWindow(&dialog);
-      dialog.run(CommJob::TestComm,
-                 [&] { connected = TestComm(parts_.link, parts_.settings).connected; });
+      dialog.run(CommJob::TestComm, [&] { result = TestComm(parts_.link, parts_.settings); });
     }
     contents_->setEnabled(true);
     testing_ = false;
-    if (connected) select(*connected);
+    if (result.connected) select(*result.connected);
+    if (result.wantsMakerForm) offerMakerForm();
   };
   parts_.alone ? parts_.alone(test) : test();
+}
+
+void DlgOptions::offerMakerForm() {
+  const Answer answer = parts_.prompt.ask(
+      Box{.text = QStringLiteral("Diese Zentrale versteht nur Nachrichten nach den Unterlagen "
+                                 "ihres Herstellers.\nNachrichten künftig so senden?"),
+          .buttons = Buttons::YesNo,
+          .more = QString::fromUtf16(kUnitAddresses),
+          .preset = Answer::No});
+  if (answer == Answer::Yes) chkMakerForm_->setChecked(true);
+}
+
+void DlgOptions::tellUnitAddresses(bool makerForm) {
+  if (makerForm) {
+    parts_.prompt.message(QString::fromUtf16(kUnitAddresses), Icon::Information);
+  }
 }
 
 }  // namespace lokari

@@ -56,6 +56,7 @@ class DlgOptions final : public QDialog {
   QWidget* makeNetworkView();
   void makeJobs(QBoxLayout* rows);
   void makeDatabase(QBoxLayout* rows);
+  void makeMakerForm(QBoxLayout* rows);
   void makeTrace(QBoxLayout* rows);
   void makeButtons(QBoxLayout* rows);
 
@@ -69,6 +70,9 @@ class DlgOptions final : public QDialog {
   /// A cab or panel holds another line open than the form's; the user has been told.
   bool isHeldBack(const OptionsForm& form);
   void testLink();
+  void offerMakerForm();
+  /// That the units' addresses become others, when the user ticks the box.
+  void tellUnitAddresses(bool makerForm);
 
   OptionsParts parts_;
   const WindowScale& scale_;
@@ -80,6 +84,7 @@ class DlgOptions final : public QDialog {
   QComboBox* lstBaudrate_ = nullptr;
   QLineEdit* txtComTimeout_ = nullptr;
   QLineEdit* txtDbPath_ = nullptr;
+  QCheckBox* chkMakerForm_ = nullptr;
   QCheckBox* chkTrace_ = nullptr;
   std::array<AddressPart*, 4> txtIP_{};
 

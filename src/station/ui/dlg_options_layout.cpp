@@ -44,6 +44,28 @@ int captionWidth(const QWidget* view) {
   return view->fontMetrics().horizontalAdvance(QStringLiteral("Wartezeit (Sekunden):")) + 8;
 }
 
+struct ExplainedBox {
+  const char16_t* text;
+  const char16_t* name;
+  const char16_t* sentenceName;
+};
+
+/// A tick box with a sentence below it that says what it does.
+QCheckBox* makeExplainedBox(QBoxLayout* rows, QWidget* parent, const ExplainedBox& box,
+                            const QString& text) {
+  auto* tick =
+      named(new QCheckBox(QString::fromUtf16(box.text), parent), QString::fromUtf16(box.name));
+  auto* sentence = named(new QLabel(text, parent), QString::fromUtf16(box.sentenceName));
+  sentence->setWordWrap(true);
+  tick->setAccessibleDescription(text);
+  auto* lines = new QVBoxLayout;
+  lines->setSpacing(4);
+  lines->addWidget(tick);
+  lines->addWidget(sentence);
+  rows->addLayout(lines);
+  return tick;
+}
+
 }  // namespace
 
 DlgOptions::DlgOptions(OptionsParts parts, const WindowScale& scale, QWidget* parent)
@@ -63,6 +85,7 @@ DlgOptions::DlgOptions(OptionsParts parts, const WindowScale& scale, QWidget* pa
   makeLink(rows);
   makeJobs(rows);
   makeDatabase(rows);
+  makeMakerForm(rows);
   makeTrace(rows);
   rows->addStretch();
   area->take(page_);
@@ -227,23 +250,21 @@ void DlgOptions::makeDatabase(QBoxLayout* rows) {
   rows->addLayout(line);
 }
 
+void DlgOptions::makeMakerForm(QBoxLayout* rows) {
+  chkMakerForm_ = makeExplainedBox(
+      rows, page_, {u"Nachrichten: nach &Herstellerunterlagen", u"chkMakerForm", u"labMakerForm"},
+      QStringLiteral("Prüfsummen, Fahrstufen, Funktionen über F8, das Abschalten der Weichen und "
+                     "das Programmieren, wie es die Hersteller veröffentlicht haben; ohne Haken "
+                     "wie bisher."));
+  connect(chkMakerForm_, &QCheckBox::clicked, this, &DlgOptions::tellUnitAddresses);
+}
+
 void DlgOptions::makeTrace(QBoxLayout* rows) {
-  chkTrace_ =
-      named(new QCheckBox(QStringLiteral("&Mitschreiben, was gesendet und empfangen wird"), page_),
-            QStringLiteral("chkTrace"));
-  auto* sentence = named(
-      new QLabel(QStringLiteral("Für eine Fehlermeldung, in %1: Uhrzeit, Bytes und Bedeutung, "
-                                "keine Namen und nichts aus der Datenbank.")
-                     .arg(withoutHome(parts_.link.tracePath())),
-                 page_),
-      QStringLiteral("labTrace"));
-  sentence->setWordWrap(true);
-  chkTrace_->setAccessibleDescription(sentence->text());
-  auto* lines = new QVBoxLayout;
-  lines->setSpacing(4);
-  lines->addWidget(chkTrace_);
-  lines->addWidget(sentence);
-  rows->addLayout(lines);
+  chkTrace_ = makeExplainedBox(
+      rows, page_, {u"&Mitschreiben, was gesendet und empfangen wird", u"chkTrace", u"labTrace"},
+      QStringLiteral("Für eine Fehlermeldung, in %1: Uhrzeit, Bytes und Bedeutung, "
+                     "keine Namen und nichts aus der Datenbank.")
+          .arg(withoutHome(parts_.link.tracePath())));
 }
 
 void DlgOptions::makeButtons(QBoxLayout* rows) {
