@@ -51,6 +51,9 @@ void Panel::cmdFunc(int n) {
     // The reading at load may have told of what was before.
     if (std::exchange(state_.outOn[static_cast<size_t>(n)], on) != on) emit outputChanged(n, on);
     protocol_->sendOutput(n);
+    if (std::exchange(state_.neverSwitched[static_cast<size_t>(n)], false)) {
+      emit outputChanged(n, on);
+    }
   });
 }
 

@@ -38,6 +38,7 @@ class Panel final : public SlotUnit {
   bool keyDown(QChar key);
 
  signals:
+  /// Also when `neverSwitched` has changed.
   void outputChanged(int n, bool on);
 
  private:

@@ -22,7 +22,8 @@ class PanelProtocol {
   PanelProtocol& operator=(const PanelProtocol&) = delete;
 
   /// The reading at load; the session is open. Two bits per output: a set bit 2i means that output
-  /// i is off. Sets `panelCmd` where the family keeps one. Nothing when it failed.
+  /// i is off. Sets `panelCmd` where the family keeps one, and `neverSwitched` where the station
+  /// tells it. Nothing when it failed.
   virtual std::optional<quint8> readState() = 0;
   /// Sends `outOn[n]`, n from 0 to 3. A station that refuses it beeps.
   virtual void sendOutput(int n) = 0;

@@ -44,6 +44,7 @@ struct ToldStation {
   CabState vehicle;
   FunctionMask functions = 0;
   quint8 outputs = 0;  ///< bit 2i: output i is off
+  std::array<bool, 4> neverSwitched{};
   QStringList sent;
   int reads = 0;
 };
@@ -91,6 +92,7 @@ class ToldPanel final : public PanelProtocol {
   std::optional<quint8> readState() override {
     ++station_.reads;
     if (!station_.answers) return std::nullopt;
+    state().neverSwitched = station_.neverSwitched;
     return station_.outputs;
   }
   void sendOutput(int n) override {

@@ -37,6 +37,20 @@ TEST_F(FrmPanelTest, ShowsTheOutputsAsTheStationToldThem) {
   EXPECT_EQ(sent(), QStringList());
 }
 
+TEST_F(FrmPanelTest, AnOutputThatWasNeverSwitchedHasASignUntilItIs) {
+  station.neverSwitched = {false, false, true, false};
+  FrmPanel* window = openPanel();
+  EXPECT_EQ(lamp(window, 2)->picture(), kOn) << "the told lamp stays";
+  for (int n = 0; n < 4; ++n) {
+    auto* sign = control<QLabel>(window, ("labNever_" + QByteArray::number(n)).constData());
+    EXPECT_EQ(sign->isVisible(), n == 2) << n;
+    EXPECT_TRUE(sign->toolTip().contains(QStringLiteral("noch nie geschaltet"))) << n;
+    EXPECT_EQ(sign->accessibleName(), sign->toolTip()) << n;
+  }
+  click(cmdSwitch(window, 2));
+  EXPECT_FALSE(control<QLabel>(window, "labNever_2")->isVisible());
+}
+
 TEST_F(FrmPanelTest, APressOnTheButtonIsAPressOnItsLamp) {
   station.outputs = 0b01010101;
   FrmPanel* window = openPanel();

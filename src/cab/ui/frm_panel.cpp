@@ -80,9 +80,26 @@ void FrmPanel::makeSwitches(QBoxLayout* rows, const Pictures& pictures) {
     button->installEventFilter(this);
     grid->addWidget(lamp, n, 0);
     grid->addWidget(button, n, 1);
+    labNever_[static_cast<size_t>(n)] = makeNeverSign(n);
+    grid->addWidget(labNever_[static_cast<size_t>(n)], n, 2);
     cmdFunc_[static_cast<size_t>(n)] = lamp;
   }
   rows->addLayout(grid, 1);
+}
+
+QLabel* FrmPanel::makeNeverSign(int n) {
+  auto* sign = new QLabel(QStringLiteral("?"), contents());
+  sign->setObjectName(QStringLiteral("labNever_%1").arg(n));
+  const QString meaning =
+      QStringLiteral("Ausgang %1 wurde noch nie geschaltet: Die Zentrale weiß nicht, wie er steht.")
+          .arg(n + 1);
+  sign->setToolTip(meaning);
+  sign->setAccessibleName(meaning);
+  QFont font = sign->font();
+  font.setBold(true);
+  sign->setFont(font);
+  sign->hide();
+  return sign;
 }
 
 void FrmPanel::makeFooter(QBoxLayout* rows) {
@@ -115,6 +132,8 @@ void FrmPanel::showOutput(int n, bool on) {
   PictureButton* lamp = cmdFunc_[static_cast<size_t>(n)];
   lamp->showPicture(on ? QStringLiteral("lmpon_n.bmp") : QStringLiteral("lmpred_n.bmp"));
   lamp->showOn(on);
+  labNever_[static_cast<size_t>(n)]->setVisible(
+      panel_.state().neverSwitched[static_cast<size_t>(n)]);
 }
 
 bool FrmPanel::eventFilter(QObject* watched, QEvent* event) {

@@ -8,6 +8,7 @@
 #include "cab/ui/slot_form.h"
 
 class QBoxLayout;
+class QLabel;
 
 namespace lokari {
 
@@ -32,12 +33,14 @@ class FrmPanel final : public SlotForm {
  private:
   void makeHeader(QBoxLayout* rows);
   void makeSwitches(QBoxLayout* rows, const Pictures& pictures);
+  QLabel* makeNeverSign(int n);
   void makeFooter(QBoxLayout* rows);
   void showAll();
   void showOutput(int n, bool on);
 
   Panel& panel_;
   std::array<PictureButton*, PanelState::kOutputs> cmdFunc_{};
+  std::array<QLabel*, PanelState::kOutputs> labNever_{};
   QWidget* cmdOK_ = nullptr;  // the lowest of all controls
 };
 
