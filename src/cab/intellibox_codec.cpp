@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/bytes.h"
+#include "cab/unit_addresses.h"
 
 namespace lokari::ibx {
 namespace {
@@ -22,8 +23,7 @@ constexpr int kValid = 0x40;
 constexpr int kOn = 0x80;
 
 constexpr int kLastAddress = 10239;
-constexpr int kLastUnit = 510;
-constexpr int kOutputs = 4;
+constexpr int kLastUnitWithGroup = 510;
 
 QByteArray addressed(int command, int address) {
   return bytes({command, address & 255, address / 256});
@@ -31,10 +31,6 @@ QByteArray addressed(int command, int address) {
 
 bool isReply(const QByteArray& reply, qsizetype size) {
   return reply.size() >= size && byteAt(reply, 0) == 0;
-}
-
-int firstOutput(int address) {
-  return (address - 1) * kOutputs + 1;
 }
 
 }  // namespace
@@ -83,8 +79,8 @@ std::optional<FunctionMask> functionReply(const QByteArray& reply) {
 }
 
 std::optional<QByteArray> askOutputs(int address) {
-  if (address < 1 || address > kLastUnit) return std::nullopt;
-  return bytes({kAskOutputs, (address - 1) / 2 + 1});
+  if (address < 1 || address > kLastUnitWithGroup) return std::nullopt;
+  return bytes({kAskOutputs, unitPlace(address) / 2 + 1});
 }
 
 std::optional<quint8> outputReply(const QByteArray& reply, int address) {
@@ -92,18 +88,18 @@ std::optional<quint8> outputReply(const QByteArray& reply, int address) {
   const int both = byteAt(reply, 1);
   const int own = address % 2 == 1 ? both & 0x0F : both >> 4;
   int mask = 0;
-  for (int i = 0; i < kOutputs; ++i) {
+  for (int i = 0; i < kUnitOutputs; ++i) {
     mask |= 1 << ((own >> i & 1) != 0 ? 2 * i + 1 : 2 * i);
   }
   return static_cast<quint8>(mask);
 }
 
 QByteArray switchOutput(int address) {
-  return addressed(kOutput, firstOutput(address));
+  return addressed(kOutput, unitOutput(address, 0));
 }
 
 QByteArray switchOutput(int address, int n, bool on) {
-  const int output = firstOutput(address) + n;
+  const int output = unitOutput(address, n);
   return bytes({kOutput, output & 255, output / 256 + kValid + (on ? kOn : 0)});
 }
 

@@ -5,6 +5,7 @@
 
 #include "base/bytes.h"
 #include "cab/speed_steps.h"
+#include "cab/unit_addresses.h"
 #include "link/lenz_codec.h"
 
 namespace lokari::lenz {
@@ -20,7 +21,7 @@ constexpr int kLastByteAddress = 255;
 constexpr int kFirstLongAddress = 100;
 constexpr int kLongAddressMark = 192;
 constexpr int kLastAddress = 10239;
-constexpr int kLastUnit = 256;
+constexpr int kLastUnitInAByte = 256;
 
 constexpr int kOutputs = 0x42;
 constexpr int kSwitch = 0x52;
@@ -136,8 +137,8 @@ QByteArray stopAll() {
 }
 
 std::optional<QByteArray> askOutputs(int address, int half) {
-  if (address < 1 || address > kLastUnit) return std::nullopt;
-  return bytes({kOutputs, address - 1, 0x80 + half});
+  if (address < 1 || address > kLastUnitInAByte) return std::nullopt;
+  return bytes({kOutputs, unitPlace(address), 0x80 + half});
 }
 
 std::optional<int> outputState(const QByteArray& reply) {
@@ -146,7 +147,7 @@ std::optional<int> outputState(const QByteArray& reply) {
 }
 
 QByteArray switchOutput(int address) {
-  return bytes({kSwitch, address - 1, 0x80});
+  return bytes({kSwitch, unitPlace(address), 0x80});
 }
 
 int outputByte(int n, bool on) {

@@ -1,4 +1,5 @@
 #include "cab/cab_line.h"
+#include "cab/unit_addresses.h"
 #include "cab/z21.h"
 #include "cab/z21_codec.h"
 #include "link/station_link.h"
@@ -12,6 +13,7 @@ class Z21Panel final : public PanelProtocol {
   using PanelProtocol::PanelProtocol;
 
   std::optional<quint8> readState() override {
+    if (!hasOutputs()) return {};
     quint8 mask = 0;
     for (int i = 0; i < PanelState::kOutputs; ++i) {
       const auto off = readOutput(i);
@@ -22,6 +24,7 @@ class Z21Panel final : public PanelProtocol {
   }
 
   void sendOutput(int n) override {
+    if (!hasOutputs()) return;
     const bool on = state().outOn[static_cast<size_t>(n)];
     line().send([&] { station().z21Send(z21::outputText(outputAddress(n), on)); });
     link().Delay(0);
@@ -30,8 +33,13 @@ class Z21Panel final : public PanelProtocol {
  private:
   Z21Protocol& station() const { return dynamic_cast<Z21Protocol&>(link().protocol()); }
 
-  /// The station counts outputs from 0, the unit's address is that of its first one.
-  int outputAddress(int n) const { return state().address + n - 1; }
+  /// The station counts outputs from 0.
+  int outputAddress(int n) const {
+    return (isInFours() ? unitOutput : unitOutputFromNumber)(state().address, n) - 1;
+  }
+  bool isInFours() const { return link().settings().makerForm; }
+  /// Cut to the station's bits, the address would be that of somebody else's output.
+  bool hasOutputs() const { return !isInFours() || state().address <= kLastUnit; }
 
   std::optional<bool> readOutput(int i) {
     // What came unasked, such as the news of another output, would be taken for the answer.

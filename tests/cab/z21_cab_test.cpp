@@ -237,6 +237,15 @@ TEST_F(Z21PanelTest, OnIs168AndOffIs169) {
   panel->sendOutput(2);
 }
 
+TEST_F(Z21PanelTest, AUnitWithoutAddressesIsNeitherReadNorSwitched) {
+  const auto before = socket.sent.size();
+  settings.makerForm = true;
+  unit.address = 513;
+  EXPECT_EQ(panel->readState(), std::nullopt);
+  panel->sendOutput(0);
+  EXPECT_EQ(socket.sent.size(), before);
+}
+
 TEST_F(Z21PanelTest, AddressesHaveTwoBytes) {
   unit.address = 300;
   unit.outOn[0] = true;
