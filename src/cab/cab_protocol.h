@@ -50,8 +50,9 @@ class CabProtocol {
   virtual std::optional<FunctionMask> readState() = 0;
   /// The functions that the last good reading told of.
   virtual FunctionMask toldFunctions() const { return ~FunctionMask{0}; }
-  /// Sends `speed`, with the direction where the message carries it.
-  virtual void sendSpeed() = 0;
+  /// Sends `speed`, with the direction where the message carries it. False when the station does
+  /// not take it, or stays silent where it answers.
+  virtual bool sendSpeed() = 0;
   /// Sends `backward`.
   virtual void sendDirection() = 0;
   /// Sends `funcOn[n]`, n from 0 to 28.

@@ -28,10 +28,10 @@ class IntelliboxCab final : public CabProtocol {
     return (drive->functions & 1U) | *functions;
   }
 
-  void sendSpeed() override {
-    if (!prepare()) return;
+  bool sendSpeed() override {
+    if (!prepare()) return false;
     const int flags = ibx::driveFlags(state().backward, state().funcOn[0]);
-    command(state().locoCmd + static_cast<char>(state().speed) + static_cast<char>(flags));
+    return command(state().locoCmd + static_cast<char>(state().speed) + static_cast<char>(flags));
   }
 
   void sendDirection() override { sendSpeed(); }
@@ -63,8 +63,10 @@ class IntelliboxCab final : public CabProtocol {
   }
 
   /// No reply counts as refused.
-  void command(const QByteArray& msg) {
-    if (talk_.tell(msg) != 0) link().prompt().beep();
+  bool command(const QByteArray& msg) {
+    const bool taken = talk_.tell(msg) == 0;
+    if (!taken) link().prompt().beep();
+    return taken;
   }
 
   IbxTalk talk_;

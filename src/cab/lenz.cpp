@@ -58,8 +58,8 @@ class FirstLenzCab final : public LenzCab {
     return take(*vehicle);
   }
 
-  void sendSpeed() override {
-    patch([this](QByteArray& cmd) {
+  bool sendSpeed() override {
+    return patch([this](QByteArray& cmd) {
       const int keep = byteAt(cmd, kDrive) & kNotSpeed;
       cmd[kDrive] = static_cast<char>(keep + lenz::speedBits(state().speed, state().steps));
     });
@@ -104,12 +104,13 @@ class FirstLenzCab final : public LenzCab {
   /// The direction shown goes into every command: a template that no reply has filled says backward
   /// beside an arrow that shows forward.
   template <class Change>
-  void patch(Change change) {
+  bool patch(Change change) {
     QByteArray& cmd = state().locoCmd;
-    if (cmd.isEmpty() && !prepare()) return;
+    if (cmd.isEmpty() && !prepare()) return false;
     change(cmd);
     cmd[kDrive] = withBit(cmd[kDrive], kForward, !state().backward);
     sendLocoCmd();
+    return true;
   }
 };
 
@@ -126,10 +127,10 @@ class LaterLenzCab final : public LenzCab {
     return take(*vehicle);
   }
 
-  void sendSpeed() override {
+  bool sendSpeed() override {
     const CabState& cab = state();
     const int forward = cab.backward ? 0 : kForward;
-    command(lenz::stepCode(cab.steps), lenz::speedBits(cab.speed, cab.steps) + forward);
+    return command(lenz::stepCode(cab.steps), lenz::speedBits(cab.speed, cab.steps) + forward);
   }
 
   void sendDirection() override { sendSpeed(); }
@@ -156,11 +157,12 @@ class LaterLenzCab final : public LenzCab {
     return question;
   }
 
-  void command(int code, int value) {
-    if (state().locoCmd.isEmpty() && !prepare()) return;
+  bool command(int code, int value) {
+    if (state().locoCmd.isEmpty() && !prepare()) return false;
     state().locoCmd[kCode] = static_cast<char>(code);
     state().locoCmd[kValue] = static_cast<char>(value);
     sendLocoCmd();
+    return true;
   }
 };
 

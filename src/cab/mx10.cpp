@@ -70,10 +70,11 @@ class Mx10Cab final : public CabProtocol {
     return read();
   }
 
-  void sendSpeed() override {
+  bool sendSpeed() override {
     const int value = mx10::speedValue(state().speed);
     state().canFlags = mx10::speedFlags(state().canFlags, value, state().backward);
     send(mx10::drive(state().address, value & 0xFF, state().canFlags, state().canFuncs));
+    return true;
   }
 
   /// The bar's position goes out as it stands, not times 8.

@@ -28,9 +28,9 @@ class Mx1TextCab final : public CabProtocol {
     return stateForm().tellsF9To12 ? ~FunctionMask{0} : zimo::kUpToF8;
   }
 
-  void sendSpeed() override {
+  bool sendSpeed() override {
     mx1cab::setField(state().locoCmd, Field::Speed, cutStationSteps(state().speed, state().steps));
-    sendCommand();
+    return sendCommand();
   }
 
   void sendDirection() override { sendFlag(zimo::kBackward, state().backward); }
@@ -48,7 +48,8 @@ class Mx1TextCab final : public CabProtocol {
     mx1cab::setBits(state().locoCmd, Field::Flags, bit, set);
     sendCommand();
   }
-  void sendCommand();
+  /// False when there is nothing to drive by, or no answer where one is due.
+  bool sendCommand();
 };
 
 std::optional<FunctionMask> Mx1TextCab::readState() {
@@ -114,14 +115,14 @@ void Mx1TextCab::sendFunction(int n) {
   sendCommand();
 }
 
-void Mx1TextCab::sendCommand() {
-  if (state().locoCmd.isEmpty()) return;
+bool Mx1TextCab::sendCommand() {
+  if (state().locoCmd.isEmpty()) return false;
   if (state().addrIndexed) link().protocol().dropInput();
   line().send([&] { link().serial().write(state().locoCmd); });
-  if (!state().addrIndexed) return;
+  if (!state().addrIndexed) return true;
   // The station tells the index of the vehicle that it drives.
   link().WaitForData(mx1cab::kIndexLineLength);
-  link().serial().read();
+  return link().serial().read().startsWith('E');
 }
 
 /// It names no vehicle, so that no line about an index answers it.

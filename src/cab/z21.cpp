@@ -31,8 +31,10 @@ std::optional<FunctionMask> Z21Cab::readState() {
   return vehicle->functions;
 }
 
-void Z21Cab::sendSpeed() {
+/// A wait that gave way to a command says nothing of the station.
+bool Z21Cab::sendSpeed() {
   sendZ21(state().address, state().speed, kNoFunction, state().backward);
+  return reply().has_value() || line().commandWaits();
 }
 
 void Z21Cab::sendFunction(int n) {

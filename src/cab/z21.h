@@ -19,7 +19,7 @@ class Z21Cab final : public CabProtocol {
   using CabProtocol::CabProtocol;
 
   std::optional<FunctionMask> readState() override;
-  void sendSpeed() override;
+  bool sendSpeed() override;
   void sendDirection() override { sendSpeed(); }
   void sendFunction(int n) override;
   void sendStopped() override;

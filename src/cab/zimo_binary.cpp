@@ -30,9 +30,9 @@ class ZimoBinaryCab final : public CabProtocol {
     return tellsF9To12_ ? ~FunctionMask{0} : zimo::kUpToF8;
   }
 
-  void sendSpeed() override {
+  bool sendSpeed() override {
     zbincab::setField(state().locoCmd, Field::Speed, cutStationSteps(state().speed, state().steps));
-    sendCommand();
+    return sendCommand();
   }
 
   void sendDirection() override { sendFlag(zimo::kBackward, state().backward); }
@@ -51,7 +51,8 @@ class ZimoBinaryCab final : public CabProtocol {
     zbincab::setBits(state().locoCmd, Field::Flags, bit, set);
     sendCommand();
   }
-  void sendCommand();
+  /// False when it is not confirmed.
+  bool sendCommand();
 
   bool hasOpened_ = false;
   bool tellsF9To12_ = false;
@@ -103,10 +104,12 @@ void ZimoBinaryCab::sendFunction(int n) {
   sendCommand();
 }
 
-void ZimoBinaryCab::sendCommand() {
-  if (state().locoCmd.isEmpty()) return;
-  withZimoFraming(link(),
-                  [&](ZimoBinaryFraming& framing) { framing.zbinSendMsg(state().locoCmd); });
+bool ZimoBinaryCab::sendCommand() {
+  bool taken = false;
+  if (state().locoCmd.isEmpty()) return taken;
+  withZimoFraming(
+      link(), [&](ZimoBinaryFraming& framing) { taken = framing.zbinSendMsg(state().locoCmd); });
+  return taken;
 }
 
 /// Goes out ahead of what waits for its answer, and is confirmed behind it.

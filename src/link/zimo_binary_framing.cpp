@@ -83,20 +83,21 @@ void ZimoBinaryFraming::pauseAfter(zbin::Confirmation answer) {
   if (link_.serial().isOpen()) link_.protocol().dropInput();
 }
 
-void ZimoBinaryFraming::zbinSendMsg(const QByteArray& msg) {
+bool ZimoBinaryFraming::zbinSendMsg(const QByteArray& msg) {
   for (int tries = 0; tries < kMostTries; ++tries) {
     zbinSettle();
-    if (!link_.serial().isOpen()) return;
+    if (!link_.serial().isOpen()) return false;
     // What waits confirms nothing that goes out now.
     link_.protocol().dropInput();
     zbinSend(msg, false);
     const zbin::Confirmation answer = zbin::confirmation(msg, zbinReceive());
-    if (answer == zbin::Confirmation::Done) return;
+    if (answer == zbin::Confirmation::Done) return true;
     // The end of the program, or Ctrl-C: no further try would wait for its answer.
     if (link_.cancelRequested && link_.cancelStays) break;
     pauseAfter(answer);
   }
   link_.prompt().beep();
+  return false;
 }
 
 void ZimoBinaryFraming::zbinSendAhead(const QByteArray& msg) {

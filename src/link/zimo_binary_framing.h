@@ -28,7 +28,8 @@ class ZimoBinaryFraming {
   QByteArray zbinReceive(int seconds = kZimoFirstBytesSeconds);
 
   /// Sends a payload until the station confirms it, up to 5 times; the speaker tells a failure.
-  void zbinSendMsg(const QByteArray& msg);
+  /// False when it is not confirmed, also because the port has closed.
+  bool zbinSendMsg(const QByteArray& msg);
 
   /// Sends a payload at once, also while another one waits for its answer: that answer is left to
   /// the one that waits. zbinSettle() has to follow when it is done. A later payload takes the

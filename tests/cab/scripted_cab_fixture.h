@@ -28,6 +28,7 @@ struct FakeStation {
   CabState told;                ///< state that comes with a good answer
   Millis wait = 0;              ///< every operation but the stop takes so long
   bool vanished = false;        ///< every operation finds the device gone
+  bool takesSpeed = true;       ///< speeds are confirmed
   std::function<void()> midst;  ///< runs in the middle of the next operation
 
   template <class Answer>
@@ -57,7 +58,10 @@ class FakeCab final : public CabProtocol {
     if (mask) take();
     return mask;
   }
-  void sendSpeed() override { operate(QStringLiteral("speed %1").arg(state().speed)); }
+  bool sendSpeed() override {
+    operate(QStringLiteral("speed %1").arg(state().speed));
+    return station_.takesSpeed;
+  }
   void sendDirection() override {
     operate(state().backward ? QStringLiteral("backward") : QStringLiteral("forward"));
   }

@@ -62,7 +62,10 @@ class ToldCab final : public CabProtocol {
     state().manual = station_.vehicle.manual;
     return station_.functions;
   }
-  void sendSpeed() override { told(QStringLiteral("Stufe %1").arg(state().speed)); }
+  bool sendSpeed() override {
+    told(QStringLiteral("Stufe %1").arg(state().speed));
+    return true;
+  }
   void sendDirection() override {
     told(state().backward ? QStringLiteral("rückwärts") : QStringLiteral("vorwärts"));
   }
