@@ -31,6 +31,11 @@ struct ColumnInfo {
   static ColumnInfo declared(const QString& name, const QString& declaration);
 };
 
+/// A name of the schema as a statement has it.
+inline QString quotedName(const QString& name) {
+  return u'"' + name + u'"';
+}
+
 struct TableInfo {
   QString name;  ///< as in the file
   QList<ColumnInfo> columns;

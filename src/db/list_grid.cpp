@@ -10,6 +10,7 @@
 #include "base/numbers.h"
 #include "base/prompt.h"
 #include "db/column_values.h"
+#include "db/foreign_changes.h"
 
 namespace lokari {
 namespace {
@@ -178,17 +179,16 @@ bool ListGrid::writeOrAsk() {
 }
 
 int ListGrid::askAboutChange(const RecordChanged& changed) {
-  const auto shown = [this](int column, const QVariant& value) {
-    const QString text = shownValue(info(column), value);
-    return text.isEmpty() ? QStringLiteral("nichts") : u'"' + text + u'"';
-  };
+  const ListRow& row = at(edited_);
   QStringList lines;
   for (int column = 0; column < columnCount(); ++column) {
     const auto there = changed.stored().constFind(info(column).name);
     if (there == changed.stored().constEnd()) continue;
-    lines << QStringLiteral("%1: dort %2, hier %3")
-                 .arg(QString::fromUtf16(columns_[static_cast<size_t>(column)].caption),
-                      shown(column, *there), shown(column, at(edited_).values[column]));
+    const bool isChanged = row.values[column] != row.stored[column];
+    lines << foreignLine(
+        QString::fromUtf16(columns_[static_cast<size_t>(column)].caption),
+        shownValue(info(column), *there),
+        isChanged ? std::optional(shownValue(info(column), row.values[column])) : std::nullopt);
   }
   return prompt_.choose(
       {.text = changed.text(),
@@ -285,6 +285,22 @@ void ListGrid::reorder() {
 }
 
 void ListGrid::revertRow() {
+  const int row = edited_;
+  const bool isStored = row >= 0 && !at(row).isNew();
+  takeBack();
+  if (!isStored) return;
+  try {
+    // Another program may have changed the row during the edit.
+    if (const auto now = storedNow(row)) at(row).stored = *now;
+  } catch (const StorageError&) {
+    // What was read of it stays on show; the next change tells what is wrong.
+  }
+  at(row).values = at(row).stored;
+  tellChanged(row);
+}
+
+/// The edited row becomes what was on show of it.
+void ListGrid::takeBack() {
   if (edited_ < 0) return;
   const int row = std::exchange(edited_, -1);
   if (at(row).isNew()) {
@@ -300,7 +316,8 @@ bool ListGrid::deleteRow(int row) {
   const QPersistentModelIndex place(index(row, 0));
   if (row == edited_) {
     const bool isNew = at(row).isNew();
-    revertRow();
+    // What is deleted is what was on show, and no newer state of it.
+    takeBack();
     if (isNew) return true;
   } else if (!storeRow()) {
     return false;

@@ -45,7 +45,7 @@ class ListGrid final : public QAbstractTableModel {
   /// an entry is dropped instead. False when the row cannot be stored, after a message: it is still
   /// being edited.
   bool storeRow();
-  /// Gives the edit up.
+  /// Gives the edit up: the row is as it is stored now.
   void revertRow();
   /// Deletes a row; a row that was only begun is given up. False when that is refused, and for the
   /// empty row.
@@ -71,6 +71,7 @@ class ListGrid final : public QAbstractTableModel {
   bool writeOrAsk();
   void write(bool over);
   void takeStored();
+  void takeBack();
   std::optional<QVariantList> storedNow(int row);
   int askAboutChange(const RecordChanged& changed);
   void reorder();

@@ -164,7 +164,8 @@ class RecordForm : public QObject {
   /// Gives the edit of the record on show up, or the blank record behind the last one. A change of
   /// more than one field is asked about.
   void giveUp();
-  /// Puts the record back that butDelete() took last. Possible until another one is stored.
+  /// Puts the record back that butDelete() took last. Possible until another one is stored. An edit
+  /// in hand is asked about.
   void butUndo();
   /// Confirms the new record, or finds what the query form asks for.
   void butOK();
@@ -316,6 +317,9 @@ class RecordForm : public QObject {
   void offerFindNext();
   void deleteRecord();
   void rememberDeleted(std::optional<RowValues> row, int position);
+  bool leaveForUndo();
+  /// Which vehicle has the address of a deleted one by now, as a sentence; empty for none.
+  QString inTheWayOf(const RowValues& row) const;
 
   RecordFormParts parts_;
   Database* database_ = nullptr;

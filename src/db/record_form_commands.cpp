@@ -1,4 +1,6 @@
 // New record, confirm, cancel, delete, and the way to the decoder window and back.
+#include <QScopedValueRollback>
+
 #include <utility>
 
 #include "base/numbers.h"
@@ -146,17 +148,59 @@ void RecordForm::butUndo() {
   if (!deleted_) return;
   // Storing the edit in hand would forget what is to be put back.
   const Deleted deleted = *deleted_;
-  if (!isUntouchedBlank() && !storeEdit()) return;
+  if (!leaveForUndo()) return;
   browse();
-  if (!attempt([&] { records_.restore(deleted.row, deleted.position); })) {
+  try {
+    whileLocked([&] { records_.restore(deleted.row, deleted.position); });
+    noteStored();
+    rememberDeleted({}, 0);
+  } catch (const StorageError& error) {
+    noteFailure(error);
+    tell(storageMessage_, inTheWayOf(deleted.row));
     // What stands in its way can be moved, and the record is nowhere else.
     rememberDeleted(deleted.row, deleted.position);
-    show();
-    return;
   }
-  noteStored();
-  rememberDeleted({}, 0);
   show();
+}
+
+// Whoever wants a record back has said nothing about the edit in hand.
+bool RecordForm::leaveForUndo() {
+  if (isUntouchedBlank()) return true;
+  if (!isUnsaved()) return storeEdit();
+  const QScopedValueRollback telling(telling_, true);
+  switch (parts_.prompt.choose(
+      {.text = QStringLiteral("Vor dem Zurückholen: Eingaben zu Adresse %1 \"%2\" speichern?")
+                   .arg(text(form::kAddress), text(form::kShortName)),
+       .more = QStringLiteral("Der gelöschte Datensatz kommt an die Stelle des angezeigten."),
+       .answers = {QStringLiteral("&Speichern"), QStringLiteral("Eingaben &verwerfen"),
+                   QStringLiteral("&Weiter bearbeiten")},
+       .safe = 2})) {
+    case 0:
+      return storeEdit();
+    case 1:
+      dropEdit();
+      return true;
+    default:
+      return false;
+  }
+}
+
+QString RecordForm::inTheWayOf(const RowValues& row) const {
+  try {
+    const std::optional<RowValues> other = records_.inTheWayOf(row);
+    if (!other) return {};
+    const QString collection = other->value(QStringLiteral("DC_COLL")).toString();
+    return QStringLiteral(
+               "Adresse %1%2 hat jetzt \"%3\". Der gelöschte Datensatz \"%4\" lässt sich "
+               "zurückholen, sobald sie wieder frei ist.")
+        .arg(other->value(QStringLiteral("DC_ADR")).toString(),
+             collection.isEmpty() ? QString()
+                                  : QStringLiteral(" der Sammlung \"%1\"").arg(collection),
+             other->value(QStringLiteral("ST_SNAME")).toString(),
+             row.value(QStringLiteral("ST_SNAME")).toString());
+  } catch (const StorageError&) {
+    return {};
+  }
 }
 
 void RecordForm::giveUp() {
@@ -177,7 +221,12 @@ void RecordForm::giveUp() {
   // A blank record stands behind the last one.
   const bool blank = editMode() == EditMode::Add;
   dropEdit();
-  if (blank) records_.MoveLast();
+  if (blank) {
+    records_.MoveLast();
+  } else {
+    // Another program may have changed the record during the edit.
+    attempt([this] { records_.reread(); });
+  }
   show();
 }
 

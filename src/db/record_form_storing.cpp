@@ -57,8 +57,8 @@ RecordForm::Stored RecordForm::store(Way way) {
           over = true;
           break;
         case Foreign::Take:
-          records_.reread();
           dropEdit();
+          attempt([this] { records_.reread(); });
           if (way == Way::Stay) show();
           return Stored::GivenUp;
         case Foreign::Neither:
@@ -100,6 +100,11 @@ RecordForm::Stored RecordForm::refused(const StorageError& error, Way way) {
        .icon = Icon::Warning});
   if (answer != 0) return Stored::No;
   dropEdit();
+  try {
+    records_.reread();
+  } catch (const StorageError&) {
+    // Told already. What was read of the record stays on show.
+  }
   return Stored::GivenUp;
 }
 

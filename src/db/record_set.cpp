@@ -11,10 +11,6 @@
 namespace lokari {
 namespace {
 
-QString quoted(const QString& name) {
-  return u'"' + name + u'"';
-}
-
 /// The same stored form. Empty text is not Null.
 bool sameStored(const QVariant& one, const QVariant& other) {
   const auto isNull = [](const QVariant& value) {
@@ -31,10 +27,6 @@ bool sameStored(const QVariant& one, const QVariant& other) {
   return one.toDouble() == other.toDouble();
 }
 
-[[noreturn]] void noRecord() {
-  throw StorageError(storage_error::kNoRecord, QStringLiteral("Kein aktueller Datensatz."));
-}
-
 }  // namespace
 
 RecordChanged::RecordChanged(const RowValues& stored)
@@ -42,6 +34,10 @@ RecordChanged::RecordChanged(const RowValues& stored)
                    QStringLiteral("Der Datensatz wurde inzwischen von einem anderen Programm "
                                   "geändert.")),
       stored_(stored) {}
+
+void RecordSet::noRecord() {
+  throw StorageError(storage_error::kNoRecord, QStringLiteral("Kein aktueller Datensatz."));
+}
 
 void RecordSet::open(Database& database, const QString& query) {
   const JetSelect select = translateSelect(database.schema(), query);
@@ -102,7 +98,7 @@ QSet<qint64> RecordSet::matches(const QString& condition) const {
   const JetCondition found = translateCondition(*table_, condition);
   QSet<qint64> keys;
   database_->read(
-      QStringLiteral("SELECT rowid FROM %1 WHERE %2").arg(quoted(table_->name), found.sql),
+      QStringLiteral("SELECT rowid FROM %1 WHERE %2").arg(quotedName(table_->name), found.sql),
       found.values, [&keys](const QSqlQuery& row) { keys.insert(row.value(0).toLongLong()); });
   return keys;
 }
@@ -208,16 +204,16 @@ void RecordSet::addRow() {
 qint64 RecordSet::insertRow() {
   if (changes_.isEmpty()) {
     return database_->write(
-        QStringLiteral("INSERT INTO %1 DEFAULT VALUES").arg(quoted(table_->name)), {});
+        QStringLiteral("INSERT INTO %1 DEFAULT VALUES").arg(quotedName(table_->name)), {});
   }
   QStringList names;
   QStringList marks;
   for (auto change = changes_.cbegin(); change != changes_.cend(); ++change) {
-    names.append(quoted(change.key()));
+    names.append(quotedName(change.key()));
     marks.append(QStringLiteral("?"));
   }
   return database_->write(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-                              .arg(quoted(table_->name), names.join(QStringLiteral(", ")),
+                              .arg(quotedName(table_->name), names.join(QStringLiteral(", ")),
                                    marks.join(QStringLiteral(", "))),
                           changes_.values());
 }
@@ -240,65 +236,26 @@ RowValues RecordSet::updateRow(bool over) {
   QStringList assignments;
   QVariantList values;
   for (auto change = changes_.cbegin(); change != changes_.cend(); ++change) {
-    if (sameStored(now[change.key()], *change)) continue;
-    assignments.append(quoted(change.key()) + QStringLiteral(" = ?"));
+    // What is as it was read is nobody's change: another program's stays.
+    if (!isChanged(change.key()) || sameStored(now[change.key()], *change)) continue;
+    assignments.append(quotedName(change.key()) + QStringLiteral(" = ?"));
     values.append(*change);
   }
   if (!assignments.isEmpty()) {
     database_->changeRow(QStringLiteral("UPDATE %1 SET %2 WHERE rowid = ?")
-                             .arg(quoted(table_->name), assignments.join(QStringLiteral(", "))),
+                             .arg(quotedName(table_->name), assignments.join(QStringLiteral(", "))),
                          values << currentKey());
   }
   for (auto change = changes_.cbegin(); change != changes_.cend(); ++change) {
-    now.insert(change.key(), *change);
+    if (isChanged(change.key())) now.insert(change.key(), *change);
   }
   return now;
-}
-
-// The indexes in the file know no umlauts in another case; this look-up does.
-bool RecordSet::isTaken() const {
-  for (const QStringList& key : table_->uniqueKeys) {
-    // A change beside the key is stored even where another program has made two of a kind.
-    const bool touched = std::any_of(key.begin(), key.end(), [this](const QString& name) {
-      return changes_.contains(needColumn(name).name);
-    });
-    if (editMode_ == EditMode::Edit && !touched) continue;
-    QStringList terms;
-    QVariantList values;
-    bool complete = true;
-    for (const QString& name : key) {
-      const ColumnInfo& info = needColumn(name);
-      values.append(value(name));
-      complete = complete && !values.last().isNull();
-      terms.append(quoted(name) + QStringLiteral(" = ?") +
-                   (info.isText() ? QStringLiteral(" COLLATE ") + QString::fromUtf16(kTextCollation)
-                                  : QString()));
-    }
-    if (!complete) continue;
-    if (editMode_ == EditMode::Edit) {
-      terms.append(QStringLiteral("rowid <> ?"));
-      values.append(currentKey());
-    }
-    bool taken = false;
-    database_->read(QStringLiteral("SELECT 1 FROM %1 WHERE %2 LIMIT 1")
-                        .arg(quoted(table_->name), terms.join(QStringLiteral(" AND "))),
-                    values, [&taken](const QSqlQuery&) { taken = true; });
-    if (taken) return true;
-  }
-  return false;
-}
-
-void RecordSet::checkUnique() const {
-  if (isTaken()) {
-    throw StorageError(storage_error::kDuplicateKey,
-                       QStringLiteral("Diesen Schlüssel gibt es bereits."));
-  }
 }
 
 void RecordSet::Delete() {
   if (position_ < 0) noRecord();
   checkFree();
-  database_->write(QStringLiteral("DELETE FROM %1 WHERE rowid = ?").arg(quoted(table_->name)),
+  database_->write(QStringLiteral("DELETE FROM %1 WHERE rowid = ?").arg(quotedName(table_->name)),
                    {currentKey()});
   const int deleted = position_;
   keys_.erase(keys_.begin() + deleted);
@@ -314,39 +271,22 @@ RowValues RecordSet::row() const {
   return readRow(columns);
 }
 
-void RecordSet::restore(const RowValues& row, int position) {
-  if (!isOpen()) noRecord();
-  checkFree();
-  const QStringList names = row.keys();
-  QStringList columns;
-  QStringList marks;
-  QVariantList values;
-  for (const QString& name : names) {
-    columns.append(quoted(needColumn(name).name));
-    marks.append(QStringLiteral("?"));
-    values.append(row[name]);
-  }
-  const qint64 key =
-      database_->write(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-                           .arg(quoted(table_->name), columns.join(u','), marks.join(u',')),
-                       values);
-  const int place = std::clamp(position, 0, count());
-  keys_.insert(keys_.begin() + place, key);
-  go(place);
-}
-
 qint64 RecordSet::currentKey() const {
   if (position_ < 0) noRecord();
   return keys_[static_cast<size_t>(position_)];
 }
 
 RowValues RecordSet::readRow(const QStringList& columns) const {
+  return readRow(columns, currentKey());
+}
+
+RowValues RecordSet::readRow(const QStringList& columns, qint64 key) const {
   QStringList names;
-  for (const QString& column : columns) names.append(quoted(column));
+  for (const QString& column : columns) names.append(quotedName(column));
   std::optional<RowValues> result;
   database_->read(QStringLiteral("SELECT %1 FROM %2 WHERE rowid = ?")
-                      .arg(names.join(QStringLiteral(", ")), quoted(table_->name)),
-                  {currentKey()}, [&](const QSqlQuery& row) {
+                      .arg(names.join(QStringLiteral(", ")), quotedName(table_->name)),
+                  {key}, [&](const QSqlQuery& row) {
                     result.emplace();
                     for (qsizetype i = 0; i < columns.size(); ++i) {
                       result->insert(columns[i], row.value(static_cast<int>(i)));
@@ -357,12 +297,15 @@ RowValues RecordSet::readRow(const QStringList& columns) const {
 }
 
 void RecordSet::fetch() const {
-  if (row_) return;
+  if (!row_) row_ = readRow(plainColumns());
+}
+
+QStringList RecordSet::plainColumns() const {
   QStringList columns;
   for (const ColumnInfo& info : table_->columns) {
     if (info.type != ColumnType::Binary) columns.append(info.name);
   }
-  row_ = readRow(columns);
+  return columns;
 }
 
 QVariant RecordSet::stored(const ColumnInfo& column) const {
@@ -372,6 +315,10 @@ QVariant RecordSet::stored(const ColumnInfo& column) const {
     known = row_->insert(column.name, readRow({column.name}).value(column.name));
   }
   return *known;
+}
+
+void RecordSet::reread() {
+  if (row_) reread(row_->keys());
 }
 
 void RecordSet::reread(const QStringList& columns) {
@@ -402,6 +349,15 @@ QVariant RecordSet::value(const QString& column) const {
 
 QString RecordSet::text(const QString& column) const {
   return shownValue(needColumn(column), value(column));
+}
+
+bool RecordSet::isChanged(const QString& column) const {
+  const ColumnInfo& info = needColumn(column);
+  const auto change = changes_.constFind(info.name);
+  if (change == changes_.constEnd()) return false;
+  if (editMode_ == EditMode::Add || !row_) return true;
+  const auto read = row_->constFind(info.name);
+  return read == row_->constEnd() || !sameStored(*read, *change);
 }
 
 void RecordSet::setValue(const QString& column, const QVariant& value) {

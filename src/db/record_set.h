@@ -88,10 +88,11 @@ class RecordSet {
   void AddNew();
   /// Begins a change of the current record. Throws kNoRecord. Does nothing in an edit.
   void Edit();
-  /// Stores the edit: only columns whose stored form differs are written. After AddNew the record
-  /// is at the end of the set and the position is unchanged. Throws kNotEditing without an edit,
-  /// kDuplicateKey when an index refuses it, kRecordDeleted when the row is gone, and RecordChanged
-  /// when a column that was read from the row holds something else by now; the edit then goes on.
+  /// Stores the edit: only columns whose stored form differs from what was read are written. After
+  /// AddNew the record is at the end of the set and the position is unchanged. Throws kNotEditing
+  /// without an edit, kDuplicateKey when an index refuses it, kRecordDeleted when the row is gone,
+  /// and RecordChanged when a column that was read from the row holds something else by now; the
+  /// edit then goes on.
   void Update();
   /// The same, over what somebody else changed: his columns stay where the edit has none.
   void overwrite();
@@ -105,6 +106,8 @@ class RecordSet {
   /// Puts a row back that Delete() took: with its number, at its place, as the current one. Drops a
   /// pending edit. Throws kDuplicateKey when its number or key is in use again.
   void restore(const RowValues& row, int position);
+  /// The row that has a key of `row` by now, without its binary columns; nothing when none has.
+  std::optional<RowValues> inTheWayOf(const RowValues& row) const;
 
   /// The value of a column: of the edit, else of the current record. Null is a QVariant that
   /// isNull(); an empty text is not. A column is read once for as long as the record stays the
@@ -113,6 +116,9 @@ class RecordSet {
   QVariant value(const QString& column) const;
   /// value() as a control shows it: empty for Null, numbers by shownNumber().
   QString text(const QString& column) const;
+
+  /// Whether the edit holds something else for the column than what was read of the record.
+  bool isChanged(const QString& column) const;
 
   /// Sets a column of the edit. An invalid QVariant is Null; a text for a numeric column must be a
   /// number. Throws kNotEditing, kUnknownName, kNotNumeric and kTooLong.
@@ -126,9 +132,9 @@ class RecordSet {
   /// nothing meanwhile (kBusy): it would be lost when the transaction is taken back.
   void joinTransaction() { joins_ = true; }
 
-  /// Forgets what was read of the current row, an edit apart: the next value() reads it anew. Call
-  /// it after this program has changed the row by another way than this set.
-  void reread() { row_.reset(); }
+  /// Reads what was read of the current row anew, an edit apart. Without the row or its file what
+  /// was read stays; throws StorageError.
+  void reread();
   /// The same for some columns.
   void reread(const QStringList& columns);
 
@@ -154,7 +160,13 @@ class RecordSet {
   /// Returns what the row holds then, of the columns that were read or written.
   RowValues updateRow(bool over);
   void checkUnique() const;
+  [[noreturn]] static void noRecord();
+  [[noreturn]] static void refuseDuplicate();
+  /// The row that has these values in the columns of `key`, another one than `except`.
+  Bookmark holderOf(const QStringList& key, const QVariantList& values, Bookmark except) const;
   RowValues readRow(const QStringList& columns) const;
+  RowValues readRow(const QStringList& columns, qint64 key) const;
+  QStringList plainColumns() const;
 
   Database* database_ = nullptr;
   const TableInfo* table_ = nullptr;

@@ -119,6 +119,21 @@ TEST_F(RecordKeysTest, ADeletionCanBeTakenBackByItsButton) {
   EXPECT_FALSE(undo->isVisible());
 }
 
+TEST_F(RecordKeysTest, AnEditInHandIsAskedAboutByTheButtonThatTakesBack) {
+  outside_.prompt.answers = {Answer::Yes};
+  child<QToolButton>(u"butDelete")->click();
+  child<QLineEdit>(u"fz_lname")->setFocus();
+  type("neu");
+  child<QToolButton>(u"butUndo")->click();
+  ASSERT_EQ(outside_.prompt.asked.size(), 1);
+  EXPECT_EQ(shown(u"fz_lname"), QStringLiteral("neu")) << "the safe answer goes on editing";
+  EXPECT_EQ(addresses().size(), 1);
+  outside_.prompt.choices = {1};
+  child<QToolButton>(u"butUndo")->click();
+  EXPECT_EQ(shown(u"st_sname"), QStringLiteral("C64"));
+  EXPECT_EQ(addresses().size(), 2);
+}
+
 TEST_F(RecordKeysTest, TheEndFromOutsideStoresTheEdit) {
   child<QLineEdit>(u"fz_lname")->setFocus();
   type("neu");

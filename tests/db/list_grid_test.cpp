@@ -63,6 +63,22 @@ TEST_F(ListGridTest, GivingUpBringsTheStoredRowBack) {
   EXPECT_EQ(stored("SELECT FZ_ERA FROM ERAS ORDER BY FZ_ERA_SEQ"), str("I II III"));
 }
 
+TEST_F(ListGridTest, GivingUpShowsWhatAnotherProgramMadeOfTheRow) {
+  ASSERT_TRUE(type(0, kText, "meine"));
+  base_.run("UPDATE ERAS SET FZ_ERA = 'fremd' WHERE FZ_ERA_SEQ = 1");
+  grid_->revertRow();
+  EXPECT_EQ(cell(0, kText), str("fremd"));
+}
+
+TEST_F(ListGridTest, AFieldThatOnlyTheOtherProgramChangedIsNotToldAsMine) {
+  ASSERT_TRUE(type(0, kText, "meine"));
+  base_.run("UPDATE ERAS SET FZ_ERA = 'fremd', FZ_ERA_SEQ = 9 WHERE FZ_ERA_SEQ = 1");
+  EXPECT_FALSE(grid_->storeRow());
+  EXPECT_TRUE(prompt_.below.last().contains(str(": nur dort geändert (jetzt \"9\")")))
+      << qPrintable(prompt_.below.last());
+  EXPECT_TRUE(prompt_.below.last().contains(str("Epoche: dort \"fremd\", hier \"meine\"")));
+}
+
 TEST_F(ListGridTest, GivingUpANewRowRemovesIt) {
   ASSERT_TRUE(typeNew(kText, "IV"));
   grid_->revertRow();

@@ -31,7 +31,7 @@ TEST_F(RecordChangesTest, AChangeOfSomebodyElseIsAskedAboutWithBothTexts) {
   EXPECT_EQ(prompt_.shown[0],
             str("Der Datensatz wurde inzwischen von einem anderen Programm geändert."));
   EXPECT_EQ(prompt_.below[0], str("Langbezeichnung: dort \"dort\", hier \"hier\"\n"
-                                  "Baureihe: dort \"64\", hier nichts"));
+                                  "Baureihe: nur dort geändert (jetzt \"64\")"));
   EXPECT_EQ(text("fz_lname"), str("hier"));
   EXPECT_EQ(stored("SELECT FZ_LNAME FROM LOCO_DAT WHERE DC_ADR = 3"), str("dort"));
 }
@@ -44,6 +44,38 @@ TEST_F(RecordChangesTest, MineIsStoredAndTheOthersFieldsStay) {
   EXPECT_TRUE(form_.storeEdit());
   EXPECT_EQ(stored("SELECT FZ_LNAME FROM LOCO_DAT WHERE DC_ADR = 3"), str("hier"));
   EXPECT_EQ(stored("SELECT FZ_CODE FROM LOCO_DAT WHERE DC_ADR = 3"), str("64"));
+}
+
+TEST_F(RecordChangesTest, AnEditThatIsGivenUpShowsWhatTheOtherProgramStored) {
+  open();
+  type("fz_lname", "hier");
+  base_.run("UPDATE LOCO_DAT SET FZ_LNAME = 'dort', FZ_CODE = '64' WHERE DC_ADR = 3");
+  EXPECT_FALSE(form_.storeEdit()) << "the safe answer goes on editing";
+  form_.giveUp();
+  EXPECT_EQ(text("fz_lname"), str("dort"));
+  EXPECT_EQ(text("fz_code"), str("64"));
+  type("fz_lname", "hier");
+  EXPECT_TRUE(form_.storeEdit()) << "what is on show is what is stored: nothing to ask";
+  EXPECT_EQ(prompt_.asked.size(), 1);
+}
+
+TEST_F(RecordChangesTest, AnEditThatIsGivenUpBehindAFaultShowsWhatIsStored) {
+  open();
+  type("dc_adr", "5");
+  base_.run("UPDATE LOCO_DAT SET FZ_LNAME = 'dort' WHERE DC_ADR = 3");
+  prompt_.choices = {0};
+  EXPECT_TRUE(form_.storeEdit());
+  EXPECT_EQ(prompt_.shown, QStringList{str("Datensatz mit dieser Adresse bereits vorhanden!")});
+  EXPECT_EQ(text("dc_adr"), str("3"));
+  EXPECT_EQ(text("fz_lname"), str("dort"));
+}
+
+TEST_F(RecordChangesTest, GivingUpARecordThatIsGoneTellsIt) {
+  open();
+  type("fz_lname", "hier");
+  base_.run("DELETE FROM LOCO_DAT WHERE DC_ADR = 3");
+  form_.giveUp();
+  EXPECT_EQ(prompt_.shown, QStringList{str("Der Datensatz wurde gelöscht.")});
 }
 
 TEST_F(RecordChangesTest, TheirsIsTakenAndShown) {
@@ -79,8 +111,15 @@ TEST_F(RecordChangesTest, OnlyTheSetThatChangedIsWritten) {
   record.recCvValues[2][2] = 10;
   form_.storeProgrammed(record, str("9"), QString());
   EXPECT_FALSE(form_.storeEdit());
-  EXPECT_TRUE(prompt_.below.last().contains(str("CV-Werte, Satz 1: CV 1 dort 5, hier 0")))
+  EXPECT_TRUE(prompt_.below.last().contains(
+      str("CV-Werte, Satz 1: nur dort geändert (CV 1 jetzt 5; CV 2 jetzt 5)")))
       << qPrintable(prompt_.below.last());
+  prompt_.choices = {0};
+  EXPECT_TRUE(form_.storeEdit());
+  EXPECT_EQ(stored("SELECT DC_CV FROM LOCO_DAT WHERE DC_ADR = 9").toByteArray(), QByteArray("\5\5"))
+      << "the owner has not touched that set";
+  EXPECT_EQ(stored("SELECT substr(DC_CV_2, 3, 1) = x'0A' FROM LOCO_DAT WHERE DC_ADR = 9").toInt(),
+            1);
 }
 
 TEST_F(RecordChangesTest, TheSetsAreReadAnewForTheDecoderWindow) {
@@ -302,19 +341,82 @@ TEST_F(RecordChangesTest, TheOnlyRecordComesBackOutOfTheNewOne) {
   EXPECT_TRUE(visible("butNew"));
 }
 
+TEST_F(RecordChangesTest, AnEditInHandIsAskedAboutAheadOfTheTakingBack) {
+  open();
+  prompt_.answers = {Answer::Yes};
+  form_.butDelete();
+  ASSERT_EQ(text("st_sname"), str("A5"));
+  type("fz_lname", "neu");
+  form_.butUndo();
+  ASSERT_EQ(prompt_.asked.size(), 1) << "the safe answer goes on editing";
+  EXPECT_EQ(prompt_.shown.last(),
+            str("Vor dem Zurückholen: Eingaben zu Adresse 5 \"A5\" speichern?"));
+  EXPECT_EQ(text("fz_lname"), str("neu"));
+  EXPECT_TRUE(form_.isUnsaved());
+  EXPECT_TRUE(stored("SELECT FZ_LNAME FROM LOCO_DAT WHERE DC_ADR = 5").isNull());
+  EXPECT_EQ(stored("SELECT COUNT(*) FROM LOCO_DAT").toInt(), 2);
+  prompt_.choices = {1};
+  form_.butUndo();
+  EXPECT_EQ(text("st_sname"), str("A3"));
+  EXPECT_TRUE(stored("SELECT FZ_LNAME FROM LOCO_DAT WHERE DC_ADR = 5").isNull()) << "given up";
+  EXPECT_FALSE(visible("butUndo"));
+}
+
+TEST_F(RecordChangesTest, AnEditIsStoredAheadOfTheTakingBackWhenTheUserSaysSo) {
+  open();
+  prompt_.answers = {Answer::Yes};
+  form_.butDelete();
+  type("fz_lname", "neu");
+  prompt_.choices = {0};
+  form_.butUndo();
+  EXPECT_EQ(text("st_sname"), str("A3"));
+  EXPECT_EQ(stored("SELECT FZ_LNAME FROM LOCO_DAT WHERE DC_ADR = 5"), str("neu"));
+}
+
+TEST_F(RecordChangesTest, ANewRecordInHandIsGivenUpForTheTakingBack) {
+  open();
+  prompt_.answers = {Answer::Yes};
+  form_.butDelete();
+  form_.butNew();
+  type("dc_adr", "9");
+  prompt_.choices = {1};
+  form_.butUndo();
+  EXPECT_EQ(text("st_sname"), str("A3"));
+  EXPECT_FALSE(visible("butOK"));
+  EXPECT_EQ(stored("SELECT COUNT(*) FROM LOCO_DAT").toInt(), 3);
+}
+
 TEST_F(RecordChangesTest, ARecordWhoseAddressWasGivenAwayCanBeTakenBackOnceItIsFree) {
   open();
   prompt_.answers = {Answer::Yes};
   form_.butDelete();
   ASSERT_EQ(text("st_sname"), str("A5"));
   type("dc_adr", "3");
+  prompt_.choices = {0};
   form_.butUndo();
   EXPECT_EQ(stored("SELECT COUNT(*) FROM LOCO_DAT").toInt(), 2);
+  EXPECT_EQ(prompt_.shown.last(), str("Datensatz mit dieser Adresse bereits vorhanden!"));
+  EXPECT_EQ(
+      prompt_.below.last(),
+      str("Adresse 3 der Sammlung \"Anlage\" hat jetzt \"A5\". Der gelöschte Datensatz \"A3\" "
+          "lässt sich zurückholen, sobald sie wieder frei ist."));
   EXPECT_TRUE(visible("butUndo"));
   base_.run("UPDATE LOCO_DAT SET DC_ADR = 5 WHERE ST_SNAME = 'A5'");
   form_.butUndo();
   EXPECT_EQ(stored("SELECT ST_SNAME FROM LOCO_DAT WHERE DC_ADR = 3").toString(), str("A3"));
   EXPECT_FALSE(visible("butUndo"));
+}
+
+TEST_F(RecordChangesTest, TheCaseOfAnUmlautInTheCollectionMakesNoSecondOfTheKind) {
+  base_.run("UPDATE LOCO_DAT SET DC_COLL = 'Ü' WHERE DC_ADR = 3");
+  open();
+  form_.FindFirst(str("DC_ADR=3"));
+  prompt_.answers = {Answer::Yes};
+  form_.butDelete();
+  base_.run("UPDATE LOCO_DAT SET DC_COLL = 'ü', DC_ADR = 3 WHERE ST_SNAME = 'A5'");
+  form_.butUndo();
+  EXPECT_EQ(stored("SELECT COUNT(*) FROM LOCO_DAT").toInt(), 2);
+  EXPECT_TRUE(prompt_.below.last().contains(str("hat jetzt \"A5\"")));
 }
 
 TEST_F(RecordChangesTest, AStoredRecordEndsTheTakingBack) {
