@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "base/paths.h"
+#include "base/plain_file.h"
 
 namespace lokari {
 namespace {
@@ -58,7 +59,7 @@ QString seedAppPath(const QString& appPath, const QString& installedData) {
   for (const QString& name : names) {
     const QString to = placeFor(target.filePath(name));
     if (QFileInfo::exists(to)) continue;
-    if (!QDir().mkpath(QFileInfo(to).path()) || !QFile::copy(source.filePath(name), to)) {
+    if (!QDir().mkpath(QFileInfo(to).path()) || !copyPlainFile(source.filePath(name), to)) {
       return copyFault(to);
     }
     // An installation's files may be read-only; the user's copy is his to change.

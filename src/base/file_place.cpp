@@ -10,6 +10,7 @@
 
 #include "base/app_paths.h"
 #include "base/paths.h"
+#include "base/plain_file.h"
 #include "base/prompt.h"
 #include "base/settings.h"
 
@@ -25,16 +26,6 @@ constexpr std::array kDatabaseBeginnings{
     QByteArrayView("\0\1\0\0Standard ", 13),
 };
 constexpr qsizetype kBeginning = 16;
-
-struct SpecialFile {
-  mode_t type;
-  const char16_t* name;
-};
-constexpr std::array kSpecialFiles{
-    SpecialFile{S_IFDIR, u"ein Ordner"},  SpecialFile{S_IFIFO, u"eine Pipe"},
-    SpecialFile{S_IFSOCK, u"ein Socket"}, SpecialFile{S_IFCHR, u"ein Gerät"},
-    SpecialFile{S_IFBLK, u"ein Gerät"},
-};
 
 bool isAmong(const QString& extension, const char16_t* extensions) {
   return QString::fromUtf16(extensions).split(u' ').contains(extension, Qt::CaseInsensitive);
@@ -59,7 +50,7 @@ class Examination {
     if (fileNameOf(path_).isEmpty()) return QStringLiteral("Es fehlt der Dateiname.");
     const auto state = stateOf(path_);
     if (!state) return isAbsent(own);
-    if (const QString special = specialFile(*state); !special.isEmpty()) return special;
+    if (const QString special = specialFileFault(path_); !special.isEmpty()) return special;
     for (const QString& each : own) {
       const auto its = stateOf(findFile(each));
       if (its && isSameFile(*state, *its)) return ownFile();
@@ -81,23 +72,11 @@ class Examination {
     return std::any_of(own.begin(), own.end(), isIt) ? ownFile() : QString();
   }
 
-  static QString specialFile(const struct stat& state) {
-    const mode_t type = state.st_mode & S_IFMT;
-    if (type == S_IFREG) return {};
-    const auto* row = std::find_if(kSpecialFiles.begin(), kSpecialFiles.end(),
-                                   [type](const SpecialFile& each) { return each.type == type; });
-    return QStringLiteral("Sie ist keine gewöhnliche Datei%1.")
-        .arg(row == kSpecialFiles.end()
-                 ? QString()
-                 : QStringLiteral(", sondern ") + QString::fromUtf16(row->name));
-  }
-
   QString otherKind() const {
     // What takes any file reads for itself what it is.
     if (*kind_.extensions == 0) return {};
-    QFile file(path_);
-    const QByteArray beginning =
-        file.open(QIODevice::ReadOnly) ? file.read(kBeginning) : QByteArray();
+    PlainFile file(path_);
+    const QByteArray beginning = file.open() ? file.read(kBeginning) : QByteArray();
     for (const QByteArrayView each : kDatabaseBeginnings) {
       if (beginning.startsWith(each)) return QStringLiteral("Sie ist eine Datenbank.");
     }

@@ -1,9 +1,8 @@
 #include "base/text_file.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QStringConverter>
 
+#include "base/plain_file.h"
 #include "base/whole_file.h"
 
 namespace lokari {
@@ -67,10 +66,8 @@ std::optional<QString> readTextFile(const QString& path) {
 }
 
 std::optional<QByteArray> readPlainFile(const QString& path) {
-  // A pipe would be waited for, a device may never end.
-  if (!QFileInfo(path).isFile()) return std::nullopt;
-  QFile file(path);
-  if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
+  PlainFile file(path);
+  if (!file.open()) return std::nullopt;
   QByteArray data = file.readAll();
   if (file.error() != QFileDevice::NoError) return std::nullopt;
   return data;

@@ -8,6 +8,7 @@
 #include "app/installation.h"
 #include "base/ini_file.h"
 #include "base/paths.h"
+#include "base/plain_file.h"
 #include "cli/command.h"
 #include "cli/console.h"
 #include "cli/console_prompt.h"
@@ -99,12 +100,16 @@ class TraceOnConsole {
 /// Settings that were asked for but are not there must not send anything to another station.
 void checkSettings(const Command& command, const QString& stem, const AppPaths& paths,
                    Console& console) {
-  if (!stem.isEmpty() && !QFileInfo(findFile(paths.iniFile)).isFile()) {
+  if (!stem.isEmpty() && !QFileInfo::exists(findFile(paths.iniFile))) {
     const QString text =
         QStringLiteral("Die Einstellungsdatei %1 gibt es nicht!").arg(paths.iniFile);
     if (command.usesStation) throw WrongCall(text);
     console.message(text + QStringLiteral(" Es gelten die Vorgaben."));
   }
+  const QString special = specialFileFault(
+      findFile(paths.iniFile), QStringLiteral("Die Einstellungsdatei %1").arg(paths.iniFile));
+  if (!special.isEmpty() && command.usesStation) throw WrongCall(special);
+  if (!special.isEmpty()) console.message(special + QStringLiteral(" Es gelten die Vorgaben."));
   if (!command.usesStation) return;
   const auto unknown = unknownStation(IniFile(paths.iniFile));
   if (!unknown) return;

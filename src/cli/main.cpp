@@ -15,6 +15,9 @@ namespace {
 
 using namespace lokari;
 
+/// Seconds until Ctrl-C ends a command that hears nothing, whatever it waits for.
+constexpr unsigned kPatience = 5;
+
 /// Where the program lives; the first start fills the user's own folder from the installation.
 QString prepareData(StandardConsole& console) {
   const QString programs = QCoreApplication::applicationDirPath();
@@ -38,7 +41,7 @@ int main(int argc, char** argv) {
   QtClock clock;
   const QString appPath = prepareData(console);
   SystemTransports transports(appPath, clock);
-  const SignalWatch watch([&interrupt] { interrupt.raise(); });
+  const SignalWatch watch([&interrupt] { interrupt.raise(); }, kPatience);
   const CliWorld world{appPath, clock,     transports.transports(),
                        console, interrupt, QCoreApplication::applicationDirPath()};
   const ExitStatus status = runCli(QCoreApplication::arguments().mid(1), world);

@@ -1,7 +1,6 @@
 #include "db/access_database.h"
 
-#include <QFile>
-
+#include "base/plain_file.h"
 #include "db/storage_error.h"
 
 namespace lokari {
@@ -63,8 +62,8 @@ class AccessTable final : public ForeignTable {
 }  // namespace
 
 bool isAccessFile(const QString& path) {
-  QFile file(path);
-  if (!file.open(QIODevice::ReadOnly) || !file.seek(kNamePlace)) return false;
+  PlainFile file(path);
+  if (!file.open() || !file.seek(kNamePlace)) return false;
   const QByteArray name = file.read(kNameLength);
   return name == "Standard Jet DB" || name == "Standard ACE DB";
 }

@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include "base/paths.h"
+#include "base/plain_file.h"
 
 namespace lokari {
 namespace {
@@ -48,7 +49,7 @@ void CatalogueFiles::addDescription(const QString& maker, const QString& type) c
   QString source = place({maker, defaultFile()});
   if (!QFile::exists(source)) source = place({defaultFile()});
   // A file that an installation protects makes one that the user may change.
-  if (QFile::copy(source, target)) {
+  if (copyPlainFile(source, target)) {
     QFile::setPermissions(target, QFile::permissions(target) | QFile::WriteOwner);
   }
 }

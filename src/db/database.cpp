@@ -1,6 +1,5 @@
 #include "db/database.h"
 
-#include <QFile>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -9,6 +8,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "base/paths.h"
+#include "base/plain_file.h"
 #include "db/access_database.h"
 #include "db/jet_sql.h"
 #include "db/sqlite_functions.h"
@@ -73,8 +74,14 @@ void connectTo(const QString& name, const QString& path, const QString& options)
 
 // The engine makes an empty file a database without a word; this program does not.
 void checkHead(const QString& path) {
-  QFile file(path);
-  if (!file.open(QIODevice::ReadOnly)) {
+  // The engine opens what it finds under these names, and waits for whoever writes into a pipe.
+  for (const char16_t* suffix : {u"", u"-journal", u"-wal", u"-shm"}) {
+    const QString each = path + QString::fromUtf16(suffix);
+    const QString fault = specialFileFault(each, fileNameOf(each));
+    if (!fault.isEmpty()) throw StorageError(storage_error::kNoDatabase, fault);
+  }
+  PlainFile file(path);
+  if (!file.open()) {
     throw StorageError(storage_error::kNoDatabase,
                        QStringLiteral("Die Datenbankdatei kann nicht geöffnet werden."));
   }

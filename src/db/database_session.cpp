@@ -1,12 +1,11 @@
 #include "db/database_session.h"
 
-#include <QFile>
-
 #include <utility>
 
 #include "base/ini_file.h"
 #include "base/numbers.h"
 #include "base/paths.h"
+#include "base/plain_file.h"
 #include "base/prompt.h"
 #include "db/catalogue_update.h"
 #include "db/new_database.h"
@@ -31,7 +30,7 @@ QString databaseFolder(const QString& appPath) {
 }
 
 bool isReadable(const QString& path) {
-  return !path.isEmpty() && QFile(path).open(QIODevice::ReadOnly);
+  return !path.isEmpty() && PlainFile(path).open();
 }
 
 }  // namespace
@@ -51,8 +50,9 @@ int DatabaseSession::InitDB() {
   const QString file = findFile(dbPath_);
   if (!isReadable(file)) {
     parts_.prompt.message(QStringLiteral("Datenbankdatei ") + dbPath_ +
-                          QStringLiteral(" nicht gefunden\n") + QString::fromUtf16(kNoAccess) +
-                          QStringLiteral("\nProgrammneuinstallation kann erforderlich sein."));
+                              QStringLiteral(" nicht gefunden\n") + QString::fromUtf16(kNoAccess) +
+                              QStringLiteral("\nProgrammneuinstallation kann erforderlich sein."),
+                          Icon::Warning, specialFileFault(file));
     return 1;
   }
   try {

@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "base/plain_file.h"
 #include "db/database.h"
 #include "db/reference_lists.h"
 
@@ -29,7 +30,7 @@ void removeDatabase(const QString& path) {
 }
 
 bool copyTemplate(const QString& from, const QString& to) {
-  if (!QFile::copy(from, to)) return false;
+  if (!copyPlainFile(from, to)) return false;
   if (QFile::setPermissions(to, QFile::permissions(to) | QFile::WriteOwner | QFile::WriteUser)) {
     return true;
   }

@@ -1,7 +1,6 @@
 #include "db/old_descriptions.h"
 
 #include <QDir>
-#include <QFile>
 #include <QSqlQuery>
 
 #include "base/paths.h"
@@ -40,10 +39,9 @@ QStringList missingIn(const QString& folder, const Database& database, const QSt
 }
 
 bool copyWhole(const QString& from, const QString& to) {
-  QFile source(from);
+  const std::optional<QByteArray> source = readPlainFile(from);
   const QString place = placeFor(to);
-  return source.open(QIODevice::ReadOnly) && QDir().mkpath(QFileInfo(place).path()) &&
-         writeFileAtomically(place, source.readAll());
+  return source && QDir().mkpath(QFileInfo(place).path()) && writeFileAtomically(place, *source);
 }
 
 void offer(Prompt& prompt, const OldDescriptions& old, const QString& appPath) {

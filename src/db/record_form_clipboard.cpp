@@ -1,5 +1,4 @@
 // Copying a record, pasting it over another one, and the vehicle's picture.
-#include <QFile>
 #include <QImage>
 
 #include "base/desktop.h"
@@ -8,6 +7,7 @@
 #include "base/paths.h"
 #include "base/prompt.h"
 #include "base/settings.h"
+#include "base/text_file.h"
 #include "db/database.h"
 #include "db/form_clipboard.h"
 #include "db/form_fields.h"
@@ -110,8 +110,7 @@ void RecordForm::butPicLink() {
   if (!folder.isEmpty() && folder.compare(start, Qt::CaseInsensitive) != 0) {
     parts_.ini.writeString(section, key, folder);
   }
-  QFile file(path);
-  const QByteArray data = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  const QByteArray data = readPlainFile(path).value_or(QByteArray());
   if (!isPicture(data)) {
     parts_.prompt.message(
         QStringLiteral("Grafikdatei %1 kann nicht geladen werden!").arg(fileNameOf(path)));

@@ -1,12 +1,12 @@
 #include "decoder/dec_import.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 #include <stdexcept>
 
 #include "base/paths.h"
+#include "base/plain_file.h"
 #include "base/prompt.h"
 #include "base/text_file.h"
 #include "db/catalogue_update.h"
@@ -63,8 +63,8 @@ class DecImport {
 
   bool readSource() {
     source_ = findFile(name_);
-    QFile file(source_);
-    if (!QFileInfo(source_).isFile() || !file.open(QIODevice::ReadOnly)) {
+    PlainFile file(source_);
+    if (!file.open()) {
       parts_.prompt.message(QStringLiteral("Decoderdatei ") + name_ +
                             QStringLiteral(" nicht gefunden\roder Zugriff nicht möglich!"));
       return false;

@@ -1,12 +1,10 @@
 #include "decoder/spd_file.h"
 
-#include <QFile>
-#include <QFileInfo>
-
 #include <algorithm>
 
 #include "base/numbers.h"
 #include "base/paths.h"
+#include "base/plain_file.h"
 #include "base/text_file.h"
 #include "decoder/dec_fields.h"
 
@@ -30,9 +28,8 @@ QString damaged(const QString& path, const QString& reason) {
 }  // namespace
 
 SpdFile readSpdFile(const QString& path, int highest) {
-  QFile file(path);
-  // Other things than files may wait for somebody to write into them.
-  if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
+  PlainFile file(path);
+  if (!file.open()) {
     return {{}, QStringLiteral("Datei %1 kann nicht geöffnet werden!").arg(path)};
   }
   const QStringList lines = splitLines(decodeText(file.read(kMostBytes)));

@@ -8,6 +8,7 @@
 
 #include "base/clock.h"
 #include "base/file_fault.h"
+#include "base/plain_file.h"
 #include "base/settings.h"
 #include "link/trace_head.h"
 
@@ -24,8 +25,8 @@ bool isOurs(const QString& path) {
   // A pipe would hold the program up until somebody reads it.
   if (!info.isFile()) return false;
   if (info.size() == 0) return true;
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) && file.read(sizeof kBeginning - 1) == kBeginning;
+  PlainFile file(path);
+  return file.open() && file.read(sizeof kBeginning - 1) == kBeginning;
 }
 
 QString firstLine(const QDateTime& time) {

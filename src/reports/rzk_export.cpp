@@ -9,6 +9,7 @@
 
 #include "base/file_place.h"
 #include "base/paths.h"
+#include "base/plain_file.h"
 #include "base/prompt.h"
 #include "base/whole_file.h"
 #include "db/database.h"
@@ -186,10 +187,10 @@ int RzkExport::merge(const QString& fileName, const QString& temporary, bool isN
   QFile::remove(temporary);
   WholeFile target(fileName, temporary);
   if (!target.begin()) fail(QStringLiteral("Kann Datei nicht anlegen:"), temporary, target.fault());
-  QFile old(fileName);
+  PlainFile old(fileName);
   RzkMerge::NextRecord nextOld;
   if (!isNew) {
-    if (!old.open(QIODevice::ReadOnly)) fail(QStringLiteral("Kann Datei nicht öffnen:"), old);
+    if (!old.open()) fail(QStringLiteral("Kann Datei nicht öffnen:"), old);
     if (const auto head = readRecord(old); !head || !isRzkHead(*head)) return kIncompatible;
     requireWhole(old);
     nextOld = [&old] { return readRecord(old); };

@@ -1,10 +1,8 @@
 #include "station/firmware_file.h"
 
-#include <QFile>
-#include <QFileInfo>
-
 #include "base/numbers.h"
 #include "base/paths.h"
+#include "base/plain_file.h"
 #include "base/prompt.h"
 #include "base/settings.h"
 #include "station/intel_hex.h"
@@ -41,11 +39,11 @@ std::optional<Firmware> confirmedFirmware(QString name, Prompt& prompt,
                                           const std::function<void(bool)>& showBusy,
                                           const QStringList& openCabs) {
   if (!fileNameOf(name).contains(u'.')) name += QStringLiteral(".HEX");
-  QFile file(findFile(name));
-  // Devices and pipes count as missing: they might never come to an end.
-  if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) {
+  PlainFile file(findFile(name));
+  if (!file.open()) {
     prompt.message(
-        QStringLiteral("Firmware-Datei %1 nicht gefunden\noder Zugriff nicht möglich!").arg(name));
+        QStringLiteral("Firmware-Datei %1 nicht gefunden\noder Zugriff nicht möglich!").arg(name),
+        Icon::Warning, specialFileFault(file.fileName()));
     return std::nullopt;
   }
   auto result = readBusily(file, showBusy);

@@ -4,6 +4,7 @@
 #include <QPixmapCache>
 
 #include "base/paths.h"
+#include "base/text_file.h"
 
 namespace lokari {
 namespace {
@@ -23,7 +24,7 @@ QPixmap Pictures::load(const QString& name, double pixelRatio) const {
   const QString path = findFile(basePath_ + u'/' + name);
   if (path.isEmpty()) return {};
   // Through QImage: QPixmap itself would pick an @2x twin by its own rules.
-  picture = QPixmap::fromImage(QImage(path));
+  picture = QPixmap::fromImage(QImage::fromData(readPlainFile(path).value_or(QByteArray())));
   picture.setDevicePixelRatio(pixelRatio);
   if (!picture.isNull()) QPixmapCache::insert(key, picture);
   return picture;
