@@ -9,6 +9,7 @@
 #include "cli/console.h"
 #include "db/column_values.h"
 #include "db/database.h"
+#include "db/jet_sql.h"
 
 namespace lokari {
 namespace {
@@ -22,8 +23,7 @@ QStringList columnNames() {
   return names;
 }
 
-QString query(const std::optional<QString>& condition) {
-  const QString where = condition ? QStringLiteral(" WHERE ") + *condition : QString();
+QString query(const QString& where) {
   return QStringLiteral("SELECT ") + columnNames().join(QStringLiteral(", ")) +
          QStringLiteral(" FROM LOCO_DAT") + where +
          QStringLiteral(" ORDER BY ISNULL(DC_COLL) DESC, DC_COLL, DC_ADR");
@@ -76,9 +76,10 @@ bool isFaultOfQuery(const StorageError& error) {
 
 QList<QStringList> readChosen(const Database& database, const QString& condition) {
   // A database that lacks a column is no fault of the condition.
-  database.query(query(QStringLiteral("DC_RECNO = 0")), [](const QSqlQuery&) {});
+  database.query(query(QStringLiteral(" WHERE DC_RECNO = 0")), [](const QSqlQuery&) {});
   try {
-    return readVehicles(database, query(condition));
+    const TableInfo* vehicles = database.schema().table(QStringLiteral("LOCO_DAT"));
+    return readVehicles(database, query(provenWhere(*vehicles, condition)));
   } catch (const StorageError& error) {
     if (!isFaultOfQuery(error)) throw;
     throw WrongCall(

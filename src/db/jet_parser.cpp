@@ -1,5 +1,7 @@
 #include "db/jet_parser.h"
 
+#include <algorithm>
+
 #include "base/numbers.h"
 #include "db/like_pattern.h"
 #include "db/sqlite_functions.h"
@@ -11,18 +13,18 @@ namespace {
 // Deeper nesting is no query that the program makes.
 constexpr int kDeepest = 50;
 
-constexpr const char16_t* kComparisons[] = {u"=", u"<>", u"<=", u">=", u"<", u">"};
+/// Words that are no column, so that a fault is told where it stands.
+constexpr const char16_t* kReserved[] = {u"AND",  u"OR", u"NOT",   u"IS",     u"NULL", u"LIKE",
+                                         u"FROM", u"BY", u"WHERE", u"SELECT", u"ORDER"};
 
-QString quoted(const QString& name) {
-  return u'"' + name + u'"';
-}
+constexpr const char16_t* kComparisons[] = {u"=", u"<>", u"<=", u">=", u"<", u">"};
 
 QString collated(const QString& sql) {
   return sql + QStringLiteral(" COLLATE ") + QString::fromUtf16(kTextCollation);
 }
 
 QString isNull(const QString& name) {
-  return QStringLiteral("(-(%1 IS NULL))").arg(quoted(name));
+  return QStringLiteral("(-(%1 IS NULL))").arg(quotedName(name));
 }
 
 }  // namespace
@@ -35,10 +37,11 @@ void JetParser::refuse() const {
                      QStringLiteral("Syntaxfehler %1 im Ausdruck \"%2\".").arg(near, query_));
 }
 
-void JetParser::mismatch() const {
+void JetParser::mismatch(qsizetype token) const {
   throw StorageError(
       storage_error::kTypeMismatch,
-      QStringLiteral("Text und Zahl werden verglichen im Ausdruck \"%1\".").arg(query_));
+      QStringLiteral("Text und Zahl werden verglichen im Ausdruck \"%1\", bei \"%2\".")
+          .arg(query_, query_.mid(tokens_.at(token).at)));
 }
 
 bool JetParser::accept(QStringView word) {
@@ -139,7 +142,7 @@ QString JetParser::whatSql(const What& what) const {
   QStringList columns;
   for (const QString& name : what.names) {
     const ColumnInfo& info = column(name);
-    const QString plain = quoted(info.name);
+    const QString plain = quotedName(info.name);
     const QString comparable = info.isText() ? collated(plain) : plain;
     switch (what.form) {
       case What::Form::Distinct:
@@ -165,7 +168,7 @@ QString JetParser::orderTerms(QString order) {
       expectSymbol(u")");
     } else {
       const ColumnInfo& info = column(expectName());
-      order += info.isText() ? collated(quoted(info.name)) : quoted(info.name);
+      order += info.isText() ? collated(quotedName(info.name)) : quotedName(info.name);
     }
     if (accept(u"DESC")) {
       order += QStringLiteral(" DESC");
@@ -210,25 +213,26 @@ QString JetParser::predicate(int depth) {
     expectSymbol(u")");
     return u'(' + inner + u')';
   }
+  const qsizetype begin = at_;
   const Operand left = operand();
   if (accept(u"IS")) {
     const bool negated = accept(u"NOT");
     expect(u"NULL");
     return left.sql + (negated ? QStringLiteral(" IS NOT NULL") : QStringLiteral(" IS NULL"));
   }
-  if (accept(u"LIKE")) return like(left, false);
+  if (accept(u"LIKE")) return like(left, false, begin);
   if (accept(u"NOT")) {
     expect(u"LIKE");
-    return like(left, true);
+    return like(left, true, begin);
   }
-  return comparison(left);
+  return comparison(left, begin);
 }
 
-QString JetParser::comparison(const Operand& left) {
+QString JetParser::comparison(const Operand& left, qsizetype begin) {
   for (const char16_t* known : kComparisons) {
     if (!acceptSymbol(known)) continue;
     const Operand right = operand();
-    if (left.kind != right.kind || left.kind == OperandKind::Binary) mismatch();
+    if (left.kind != right.kind || left.kind == OperandKind::Binary) mismatch(begin);
     const QString sql = left.sql + u' ' + QString::fromUtf16(known) + u' ' + right.sql;
     // In parentheses: the collation would else belong to the right side only.
     return u'(' + (left.kind == OperandKind::Text ? collated(sql) : sql) + u')';
@@ -237,9 +241,9 @@ QString JetParser::comparison(const Operand& left) {
   return left.sql;
 }
 
-QString JetParser::like(const Operand& left, bool negated) {
+QString JetParser::like(const Operand& left, bool negated, qsizetype begin) {
   if (peek().kind != JetTokenKind::Text) refuse();
-  if (left.kind == OperandKind::Binary) mismatch();
+  if (left.kind == OperandKind::Binary) mismatch(begin);
   const QString pattern = tokens_.at(at_++).text;
   if (!LikePattern::parse(pattern.toStdString())) {
     throw StorageError(storage_error::kSyntax,
@@ -270,6 +274,10 @@ JetParser::Operand JetParser::operand() {
       return {OperandKind::Number, mark(negative ? -*value : *value), false};
     }
     case JetTokenKind::Word:
+      if (std::any_of(std::begin(kReserved), std::end(kReserved),
+                      [&token](const char16_t* word) { return token.is(word); })) {
+        refuse();
+      }
       ++at_;
       if (token.is(u"ISNULL")) {
         expectSymbol(u"(");
@@ -287,7 +295,7 @@ JetParser::Operand JetParser::operand() {
 JetParser::Operand JetParser::columnOperand(const QString& name) {
   const ColumnInfo& info = column(name);
   Operand result;
-  result.sql = quoted(info.name);
+  result.sql = quotedName(info.name);
   result.kind = info.isText()      ? OperandKind::Text
                 : info.isNumeric() ? OperandKind::Number
                                    : OperandKind::Binary;

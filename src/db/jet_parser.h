@@ -31,14 +31,15 @@ class JetParser {
   QString expectName();
   void expectEnd() const;
   [[noreturn]] void refuse() const;
-  [[noreturn]] void mismatch() const;
+  /// A comparison that begins with that token.
+  [[noreturn]] void mismatch(qsizetype token) const;
 
   QString disjunction(int depth);
   QString conjunction(int depth);
   QString negation(int depth);
   QString predicate(int depth);
-  QString comparison(const Operand& left);
-  QString like(const Operand& left, bool negated);
+  QString comparison(const Operand& left, qsizetype begin);
+  QString like(const Operand& left, bool negated, qsizetype begin);
   Operand operand();
   Operand columnOperand(const QString& name);
 

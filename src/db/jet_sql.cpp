@@ -8,6 +8,11 @@ JetSelect translateSelect(const Schema& schema, const QString& query) {
   return JetParser(query).select(schema);
 }
 
+QString provenWhere(const TableInfo& table, const QString& condition) {
+  translateCondition(table, condition);
+  return QStringLiteral(" WHERE ") + condition;
+}
+
 JetCondition translateCondition(const TableInfo& table, const QString& condition) {
   return JetParser(condition).condition(table);
 }

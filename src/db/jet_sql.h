@@ -26,4 +26,9 @@ JetSelect translateSelect(const Schema& schema, const QString& query);
 /// Translates a condition on a table, without WHERE. Throws like translateSelect().
 JetCondition translateCondition(const TableInfo& table, const QString& condition);
 
+/// " WHERE condition" for a query. The condition is proved by itself before: what is wrong with it
+/// is told in its own words, and it cannot become another part of the query. Throws like
+/// translateSelect().
+QString provenWhere(const TableInfo& table, const QString& condition);
+
 }  // namespace lokari

@@ -7,6 +7,7 @@
 #include "db/database.h"
 #include "db/form_fields.h"
 #include "db/form_names.h"
+#include "db/jet_sql.h"
 #include "db/record_form.h"
 #include "db/record_search.h"
 
@@ -86,7 +87,7 @@ void RecordForm::filterBy(const SearchCondition& condition) {
   bool none = false;
   whileLocked([&] {
     found.open(*database_,
-               condition.sql.isEmpty() ? all : all + QStringLiteral(" WHERE ") + condition.sql);
+               condition.sql.isEmpty() ? all : all + provenWhere(records_.table(), condition.sql));
     none = found.count() == 0;
     if (none) found.open(*database_, all);
   });

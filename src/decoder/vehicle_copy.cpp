@@ -3,6 +3,7 @@
 #include <array>
 
 #include "db/cv_record.h"
+#include "db/jet_sql.h"
 #include "db/record_set.h"
 
 namespace lokari {
@@ -18,7 +19,8 @@ struct Ended {};
 
 void openVehicles(RecordSet& records, Database& database, const QString& condition) {
   QString query = QStringLiteral("SELECT * FROM LOCO_DAT");
-  if (!condition.isEmpty()) query += QStringLiteral(" WHERE ") + condition;
+  const TableInfo* vehicles = database.schema().table(QStringLiteral("LOCO_DAT"));
+  if (vehicles != nullptr && !condition.isEmpty()) query += provenWhere(*vehicles, condition);
   records.open(database, query);
 }
 

@@ -1,6 +1,8 @@
 // The commands that work on the database alone.
 #include <QDir>
 
+#include <sys/stat.h>
+
 #include "cli_fixture.h"
 #include "db/database.h"
 #include "support/places.h"
@@ -64,6 +66,109 @@ TEST_F(DatabaseCommands, AConditionThatIsNotUnderstoodIsAWrongCall) {
         QStringLiteral("Die Bedingung \"%1\" ist fehlerhaft: ").arg(condition)));
   }
   EXPECT_EQ(run("vehicles alle"), 2);
+}
+
+TEST_F(DatabaseCommands, TheFaultOfAConditionNamesThePlaceInIt) {
+  const struct {
+    const char* condition;
+    const char* fault;
+  } cases[] = {
+      {"dc_adr=", "Syntaxfehler am Ende im Ausdruck \"dc_adr=\"."},
+      {"dc_adr", "Syntaxfehler am Ende im Ausdruck \"dc_adr\"."},
+      {"", "Syntaxfehler am Ende im Ausdruck \"\"."},
+      {"dc_adr=3 ORDER BY dc_adr",
+       "Syntaxfehler bei \"ORDER BY dc_adr\" im Ausdruck \"dc_adr=3 ORDER BY dc_adr\"."},
+      {"(dc_adr=3", "Syntaxfehler am Ende im Ausdruck \"(dc_adr=3\"."},
+      {"dc_adr=3 AND AND 1=1",
+       "Syntaxfehler bei \"AND 1=1\" im Ausdruck \"dc_adr=3 AND AND 1=1\"."},
+      {"dc_adr=3 AND st_sname=5",
+       "Text und Zahl werden verglichen im Ausdruck \"dc_adr=3 AND st_sname=5\", bei "
+       "\"st_sname=5\"."},
+      {"st_sname='x", "Syntaxfehler: Text ohne Ende in \"st_sname='x\"."},
+      {"nosuch=1", "Die Tabelle LOCO_DAT hat keine Spalte \"nosuch\"."},
+  };
+  for (const auto& each : cases) {
+    EXPECT_EQ(runWords({"vehicles", "--where", each.condition}), 2) << each.condition;
+    EXPECT_EQ(console.messages.value(0), QStringLiteral("Die Bedingung \"%1\" ist fehlerhaft: %2")
+                                             .arg(each.condition, QString::fromUtf8(each.fault)));
+  }
+}
+
+TEST_F(DatabaseCommands, APriceIsComparedAsItIsWritten) {
+  Database(path()).write(
+      "UPDATE LOCO_DAT SET MD_PRICE = CASE DC_ADR WHEN 3 THEN 1069.9 WHEN 7 THEN 1069.89 ELSE 2 "
+      "END",
+      {});
+  for (const char* condition : {"MD_PRICE>=1.069,90", "MD_PRICE>=1069,9", "MD_PRICE>=1069.90",
+                                "MD_PRICE=1.069,90", "MD_PRICE>1.069,89"}) {
+    EXPECT_EQ(runWords({"vehicles", "--where", condition}), 0) << condition;
+    ASSERT_EQ(console.results.size(), 1) << condition;
+    EXPECT_TRUE(console.results[0].startsWith("Anlage\t3\t")) << qPrintable(console.results[0]);
+  }
+}
+
+// ---- Files that are none
+// -------------------------------------------------------------------------
+
+struct Named {
+  const char* what;
+  int status;
+  QStringList words;  ///< %1 stands for the name of the pipe
+  const char* told;
+};
+
+class PipeInPlaceTest : public DatabaseCommands, public ::testing::WithParamInterface<Named> {};
+
+TEST_P(PipeInPlaceTest, IsRefusedAndNotWaitedFor) {
+  ASSERT_EQ(::mkfifo(folder.filePath("pipe.rzk").toLocal8Bit().constData(), S_IRUSR | S_IWUSR), 0);
+  writeIni("PIPE", "DBPath=" + folder.filePath("pipe.rzk").toLocal8Bit() + "\r\nBaseUnit=MX1\r\n");
+  QStringList words = GetParam().words;
+  words.replaceInStrings("%1", folder.filePath("pipe.rzk"));
+  EXPECT_EQ(runWords(words), GetParam().status);
+  EXPECT_TRUE(
+      (console.messages + console.results).join(u'\n').contains(QString::fromUtf8(GetParam().told)))
+      << qPrintable((console.messages + console.results).join(u'\n'));
+  EXPECT_TRUE(untouched());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, PipeInPlaceTest,
+    ::testing::Values(Named{"Vehicles",
+                            1,
+                            {"--settings", "PIPE", "vehicles"},
+                            "pipe.rzk ist keine gewöhnliche Datei, sondern eine Pipe."},
+                      Named{"Check",
+                            1,
+                            {"--settings", "PIPE", "check"},
+                            "pipe.rzk ist keine gewöhnliche Datei, sondern eine Pipe."},
+                      Named{"VehicleRead",
+                            1,
+                            {"--settings", "PIPE", "vehicle", "read", "Anlage", "3"},
+                            "pipe.rzk ist keine gewöhnliche Datei, sondern eine Pipe."},
+                      Named{"ExportCsv",
+                            1,
+                            {"--settings", "PIPE", "export", "csv", "%1.csv"},
+                            "pipe.rzk ist keine gewöhnliche Datei, sondern eine Pipe."},
+                      Named{"CsvTarget", 1, {"export", "csv", "%1"}, "sondern eine Pipe."},
+                      Named{"RzkTarget", 1, {"export", "rzk", "%1"}, "sondern eine Pipe."},
+                      Named{"Access", 1, {"import", "access", "%1"}, "sondern eine Pipe."}),
+    [](const auto& each) { return std::string(each.param.what); });
+
+TEST_F(DatabaseCommands, APipeBesideTheDatabaseIsRefusedToo) {
+  // The engine opens it to see whether an interrupted write is to be taken back.
+  ASSERT_EQ(::mkfifo((path() + "-journal").toLocal8Bit().constData(), S_IRUSR | S_IWUSR), 0);
+  EXPECT_EQ(runWords({"vehicles"}), 1);
+  EXPECT_TRUE(
+      console.messages.value(0).contains("LOKARIV3.MDB-journal ist keine gewöhnliche Datei"));
+}
+
+TEST_F(DatabaseCommands, SettingsThatAreAPipeAreTold) {
+  ASSERT_EQ(::mkfifo(folder.filePath("X.INI").toLocal8Bit().constData(), S_IRUSR | S_IWUSR), 0);
+  EXPECT_EQ(runWords({"--settings", "X", "vehicles"}), 0);
+  EXPECT_TRUE(console.messages.value(0).endsWith(
+      "X.INI ist keine gewöhnliche Datei, sondern eine Pipe. Es gelten die Vorgaben."));
+  EXPECT_EQ(runWords({"--settings", "X", "test"}), 2);
+  EXPECT_TRUE(untouched());
 }
 
 TEST_F(DatabaseCommands, AMissingColumnIsNoFaultOfTheCondition) {
