@@ -52,7 +52,7 @@ constexpr std::array kExportCsv{
 constexpr std::array kExportRzk{
     ArgumentRow{u"DATEI", u"", Form::Text, u"die Fahrzeugdatei; eine neue wird mit --yes angelegt", 0, 0, false, 0, u"export rzk braucht einen Dateinamen!"}};
 constexpr std::array kImportAccess{
-    ArgumentRow{u"DATEI", u"", Form::Text, u"die Access-Datenbank", 0, 0, false, 0, u"import access braucht einen Dateinamen!"}};
+    ArgumentRow{u"DATEI", u"", Form::Text, u"die Access-Datenbank; mit --yes kommen Beschreibungsdateien mit, die neben ihr liegen und hier fehlen", 0, 0, false, 0, u"import access braucht einen Dateinamen!"}};
 constexpr std::array kDrive{
     ArgumentRow{u"ADRESSE", u"", Form::Number, u"Adresse des Fahrzeugs", 1, kHighestAddress, false, 0, u"Es fehlt die Adresse!"},
     ArgumentRow{u"--speed", u"N", Form::Number, u"Stellung des Reglers; die Richtung bleibt", 0, kHighestSpeed},

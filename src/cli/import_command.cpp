@@ -1,14 +1,14 @@
 #include "cli/import_command.h"
 
-#include <QFile>
-
 #include "base/paths.h"
+#include "base/plain_file.h"
 #include "cli/command.h"
 #include "cli/console.h"
 #include "cli/console_progress.h"
 #include "db/access_database.h"
 #include "db/access_import.h"
 #include "db/database.h"
+#include "db/old_descriptions.h"
 #include "db/take_over.h"
 #include "db/v2_import.h"
 
@@ -25,6 +25,14 @@ Database openTarget(const QString& dbPath) {
   }
 }
 
+/// The descriptions of the older installation, as the window offers them: the console's prompt
+/// shows the question, and `--yes` copies.
+void bring(const QString& file, const Database& database, CliContext& context) {
+  if (!context.interrupt.raised) {
+    bringDescriptions(context.prompt, file, database, context.paths.appPath);
+  }
+}
+
 bool importV2(const AccessReader& reader, const QString& file, CliContext& context) {
   Database target = openTarget(context.settings.dbPath);
   bool whole = false;
@@ -32,17 +40,19 @@ bool importV2(const AccessReader& reader, const QString& file, CliContext& conte
     whole = importVehicles([&] { return std::make_unique<AccessDatabase>(reader, file); }, target,
                            progress);
   });
+  bring(file, target, context);
   return whole;
 }
 
 bool takeOverCurrent(const AccessReader& reader, const QString& file, CliContext& context) {
-  bool whole = false;
+  const QString target = freeTargetBeside(file);
+  std::optional<TakeOverReport> report;
   consoleProgress(context)([&](Progress& progress) {
-    const auto report =
-        takeOverAccess(reader, file, freeTargetBeside(file), context.paths.appPath, progress);
-    whole = report && report->skipped.isEmpty();
+    report = takeOverAccess(reader, file, target, context.paths.appPath, progress);
   });
-  return whole;
+  if (!report) return false;
+  bring(file, Database(target), context);
+  return report->skipped.isEmpty();
 }
 
 bool import(const QString& file, CliContext& context) {
@@ -65,10 +75,12 @@ bool import(const QString& file, CliContext& context) {
 ExitStatus importAccess(const Call& call, CliContext& context) {
   const QString name = call.text(u"DATEI").value_or(QString());
   const QString file = placeFor(name);
-  if (!QFile(file).open(QIODevice::ReadOnly)) {
+  if (!PlainFile(file).open()) {
     context.console.message(QStringLiteral("Datenbankdatei %1 nicht gefunden\n"
                                            "oder Zugriff nicht möglich!")
                                 .arg(name));
+    const QString special = specialFileFault(file);
+    if (!special.isEmpty()) context.console.message(special);
     return ExitStatus::Failed;
   }
   if (!isAccessFile(file)) {

@@ -50,6 +50,33 @@ TEST_F(ImportCommand, ACurrentDatabaseComesIntoANewOneBesideIt) {
   EXPECT_TRUE(untouched());
 }
 
+TEST_F(ImportCommand, DescriptionsBesideItAreNamedAndComeAlongWithYes) {
+  for (const char* name : {"jet4_current.mdb", "jet4_v2.mdb"}) {
+    const QString maker = QStringLiteral("ALT/Zimo");
+    ASSERT_TRUE(QDir(folder.path()).mkpath(maker));
+    const QString file = path("ALT/") + name;
+    ASSERT_TRUE(QFile::copy(places::accessFile(name), file));
+    QFile description(path("ALT/Zimo/MXALT.dec"));
+    ASSERT_TRUE(description.open(QIODevice::WriteOnly));
+    description.write("[MXALT]");
+    description.close();
+
+    EXPECT_EQ(import({file}), 0);
+    const QString told = console.messages.join(u'\n');
+    EXPECT_TRUE(
+        told.contains("1 Beschreibungsdatei in den Datenordner kopieren? Zimo/MXALT.dec "
+                      "[Nein]"))
+        << qPrintable(told);
+    EXPECT_FALSE(QFile::exists(path("Zimo/MXALT.dec")));
+
+    EXPECT_EQ(import({file, "--yes"}), 0);
+    EXPECT_TRUE(console.messages.join(u'\n').contains("[Ja]"));
+    EXPECT_TRUE(QFile::exists(path("Zimo/MXALT.dec")));
+    ASSERT_TRUE(QFile::remove(path("Zimo/MXALT.dec")));
+    ASSERT_TRUE(QFile::remove(file));
+  }
+}
+
 TEST_F(ImportCommand, ASecondTimeAnotherNewOneIsMade) {
   const QString file = fixture("jet4_current.mdb");
   EXPECT_EQ(import({file}), 0);
@@ -90,8 +117,10 @@ TEST_F(ImportCommand, AFileThatIsMissingOrCannotBeReadIsNamed) {
   EXPECT_EQ(console.messages, QStringList{"Datenbankdatei " + path("nosuch.mdb") +
                                           " nicht gefunden\noder Zugriff nicht möglich!"});
   EXPECT_EQ(import({folder.path()}), 1);
-  EXPECT_EQ(console.messages, QStringList{"Datenbankdatei " + folder.path() +
-                                          " nicht gefunden\noder Zugriff nicht möglich!"});
+  EXPECT_EQ(console.messages,
+            (QStringList{
+                "Datenbankdatei " + folder.path() + " nicht gefunden\noder Zugriff nicht möglich!",
+                "Sie ist keine gewöhnliche Datei, sondern ein Ordner."}));
 }
 
 TEST_F(ImportCommand, AFaultOfTheDatabaseThatIsToTakeAV2FileNamesThatOne) {
