@@ -144,6 +144,8 @@ struct MakerFormRow {
 
 // clang-format off
 inline constexpr std::array kMakerForms{
+    MakerFormRow{StationKind::Ibx,     28, {}, {.paged = true, .byRegister = true}},
+    MakerFormRow{StationKind::TamsMc,  28, {}, {.paged = true, .byRegister = true}},
     MakerFormRow{StationKind::Z21Ip,   28, {.opening = true, .cvJob = true}, {}},
 };
 // clang-format on

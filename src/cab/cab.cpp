@@ -39,6 +39,10 @@ Cab::Cab(const CabParts& parts, int address, const std::optional<CabRecord>& rec
                            .stopHeld =
                                [self = QPointer<Cab>(this)](bool stopped) {
                                  if (self) self->stopHeld(stopped);
+                               },
+                           .layoutTold =
+                               [self = QPointer<Cab>(this)](LayoutStands stands) {
+                                 if (self) self->layoutTold(stands);
                                }});
   // A release is one for the whole layout, whoever pressed it; so is a stop that no cab sent.
   TrackStop& layout = link().trackStop();
@@ -229,6 +233,10 @@ void Cab::stopHeld(bool stopped) {
   emit noticeChanged();
 }
 
+void Cab::layoutTold(LayoutStands stands) {
+  if (std::exchange(stands_, stands) != stands) emit noticeChanged();
+}
+
 void Cab::showStopped(bool stopped) {
   state_.stopped = stopped;
   emit stoppedChanged(stopped);
@@ -242,6 +250,7 @@ void Cab::showHeld(bool held) {
 
 QString Cab::notice() const {
   QString text = stopNotice();
+  if (stands_ != LayoutStands::No) text += u'\n' + layoutStandsText(stands_);
   if (isStateMissing()) {
     text += QStringLiteral("\nDie Zentrale hat den Stand des Fahrzeugs nicht gemeldet.");
     if (unsent_) {

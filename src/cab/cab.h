@@ -134,6 +134,7 @@ class Cab final : public SlotUnit {
   void showStopped(bool stopped);
   void stopFailed(bool stopped, StopFault fault, const QString& reason = {});
   void stopHeld(bool stopped);
+  void layoutTold(LayoutStands stands);
   void showHeld(bool held);
   QString stopNotice() const;
 
@@ -172,8 +173,9 @@ class Cab final : public SlotUnit {
     QString reason;
   };
   std::optional<FailedStop> failedStop_;
-  bool stepStored_ = false;  // the step in hand is in the record and on its way
-  QString failedStep_;       // the last step of a CV, when it is not known to have been taken
+  LayoutStands stands_ = LayoutStands::No;  // as told with the last command
+  bool stepStored_ = false;                 // the step in hand is in the record and on its way
+  QString failedStep_;  // the last step of a CV, when it is not known to have been taken
 };
 
 }  // namespace lokari

@@ -13,7 +13,6 @@
 #include <memory>
 
 #include "base/clock.h"
-#include "cab/stop_fault.h"
 
 namespace lokari {
 
@@ -85,8 +84,8 @@ class CabLine final : public QObject {
   /// Replies to urgent messages that have not been taken yet. Kept by protocols whose replies do
   /// not tell what they reply to: the one whose wait the message got into takes them behind its
   /// own.
-  /// Each tells the failure of its message.
-  std::deque<std::function<void(StopFault)>> repliesOwed;
+  /// Each gets the code of its message's reply, -1 for none.
+  std::deque<std::function<void(int code)>> repliesOwed;
   /// How many on the stack take them.
   int replyTakers = 0;
 

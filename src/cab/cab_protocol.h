@@ -16,6 +16,7 @@
 
 #include "base/clock.h"
 #include "cab/cab_state.h"
+#include "cab/layout_stands.h"
 #include "cab/stop_fault.h"
 
 namespace lokari {
@@ -35,6 +36,8 @@ struct CabHooks {
   std::function<void(bool stopped, StopFault fault)> stopFailed = {};
   /// One that was told as Silent holds, as the station says by now. As above.
   std::function<void(bool stopped)> stopHeld = {};
+  /// The station has taken a command, and tells whether the layout stands all the same. As above.
+  std::function<void(LayoutStands stands)> layoutTold = {};
 };
 
 class CabProtocol {

@@ -9,11 +9,19 @@
 #include "cab/cab_line.h"
 #include "link/ibx_send.h"
 #include "link/link_error.h"
+#include "link/p50x_codes.h"
 #include "link/serial_line.h"
 #include "link/station_link.h"
 #include "link/station_protocol.h"
 
 namespace lokari {
+namespace {
+
+constexpr int kMostRepeats = 10;
+constexpr int kQueuePauseMs = 200;
+constexpr int kNoCode = -1;
+
+}  // namespace
 
 StationLink& IbxTalk::link() const {
   return line_.link();
@@ -34,6 +42,15 @@ QByteArray IbxTalk::takeReply(int size) {
 }
 
 QByteArray IbxTalk::ask(const QByteArray& command, int size) {
+  for (int repeats = 0;; ++repeats) {
+    const QByteArray reply = askOnce(command, size);
+    if (!p50x::isQueueFull(byteAt(reply, 0)) || repeats == kMostRepeats) return reply;
+    if (link().cancelRequested) return reply;
+    pause(kQueuePauseMs);
+  }
+}
+
+QByteArray IbxTalk::askOnce(const QByteArray& command, int size) {
   const QScopedValueRollback taking(line_.replyTakers, line_.replyTakers + 1);
   try {
     takeOwed();
@@ -48,19 +65,24 @@ QByteArray IbxTalk::ask(const QByteArray& command, int size) {
   }
 }
 
+void IbxTalk::pause(int ms) {
+  const QScopedValueRollback taking(line_.replyTakers, line_.replyTakers + 1);
+  link().DelayMsec(ms);
+}
+
 int IbxTalk::tell(const QByteArray& command) {
   return byteAt(ask(command, 1), 0);
 }
 
-void IbxTalk::tellAtOnce(const QByteArray& command, Failed failed) {
+void IbxTalk::tellAtOnce(const QByteArray& command, Answered answered) {
   if (line_.isNested() && line_.replyTakers == 0) {
     send(command);
-    return confirmBehind(command, failed);
+    return confirmBehind(command, answered);
   }
   const bool isOutermost = !line_.isNested();
   const QScopedValueRollback taking(line_.replyTakers, line_.replyTakers + (isOutermost ? 1 : 0));
   // Ahead of the sending: one that waits for its end is replied to behind this one.
-  line_.repliesOwed.push_back(std::move(failed));
+  line_.repliesOwed.push_back(std::move(answered));
   try {
     send(command);
   } catch (const LinkError&) {
@@ -82,23 +104,23 @@ void IbxTalk::takeOwed() {
     const QByteArray reply = takeReply(1);
     // Silence is over for all of them: what did not come by now does not come.
     if (reply.isEmpty()) return giveUpOwed();
-    const Failed failed = std::move(line_.repliesOwed.front());
+    const Answered answered = std::move(line_.repliesOwed.front());
     line_.repliesOwed.pop_front();
-    if (byteAt(reply, 0) == 0) continue;
-    link().prompt().beep();
-    failed(StopFault::Refused);
+    const int code = byteAt(reply, 0);
+    if (!p50x::isTaken(code)) link().prompt().beep();
+    answered(code);
   }
 }
 
-void IbxTalk::confirmBehind(const QByteArray& command, const Failed& failed) {
+void IbxTalk::confirmBehind(const QByteArray& command, const Answered& answered) {
   // A job has taken the reply by then, and dropped what was left.
   const bool mayCome = link().runningJob == CommJob::None;
-  line_.exchange(&line_.repliesOwed, 0, [line = &line_, command, failed, mayCome] {
-    IbxTalk(*line).confirm(command, mayCome, failed);
+  line_.exchange(&line_.repliesOwed, 0, [line = &line_, command, answered, mayCome] {
+    IbxTalk(*line).confirm(command, mayCome, answered);
   });
 }
 
-void IbxTalk::confirm(const QByteArray& command, bool mayCome, const Failed& failed) {
+void IbxTalk::confirm(const QByteArray& command, bool mayCome, const Answered& answered) {
   // The session may have ended with the job: there is nobody left to ask.
   if (link().commUseCount == 0) return;
   // A cancel belongs to the job before, unless it stays.
@@ -110,15 +132,15 @@ void IbxTalk::confirm(const QByteArray& command, bool mayCome, const Failed& fai
   } catch (const LinkError& error) {
     line_.noteGone(error.message());
   }
-  if (byteAt(reply, 0) == 0) return;
-  link().prompt().beep();
-  failed(reply.isEmpty() ? StopFault::Silent : StopFault::Refused);
+  const int code = byteAt(reply, 0);
+  if (!p50x::isTaken(code)) link().prompt().beep();
+  answered(code);
 }
 
 void IbxTalk::giveUpOwed() {
   const auto owed = std::exchange(line_.repliesOwed, {});
   if (!owed.empty()) link().prompt().beep();
-  for (const Failed& failed : owed) failed(StopFault::Silent);
+  for (const Answered& answered : owed) answered(kNoCode);
 }
 
 }  // namespace lokari

@@ -4,14 +4,13 @@
 
 #include "base/bytes.h"
 #include "cab/unit_addresses.h"
+#include "link/p50x_codes.h"
 
 namespace lokari::ibx {
 namespace {
 
 constexpr int kDrive = 0x80;
 constexpr int kAskDrive = 0x84;
-constexpr int kFunctions = 0x88;
-constexpr int kAskFunctions = 0x8C;
 constexpr int kOutput = 0x90;
 constexpr int kAskOutputs = 0x95;
 constexpr int kStop = 0xA5;
@@ -30,7 +29,17 @@ QByteArray addressed(int command, int address) {
 }
 
 bool isReply(const QByteArray& reply, qsizetype size) {
-  return reply.size() >= size && byteAt(reply, 0) == 0;
+  return reply.size() >= size && byteAt(reply, 0) == p50x::kDone;
+}
+
+bool hasNoSlot(const QByteArray& reply) {
+  return reply == bytes({p50x::kNoSlot});
+}
+
+/// Coil of output `n`, with power or without.
+QByteArray coil(int address, int n, bool on, int power) {
+  const int output = unitOutput(address, n);
+  return bytes({kOutput, output & 255, output / 256 + power + (on ? kOn : 0)});
 }
 
 }  // namespace
@@ -44,8 +53,10 @@ int driveFlags(bool backward, bool light) {
   return kValid | (backward ? 0 : kForward) | (light ? kLight : 0);
 }
 
-QByteArray switchFunctions(int address, int mask) {
-  return addressed(kFunctions, address) + static_cast<char>(mask);
+QByteArray switchFunctions(int address, int mask, const FunctionRange& range) {
+  QByteArray command = addressed(range.command, address);
+  for (int i = 0; i < range.byteCount(); ++i) appendByte(command, mask >> (8 * i) & 0xFF);
+  return command;
 }
 
 QByteArray stop() {
@@ -61,6 +72,7 @@ QByteArray askDrive(int address) {
 }
 
 std::optional<DriveReply> driveReply(const QByteArray& reply) {
+  if (hasNoSlot(reply)) return DriveReply{};
   if (!isReply(reply, kDriveReplySize)) return std::nullopt;
   const int flags = byteAt(reply, 2);
   return DriveReply{.speed = std::min(byteAt(reply, 1), CabState::kHighestSpeed),
@@ -69,13 +81,18 @@ std::optional<DriveReply> driveReply(const QByteArray& reply) {
                                  static_cast<FunctionMask>(flags & 0x0F) << 1U};
 }
 
-QByteArray askFunctions(int address) {
-  return addressed(kAskFunctions, address);
+QByteArray askFunctions(int address, const FunctionRange& range) {
+  return addressed(range.question, address);
 }
 
-std::optional<FunctionMask> functionReply(const QByteArray& reply) {
-  if (!isReply(reply, kFunctionReplySize)) return std::nullopt;
-  return static_cast<FunctionMask>(byteAt(reply, 1) & 127) << 1U;
+std::optional<FunctionMask> functionReply(const QByteArray& reply, const FunctionRange& range) {
+  if (hasNoSlot(reply)) return FunctionMask{0};
+  if (!isReply(reply, range.replySize())) return std::nullopt;
+  FunctionMask mask = 0;
+  for (int i = 0; i < range.byteCount(); ++i) {
+    mask |= static_cast<FunctionMask>(byteAt(reply, 1 + i)) << (range.first + 8 * i);
+  }
+  return mask & ((FunctionMask{2} << range.last) - 1);
 }
 
 std::optional<QByteArray> askOutputs(int address) {
@@ -99,8 +116,11 @@ QByteArray switchOutput(int address) {
 }
 
 QByteArray switchOutput(int address, int n, bool on) {
-  const int output = unitOutput(address, n);
-  return bytes({kOutput, output & 255, output / 256 + kValid + (on ? kOn : 0)});
+  return coil(address, n, on, kValid);
+}
+
+QByteArray endPulse(int address, int n, bool on) {
+  return coil(address, n, on, 0);
 }
 
 }  // namespace lokari::ibx

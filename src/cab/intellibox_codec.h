@@ -3,16 +3,19 @@
 // byte and its high byte.
 //
 //   80 lo hi speed flags   speed 0 to 127; flags 40 backward, 60 forward, and 10 for the light
-//   88 lo hi mask          F1 to F7 in bits 0 to 6
+//   88 lo hi mask          F1 to F7 in bits 0 to 6, by the makers' documents F8 in bit 7
+//   89 lo hi mask          F9 to F16, where the station has it
+//   8A lo hi mask mask     F17 to F24, F25 to F28, where the station has it
 //   84 lo hi               asks for speed and direction: 00 speed flags, and one byte more; flags
 //                          20 forward, 10 light, F1 to F4 in the low four bits
-//   8C lo hi               asks for the functions: 00 mask, F1 to F7 in bits 0 to 6
+//   8C, 8D, 8E lo hi       ask for the functions: 00 and the masks of 88, 89, 8A
 //   A5, A7                 stop, go
-//   90 lo fl               switches output fl and 7, lo: fl has 40 added, and 80 for on
+//   90 lo fl               switches output fl and 7, lo: fl has 40 added, and 80 for on; without
+//                          40 its coil is switched off again
 //   95 group               asks for eight outputs: 00 outputs, bit set for on
 //
-// All but the questions are answered by one byte, and so is a question that is refused: 0 accepted,
-// anything else refused.
+// All but the questions are answered by one byte, and so is a question that is refused:
+// link/p50x_codes.h. A question about a vehicle that has no slot is answered 0A: it stands.
 #pragma once
 
 #include <QByteArray>
@@ -28,8 +31,24 @@ namespace lokari::ibx {
 std::optional<QByteArray> drive(int address);
 /// The flags of a driving command.
 int driveFlags(bool backward, bool light);
-/// `mask` has F1 in bit 0.
-QByteArray switchFunctions(int address, int mask);
+
+/// Functions that go out in one command and are told in one reply, eight in a byte.
+struct FunctionRange {
+  int command;
+  int question;
+  int first;
+  int last;
+
+  int byteCount() const { return (last - first) / 8 + 1; }
+  int replySize() const { return 1 + byteCount(); }
+};
+inline constexpr FunctionRange kF1ToF7{0x88, 0x8C, 1, 7};
+inline constexpr FunctionRange kF1ToF8{0x88, 0x8C, 1, 8};
+inline constexpr FunctionRange kF9ToF16{0x89, 0x8D, 9, 16};
+inline constexpr FunctionRange kF17ToF28{0x8A, 0x8E, 17, 28};
+
+/// `mask` has the range's first function in bit 0.
+QByteArray switchFunctions(int address, int mask, const FunctionRange& range = kF1ToF7);
 QByteArray stop();
 QByteArray go();
 
@@ -40,13 +59,13 @@ struct DriveReply {
   bool backward = false;
   FunctionMask functions = 0;  ///< F0 to F4
 };
-/// Nothing for a reply that is refused or short.
+/// Nothing for a reply that is refused or short; a vehicle without a slot stands, forward, all off.
 std::optional<DriveReply> driveReply(const QByteArray& reply);
 
-QByteArray askFunctions(int address);
-inline constexpr int kFunctionReplySize = 2;
-/// F1 to F7.
-std::optional<FunctionMask> functionReply(const QByteArray& reply);
+QByteArray askFunctions(int address, const FunctionRange& range = kF1ToF7);
+/// The range's functions.
+std::optional<FunctionMask> functionReply(const QByteArray& reply,
+                                          const FunctionRange& range = kF1ToF7);
 
 /// Asks for the eight outputs that unit `address` shares with its neighbour. Nothing for an address
 /// outside 1 to 510, whose group has no byte.
@@ -58,5 +77,7 @@ std::optional<quint8> outputReply(const QByteArray& reply, int address);
 QByteArray switchOutput(int address);
 /// The same for output `n`, 0 to 3.
 QByteArray switchOutput(int address, int n, bool on);
+/// Ends the pulse that switchOutput() has begun.
+QByteArray endPulse(int address, int n, bool on);
 
 }  // namespace lokari::ibx

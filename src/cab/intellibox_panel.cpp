@@ -1,7 +1,9 @@
 #include "base/prompt.h"
+#include "cab/ibx_form.h"
 #include "cab/ibx_talk.h"
 #include "cab/intellibox.h"
 #include "cab/intellibox_codec.h"
+#include "link/p50x_codes.h"
 #include "link/station_link.h"
 
 namespace lokari {
@@ -16,16 +18,32 @@ class IntelliboxPanel final : public PanelProtocol {
     const auto question = ibx::askOutputs(state().address);
     if (!question) return std::nullopt;
     state().panelCmd = ibx::switchOutput(state().address);
-    return ibx::outputReply(talk_.ask(*question, ibx::kOutputReplySize), state().address);
+    return ibx::outputReply(talk_.ask(*question, form().outputReplySize), state().address);
   }
 
   void sendOutput(int n) override {
     if (!ibx::askOutputs(state().address)) return;
-    state().panelCmd = ibx::switchOutput(state().address, n, state().outOn.at(n));
-    if (talk_.tell(state().panelCmd) > 0) link().prompt().beep();
+    const bool on = state().outOn.at(n);
+    state().panelCmd = ibx::switchOutput(state().address, n, on);
+    // Without an answer nobody knows whether the coil has its power.
+    if (!tell(state().panelCmd) || !form().switchesOff) return;
+    talk_.pause(kPulseMs);
+    tell(ibx::endPulse(state().address, n, on));
   }
 
  private:
+  static constexpr int kPulseMs = 250;
+
+  const IbxForm& form() const { return ibxForm(link()); }
+
+  /// False when the station has refused it, which beeps.
+  bool tell(const QByteArray& command) {
+    const int code = talk_.tell(command);
+    const bool refused = code >= 0 && !p50x::isTaken(code);
+    if (refused) link().prompt().beep();
+    return !refused;
+  }
+
   IbxTalk talk_;
 };
 

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "cab/cab_line.h"
+#include "cab/layout_stands.h"
 #include "cli/context.h"
 
 namespace lokari {
@@ -31,6 +32,9 @@ class CabSession {
   /// The station has not confirmed a stop in time; what is told as due goes on.
   void tellUnconfirmed();
 
+  /// The station has taken a command, and the layout stands all the same.
+  void tellStands(LayoutStands stands);
+
   /// The command has not done what it was asked for; tells why.
   void fail(const QString& text);
   bool hasFailed() const { return failed_; }
@@ -57,6 +61,7 @@ class CabSession {
   bool opened_ = false;  // once at least
   bool failed_ = false;
   bool toldUnsent_ = false;
+  LayoutStands toldStands_ = LayoutStands::No;
   QString lost_;  // what the last exchange found of the line
 };
 

@@ -43,10 +43,11 @@ class Throttle {
       : session_(session), kind_(kind) {
     state_.address = address;
     state_.funcCount = kind.cab.funcCount;
-    protocol_ =
-        makeCabProtocol(kind.family, session.line(), state_,
-                        {.stateArrived = [this](FunctionMask mask) { showFunctions(mask); },
-                         .stopFailed = [this](bool, StopFault) { session_.tellUnconfirmed(); }});
+    protocol_ = makeCabProtocol(
+        kind.family, session.line(), state_,
+        {.stateArrived = [this](FunctionMask mask) { showFunctions(mask); },
+         .stopFailed = [this](bool, StopFault) { session_.tellUnconfirmed(); },
+         .layoutTold = [this](LayoutStands stands) { session_.tellStands(stands); }});
   }
 
   /// For the whole track.
@@ -82,6 +83,10 @@ class Throttle {
   bool act(const Wish& wish) {
     sent_ = false;
     for (const Switching& each : wish.functions) {
+      if (each.number > state_.funcCount) {
+        session_.fail(QStringLiteral("F%1 kennt die Digitalzentrale nicht!").arg(each.number));
+        continue;
+      }
       bool& on = state_.funcOn[static_cast<size_t>(each.number)];
       if (on != each.on) send(on, each.on, [this, &each] { protocol_->sendFunction(each.number); });
     }
@@ -119,7 +124,8 @@ class Throttle {
     std::map<int, bool> functions;
     for (const Switching& each : wish.functions) functions[each.number] = each.on;
     return std::all_of(functions.begin(), functions.end(), [this](const auto& each) {
-      return state_.funcOn[static_cast<size_t>(each.first)] == each.second;
+      return each.first > state_.funcCount ||
+             state_.funcOn[static_cast<size_t>(each.first)] == each.second;
     });
   }
 

@@ -93,6 +93,86 @@ TEST_P(IntelliboxCab, ARefusalBeeps) {
   EXPECT_EQ(prompt.beeps, 3);
 }
 
+TEST_P(IntelliboxCab, AVehicleWithoutASlotStandsForwardWithAllOff) {
+  state.speed = 20;
+  state.backward = true;
+  expect("84 03 00").answer(fromHex("0A"));
+  expect("8C 03 00").answer(fromHex("0A"));
+  EXPECT_EQ(read(), FunctionMask{0});
+  EXPECT_EQ(state.speed, 0);
+  EXPECT_FALSE(state.backward);
+  EXPECT_EQ(prompt.beeps, 0);
+}
+
+TEST_P(IntelliboxCab, CodesFrom40To42AreTaken) {
+  for (const char* code : {"40", "41", "42"}) {
+    expect("80 03 00 25 60").answer(fromHex(code));
+    speed(37);
+    expect("88 03 00 01").answer(fromHex(code));
+    function(1, true);
+    expect("A5").answer(fromHex(code));
+    stop(true);
+  }
+  EXPECT_EQ(prompt.beeps, 0);
+}
+
+TEST_P(IntelliboxCab, ALayoutThatStandsIsToldWithTheCommand) {
+  std::vector<LayoutStands> told;
+  cab = makeCabProtocol(stationKind(GetParam()).family, cabLine, state,
+                        {.layoutTold = [&](LayoutStands stands) { told.push_back(stands); }});
+  for (const char* code : {"41", "42", "40", "06", "00"}) {
+    expect("80 03 00 25 60").answer(fromHex(code));
+    speed(37);
+  }
+  EXPECT_EQ(told, (std::vector{LayoutStands::Halted, LayoutStands::WithoutPower, LayoutStands::No,
+                               LayoutStands::No}))
+      << "a refusal tells nothing of it";
+}
+
+TEST_P(IntelliboxCab, AGoThatLeavesTheTrackWithoutPowerDoesNotHold) {
+  std::vector<std::pair<bool, StopFault>> failed;
+  cab = makeCabProtocol(
+      stationKind(GetParam()).family, cabLine, state,
+      {.stopFailed = [&](bool stopped, StopFault fault) { failed.emplace_back(stopped, fault); }});
+  expect("A5").answer(fromHex("42"));
+  stop(true);
+  expect("A7").answer(fromHex("42"));
+  stop(false);
+  expect("A7").answer(fromHex("40"));
+  stop(false);
+  EXPECT_EQ(failed, (std::vector{std::pair(false, StopFault::Refused)}));
+}
+
+TEST_P(IntelliboxCab, AFullQueueIsAskedAgainUntilItHasRoom) {
+  for (const char* code : {"08", "09", "07"}) {
+    expect("80 03 00 25 60").answer(fromHex(code));
+    expect("80 03 00 25 60").answer(fromHex(code));
+    accepted("80 03 00 25 60");
+    speed(37);
+  }
+  expect("84 03 00").answer(fromHex("08"));
+  expectReading();
+  EXPECT_TRUE(read());
+  EXPECT_EQ(prompt.beeps, 0);
+}
+
+TEST_P(IntelliboxCab, AQueueThatStaysFullBeepsOnceAndNotForever) {
+  for (int i = 0; i < 11; ++i) expect("80 03 00 25 60").answer(fromHex("08"));
+  speed(37);
+  EXPECT_EQ(prompt.beeps, 1);
+}
+
+TEST_P(IntelliboxCab, AStopGetsThroughWhileTheQueueIsFull) {
+  expect("80 03 00 25 60").answer(fromHex("08")).then([this] { stop(true); }, 100);
+  accepted("A5");
+  accepted("80 03 00 25 60");
+  const Millis pressed = clock.now() + 160;
+  speed(37);
+  EXPECT_LE(line.writes[6].at - pressed, 100);
+  EXPECT_EQ(prompt.beeps, 0);
+  EXPECT_TRUE(cabLine.repliesOwed.empty());
+}
+
 TEST_P(IntelliboxCab, ACommandThatNobodyAnswersBeeps) {
   expect("80 03 00 25 60");
   EXPECT_LE(timeOf([this] { speed(37); }), 3100);

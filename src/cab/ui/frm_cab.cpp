@@ -90,6 +90,7 @@ void FrmCab::makeReread(QBoxLayout* rows) {
 // What nobody knows is not offered.
 void FrmCab::showKnown() {
   cmdReread_->setVisible(cab_.isStateMissing());
+  lamps_->setHighest(cab_.state().funcCount);
   lamps_->setEnabled(cab_.functionsKnown());
   lamps_->setToolTip(cab_.functionsKnown()
                          ? QString()
@@ -222,7 +223,6 @@ void FrmCab::showAll() {
   picContainer_->showPicture(cab_.picture());
   picContainer_->setVisible(!cab_.picture().isEmpty());
   showSpeed(cab_.state().speed);
-  lamps_->setHighest(cab_.kind().cab.funcCount);
   for (int n = 0; cab_.hasFunction(n); ++n)
     lamps_->showOn(n, cab_.state().funcOn[static_cast<size_t>(n)]);
   showDirection();
