@@ -77,9 +77,15 @@ void MessageTrace::received(const QByteArray& piece) noexcept {
 void MessageTrace::add(Pending& pending, const QByteArray& piece) {
   const Millis now = clock_.now();
   if (!pending.bytes.isEmpty() && now - pending.last > kPause) endPending();
-  if (pending.bytes.isEmpty()) pending.time = clock_.localTime();
+  pending.lastTime = clock_.localTime();
+  if (pending.bytes.isEmpty()) pending.time = pending.lastTime;
   pending.last = now;
   pending.bytes += piece;
+}
+
+void MessageTrace::drop(Pending& pending, qsizetype size) {
+  pending.bytes.remove(0, size);
+  pending.time = pending.lastTime;
 }
 
 void MessageTrace::takeSent() {
@@ -88,7 +94,7 @@ void MessageTrace::takeSent() {
     const qsizetype size = whole != nullptr ? whole(sent_.bytes) : sent_.bytes.size();
     if (size <= 0) return;
     sentLine(sent_.bytes.left(size));
-    sent_.bytes.remove(0, size);
+    drop(sent_, size);
   }
 }
 
@@ -99,7 +105,7 @@ void MessageTrace::takeReceived() {
         whole != nullptr ? whole(received_.bytes, asked_) : received_.bytes.size();
     if (size <= 0) break;
     receivedLine(received_.bytes.left(size));
-    received_.bytes.remove(0, size);
+    drop(received_, size);
   }
   // Noise has no end.
   if (received_.bytes.size() >= kMostShown) endPending();
@@ -126,6 +132,7 @@ void MessageTrace::receivedLine(const QByteArray& message) {
 void MessageTrace::sent(const CanMessage& message) noexcept {
   if (!isWanted()) return;
   quietly([&] {
+    fault_.clear();
     const auto about = words().sent;
     line(clock_.localTime(), kSent, canMessageText(message),
          about != nullptr ? about(bytesOf(message)) : QString());
@@ -139,6 +146,11 @@ void MessageTrace::received(const CanMessage& message) noexcept {
     line(clock_.localTime(), kReceived, canMessageText(message),
          about != nullptr ? about(bytesOf(message), {}) : QString());
   });
+}
+
+void MessageTrace::opening(const QString& text) noexcept {
+  fault_.clear();
+  event(text);
 }
 
 void MessageTrace::event(const QString& text) noexcept {

@@ -36,6 +36,8 @@ class MessageTrace {
   void received(const QByteArray& piece) noexcept;
   void sent(const CanMessage& message) noexcept;
   void received(const CanMessage& message) noexcept;
+  /// The line is being opened; why it fails is told anew.
+  void opening(const QString& text) noexcept;
   /// What befalls the line itself, German.
   void event(const QString& text) noexcept;
   /// Why an operation has failed; told once as long as it stays the same.
@@ -51,10 +53,13 @@ class MessageTrace {
     QByteArray bytes;
     QDateTime time;  ///< of its first byte
     Millis last = 0;
+    QDateTime lastTime;  ///< of its last piece
   };
 
   const FamilyWords& words() const;
   void add(Pending& pending, const QByteArray& piece);
+  /// What is behind the first `size` bytes has come with the last piece.
+  static void drop(Pending& pending, qsizetype size);
   void takeSent();
   void takeReceived();
   void endPending();

@@ -154,7 +154,12 @@ bool Trace::makeRoom(qint64 bytes) {
 }
 
 void Trace::enable(bool on) {
-  for (QLoggingCategory& category : categories_) category.setEnabled(QtDebugMsg, on);
+  if (on == enabled_) return;
+  enabled_ = on;
+  for (size_t i = 0; i < categories_.size(); ++i) {
+    if (on) ruled_[i] = categories_[i].isDebugEnabled();
+    categories_[i].setEnabled(QtDebugMsg, on || ruled_[i]);
+  }
 }
 
 }  // namespace lokari

@@ -80,7 +80,9 @@ class Trace {
   QString head_;  ///< the last one, without its first line
   bool requested_ = false;
   bool failed_ = false;
+  bool enabled_ = false;                        ///< the categories, for the file
   std::array<QLoggingCategory, 3> categories_;  ///< in the order of the transports
+  std::array<bool, 3> ruled_{};                 ///< what logging rules have made of them
 };
 
 }  // namespace lokari

@@ -8,6 +8,8 @@
 
 #include "base/settings.h"
 #include "link/dotted_address.h"
+#include "link/serial_line.h"
+#include "link/serial_protocol.h"
 
 namespace lokari {
 namespace {
@@ -42,25 +44,23 @@ QString plainAddress(quint32 address) {
   return parts.join(u'.');
 }
 
-QString portText(const Settings& settings) {
-  const StationKindRow& kind = settings.station();
-  const int rate = settings.baudrate != 0 ? settings.baudrate : kind.defaultRate;
-  QString text = QStringLiteral("COM%1").arg(settings.comPort);
-  if (rate != 0) text += QStringLiteral(", %1 Baud").arg(rate);
-  if (kind.handshaking == Handshaking::RequestToSend) text += QStringLiteral(", RTS/CTS");
-  return text;
-}
-
 QString flag(const char16_t* key, bool value) {
   return QString::fromUtf16(key) + (value ? QStringLiteral("=1") : QStringLiteral("=0"));
 }
 
 }  // namespace
 
+QString portText(const SerialSettings& line) {
+  QString text = QStringLiteral("COM%1").arg(line.comPort);
+  if (line.baudrate != 0) text += QStringLiteral(", %1 Baud").arg(line.baudrate);
+  if (line.handshaking == Handshaking::RequestToSend) text += QStringLiteral(", RTS/CTS");
+  return text;
+}
+
 QString stationText(const Settings& settings) {
   const StationKindRow& kind = settings.station();
   return QString::fromUtf16(kind.name) + QStringLiteral(" an ") +
-         (kind.usesIpAddress ? networkText(settings) : portText(settings));
+         (kind.usesIpAddress ? networkText(settings) : portText(sessionLine(settings)));
 }
 
 QString traceHead(const Settings& settings) {

@@ -6,6 +6,7 @@
 
 namespace lokari {
 
+struct SerialSettings;
 struct Settings;
 
 /// Lines that begin with "# ", the last one without its end.
@@ -14,6 +15,9 @@ QString traceHead(const Settings& settings);
 /// The station's kind and how it is reached: "TAMSMC an COM3, 2400 Baud, RTS/CTS",
 /// "Z21IP an 192.168.000.111". An address outside of private networks is left out.
 QString stationText(const Settings& settings);
+
+/// "COM3, 2400 Baud, RTS/CTS"
+QString portText(const SerialSettings& line);
 
 /// Without the user's own folder, which has his name.
 QString withoutHome(QString text);

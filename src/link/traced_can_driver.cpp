@@ -7,8 +7,8 @@ namespace lokari {
 
 int TracedCanDriver::open(const CanOpenCall& call) {
   if (trace_.isWanted()) {
-    trace_.event(QStringLiteral("öffnet %1, CAN-Treiber %2")
-                     .arg(stationText(trace_.settings()), QString::number(call.driver)));
+    trace_.opening(QStringLiteral("öffnet %1, CAN-Treiber %2")
+                       .arg(stationText(trace_.settings()), QString::number(call.driver)));
   }
   const int code = driver_.open(call);
   if (code != 0 && trace_.isWanted()) {

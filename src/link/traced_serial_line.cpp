@@ -2,6 +2,7 @@
 
 #include "base/settings.h"
 #include "link/link_error.h"
+#include "link/trace_head.h"
 
 namespace lokari {
 
@@ -17,12 +18,9 @@ auto TracedSerialLine::watched(const Work& work) {
 
 void TracedSerialLine::open(const SerialSettings& settings) {
   if (trace_.isWanted()) {
-    QString text = QStringLiteral("öffnet COM%1 für %2, %3 Baud")
-                       .arg(QString::number(settings.comPort),
-                            QString::fromUtf16(trace_.settings().station().name),
-                            QString::number(settings.baudrate));
-    if (settings.handshaking == Handshaking::RequestToSend) text += QStringLiteral(", RTS/CTS");
-    trace_.event(text);
+    trace_.opening(
+        QStringLiteral("öffnet %1 an %2")
+            .arg(QString::fromUtf16(trace_.settings().station().name), portText(settings)));
   }
   cts_ = true;
   watched([&] { line_.open(settings); });
@@ -38,9 +36,7 @@ qsizetype TracedSerialLine::inBufferCount() {
 }
 
 QByteArray TracedSerialLine::read(qsizetype most) {
-  QByteArray data = watched([&] { return line_.read(most); });
-  trace_.received(data);
-  return data;
+  return watched([&] { return line_.read(most); });
 }
 
 void TracedSerialLine::write(const QByteArray& data) {

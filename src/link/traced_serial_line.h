@@ -11,7 +11,9 @@ class TracedSerialLine final : public SerialLine {
  public:
   /// `line` and `trace` must outlive it.
   TracedSerialLine(SerialLine& line, MessageTrace& trace) : line_(line), trace_(trace) {
+    // Where it arrives: it may be taken later, behind the next question, or never.
     line_.onReceived = [this](const QByteArray& data) {
+      trace_.received(data);
       if (onReceived) onReceived(data);
     };
   }

@@ -7,15 +7,17 @@ namespace lokari {
 
 void TracedUdpSocket::open(const QString& host, quint16 remotePort, quint16 localPort) {
   if (trace_.isWanted()) {
-    trace_.event(QStringLiteral("öffnet %1, UDP-Port %2")
-                     .arg(stationText(trace_.settings()), QString::number(remotePort)));
+    trace_.opening(QStringLiteral("öffnet %1, UDP-Port %2")
+                       .arg(stationText(trace_.settings()), QString::number(remotePort)));
   }
   // Another user of the socket may have set calls of its own meanwhile.
   listens_ = true;
   socket_.onArrival = [this](qsizetype size) {
     if (onArrival) onArrival(size);
   };
+  // Where it arrives: it may be taken later, behind the next question, or never.
   socket_.onReceived = [this](const QByteArray& datagram) {
+    trace_.received(datagram);
     if (onReceived) onReceived(datagram);
   };
   socket_.onRefused = [this] {
@@ -55,9 +57,7 @@ void TracedUdpSocket::send(const QByteArray& datagram) {
 }
 
 QByteArray TracedUdpSocket::takeDatagram() {
-  QByteArray datagram = socket_.takeDatagram();
-  trace_.received(datagram);
-  return datagram;
+  return socket_.takeDatagram();
 }
 
 }  // namespace lokari

@@ -159,12 +159,13 @@ QList<IniEntry> optionEntries(const Settings& settings) {
   return entries;
 }
 
-QList<IniEntry> changedEntries(const Settings& before, const Settings& settings) {
+QList<IniEntry> rareEntries(const Settings& settings, const IniFile& ini) {
+  const Settings inFile = loadSettings(ini, {});
   QList<IniEntry> entries;
-  if (before.makerForm != settings.makerForm) {
+  if (inFile.makerForm != settings.makerForm) {
     entries.append({QStringLiteral("MakerForm"), yesOrNo(settings.makerForm)});
   }
-  if (before.trace != settings.trace) {
+  if (inFile.trace != settings.trace) {
     entries.append({QStringLiteral("Trace"), flag(settings.trace)});
   }
   return entries;

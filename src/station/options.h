@@ -64,8 +64,9 @@ inline constexpr qsizetype kLongestDbPath = 63;
 /// What the settings file gets, in its order. A path of the database that the next start would cut
 /// is left out: it would find no database there.
 QList<IniEntry> optionEntries(const Settings& settings);
-/// What it gets behind them, of settings whose key is missing in most files: only what has changed.
-QList<IniEntry> changedEntries(const Settings& before, const Settings& settings);
+/// What it gets behind them, of settings whose key is missing in most files: only what the file has
+/// otherwise.
+QList<IniEntry> rareEntries(const Settings& settings, const IniFile& ini);
 
 /// The address that the dialog begins with. A start reads none for a station behind a serial port,
 /// but the file may hold that of the station used before.

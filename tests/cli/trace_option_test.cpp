@@ -46,7 +46,7 @@ TEST_F(TraceOptionTest, ItStandsBesideTheSettingsInEitherOrder) {
   EXPECT_EQ(run("--trace --settings CLUB cv read 29"), 0);
   EXPECT_EQ(run("--settings CLUB --trace cv read 29"), 0);
   EXPECT_TRUE(text().contains("# Zentrale: TAMSMC an COM7")) << qPrintable(text());
-  EXPECT_EQ(text().count("- öffnet COM7"), 2) << qPrintable(text());
+  EXPECT_EQ(text().count("- öffnet TAMSMC an COM7"), 2) << qPrintable(text());
 }
 
 TEST_F(TraceOptionTest, BehindTheCommandItIsAWrongCall) {

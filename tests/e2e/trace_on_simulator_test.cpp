@@ -55,7 +55,7 @@ TEST_F(TraceOnSimulator, ATamsMcReadsACv) {
   EXPECT_EQ(found[1], "# Zentrale: TAMSMC an COM4, 2400 Baud, RTS/CTS");
   EXPECT_TRUE(found[2].startsWith("# Einstellungen: Timeout=2 Delay=0"));
   EXPECT_EQ(found.mid(4),
-            (QStringList{"TIME - öffnet COM4 für TAMSMC, 2400 Baud, RTS/CTS",
+            (QStringList{"TIME - öffnet TAMSMC an COM4, 2400 Baud, RTS/CTS",
                          "TIME > 78 50 54 52 42 20 32 39 0D ; Text \"xPTRB 29\"",
                          "TIME < 31 34 5D 0D ; Text \"14]\"", "TIME - schließt die Schnittstelle"}))
       << qPrintable(found.join(u'\n'));

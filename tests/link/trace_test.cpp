@@ -67,6 +67,19 @@ TEST_F(TraceTest, EachTransportHasACategoryOfItsOwn) {
   EXPECT_STREQ(trace.category(Transport::Can).categoryName(), "lokari.line.can");
 }
 
+TEST_F(TraceTest, ALoggingRuleOutlivesTheFile) {
+  QLoggingCategory::setFilterRules(QStringLiteral("lokari.line.*.debug=true"));
+  Trace ruled(folder.path(), clock);
+  EXPECT_TRUE(ruled.wants(Transport::Serial));
+  settings.trace = true;
+  ruled.follow(settings);
+  settings.trace = false;
+  ruled.follow(settings);
+  EXPECT_TRUE(ruled.wants(Transport::Serial));
+  QLoggingCategory::setFilterRules({});
+  EXPECT_FALSE(ruled.wants(Transport::Serial));
+}
+
 TEST_F(TraceTest, TheSettingsSwitchItOnAndOff) {
   settings.trace = true;
   trace.follow(settings);

@@ -12,6 +12,7 @@
 #include "support/memory_can.h"
 #include "support/memory_line.h"
 #include "support/memory_socket.h"
+#include "support/no_larger_files.h"
 
 namespace lokari {
 namespace {
@@ -66,7 +67,7 @@ TEST_F(TracedLinesTest, AMessageIsALineWithTimeDirectionBytesAndMeaning) {
   serial().read();
   serial().close();
   EXPECT_EQ(lines(true), (QStringList{
-                             "10:00:00.000 - öffnet COM3 für LI100, 9600 Baud",
+                             "10:00:00.000 - öffnet LI100 an COM3, 9600 Baud",
                              "10:00:00.250 > 22 15 1D 2A ; liest CV 29 (direct)",
                              "10:00:00.290 < 01 04 05 ; an die Zentrale weitergegeben",
                              "10:00:00.290 - schließt die Schnittstelle",
@@ -172,15 +173,44 @@ TEST_F(TracedLinesTest, SwitchedOffItWritesNothingAndPassesEverythingOn) {
 
 TEST_F(TracedLinesTest, ADiskThatFillsUpLeavesTheConversationAsItIs) {
   begin(StationKind::Li100);
-  ASSERT_TRUE(QFile::remove(trace.path()));
-  settings.trace = false;
-  trace.follow(settings);
-  ASSERT_TRUE(QDir(folder.path()).mkdir("TRACE.log"));
-  settings.trace = true;
-  trace.follow(settings);
   openSerial();
+  {
+    const test::NoLargerFiles full(QFile(trace.path()).size());
+    serial().write("x");
+    line.arrive("y");
+  }
+  EXPECT_FALSE(trace.isOn());
   serial().write("x");
-  EXPECT_EQ(line.sent(), "x");
+  EXPECT_EQ(line.sent(), "xx");
+  EXPECT_EQ(serial().read(), "y");
+}
+
+TEST_F(TracedLinesTest, WhatArrivesStandsWhereItArrivedNotWhereItIsTaken) {
+  begin(StationKind::Li100);
+  openSerial();
+  line.arrive(QByteArray::fromHex("010405"));
+  clock.advance(5000);
+  serial().write(QByteArray::fromHex("22151D2A"));
+  serial().read();
+  EXPECT_EQ(lines(true).mid(1),
+            (QStringList{"10:00:00.000 < 01 04 05 ; an die Zentrale weitergegeben",
+                         "10:00:05.000 > 22 15 1D 2A ; liest CV 29 (direct)"}));
+}
+
+TEST_F(TracedLinesTest, AnAnswerThatNobodyTakesIsTold) {
+  begin(StationKind::Z21Ip);
+  udp().open(QStringLiteral("192.168.0.111"), 21105);
+  socket.arrive(QByteArray::fromHex("0800100012345678"));
+  udp().close();
+  EXPECT_EQ(lines()[1], "< 08 00 10 00 12 34 56 78 ; Seriennummer");
+}
+
+TEST_F(TracedLinesTest, EachOpeningThatFailsSaysWhy) {
+  begin(StationKind::Z21Ip);
+  socket.stateAfterOpen = 0;
+  socket.faultAfterOpen = QStringLiteral("Das Netz ist nicht da!");
+  for (int i = 0; i < 2; ++i) udp().open(QStringLiteral("192.168.0.111"), 21105);
+  EXPECT_EQ(lines().count(QStringLiteral("- Das Netz ist nicht da!")), 2);
 }
 
 // ---- UDP ----------------------------------------------------------------------------------------
@@ -291,6 +321,15 @@ TEST_F(TracedLinesTest, CanMessagesAreLinesOfTheirOwn) {
                    "> 02 2 08 86C2 Len: 2 Data: 03 00 ; Geschwindigkeit und Richtung von Fahrzeug "
                    "3 (Frage)",
                    "- nicht gesendet (259)", "- schließt den CAN-Treiber"}));
+}
+
+TEST_F(TracedLinesTest, EachCanMessageThatDoesNotGoOutSaysSo) {
+  begin(StationKind::Mx10);
+  EXPECT_EQ(driver().open({.driver = 9}), 0);
+  can.writeResult = 0x103;
+  const CanMessage question{.ID = 0x020886C2, .MSGTYPE = 2, .LEN = 2, .DATA = {3, 0}};
+  for (int i = 0; i < 2; ++i) EXPECT_EQ(driver().write(question), 0x103);
+  EXPECT_EQ(lines().count(QStringLiteral("- nicht gesendet (259)")), 2);
 }
 
 TEST_F(TracedLinesTest, ADriverThatDoesNotOpenSaysWhy) {

@@ -177,5 +177,14 @@ TEST_F(DlgOptionsLinkTest, AWrongEntryIsNotTested) {
   EXPECT_EQ(line.opens, 0);
 }
 
+TEST_F(DlgOptionsLinkTest, WithoutTheChosenPortTabReachesThoseThatAreThere) {
+  plugIn("usb-Adapter-port0");
+  settings.comPort = 3;
+  open();
+  ASSERT_FALSE(port(3)->isVisible());
+  ASSERT_TRUE(port(1)->isVisible());
+  EXPECT_TRUE(port(1)->focusPolicy() & Qt::TabFocus);
+}
+
 }  // namespace
 }  // namespace lokari

@@ -40,6 +40,18 @@ TEST_F(DlgOptionsMakerFormTest, TickedItTellsTheUnitsOtherAddressesAndIsWritten)
   EXPECT_TRUE(iniText().contains("MakerForm=N\r\n")) << qPrintable(iniText());
 }
 
+TEST_F(DlgOptionsMakerFormTest, WhatCouldNotBeWrittenIsWrittenTheNextTime) {
+  ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("LOKARI.INI")));
+  open();
+  click("chkMakerForm");
+  click("cmdOK");
+  EXPECT_TRUE(settings.makerForm);
+  ASSERT_TRUE(QDir(folder.path()).rmdir(QStringLiteral("LOKARI.INI")));
+  open();
+  click("cmdOK");
+  EXPECT_TRUE(iniText().contains("MakerForm=J\r\n")) << qPrintable(iniText());
+}
+
 TEST_F(DlgOptionsMakerFormTest, LeftAsItIsItLeavesTheSettingsFileWithoutItsKey) {
   open();
   click("cmdOK");

@@ -50,8 +50,6 @@ constexpr QSize kDesignSize(980, 590);
 /// 800 and 640 twips.
 constexpr QPoint kPlace(53, 43);
 constexpr QSize kSmallest(480, 320);
-/// About what a window's frame takes.
-constexpr QSize kFrame(8, 32);
 constexpr QMargins kMargins(10, 6, 10, 8);
 /// Between two looks at the windows that have to close first.
 constexpr int kLookAgainMs = 100;
@@ -91,7 +89,7 @@ MainWin::MainWin(Workbench& workbench)
   rows->addWidget(page_, 1);
   rows->addWidget(data1_);
   setMinimumSize(kSmallest);
-  comeUp();
+  WindowScale::comeUp(this, kPlace, kDesignSize);
   scale_.begin(kDesignSize);
   workbench_.decoderWindowVisible = [this] {
     return frmDecoder_ != nullptr && frmDecoder_->isVisible();
@@ -100,15 +98,6 @@ MainWin::MainWin(Workbench& workbench)
 }
 
 MainWin::~MainWin() = default;
-
-// Its place gives way where the screen has no room for it behind the place.
-void MainWin::comeUp() {
-  const QRect room = screen()->availableGeometry();
-  const QSize taken = kDesignSize + kFrame;
-  move(room.topLeft() + QPoint(std::clamp(room.width() - taken.width(), 0, kPlace.x()),
-                               std::clamp(room.height() - taken.height(), 0, kPlace.y())));
-  resize(kDesignSize.boundedTo(room.size() - kFrame));
-}
 
 void MainWin::connectMenus() {
   menu_->enable(QStringLiteral("mnuFileQuit"), [this] { mnuFileQuit(); });

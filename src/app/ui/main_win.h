@@ -63,7 +63,6 @@ class MainWin final : public QMainWindow, public WorkbenchView {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  void comeUp();
   void lookForTheEnd();
   void askToClose(QDialog* dialog);
   void answerForTheEnd(QMessageBox& box);

@@ -95,8 +95,14 @@ QSize WindowScale::storedSize(const QString& name) const {
 void WindowScale::restoreSize(const QString& name, QWidget* window) const {
   const QSize size = storedSize(name);
   if (resizeMode_ == 0 || !size.isValid()) return;
-  const QSize room = window->screen()->availableSize();
-  window->resize(size.boundedTo(room).expandedTo(window->minimumSizeHint()));
+  window->resize(size.boundedTo(roomFor(window)).expandedTo(window->minimumSizeHint()));
+  if (window->testAttribute(Qt::WA_Moved)) keepOnScreen(window);
+}
+
+void WindowScale::comeUp(QWidget* window, QPoint place, QSize size) {
+  window->resize(size.boundedTo(roomFor(window)));
+  window->move(window->screen()->availableGeometry().topLeft() + place);
+  keepOnScreen(window);
 }
 
 QList<int> WindowScale::storedColumns(const QString& name) const {

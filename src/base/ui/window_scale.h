@@ -34,6 +34,10 @@ class WindowScale {
   /// its smallest size.
   void ResizeWindow(QWidget* form) const;
 
+  /// Where a window comes up, counted from its screen's upper left corner, and how large. Both give
+  /// way where the screen has no room.
+  static void comeUp(QWidget* window, QPoint place, QSize size);
+
   /// How a window's contents follow its size: with `resizeMode` 1 they fill the window, with 0
   /// they keep their own size in its upper left corner. Called once, when the window is built.
   void arrange(QWidget* window, QWidget* contents) const;
@@ -41,7 +45,8 @@ class WindowScale {
   /// The size stored under a name, or an invalid one.
   QSize storedSize(const QString& name) const;
   /// Gives a window the size stored under its name, within its screen and never below its smallest
-  /// size. Nothing where none is stored, and with `resizeMode` 0.
+  /// size; one that has been placed gives way. Nothing where none is stored, and with `resizeMode`
+  /// 0.
   void restoreSize(const QString& name, QWidget* window) const;
   /// Nothing with `resizeMode` 0.
   void storeSize(const QString& name, QSize size) const;

@@ -118,11 +118,10 @@ void DlgOptions::accept() {
   const OptionsForm taken = form();
   // Cabs drive on the line that they have; on another one their stop would reach nobody.
   if (testing_ || !checked(taken) || isHeldBack(taken)) return;
-  const Settings before = parts_.settings;
   takeForm(taken, parts_.settings);
   QList<IniEntry> entries = optionEntries(parts_.settings);
   if (keepsAddress(parts_.settings, parts_.ini)) entries.removeLast();
-  entries += changedEntries(before, parts_.settings);
+  entries += rareEntries(parts_.settings, parts_.ini);
   QStringList texts;
   // One write for all: a program that ends in the middle leaves no mixture of old and new.
   if (!parts_.ini.writeAll(QString::fromUtf16(kSettingsSection), entries)) {

@@ -77,12 +77,23 @@ TEST_F(WindowScaleTest, AStoredSizeIsFoundInTheNextRun) {
 
 TEST_F(WindowScaleTest, AStoredSizeIsCutToTheScreen) {
   QWidget window;
-  const QSize room = window.screen()->availableSize();
+  // Its frame is not known before it is shown.
+  const QSize room = window.screen()->availableSize() - QSize(8, 32);
   for (const QSize stored : {QSize(100'000, 100'000), QSize(100'000, 50), QSize(50, 100'000)}) {
     scale_.storeSize(QStringLiteral("main_win"), stored);
     scale_.restoreSize(QStringLiteral("main_win"), &window);
     EXPECT_EQ(window.size(), stored.boundedTo(room));
   }
+}
+
+TEST_F(WindowScaleTest, AStoredSizeTakesAWindowThatWasPlacedBackOntoItsScreen) {
+  QWidget window;
+  const QRect screen = window.screen()->availableGeometry();
+  window.move(screen.topLeft() + QPoint(53, 43));
+  scale_.storeSize(QStringLiteral("main_win"), screen.size());
+  scale_.restoreSize(QStringLiteral("main_win"), &window);
+  EXPECT_EQ(window.pos(), screen.topLeft());
+  EXPECT_TRUE(screen.contains(window.geometry()));
 }
 
 TEST_F(WindowScaleTest, AStoredSizeIsNeverBelowTheSmallest) {
