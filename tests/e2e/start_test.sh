@@ -23,3 +23,8 @@ done
 [ ! -e "$folder/LOKARI.INI" ] || fail "use-station wrote settings"
 "$source/packaging/use-station" "$folder" Z21IP || fail "use-station refused Z21IP"
 grep -q '^BaseUnit=Z21IP' "$folder/LOKARI.INI" || fail "use-station wrote no settings"
+grep -q '^MakerForm=N' "$folder/LOKARI.INI" || fail "the makers' form without being asked for"
+"$source/packaging/use-station" "$folder" Z21IP makers || fail "use-station refused the makers' form"
+grep -q '^MakerForm=J' "$folder/LOKARI.INI" || fail "the makers' form is not set"
+"$source/start" --form vendors >"$folder/out" 2>&1
+[ $? -eq 2 ] || fail "a form that there is not"
