@@ -12,7 +12,8 @@ StationLink& CabProtocol::link() const {
   return line_.link();
 }
 
-void CabProtocol::order(const std::function<void()>& send, std::function<void()> listen) const {
+void CabProtocol::order(const std::function<void()>& send, GoesOut when,
+                        std::function<void()> listen) const {
   LayoutOrder& layout = link().trackStop().order();
   const bool stopped = state_.stopped;
   // By value: the cab may have gone by then.
@@ -27,6 +28,7 @@ void CabProtocol::order(const std::function<void()>& send, std::function<void()>
                       if (told) told(stopped);
                     },
                 .listen = std::move(listen)});
+  if (when == GoesOut::AtOnce) layout.noteSent();
   try {
     send();
   } catch (const LinkError&) {

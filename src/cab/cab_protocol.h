@@ -72,9 +72,14 @@ class CabProtocol {
   StationLink& link() const;
   CabState& state() const { return state_; }
   const CabHooks& hooks() const { return hooks_; }
+  enum class GoesOut {
+    AtOnce,
+    WhenGranted,  ///< the station grants the line; the one that writes tells LayoutOrder
+  };
   /// Runs `send`, which sends `stopped`, and awaits the station's word for it; see LayoutOrder,
   /// also for `listen`. What it throws passes through.
-  void order(const std::function<void()>& send, std::function<void()> listen = {}) const;
+  void order(const std::function<void()>& send, GoesOut when = GoesOut::AtOnce,
+             std::function<void()> listen = {}) const;
 
  private:
   CabLine& line_;

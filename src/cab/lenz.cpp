@@ -17,13 +17,15 @@ class LenzCab : public CabProtocol {
       : CabProtocol(line, state, std::move(hooks)), talk_(line) {}
 
   void sendStopped() final {
-    order([this] {
-      talk_.send(state().stopped ? lenz::stopAll() : lenz::resume(),
-                 [told = hooks().stopFailed, stopped = state().stopped, &station = link()] {
-                   station.trackStop().order().drop();
-                   if (told) told(stopped, StopFault::NotSent);
-                 });
-    });
+    order(
+        [this] {
+          talk_.send(state().stopped ? lenz::stopAll() : lenz::resume(),
+                     [told = hooks().stopFailed, stopped = state().stopped, &station = link()] {
+                       station.trackStop().order().drop();
+                       if (told) told(stopped, StopFault::NotSent);
+                     });
+        },
+        GoesOut::WhenGranted);
   }
 
  protected:

@@ -95,7 +95,7 @@ class Mx10Cab final : public CabProtocol {
     // Inside another exchange what waits is that one's answer.
     if (!line().isNested()) bus_.station().ClearMX10Input();
     // Whoever waits takes the messages in; on an idle line nobody does.
-    order([this] { bus_.command(mx10::track(state().stopped)); },
+    order([this] { bus_.command(mx10::track(state().stopped)); }, GoesOut::AtOnce,
           [bus = bus_, &shared = line()] {
             if (!shared.isBusy()) bus.station().ClearMX10Input();
           });

@@ -16,7 +16,7 @@ constexpr Millis kListenEvery = 100;
 void LayoutOrder::await(Order order) {
   order_ = std::move(order);
   outcome_ = Outcome::Awaited;
-  noteSent();
+  deadline_.reset();
   listening_.reset();
   if (order_.listen) listenOn();
 }
@@ -45,17 +45,20 @@ void LayoutOrder::drop() {
 }
 
 void LayoutOrder::settle() {
+  // One that has to wait for its line may wait for whoever calls this: its patience begins here.
+  if (!deadline_) noteSent();
   link_.clock().waitUntil(
       [this] { return outcome_ != Outcome::Awaited || link_.isFarewellHurried(); }, Clock::kNever);
 }
 
 void LayoutOrder::hear(LayoutNews news) {
-  if (outcome_ != Outcome::Awaited && outcome_ != Outcome::Silent) return;
+  if (outcome_ == Outcome::None || outcome_ == Outcome::Confirmed) return;
   if (news == LayoutNews::Refused) return fail(Outcome::Refused);
-  if (news != LayoutNews::Accepted && news != (order_.stops ? LayoutNews::Off : LayoutNews::On)) {
-    return;
-  }
-  const bool late = std::exchange(outcome_, Outcome::Confirmed) == Outcome::Silent;
+  // Behind a refusal, which may have been meant for another message, only the layout itself counts.
+  const bool holds = news == (order_.stops ? LayoutNews::Off : LayoutNews::On) ||
+                     (news == LayoutNews::Accepted && outcome_ != Outcome::Refused);
+  if (!holds) return;
+  const bool late = std::exchange(outcome_, Outcome::Confirmed) != Outcome::Awaited;
   deadline_.reset();
   if (late && order_.held) order_.held();
 }

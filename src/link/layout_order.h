@@ -25,15 +25,15 @@ class LayoutOrder {
     None,  ///< nothing was ordered, or the station's kind confirms nothing
     Awaited,
     Confirmed,  ///< also by news of somebody else's order of the same kind
-    Refused,
-    Silent,  ///< nothing came in time; what comes later still confirms
+    Refused,    ///< what is told of the layout later still confirms
+    Silent,     ///< nothing came in time; what comes later still confirms
   };
 
   struct Order {
     bool stops;
     /// It does not hold: Refused or Silent. May be called when its cab has gone.
     std::function<void(Outcome)> failed;
-    /// It was told as Silent, and holds.
+    /// It was told as Refused or Silent, and holds.
     std::function<void()> held;
     /// Takes in what has come, where messages wait to be fetched; may be empty.
     std::function<void()> listen = {};
@@ -44,9 +44,10 @@ class LayoutOrder {
 
   explicit LayoutOrder(StationLink& link) : link_(link) {}
 
-  /// An order is on its way. A newer one takes the place of an older one, which is told no more.
+  /// An order is on its way; noteSent() has to follow. A newer one takes the place of an older
+  /// one, which is told no more.
   void await(Order order);
-  /// It goes out just now, when that was later than await().
+  /// It goes out just now: the station's time begins.
   void noteSent();
   /// It did not go out, or nobody is left to be told.
   void drop();
