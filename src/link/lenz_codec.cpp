@@ -32,6 +32,10 @@ constexpr int kFirstLongAddress = 100;
 constexpr int kLongAddressMark = 192;
 constexpr int kLastLongAddress = 10239;
 
+/// Behind FF, ahead of a message on USB.
+constexpr int kAnswerMark = 0xFE;
+constexpr int kUnaskedMark = 0xFD;
+
 constexpr qsizetype kResultSize = 5;
 constexpr qsizetype kReportSize = 3;
 
@@ -56,6 +60,48 @@ bool isResultType(int type) {
 
 bool isResultAt(const QByteArray& reply, qsizetype at) {
   return byteAt(reply, at) == kResult && isResultType(byteAt(reply, at + 1));
+}
+
+/// A message whose bytes begin so, as far as the mask looks.
+struct NewsRow {
+  int header;
+  int headerMask;
+  int code;
+  int codeMask;
+  News news;
+};
+constexpr int kAll = 0xFF;
+constexpr int kAny = 0x00;
+
+// Ahead of the rows for all others of their header. The first that fits counts.
+constexpr std::array kNews{
+    NewsRow{kInterfaceReport, kAll, 0x04, kAll, News::Accepted},
+    // The station has stopped speaking to the interface, and does so again.
+    NewsRow{kInterfaceReport, kAll, 0x05, kAll, News::None},
+    NewsRow{kInterfaceReport, kAll, 0x07, kAll, News::None},
+    NewsRow{kInterfaceReport, kAll, 0x00, kAny, News::Refused},
+    NewsRow{0x81, kAll, 0x00, kAll, News::Off},
+    NewsRow{kReport, kAll, 0x00, kAll, News::Off},
+    NewsRow{kReport, kAll, 0x01, kAll, News::On},
+    NewsRow{kReport, kAll, 0x02, kAll, News::None},
+    NewsRow{kReport, kAll, 0x08, kAll, News::None},
+    NewsRow{kReport, kAll, 0x80, kAll, News::Refused},
+    NewsRow{kReport, kAll, 0x81, kAll, News::Refused},
+    NewsRow{kReport, kAll, 0x82, kAll, News::Refused},
+    // Outputs, which feedback modules tell as well, and a vehicle that another device has taken.
+    NewsRow{0x40, 0xF0, 0x00, kAny, News::None},
+    NewsRow{0xE3, kAll, 0x40, kAll, News::None},
+};
+
+News newsOf(const QByteArray& message) {
+  const int header = byteAt(message, 0);
+  const int code = byteAt(message, 1);
+  for (const NewsRow& row : kNews) {
+    if ((header & row.headerMask) == row.header && (code & row.codeMask) == row.code) {
+      return row.news;
+    }
+  }
+  return News::Answer;
 }
 
 }  // namespace
@@ -181,12 +227,12 @@ bool isAccepted(const QByteArray& reply) {
   return reply.startsWith(bytes({0x01, 0x04, 0x05}));
 }
 
-std::optional<QByteArray> takeMessage(QByteArray& input, bool usb) {
+std::optional<Message> takeMessage(QByteArray& input, bool usb) {
   while (!input.isEmpty()) {
     qsizetype head = 0;
     if (usb) {
-      const int mark = input.size() > 1 ? byteAt(input, 1) : 0xFE;
-      if (byteAt(input, 0) != 0xFF || (mark != 0xFE && mark != 0xFD)) {
+      const int mark = input.size() > 1 ? byteAt(input, 1) : kAnswerMark;
+      if (byteAt(input, 0) != 0xFF || (mark != kAnswerMark && mark != kUnaskedMark)) {
         input.remove(0, 1);
         continue;
       }
@@ -195,8 +241,8 @@ std::optional<QByteArray> takeMessage(QByteArray& input, bool usb) {
     }
     const qsizetype whole = (byteAt(input, head) & 0x0F) + 2;
     if (input.size() < head + whole) return std::nullopt;
-    const QByteArray message = input.mid(head, whole);
-    if (isSound(message)) {
+    const Message message{input.mid(head, whole), usb && byteAt(input, 1) == kUnaskedMark};
+    if (isSound(message.bytes)) {
       input.remove(0, head + whole);
       return message;
     }
@@ -205,34 +251,13 @@ std::optional<QByteArray> takeMessage(QByteArray& input, bool usb) {
   return std::nullopt;
 }
 
-News newsIn(const QByteArray& message) {
-  constexpr int kInterface = 0x01;
-  constexpr int kStopped = 0x81;
-  const int code = byteAt(message, 1);
-  switch (byteAt(message, 0)) {
-    case kInterface:
-      return code == 0x04 ? News::Accepted : News::Refused;
-    case kStopped:
-      return code == 0x00 ? News::Off : News::Answer;
-    case kReport:
-      break;
-    default:
-      return News::Answer;
-  }
-  switch (code) {
-    case 0x00:
-      return News::Off;
-    case 0x01:
-      return News::On;
-    case 0x02:
-      return News::None;
-    case 0x80:
-    case 0x81:
-    case 0x82:
-      return News::Refused;
-    default:
-      return News::Answer;
-  }
+News newsIn(const Message& message) {
+  const News news = newsOf(message.bytes);
+  return message.unasked && !isOfLayout(news) ? News::None : news;
+}
+
+bool isOfLayout(News news) {
+  return news == News::Off || news == News::On;
 }
 
 bool tellsResumed(const QByteArray& reply) {

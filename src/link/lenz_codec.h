@@ -30,21 +30,27 @@ std::optional<QByteArray> writeCv(int cv, int value, int mode, bool lenzV36);
 /// no address.
 std::optional<QByteArray> writeCvMain(int pomAddr, int address, int cv, int value);
 
+struct Message {
+  QByteArray bytes;
+  bool unasked = false;  ///< it is marked as one that answers nothing; known on USB only
+};
 /// Takes the first whole message with a right check byte off `input`, with all that stands ahead of
 /// it; nothing when there is none yet, and then the beginning of one may be left. `usb`: messages
-/// stand behind FF FE or FF FD, which are not given.
-std::optional<QByteArray> takeMessage(QByteArray& input, bool usb);
+/// stand behind FF FE, unasked ones behind FF FD, which are not given.
+std::optional<Message> takeMessage(QByteArray& input, bool usb);
 
 /// What a message says about the layout and about what was sent.
 enum class News {
-  None,
+  None,      ///< nothing of either, as every other message does that may come unasked
   Off,       ///< 61 00, 81 00: power off, all vehicles stopped; told to everybody
   On,        ///< 61 01
   Accepted,  ///< 01 04
   Refused,   ///< another 01, and 61 80, 81, 82
   Answer,    ///< any other answer to what was sent
 };
-News newsIn(const QByteArray& message);
+News newsIn(const Message& message);
+/// Off and On: whoever was meant, they are true.
+bool isOfLayout(News news);
 
 /// How many bytes a message at the beginning of `reply` still lacks; 0 for a whole one, and for
 /// a header that is none of 01, 61 and 63.

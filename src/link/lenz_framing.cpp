@@ -53,6 +53,8 @@ void LenzFraming::sendInTurn(const QByteArray& msg, std::function<void()> lost, 
   const bool isOrder = lost != nullptr;
   if (type_.usb) return write(msg, isOrder);
   if (requesting_) {
+    // The word for an order that is not the newest any more would be taken for that one's.
+    if (isOrder) std::erase_if(ahead_, [](const Ahead& each) { return each.lost != nullptr; });
     ahead_.push_back({msg, std::move(lost)});
     return;
   }
@@ -87,12 +89,15 @@ void LenzFraming::write(const QByteArray& msg, bool isOrder) {
 
 void LenzFraming::hear(const QByteArray& data) {
   const Millis now = link_.clock().now();
-  if (heardAt_ + kAnswerTime < now) heard_.clear();
+  if (heardAt_ + kAnswerTime < now) {
+    heard_.clear();
+    heardLast_.clear();
+  }
   heardAt_ = now;
   heard_ += data;
   LayoutOrder& order = link_.trackStop().order();
   while (const auto message = lenz::takeMessage(heard_, type_.usb)) {
-    switch (lenz::newsIn(*message)) {
+    switch (newsIn(*message)) {
       case lenz::News::None:
         break;
       case lenz::News::Off:
@@ -115,9 +120,16 @@ void LenzFraming::hear(const QByteArray& data) {
   }
 }
 
-/// An answer does not tell what it answers; the station answers in the order of the messages. The
-/// first generation says each one several times, and a job's messages have several answers: then
-/// only what is told to everybody counts.
+/// The first generation says each answer several times: the others say nothing more.
+lenz::News LenzFraming::newsIn(const lenz::Message& message) {
+  const lenz::News news = lenz::newsIn(message);
+  const bool isRepeat = std::exchange(heardLast_, message.bytes) == message.bytes;
+  return type_.firstGeneration && isRepeat && !lenz::isOfLayout(news) ? lenz::News::None : news;
+}
+
+/// An answer does not tell what it answers; the station answers in the order of the messages. A
+/// job's messages have several answers, and an acceptance by the first generation may be one that
+/// it has said before: then only what is told to everybody counts.
 void LenzFraming::noteAnswer(bool accepted) {
   if (!unanswered_.empty()) unanswered_.pop_front();
   if (answersToOrder_ == 0 || --answersToOrder_ > 0) return;

@@ -9,6 +9,7 @@
 
 #include "base/clock.h"
 #include "base/station_kind.h"
+#include "link/lenz_codec.h"
 #include "link/open_questions.h"
 
 namespace lokari {
@@ -73,6 +74,7 @@ class LenzFraming {
   /// `yields`: to a newer order that went out ahead of it.
   void sendInTurn(const QByteArray& msg, std::function<void()> lost, Yields yields);
   void write(const QByteArray& msg, bool isOrder);
+  lenz::News newsIn(const lenz::Message& message);
   void noteAnswer(bool accepted);
 
   StationLink& link_;
@@ -80,7 +82,8 @@ class LenzFraming {
   OpenQuestions cvQuestions_;
   bool requesting_ = false;
   std::deque<Ahead> ahead_;
-  QByteArray heard_;  // the beginning of a message
+  QByteArray heard_;      // the beginning of a message
+  QByteArray heardLast_;  // the last whole message
   Millis heardAt_ = 0;
   std::deque<Millis> unanswered_;  // when the messages went out that may still be answered
   size_t answersToOrder_ = 0;      // the last of so many answers is that to the order

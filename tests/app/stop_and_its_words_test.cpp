@@ -117,5 +117,91 @@ TEST_P(StopThatHoldsAllTheSame, IsNotShownForNewsOfPowerBehindARefusal) {
   EXPECT_FALSE(stop().isHeld());
 }
 
+class FirstGeneration : public ToldDesk {
+ protected:
+  FirstGeneration() : ToldDesk(StationKind::Li100) {}
+};
+
+TEST_F(FirstGeneration, ARefusalOfASpeedThatIsSaidSeveralTimesIsNotTakenForThatOfTheStop) {
+  key(Qt::Key_Up);
+  in(100, [this] { tell("61 81 E0 61 81 E0 61 81 E0 61 81 E0 61 81 E0"); });
+  in(200, [this] {
+    EXPECT_EQ(word(), QStringLiteral("Los"));
+    EXPECT_EQ(noticeOf(3), QString());
+    EXPECT_EQ(prompt().beeps, 0);
+  });
+  click("imgStop");
+  clock().advance(4000);
+  EXPECT_EQ(looks, 2);
+  EXPECT_TRUE(noticeOf(3).startsWith(unconfirmed())) << qPrintable(noticeOf(3));
+}
+
+TEST_F(FirstGeneration, AStopRightBehindAnotherClientsOneIsConfirmedByTheSameWords) {
+  tell("81 00 81");
+  in(300, [this] { tell("81 00 81"); });
+  click("imgStop");
+  clock().advance(4000);
+  EXPECT_EQ(looks, 1);
+  EXPECT_EQ(word(), QStringLiteral("Los"));
+  EXPECT_EQ(noticeOf(3), QString());
+}
+
+/// What a station tells unasked, and what it answers.
+struct Unasked {
+  StationKind kind;
+  const char* name;
+  const char* news;
+  const char* accepted;
+  const char* busy;
+};
+
+const Unasked kUnasked[] = {
+    {StationKind::LiUsb, "Feedback", "FF FD 42 01 11 52", "FF FE 01 04 05", "FF FE 61 81 E0"},
+    {StationKind::LiUsb, "Taken", "FF FD E3 40 00 03 A0", "FF FE 01 04 05", "FF FE 61 81 E0"},
+    {StationKind::LiUsb, "Back", "FF FE 01 07 06", "FF FE 01 04 05", "FF FE 61 81 E0"},
+    {StationKind::LiUsb, "Version", "FF FD 02 30 01 33", "FF FE 01 04 05", "FF FE 61 81 E0"},
+    {StationKind::Li100V3, "Feedback", "42 01 11 52", "01 04 05", "61 81 E0"},
+    {StationKind::Li100V3, "Taken", "E3 40 00 03 A0", "01 04 05", "61 81 E0"},
+    {StationKind::Li100V3, "Back", "01 07 06", "01 04 05", "61 81 E0"},
+};
+
+class UnaskedNews : public ToldDesk, public ::testing::WithParamInterface<Unasked> {
+ protected:
+  UnaskedNews() : ToldDesk(GetParam().kind) {}
+};
+
+INSTANTIATE_TEST_SUITE_P(Kinds, UnaskedNews, ::testing::ValuesIn(kUnasked), [](const auto& row) {
+  return QString::fromUtf16(stationKind(row.param.kind).name).toStdString() + row.param.name;
+});
+
+TEST_P(UnaskedNews, BehindASpeedDoNotMakeTheSpeedsAnswerThatOfTheStop) {
+  key(Qt::Key_Up);
+  in(100, [this] { tell(GetParam().news); });
+  in(150, [this] { tell(GetParam().accepted); });
+  in(200, [this] { tell(GetParam().busy); });
+  click("imgStop");
+  clock().advance(4000);
+  EXPECT_EQ(looks, 3);
+  EXPECT_EQ(word(), QStringLiteral("Halt"));
+  EXPECT_TRUE(noticeOf(3).startsWith(refused())) << qPrintable(noticeOf(3));
+  EXPECT_FALSE(stop().isHeld());
+  EXPECT_EQ(prompt().beeps, 1);
+}
+
+TEST_P(UnaskedNews, AreNoAnswerToAStop) {
+  in(100, [this] { tell(GetParam().news); });
+  in(200, [this] {
+    EXPECT_EQ(word(), QStringLiteral("Los"));
+    EXPECT_EQ(noticeOf(3), QString());
+  });
+  in(300, [this] { tell(GetParam().accepted); });
+  click("imgStop");
+  clock().advance(4000);
+  EXPECT_EQ(looks, 3);
+  EXPECT_EQ(word(), QStringLiteral("Los"));
+  EXPECT_TRUE(stop().isHeld());
+  EXPECT_EQ(prompt().beeps, 0);
+}
+
 }  // namespace
 }  // namespace lokari

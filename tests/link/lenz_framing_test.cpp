@@ -82,6 +82,18 @@ TEST_P(PlainFramingTest, AMessageToAVehicleIsNotReplacedByAHalt) {
   EXPECT_TRUE(line.played());
 }
 
+TEST_P(PlainFramingTest, OfTwoOrdersBehindAMessageThatAsksForTheLineOnlyTheNewerOneGoesOut) {
+  line.cts = false;
+  const auto order = [this](const char* text) { framing().lnzSend(fromHex(text), [] {}); };
+  clock.schedule(300, [&] { order("21 81 A0"); });
+  clock.schedule(400, [&] { order("80 80"); });
+  clock.schedule(700, [this] { line.cts = true; });
+  expect("80 80");
+  expect("E4 13 00 03 80 74");
+  framing().lnzSend(fromHex("E4 13 00 03 80 74"));
+  EXPECT_TRUE(line.played());
+}
+
 TEST_P(PlainFramingTest, RepliesAreTakenAsTheyAre) {
   line.arrive(fromHex("FF FE 61 01 60"));
   EXPECT_EQ(framing().takeReply(), fromHex("FF FE 61 01 60"));
