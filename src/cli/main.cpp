@@ -15,8 +15,9 @@ namespace {
 
 using namespace lokari;
 
-/// Seconds until Ctrl-C ends a command that hears nothing, whatever it waits for.
-constexpr unsigned kPatience = 5;
+/// Seconds until Ctrl-C ends a command that hears nothing, whatever it waits for: more than the
+/// busiest machine lets its event loop stand.
+constexpr unsigned kPatience = 10;
 
 /// Where the program lives; the first start fills the user's own folder from the installation.
 QString prepareData(StandardConsole& console) {

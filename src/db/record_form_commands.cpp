@@ -171,7 +171,7 @@ bool RecordForm::leaveForUndo() {
   switch (parts_.prompt.choose(
       {.text = QStringLiteral("Vor dem Zurückholen: Eingaben zu Adresse %1 \"%2\" speichern?")
                    .arg(text(form::kAddress), text(form::kShortName)),
-       .more = QStringLiteral("Der gelöschte Datensatz kommt an die Stelle des angezeigten."),
+       .more = QStringLiteral("Danach ist der zurückgeholte Datensatz zu sehen."),
        .answers = {QStringLiteral("&Speichern"), QStringLiteral("Eingaben &verwerfen"),
                    QStringLiteral("&Weiter bearbeiten")},
        .safe = 2})) {

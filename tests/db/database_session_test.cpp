@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 
 #include <sqlite3.h>
+#include <sys/stat.h>
 
 #include "base/ini_file.h"
 #include "support/no_larger_files.h"
@@ -117,6 +118,14 @@ TEST_F(SessionTest, AMissingFileIsReported) {
                                        str(" nicht gefunden\noder Zugriff nicht möglich!\n"
                                            "Programmneuinstallation kann erforderlich sein.")});
   EXPECT_FALSE(session_->hasDatabase());
+}
+
+TEST_F(SessionTest, APipeInItsPlaceIsToldAndNotWaitedFor) {
+  ASSERT_EQ(::mkfifo(path("DB/LOKARIV3.MDB").toLocal8Bit().constData(), S_IRUSR | S_IWUSR), 0);
+  EXPECT_EQ(session_->InitDB(), 1);
+  ASSERT_EQ(prompt_.shown.size(), 1);
+  EXPECT_TRUE(prompt_.shown[0].contains(str(" nicht gefunden\n")));
+  EXPECT_EQ(prompt_.below[0], str("Sie ist keine gewöhnliche Datei, sondern eine Pipe."));
 }
 
 TEST_F(SessionTest, AnEmptyDatabaseGoesStraightIntoNewRecordMode) {
