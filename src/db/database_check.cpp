@@ -222,6 +222,15 @@ QStringList faultsOf(const Database& database, const QString& table, const Colum
   return faults;
 }
 
+/// The program finds a row by a number that such a table has not.
+bool lacksRowNumbers(const Database& database, const QString& table) {
+  bool lacks = false;
+  database.read(QStringLiteral("SELECT wr FROM pragma_table_list WHERE schema = 'main' AND "
+                               "lower(name) = lower(?)"),
+                {table}, [&](const QSqlQuery& row) { lacks = row.value(0).toInt() == 1; });
+  return lacks;
+}
+
 }  // namespace
 
 QStringList schemaFaults(const Database& database) {
@@ -234,6 +243,10 @@ QStringList schemaFaults(const Database& database) {
     if (table == nullptr) {
       faults << QStringLiteral("Die Tabelle %1 fehlt.").arg(wanted.name);
       continue;
+    }
+    if (lacksRowNumbers(database, wanted.name)) {
+      faults << QStringLiteral("Tabelle %1: Ihre Zeilen haben keine Nummern (WITHOUT ROWID).")
+                    .arg(wanted.name);
     }
     faults += columnFaults(wanted, *table);
     for (const QString& index : wanted.indexes) {
@@ -248,7 +261,7 @@ QStringList valueFaults(const Database& database) {
   QStringList faults;
   for (const TablePlan& wanted : NewDatabase().plans()) {
     const TableInfo* table = database.schema().table(wanted.name);
-    if (table == nullptr) continue;
+    if (table == nullptr || lacksRowNumbers(database, wanted.name)) continue;
     for (const ColumnInfo& column : wanted.columns) {
       if (table->column(column.name) != nullptr) faults += faultsOf(database, wanted.name, column);
     }

@@ -260,6 +260,21 @@ TEST_F(DatabaseCommands, ManyWrongValuesOfAColumnAreCounted) {
   EXPECT_TRUE(console.results.last().endsWith("DC_ADR ist in 5 weiteren Zeilen falsch."));
 }
 
+TEST_F(DatabaseCommands, CheckTellsATableWithoutRowNumbersInGerman) {
+  {
+    Database database(path());
+    database.write("DROP TABLE ERAS", {});
+    database.write(
+        "CREATE TABLE ERAS (FZ_ERA_SEQ SMALLINT, FZ_ERA VARCHAR(255) PRIMARY KEY) WITHOUT ROWID",
+        {});
+  }
+  EXPECT_EQ(run("check"), 1);
+  EXPECT_TRUE(console.results.value(0).endsWith(
+      "Tabelle ERAS: Ihre Zeilen haben keine Nummern (WITHOUT ROWID)."))
+      << qPrintable(console.results.join(u'\n'));
+  EXPECT_FALSE(console.results.join(u'\n').contains("rowid"));
+}
+
 TEST_F(DatabaseCommands, CheckTellsTheFaultsOfADamagedDatabase) {
   QFile file(path());
   ASSERT_TRUE(file.open(QIODevice::ReadWrite));
