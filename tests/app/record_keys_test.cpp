@@ -78,6 +78,22 @@ TEST_F(RecordKeysTest, ADigitBehindAltNBelongsToTheNewRecord) {
   EXPECT_EQ(addresses(), (QStringList{QStringLiteral("64"), QStringLiteral("65")}));
 }
 
+TEST_F(RecordKeysTest, ALetterWithAltThatIsNoButtonsChangesNoField) {
+  for (const char16_t* field : {u"st_sname", u"fz_lname"}) {
+    child<QLineEdit>(field)->setFocus();
+    const QString before = shown(field);
+    QKeyEvent letter(QEvent::KeyPress, Qt::Key_X, Qt::AltModifier, QStringLiteral("x"));
+    QApplication::sendEvent(QApplication::focusWidget(), &letter);
+    EXPECT_EQ(shown(field), before);
+    EXPECT_FALSE(child<QLabel>(u"lblUnsaved")->isVisible());
+    // The right Alt key types.
+    QKeyEvent sign(QEvent::KeyPress, Qt::Key_At, Qt::GroupSwitchModifier, QStringLiteral("@"));
+    QApplication::sendEvent(QApplication::focusWidget(), &sign);
+    EXPECT_NE(shown(field), before);
+    key(Qt::Key_Escape);
+  }
+}
+
 TEST_F(RecordKeysTest, ALetterBehindCtrlPageDownBelongsToTheNextRecord) {
   auto* name = child<QLineEdit>(u"fz_lname");
   name->setFocus();

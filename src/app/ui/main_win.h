@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 
+#include "app/ui/alt_letters.h"
 #include "app/workbench_view.h"
 #include "base/ui/immediate_shortcuts.h"
 #include "base/ui/pictures.h"
@@ -91,6 +92,7 @@ class MainWin final : public QMainWindow, public WorkbenchView {
   FrmDecoder* frmDecoder_ = nullptr;  // while it is open
   std::unique_ptr<HelpKey> helpKey_;
   std::unique_ptr<StopKey> stopKey_;
+  AltLetters altLetters_;
   bool started_ = false;
   // While endProgram() closes the window and what has to close first.
   bool ending_ = false;
