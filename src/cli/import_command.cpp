@@ -35,13 +35,13 @@ void bring(const QString& file, const Database& database, CliContext& context) {
 
 bool importV2(const AccessReader& reader, const QString& file, CliContext& context) {
   Database target = openTarget(context.settings.dbPath);
-  bool whole = false;
+  ImportEnd end = ImportEnd::Broken;
   consoleProgress(context)([&](Progress& progress) {
-    whole = importVehicles([&] { return std::make_unique<AccessDatabase>(reader, file); }, target,
-                           progress);
+    end = importVehicles([&] { return std::make_unique<AccessDatabase>(reader, file); }, target,
+                         progress);
   });
-  bring(file, target, context);
-  return whole;
+  if (end != ImportEnd::Broken) bring(file, target, context);
+  return end == ImportEnd::Whole;
 }
 
 bool takeOverCurrent(const AccessReader& reader, const QString& file, CliContext& context) {

@@ -65,11 +65,13 @@ std::optional<int> AccessImport::vehicles(const QString& path) {
 }
 
 void AccessImport::ConvertDB(const QString& path, DatabaseSession& session) {
+  ImportEnd end = ImportEnd::Broken;
   parts_.run([&](Progress& progress) {
-    lokari::ConvertDB([&] { return std::make_unique<AccessDatabase>(parts_.reader, path); },
-                      session, progress);
+    end = lokari::ConvertDB([&] { return std::make_unique<AccessDatabase>(parts_.reader, path); },
+                            session, progress);
   });
-  if (session.hasDatabase()) bring(path, session.database());
+  // Whoever has stopped it wants no more of the old installation now.
+  if (end != ImportEnd::Broken) bring(path, session.database());
 }
 
 std::optional<QString> AccessImport::takeOver(const QString& path) {

@@ -36,14 +36,17 @@ struct Counts {
   int foreignPictures = 0;  ///< of imported rows
 };
 
-/// How an import came to its end.
+/// What an import did.
 struct Outcome {
   Counts counts;
   QStringList left;  ///< a sentence for each row that was not taken, with its reason
   std::optional<StorageError> broken;  ///< why the source could not be read to its end
   bool stopped = false;                ///< by the user
 
-  bool whole() const { return !broken && !stopped && counts.failed == 0; }
+  ImportEnd end() const {
+    if (broken || stopped) return ImportEnd::Broken;
+    return counts.failed == 0 ? ImportEnd::Whole : ImportEnd::RowsFailed;
+  }
 };
 
 QString errorText(const StorageError& error) {
@@ -277,26 +280,26 @@ Outcome takeOver(const OpenForeign& openSource, Database& target, Progress& prog
 }
 
 /// `database` is the path of the target.
-bool runWithReport(Progress& progress, const QString& database,
-                   const std::function<Outcome()>& import) {
+ImportEnd runWithReport(Progress& progress, const QString& database,
+                        const std::function<Outcome()>& import) {
   progress.setStatus(QStringLiteral("Importiere Tabelle LOCO_DAT...\r\r"));
   progress.setPercent(0);
   try {
     const Outcome outcome = import();
     progress.setPercent(100);
     progress.setStatus(report(outcome) + remarksBelow(database, outcome.left));
-    return outcome.whole();
+    return outcome.end();
   } catch (const StorageError& error) {
     progress.setStatus(errorText(error));
-    return false;
+    return ImportEnd::Broken;
   }
 }
 
 }  // namespace
 
-void ConvertDB(const OpenForeign& openSource, DatabaseSession& session, Progress& progress) {
+ImportEnd ConvertDB(const OpenForeign& openSource, DatabaseSession& session, Progress& progress) {
   const QString path = session.hasDatabase() ? session.database().path() : QString();
-  runWithReport(progress, path, [&] {
+  const ImportEnd end = runWithReport(progress, path, [&] {
     if (!session.hasDatabase()) {
       throw StorageError(storage_error::kNoDatabase,
                          QStringLiteral("Es ist keine Datenbank geöffnet, die die Fahrzeuge "
@@ -306,9 +309,10 @@ void ConvertDB(const OpenForeign& openSource, DatabaseSession& session, Progress
     return takeOver(openSource, session.database(), progress);
   });
   session.requery();
+  return end;
 }
 
-bool importVehicles(const OpenForeign& openSource, Database& target, Progress& progress) {
+ImportEnd importVehicles(const OpenForeign& openSource, Database& target, Progress& progress) {
   return runWithReport(progress, target.path(),
                        [&] { return takeOver(openSource, target, progress); });
 }

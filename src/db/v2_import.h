@@ -17,14 +17,21 @@ class Progress;
 /// Opens the V2 database. Throws StorageError when it cannot be read.
 using OpenForeign = std::function<std::unique_ptr<ForeignDatabase>()>;
 
+/// How an import came to its end.
+enum class ImportEnd {
+  Whole,
+  RowsFailed,  ///< the source was read to its end, but not each of its vehicles came over
+  Broken,      ///< it was stopped, or source or target failed
+};
+
 /// Takes the vehicles over into the database that is open in `session`, and shows it anew from its
 /// first record, without a filter. A pending edit is dropped. Its words go to `progress`, the last
-/// ones are the report; nothing is thrown.
-void ConvertDB(const OpenForeign& openSource, DatabaseSession& session, Progress& progress);
+/// ones are the report; nothing is thrown. Doubles are no failure.
+ImportEnd ConvertDB(const OpenForeign& openSource, DatabaseSession& session, Progress& progress);
 
 /// The same into a database that nothing shows. What of it came on disk is told and stays, also
 /// after a cancel or when the source cannot be read on; a failure of the target takes everything
-/// back. False when it did not come to its end or rows failed; doubles are no failure.
-bool importVehicles(const OpenForeign& openSource, Database& target, Progress& progress);
+/// back.
+ImportEnd importVehicles(const OpenForeign& openSource, Database& target, Progress& progress);
 
 }  // namespace lokari

@@ -118,6 +118,44 @@ TEST_F(OldInstallation, WhoSaysNoGetsTheDatabaseAlone) {
   EXPECT_EQ(vehicles(), 45);
 }
 
+TEST_F(OldInstallation, ADescriptionThatCannotBeReadToItsEndIsNamedAndNotKept) {
+  // A plain file by its kind whose contents give an error.
+  ASSERT_TRUE(QFile::link(str("/proc/self/mem"), path("ALT/Zimo/MXKAPUTT.dec")));
+  ASSERT_EQ(start("OFFEN.MDB"), 0);
+  prompt_.answers = {Answer::Yes, Answer::Yes};
+  choose("ALT/DB/club.mdb");
+  EXPECT_FALSE(QFile::exists(path("Zimo/MXKAPUTT.dec")));
+  EXPECT_TRUE(QFile::exists(path("Zimo/MXALT.dec")));
+  EXPECT_EQ(prompt_.shown.last(), str("Nicht alle Beschreibungsdateien konnten kopiert werden!"));
+  EXPECT_EQ(prompt_.below.last(), str("Zimo/MXKAPUTT.dec"));
+}
+
+class OldV2Installation : public OldInstallation {
+ protected:
+  OldV2Installation() {
+    files_.write(str("ALT/DB/alt.mdb"),
+                 test::AccessFiles::contents(test::AccessFiles::original(str("jet4_v2.mdb"))));
+    files_.write(str("Default.dec"), "[Standard]");
+    EXPECT_EQ(start("OFFEN.MDB"), 0);
+  }
+};
+
+TEST_F(OldV2Installation, AnImportThatCameToItsEndOffersTheDescriptions) {
+  prompt_.answers = {Answer::Yes, Answer::Yes};
+  choose("ALT/DB/alt.mdb");
+  ASSERT_GE(prompt_.shown.size(), 2);
+  EXPECT_TRUE(prompt_.shown[1].contains(str("liegen Beschreibungen von Decodertypen")));
+  EXPECT_EQ(test::AccessFiles::contents(path("Zimo/MXALT.dec")), "[MXALT]");
+}
+
+TEST_F(OldV2Installation, AnImportThatWasStoppedAsksAboutNothingElse) {
+  prompt_.answers = {Answer::Yes, Answer::Yes};
+  files_.progress.cancelAfter = 2;
+  choose("ALT/DB/alt.mdb");
+  EXPECT_EQ(prompt_.shown.size(), 1) << qPrintable(prompt_.shown.join(u'\n'));
+  EXPECT_FALSE(QFile::exists(path("Zimo/MXALT.dec")));
+}
+
 TEST_F(OldInstallation, TypesWithoutADescriptionSayThatTheyOpenAsStandard) {
   files_.write(str("Default.dec"), "[Standard]");
   ASSERT_EQ(start("OFFEN.MDB"), 0);

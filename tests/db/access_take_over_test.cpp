@@ -104,9 +104,10 @@ TEST_F(AccessTakeOver, EveryValueOfAV2FileIsTheSameByteByByteInEverySet) {
   const QString file = files_.copy(str("jet4_v2.mdb"));
   const test::ExportedTable source = test::mdbExport(file, str("LOCO_DAT"));
   Database target(files_.path(str("EMPTY.MDB")));
-  ASSERT_TRUE(importVehicles(
-      [&] { return std::make_unique<AccessDatabase>(test::AccessFiles::reader(), file); }, target,
-      files_.progress));
+  ASSERT_EQ(importVehicles(
+                [&] { return std::make_unique<AccessDatabase>(test::AccessFiles::reader(), file); },
+                target, files_.progress),
+            ImportEnd::Whole);
   const TableInfo& info = *target.schema().table(str("LOCO_DAT"));
   const qsizetype address = source.columns.indexOf(str("DC_ADR"));
   QSet<QString> seen;

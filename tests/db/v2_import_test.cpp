@@ -42,7 +42,7 @@ class V2ImportTest : public ::testing::Test {
 
   /// Imports; gives the report without the remarks below it.
   QString import() {
-    good_ = importVehicles([this] { return open(); }, base_.open(), progress_);
+    good_ = importVehicles([this] { return open(); }, base_.open(), progress_) == ImportEnd::Whole;
     const QString report = progress_.statuses.last();
     remarks_ = report.section(str("\r\r"), 1);
     return report.section(str("\r\r"), 0, 0);
@@ -250,11 +250,13 @@ TEST_F(V2ImportTest, AFileWithoutTheTableIsAnError) {
 }
 
 TEST_F(V2ImportTest, AFileThatCannotBeOpenedIsAnError) {
-  EXPECT_FALSE(importVehicles(
-      []() -> std::unique_ptr<ForeignDatabase> {
-        throw StorageError(storage_error::kNoDatabase, QStringLiteral("Keine Datenbank."));
-      },
-      base_.open(), progress_));
+  EXPECT_EQ(importVehicles(
+                []() -> std::unique_ptr<ForeignDatabase> {
+                  throw StorageError(storage_error::kNoDatabase,
+                                     QStringLiteral("Keine Datenbank."));
+                },
+                base_.open(), progress_),
+            ImportEnd::Broken);
   EXPECT_EQ(progress_.statuses.last(),
             QStringLiteral("Fehler bei Import (3343)\rKeine Datenbank."));
 }
