@@ -101,16 +101,19 @@ bool Driving::hasCabs() const {
 
 void Driving::openNew(StationUse use, int address,
                       const std::function<SlotUnit*(const Opening&)>& open) {
-  if (!waiting_.insert({use, address}).second) return;
+  auto& waiting = waiting_[{use, address}];
+  if (const auto asked = waiting.lock(); asked && !asked->isGivenUp()) return;
   const QString what =
       use == StationUse::Cab ? QStringLiteral("Fahrpult") : QStringLiteral("Schaltpult");
   const auto opening = std::make_shared<Opening>(link_);
+  waiting = opening;
   opening->show(makeWait_, QStringLiteral("%1 für Adresse %2: Warte auf die Digitalzentrale ...")
                                .arg(what)
                                .arg(address));
   whenFree(this, ++asked_, [this, use, address, open, opening] {
-    waiting_.erase({use, address});
+    // The same may have been asked for anew since.
     if (opening->isGivenUp()) return;
+    waiting_.erase({use, address});
     auto leave = mayOpen(use);
     if (!leave) return opening->end();
     opening->leave = std::move(*leave);

@@ -6,7 +6,6 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <vector>
 
 #include "app/opening.h"
@@ -93,7 +92,8 @@ class Driving {
   CabFleet cabs_;
   PanelFleet panels_;
   WaitWindowFactory makeWait_;
-  std::set<std::pair<StationUse, int>> waiting_;  // what was asked for and has not begun
+  // What was asked for and has not begun.
+  std::map<std::pair<StationUse, int>, std::weak_ptr<Opening>> waiting_;
   struct Beside {
     std::function<void()> open;
     std::unique_ptr<Clock::Alarm> retry;

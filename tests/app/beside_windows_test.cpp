@@ -133,6 +133,22 @@ TEST_P(BesideWindows, NothingComesUpOverADialogThatWasOpenedMeanwhile) {
   EXPECT_EQ(opened, QStringList());
 }
 
+TEST_P(BesideWindows, FahrenBehindAnAbbruchOfTheWaitingOpensTheCab) {
+  const auto fahren = [this] { control<QToolButton>(window.get(), "butDrive")->click(); };
+  driving().runAlone(this, [&] {
+    fahren();
+    control<QPushButton>(windowNamed("dlg_wait"), "cmdCancel")->click();
+    EXPECT_EQ(windowNamed("dlg_wait"), nullptr);
+    fahren();
+    EXPECT_NE(windowNamed("dlg_wait"), nullptr) << "it waits once more";
+    fahren();
+  });
+  clock().advance(1000);
+  EXPECT_NE(cabWindow(3), nullptr);
+  EXPECT_EQ(driving().cabs().cabCount(), 1);
+  EXPECT_EQ(windowNamed("dlg_wait"), nullptr);
+}
+
 class DecoderWindowOk : public BesideWindows {};
 
 INSTANTIATE_TEST_SUITE_P(Kinds, DecoderWindowOk,
