@@ -68,10 +68,13 @@ void Workbench::findSavedRecord() {
 
 bool Workbench::shutDown() {
   RecordForm& form = session_->form();
-  // A query is no place: the record behind it is.
-  if (form.isSearching()) form.storeEdit();
-  savePlace(ini_, form.position(), form.text(QStringLiteral("dc_coll")),
-            form.text(QStringLiteral("dc_adr")));
+  const int position = form.position();
+  // A query is no place, and an edit is one where it is stored: else the record behind it is.
+  if (!form.storeEdit()) return false;
+  if (form.isRead()) {
+    savePlace(ini_, position, form.text(QStringLiteral("dc_coll")),
+              form.text(QStringLiteral("dc_adr")));
+  }
   if (!form.close()) return false;
   if (parts_.transports.canLog != nullptr) parts_.transports.canLog->end();
   external_.stop();

@@ -47,9 +47,9 @@ class Workbench {
   /// once, the user has been told. `view` must outlive the workbench's last operation.
   bool start(WorkbenchView& view);
 
-  /// Ends the work: keeps the place of the record on show, stores the record, closes the database's
-  /// records and then all cabs and panels. False when the record could not be stored: the program
-  /// goes on, the user has been told. Only after a successful start().
+  /// Ends the work: stores the record, keeps the place of what is then on show, closes the
+  /// database's records and then all cabs and panels. False when the record could not be stored:
+  /// the program goes on, the user has been told. Only after a successful start().
   bool shutDown();
 
   /// "<file> - <title>" of the database that is named now.

@@ -80,7 +80,7 @@ void DatabaseSession::openDatabase(const QString& file) {
 void DatabaseSession::showFirst() {
   if (form_.records().count() == 0) {
     form_.butNew();
-  } else if (numericPrefix(form_.text(QStringLiteral("dc_adr"))) == 0) {
+  } else if (form_.isRead() && numericPrefix(form_.text(QStringLiteral("dc_adr"))) == 0) {
     form_.butDelete();
   }
   form_.loadingRecord = false;

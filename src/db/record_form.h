@@ -89,6 +89,8 @@ class RecordForm : public QObject {
   bool isFiltered() const { return !sqlFilter.isEmpty(); }
   /// The record on show has changes of the user that are not on disk.
   bool isUnsaved() const { return unsaved_; }
+  /// The record on show could be read. Where not, empty fields say nothing of it.
+  bool isRead() const { return loaded_; }
 
   // ---- State ------------------------------------------------------------------------------------
 

@@ -213,6 +213,45 @@ TEST_F(WorkbenchTest, TheEndKeepsThePlaceOfTheRecordOnShow) {
             "[LOKARI]\r\nDBColl=Club\r\nDBAddr=3\r\nCANLog=0\r\nDBPos= 2\r\n");
 }
 
+TEST_F(WorkbenchTest, TheEndKeepsThePlaceOfWhatIsStoredAndNotOfAnEditThatIsGivenUp) {
+  folder_.add(kThree);
+  folder_.settings("DBColl=Club\r\nDBAddr=7\r\nCANLog=0\r\n");
+  ASSERT_TRUE(start());
+  // Taken by the other one of the collection.
+  form().edited(QStringLiteral("dc_adr"), QStringLiteral("3"));
+  outside_.prompt.choices = {0};
+  ASSERT_TRUE(workbench_->shutDown());
+  EXPECT_EQ(outside_.prompt.shown,
+            QStringList(QStringLiteral("Datensatz mit dieser Adresse bereits vorhanden!")));
+  EXPECT_EQ(folder_.read(QStringLiteral("LOKARI.INI")),
+            "[LOKARI]\r\nDBColl=Club\r\nDBAddr=7\r\nCANLog=0\r\nDBPos= 3\r\n");
+}
+
+TEST_F(WorkbenchTest, TheEndThatARecordRefusesKeepsNoPlaceOfIt) {
+  folder_.add(kThree);
+  const QByteArray before = "[LOKARI]\r\nDBColl=Club\r\nDBAddr=7\r\n";
+  folder_.write(QStringLiteral("LOKARI.INI"), before);
+  ASSERT_TRUE(start());
+  form().edited(QStringLiteral("dc_adr"), QStringLiteral("20000"));
+  EXPECT_FALSE(workbench_->shutDown());
+  EXPECT_EQ(folder_.read(QStringLiteral("LOKARI.INI")), before);
+}
+
+TEST_F(WorkbenchTest, ARecordThatCouldNotBeReadIsNoPlace) {
+  folder_.add(kThree);
+  const QByteArray before = "[LOKARI]\r\nDBColl=Club\r\nDBAddr=3\r\n";
+  folder_.write(QStringLiteral("LOKARI.INI"), before);
+  ASSERT_TRUE(start());
+  {
+    Database other(folder_.file(test::AppFolder::databaseName()));
+    other.write(QStringLiteral("BEGIN EXCLUSIVE"), {});
+    form().MoveNext();
+  }
+  ASSERT_EQ(shown(u"dc_adr"), QString());
+  ASSERT_TRUE(workbench_->shutDown());
+  EXPECT_EQ(folder_.read(QStringLiteral("LOKARI.INI")), before);
+}
+
 TEST_F(WorkbenchTest, TheEndStoresTheRecordBeingEdited) {
   folder_.add(kThree);
   ASSERT_TRUE(start());

@@ -11,6 +11,7 @@
 #include <sys/stat.h>
 
 #include "base/ini_file.h"
+#include "db/reference_lists.h"
 #include "support/no_larger_files.h"
 #include "support/places.h"
 #include "support/recording_desktop.h"
@@ -105,6 +106,26 @@ TEST_F(SessionTest, OpensTheDatabaseAtItsFirstRecord) {
   EXPECT_FALSE(form().quietDelete);
   EXPECT_TRUE(session_->catalogue().makerByNumber(0).has_value());
   EXPECT_TRUE(prompt_.shown.isEmpty());
+}
+
+TEST_F(SessionTest, AFirstVehicleThatCannotBeReadAtTheStartIsNotTakenForALeftover) {
+  make("DB/LOKARIV3.MDB", {3, 5});
+  // Another program takes the file while the form fills, and the user does not wait for it.
+  std::unique_ptr<Database> other;
+  const QString last = QString::fromUtf16(referenceLists().back().control);
+  QObject::connect(&form(), &RecordForm::listChanged, &form(), [&](const QString& control) {
+    if (control != last) return;
+    other = std::make_unique<Database>(path("DB/LOKARIV3.MDB"));
+    other->write(str("BEGIN EXCLUSIVE"), {});
+  });
+  QObject::connect(&form(), &RecordForm::recordShown, &form(), [&] { other.reset(); });
+  EXPECT_EQ(session_->InitDB(), 0);
+  EXPECT_EQ(prompt_.shown.last(),
+            str("Die Datenbank wird gerade von einem anderen Programm benutzt."));
+  EXPECT_EQ(form().records().count(), 2);
+  form().MoveLast();
+  form().MoveFirst();
+  EXPECT_EQ(text("dc_adr"), str("3"));
 }
 
 TEST_F(SessionTest, TheFileIsFoundInAnyCase) {
@@ -478,6 +499,29 @@ TEST_F(SessionTest, ANewDatabaseThatFindsNoRoomLeavesNoFile) {
   }
   EXPECT_EQ(QDir(path("DB")).entryList(QDir::AllEntries | QDir::Hidden), before);
   EXPECT_EQ(prompt_.shown.size(), 1);
+  EXPECT_EQ(session_->dbPath(), path("DB/LOKARIV3.MDB"));
+  form().edited(str("fz_lname"), str("noch da"));
+  EXPECT_TRUE(form().storeEdit());
+}
+
+TEST_F(SessionTest, ANewDatabaseThatCannotBeOpenedLeavesNoFile) {
+  make("DB/LOKARIV3.MDB", {3});
+  ASSERT_EQ(session_->InitDB(), 0);
+  const QStringList before = QDir(path("DB")).entryList(QDir::AllEntries | QDir::Hidden);
+  bool wasCopied = false;
+  QObject::connect(session_.get(), &DatabaseSession::busyChanged, session_.get(), [&](bool busy) {
+    if (busy) return;
+    wasCopied = QFileInfo(path("DB/test.MDB")).size() == QFileInfo(path("EMPTY.MDB")).size();
+    write("DB/test.MDB", "the medium has kept something else");
+    write("DB/test.MDB-journal", "and this");
+  });
+  prompt_.fileNames = {path("DB/test.MDB")};
+  session_->mnuDbNew();
+  EXPECT_TRUE(wasCopied);
+  EXPECT_EQ(QDir(path("DB")).entryList(QDir::AllEntries | QDir::Hidden), before);
+  EXPECT_EQ(prompt_.shown, QStringList{str("Datenbankdatei ") + path("DB/test.MDB") +
+                                       str("\nDie Datei ist keine Datenbank.")});
+  EXPECT_EQ(opened_, 0);
   EXPECT_EQ(session_->dbPath(), path("DB/LOKARIV3.MDB"));
   form().edited(str("fz_lname"), str("noch da"));
   EXPECT_TRUE(form().storeEdit());
