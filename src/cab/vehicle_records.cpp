@@ -78,34 +78,20 @@ StoredChange VehicleRecords::store(const CabRecord& record, int set, int number,
   RecordSet records;
   openRow(records, session_->database(), "DC_RECNO", record.recNo);
   if (records.position() < 0) return {};
-  const bool onShow = isOnShow(record);
-  RecordForm& form = session_->form();
   const CvColumns& columns = kCvColumns[static_cast<size_t>(set - 1)];
   const QString valuesName = QString::fromUtf16(columns.values);
   const QString marksName = QString::fromUtf16(columns.marks);
-  const qsizetype place = number - 1;
   // The row as it is by now: what the window holds of it may be older, or not stored yet.
-  CvArrays now{chkCVVar(records.value(valuesName)), chkCVVar(records.value(marksName))};
-  const StoredCV before{static_cast<quint8>(now.values[place]), now.marks[place]};
-  const auto put = [&](CvArrays& arrays) {
-    arrays.values[place] = static_cast<char>(cv.value);
-    arrays.marks[place] = cv.mark;
-  };
-  put(now);
+  const QVariant values = records.value(valuesName);
+  const QVariant marks = records.value(marksName);
+  const qsizetype place = number - 1;
+  const StoredCV before{static_cast<quint8>(chkCVVar(values)[place]), chkCVVar(marks)[place]};
+  const CvPlace stored{.set = set, .number = number, .value = cv.value, .mark = cv.mark};
   records.Edit();
-  records.setValue(valuesName, now.values);
-  // A record without marks stays without: none is what they say.
-  if (before.mark != cv.mark) records.setValue(marksName, now.marks);
+  records.setValue(valuesName, withValue(values, stored));
+  records.setValue(marksName, withMark(marks, stored));
   records.Update();
-  if (onShow) {
-    if (form.editMode() == EditMode::Edit) {
-      const CvRecord& kept = form.workingCopy();
-      now = {kept.recCvValues[static_cast<size_t>(set - 1)],
-             kept.recCvMarks[static_cast<size_t>(set - 1)]};
-      put(now);
-    }
-    form.takeCvArrays(set, now);
-  }
+  if (isOnShow(record)) session_->form().takeStoredCv(stored);
   return {.outcome = StoredChange::Outcome::Stored, .before = before};
 }
 

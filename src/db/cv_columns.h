@@ -1,6 +1,8 @@
 // The columns that hold a record's CV sets.
 #pragma once
 
+#include <QString>
+
 #include <array>
 #include <cstddef>
 
@@ -24,5 +26,14 @@ inline constexpr std::array<CvColumns, kCvSetCount> kCvColumns{{
     {u"DC_CV_3", u"DC_CV_3_ST", u"DC_CV_NAME_3"},
     {u"DC_CV_4", u"DC_CV_4_ST", u"DC_CV_NAME_4"},
 }};
+
+/// The column of the marks for that of the values, and the reverse; empty for any other column.
+inline QString twinOf(QStringView column) {
+  for (const CvColumns& set : kCvColumns) {
+    if (column == QStringView(set.values)) return QString::fromUtf16(set.marks);
+    if (column == QStringView(set.marks)) return QString::fromUtf16(set.values);
+  }
+  return {};
+}
 
 }  // namespace lokari

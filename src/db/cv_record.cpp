@@ -20,18 +20,34 @@ void CvRecord::InitDcData() {
 }
 
 void CvRecord::clearAddressMarks() {
+  for (QByteArray& marks : recCvMarks) marks = withoutAddressMarks(marks);
+}
+
+QByteArray withoutAddressMarks(QByteArray marks) {
   constexpr std::array kPlaces{0, 16, 17};  // CV 1, 17 and 18
-  for (QByteArray& marks : recCvMarks) {
-    for (const int place : kPlaces) {
-      if (place < marks.size()) marks[place] = '\0';
-    }
+  for (const int place : kPlaces) {
+    if (place < marks.size()) marks[place] = '\0';
   }
+  return marks;
 }
 
 QByteArray chkCVVar(const QVariant& field) {
   QByteArray target = field.toByteArray();
   if (target.size() < kCvFieldBytes) target.append(kCvFieldBytes - target.size(), '\0');
   return target;
+}
+
+QByteArray withValue(const QVariant& values, const CvPlace& cv) {
+  QByteArray array = chkCVVar(values);
+  array[cv.number - 1] = static_cast<char>(cv.value);
+  return array;
+}
+
+QVariant withMark(const QVariant& marks, const CvPlace& cv) {
+  QByteArray array = chkCVVar(marks);
+  if (array[cv.number - 1] == cv.mark) return marks;
+  array[cv.number - 1] = cv.mark;
+  return array;
 }
 
 QStringList cvRecordColumns() {

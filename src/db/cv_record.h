@@ -33,15 +33,26 @@ struct CvRecord {
   void InitDcData();
 };
 
+/// The same for a stored array of marks.
+QByteArray withoutAddressMarks(QByteArray marks);
+
 /// A stored array at full size: Null gives zeros, a shorter field keeps its bytes and has zeros
 /// behind them, a longer one stays as it is.
 QByteArray chkCVVar(const QVariant& field);
 
-/// The stored arrays of one CV set.
-struct CvArrays {
-  QByteArray values;
-  QByteArray marks;
+/// One CV of a set as its record holds it by now.
+struct CvPlace {
+  int set;     ///< 1 to 5
+  int number;  ///< from 1
+  int value;   ///< 0 to 255
+  char mark;
 };
+
+/// A stored array of values with that CV's, at full size.
+QByteArray withValue(const QVariant& values, const CvPlace& cv);
+/// A stored array of marks with that CV's. One that says so already stays as it is: a record
+/// without marks needs none for a CV of which nothing is known.
+QVariant withMark(const QVariant& marks, const CvPlace& cv);
 
 class RecordSet;
 

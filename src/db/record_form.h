@@ -188,7 +188,7 @@ class RecordForm : public QObject {
   /// The database on show, or nullptr.
   Database* database() const { return database_; }
   /// The CV sets on disk may have changed beside the form: the working copy takes them anew. What
-  /// a pending edit holds of them stays.
+  /// a pending edit holds of them stays, and is asked about when it is stored over others.
   void refreshCvSets();
 
   /// Empties the working copy.
@@ -201,9 +201,9 @@ class RecordForm : public QObject {
   /// the edited record take `record`. It is on disk at the next move, like every edit.
   void storeProgrammed(const CvRecord& record, const QString& address, const QString& maker);
 
-  /// Values and marks of CV set `set`, 1 to 5, of the record on show were stored by somebody else:
-  /// the working copy takes them, and an edit in hand will not put the old ones back.
-  void takeCvArrays(int set, const CvArrays& arrays);
+  /// This program has stored a CV of the record on show beside the form: the working copy takes it,
+  /// and an edit in hand will not put the old one back.
+  void takeStoredCv(const CvPlace& cv);
 
   /// The checks of butTable ahead of the vehicle list: false when there is no record to list. The
   /// record is stored; `pendingFind` tells the list where to stand.
@@ -247,7 +247,6 @@ class RecordForm : public QObject {
   void changeText(const QString& control, const QString& text);
   void textEdited(const QString& control);
   void pasteText(const QString& control, const QString& text);
-  void dropAddressMarks();
   void setEnabled(const QStringList& controls, bool enabled);
   void setVisible(const QStringList& controls, bool visible);
   void setPicture(const QByteArray& picture);
@@ -274,6 +273,8 @@ class RecordForm : public QObject {
   void begin();
   bool beginEdit();
   void writeControls();
+  void clearAddressMarks(bool over);
+  int changedFields() const;
 
   // Leaving.
   bool validate(FormAction action);
@@ -333,6 +334,7 @@ class RecordForm : public QObject {
   QHash<QString, QStringList> lists_;
   QSet<QString> changed_;  // controls that were changed since the record was shown or stored
   bool typed_ = false;     // by the user, that is
+  bool addressTyped_ = false;
   bool pictureChanged_ = false;
   bool unsaved_ = false;
   bool collectionTaken_ = false;  // the collection that is being typed has the address already

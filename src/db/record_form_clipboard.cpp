@@ -85,6 +85,7 @@ void RecordForm::mnuEditInsert() {
   if (!working_.hasArrays()) InitDcData();
   if (working_.recManuf == 0) working_.recDecoder.clear();
   if (!attempt([this] { assignCvRecord(records_, working_); })) return;
+  addressTyped_ = false;
   changed_.insert(form::kShortName);
   noteUnsaved();
 }

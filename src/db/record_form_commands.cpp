@@ -209,8 +209,7 @@ void RecordForm::giveUp() {
     return;
   }
   if (!isUnsaved()) return;
-  const QSet<QString> fields = changed_;
-  if (fields.size() + (pictureChanged_ ? 1 : 0) > 1 &&
+  if (changedFields() > 1 &&
       parts_.prompt.choose(
           {.text = QStringLiteral("Eingaben zu diesem Datensatz verwerfen?"),
            .more = QStringLiteral("Es sind mehrere Felder geändert."),
@@ -256,6 +255,7 @@ void RecordForm::refreshCvSets() {
     records_.reread(cvRecordColumns());
     loadCvRecord(records_, working_);
   });
+  if (addressTyped_) working_.clearAddressMarks();
 }
 
 void RecordForm::storeProgrammed(const CvRecord& record, const QString& address,
@@ -267,6 +267,8 @@ void RecordForm::storeProgrammed(const CvRecord& record, const QString& address,
   changeText(form::kAddress, address);
   if (editMode() == EditMode::None && !beginEdit()) return;
   if (!attempt([&] { assignCvRecord(records_, working_); })) return;
+  // The window has had its say about the marks of the address.
+  addressTyped_ = false;
   // The record counts as changed, whatever the sets hold.
   recordDirty = true;
   typed_ = true;
@@ -274,20 +276,17 @@ void RecordForm::storeProgrammed(const CvRecord& record, const QString& address,
   noteUnsaved();
 }
 
-void RecordForm::takeCvArrays(int set, const CvArrays& arrays) {
-  const auto place = static_cast<size_t>(set - 1);
-  const QString values = QString::fromUtf16(kCvColumns[place].values);
-  const QString marks = QString::fromUtf16(kCvColumns[place].marks);
-  const bool newMarks = working_.recCvMarks[place] != arrays.marks;
-  working_.recCvValues[place] = arrays.values;
-  working_.recCvMarks[place] = arrays.marks;
-  // The file has them already: they are nobody else's change.
-  attempt([&] { records_.reread({values, marks}); });
-  if (editMode() != EditMode::Edit) return;
+void RecordForm::takeStoredCv(const CvPlace& cv) {
+  const auto set = static_cast<size_t>(cv.set - 1);
+  const QString values = QString::fromUtf16(kCvColumns[set].values);
+  const QString marks = QString::fromUtf16(kCvColumns[set].marks);
   attempt([&] {
-    records_.setValue(values, arrays.values);
-    if (newMarks) records_.setValue(marks, arrays.marks);
+    records_.changedBeside(values, [&cv](const QVariant& field) { return withValue(field, cv); });
+    records_.changedBeside(marks, [&cv](const QVariant& field) { return withMark(field, cv); });
+    working_.recCvValues[set] = chkCVVar(records_.value(values));
+    working_.recCvMarks[set] = chkCVVar(records_.value(marks));
   });
+  if (addressTyped_) working_.clearAddressMarks();
 }
 
 }  // namespace lokari

@@ -29,15 +29,12 @@ void RecordForm::edited(const QString& control, const QString& text) {
   if (loadingRecord) return;
   typed_ = true;
   textEdited(control);
-  if (control == form::kAddress) dropAddressMarks();
+  if (control == form::kAddress) {
+    // In the record only when it is stored: until then others may store the sets.
+    addressTyped_ = true;
+    working_.clearAddressMarks();
+  }
   noteUnsaved();
-}
-
-void RecordForm::dropAddressMarks() {
-  if (editMode() == EditMode::None || !working_.hasArrays()) return;
-  const auto before = working_.recCvMarks;
-  working_.clearAddressMarks();
-  if (working_.recCvMarks != before) attempt([this] { assignCvRecord(records_, working_); });
 }
 
 // A text that the program sets in the way of the user: the control's change is handled.
@@ -203,9 +200,34 @@ void RecordForm::writeControls() {
   }
 }
 
+// No set has read or written an address that was typed. What another program has stored of sets
+// that the edit does not hold stays, when the edit is stored `over` it.
+void RecordForm::clearAddressMarks(bool over) {
+  for (const CvColumns& set : kCvColumns) {
+    const QString column = name(set.marks);
+    if (over) records_.reread({name(set.values), column});
+    const QByteArray marks = records_.value(column).toByteArray();
+    const QByteArray cleared = withoutAddressMarks(marks);
+    if (cleared != marks) records_.setValue(column, cleared);
+  }
+}
+
+int RecordForm::changedFields() const {
+  QSet<QString> columns;
+  for (const FormField& field : formFields()) {
+    if (changed_.contains(name(field.control))) columns.insert(name(field.column));
+  }
+  for (const QString& column : records_.changes().keys()) {
+    if (records_.isChanged(column)) columns.insert(column);
+  }
+  if (pictureChanged_) columns.insert(form::kPictureColumn);
+  return static_cast<int>(columns.size());
+}
+
 void RecordForm::noteStored() {
   changed_.clear();
   typed_ = false;
+  addressTyped_ = false;
   pictureChanged_ = false;
   collectionTaken_ = false;
   noteUnsaved();

@@ -77,7 +77,12 @@ void RecordForm::write(bool over) {
   } else {
     writeControls();
     if (editMode() == EditMode::Add) nameCollection();
+    // An edit that is refused goes on as the user left it.
+    const auto edit = records_.changes();
+    auto restore = qScopeGuard([&] { records_.setChanges(edit); });
+    if (addressTyped_) clearAddressMarks(over);
     over ? records_.overwrite() : records_.Update();
+    restore.dismiss();
     rememberDeleted({}, 0);
   }
   noteStored();

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "db/column_values.h"
+#include "db/cv_columns.h"
 #include "db/jet_sql.h"
 #include "db/sqlite_functions.h"
 
@@ -235,9 +236,9 @@ RowValues RecordSet::updateRow(bool over) {
 
   QStringList assignments;
   QVariantList values;
-  for (auto change = changes_.cbegin(); change != changes_.cend(); ++change) {
-    // What is as it was read is nobody's change: another program's stays.
-    if (!isChanged(change.key()) || sameStored(now[change.key()], *change)) continue;
+  const QMap<QString, QVariant> own = ownChanges();
+  for (auto change = own.cbegin(); change != own.cend(); ++change) {
+    if (sameStored(now[change.key()], *change)) continue;
     assignments.append(quotedName(change.key()) + QStringLiteral(" = ?"));
     values.append(*change);
   }
@@ -246,10 +247,39 @@ RowValues RecordSet::updateRow(bool over) {
                              .arg(quotedName(table_->name), assignments.join(QStringLiteral(", "))),
                          values << currentKey());
   }
-  for (auto change = changes_.cbegin(); change != changes_.cend(); ++change) {
-    if (isChanged(change.key())) now.insert(change.key(), *change);
+  for (auto change = own.cbegin(); change != own.cend(); ++change) {
+    now.insert(change.key(), *change);
   }
   return now;
+}
+
+// What is as it was read is nobody's change: another program's stays.
+QMap<QString, QVariant> RecordSet::ownChanges() const {
+  QMap<QString, QVariant> own;
+  for (auto change = changes_.cbegin(); change != changes_.cend(); ++change) {
+    if (!isChanged(change.key())) continue;
+    own.insert(change.key(), *change);
+    const QString twin = twinOf(change.key());
+    if (!changes_.contains(twin) && row_->contains(twin)) own.insert(twin, row_->value(twin));
+  }
+  return own;
+}
+
+bool RecordSet::isChanged(const QString& column) const {
+  const QString name = needColumn(column).name;
+  return differs(name) || differs(twinOf(name));
+}
+
+bool RecordSet::differs(const QString& name) const {
+  const auto change = changes_.constFind(name);
+  if (change == changes_.constEnd()) return false;
+  if (editMode_ == EditMode::Add || !row_) return true;
+  const auto read = row_->constFind(name);
+  return read == row_->constEnd() || !sameStored(*read, *change);
+}
+
+bool RecordSet::holds(const QString& name) const {
+  return changes_.contains(name) || changes_.contains(twinOf(name));
 }
 
 void RecordSet::Delete() {
@@ -323,10 +353,21 @@ void RecordSet::reread() {
 
 void RecordSet::reread(const QStringList& columns) {
   if (!row_) return;
-  const RowValues now = readRow(columns);
+  QStringList free = columns;
+  free.removeIf([this](const QString& column) { return holds(needColumn(column).name); });
+  if (free.isEmpty()) return;
+  const RowValues now = readRow(free);
   for (auto value = now.cbegin(); value != now.cend(); ++value) {
     row_->insert(value.key(), value.value());
   }
+}
+
+void RecordSet::changedBeside(const QString& column,
+                              const std::function<QVariant(const QVariant& value)>& change) {
+  const QString name = needColumn(column).name;
+  if (!holds(name)) return reread({name});
+  if (row_ && row_->contains(name)) row_->insert(name, change(row_->value(name)));
+  if (changes_.contains(name)) changes_[name] = change(changes_[name]);
 }
 
 const ColumnInfo& RecordSet::needColumn(const QString& name) const {
@@ -349,15 +390,6 @@ QVariant RecordSet::value(const QString& column) const {
 
 QString RecordSet::text(const QString& column) const {
   return shownValue(needColumn(column), value(column));
-}
-
-bool RecordSet::isChanged(const QString& column) const {
-  const ColumnInfo& info = needColumn(column);
-  const auto change = changes_.constFind(info.name);
-  if (change == changes_.constEnd()) return false;
-  if (editMode_ == EditMode::Add || !row_) return true;
-  const auto read = row_->constFind(info.name);
-  return read == row_->constEnd() || !sameStored(*read, *change);
 }
 
 void RecordSet::setValue(const QString& column, const QVariant& value) {

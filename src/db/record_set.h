@@ -14,6 +14,7 @@
 #include <QString>
 #include <QVariant>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -117,7 +118,12 @@ class RecordSet {
   /// value() as a control shows it: empty for Null, numbers by shownNumber().
   QString text(const QString& column) const;
 
-  /// Whether the edit holds something else for the column than what was read of the record.
+  /// The values of the edit by the columns' names as in the table.
+  const QMap<QString, QVariant>& changes() const { return changes_; }
+  /// The edit has these values and no others.
+  void setChanges(const QMap<QString, QVariant>& changes) { changes_ = changes; }
+  /// Whether the edit holds something else for the column than what was read of the record. Values
+  /// and marks of a CV set are one: a mark tells of its value.
   bool isChanged(const QString& column) const;
 
   /// Sets a column of the edit. An invalid QVariant is Null; a text for a numeric column must be a
@@ -135,8 +141,14 @@ class RecordSet {
   /// Reads what was read of the current row anew, an edit apart. Without the row or its file what
   /// was read stays; throws StorageError.
   void reread();
-  /// The same for some columns.
+  /// The same for some columns. Those that the edit holds are compared with what was read of them,
+  /// and stay.
   void reread(const QStringList& columns);
+  /// This program has changed a column of the current row by another way than this set: what was
+  /// read of it, and what the edit holds, take `change` alike. What the edit does not hold is read
+  /// anew. Throws StorageError.
+  void changedBeside(const QString& column,
+                     const std::function<QVariant(const QVariant& value)>& change);
 
   /// Whether another row has what the edit would make a key of this one; without a key that is
   /// touched, false. Throws StorageError.
@@ -154,6 +166,9 @@ class RecordSet {
   qint64 currentKey() const;
   void fetch() const;
   QVariant stored(const ColumnInfo& column) const;
+  bool holds(const QString& name) const;
+  bool differs(const QString& name) const;
+  QMap<QString, QVariant> ownChanges() const;
   void addRow();
   qint64 insertRow();
   void storeEdit(bool over);

@@ -115,6 +115,23 @@ TEST_F(RecordKeysTest, ALabelShowsUnsavedChangesAndEscGivesThemUp) {
   EXPECT_TRUE(outside_.prompt.shown.isEmpty());
 }
 
+TEST_F(RecordKeysTest, EscAsksAheadOfGivingUpWhatTheDecoderWindowHandedBack) {
+  RecordForm& form = workbench_->session().form();
+  ASSERT_TRUE(form.prepareProgramming());
+  CvRecord record = form.workingCopy();
+  record.recCvValues[0][2] = '\7';
+  record.recCvMarks[0][2] = '1';
+  form.storeProgrammed(record, QStringLiteral("64"), QString());
+  child<QLineEdit>(u"fz_lname")->setFocus();
+  key(Qt::Key_Escape);
+  ASSERT_EQ(outside_.prompt.asked.size(), 1);
+  EXPECT_EQ(outside_.prompt.shown.last(),
+            QStringLiteral("Eingaben zu diesem Datensatz verwerfen?"));
+  EXPECT_TRUE(child<QLabel>(u"lblUnsaved")->isVisible()) << "the safe answer";
+  key(Qt::Key_PageDown, Qt::ControlModifier);
+  EXPECT_EQ(folder_.stored(64, QStringLiteral("DC_CV")).toByteArray().mid(2, 1), QByteArray("\7"));
+}
+
 TEST_F(RecordKeysTest, StoringEndsTheLabel) {
   child<QLineEdit>(u"fz_lname")->setFocus();
   type("neu");

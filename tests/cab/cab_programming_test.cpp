@@ -69,6 +69,16 @@ class CabProgramming : public test::CabFixture {
     ASSERT_EQ(session.InitDB(), 0);
     ASSERT_EQ(form().FindFirst(QStringLiteral("DC_ADR=1000")), FindResult::Found);
   }
+  /// Another program stores a CV of the second set.
+  void storeBeside(int cv, char value) {
+    QByteArray values;
+    session.database().read(QStringLiteral("SELECT DC_CV_1 FROM LOCO_DAT WHERE DC_ADR = 1000"), {},
+                            [&](const QSqlQuery& row) { values = row.value(0).toByteArray(); });
+    ASSERT_GE(values.size(), cv);
+    values[cv - 1] = value;
+    session.database().write(QStringLiteral("UPDATE LOCO_DAT SET DC_CV_1 = ? WHERE DC_ADR = 1000"),
+                             {values});
+  }
   int mark(int cv) { return stored("DC_CV_1_ST", cv); }
 
   int stored(const char* column, int cv, int address = 1000) {
@@ -403,6 +413,34 @@ TEST_F(CabProgramming, AnEditInHandDoesNotPutTheOldValueBack) {
   ASSERT_TRUE(form().storeEdit());
   EXPECT_EQ(stored("DC_CV_1", 3), 11);
   EXPECT_EQ(stored("DC_CV_1", 4), 99);
+}
+
+TEST_F(CabProgramming, AStepDuringAnEditKeepsWhatAnotherProgramHasStored) {
+  const auto cab = open();
+  form().edited(QStringLiteral("fz_lname"), QStringLiteral("Rangierlok"));
+  storeBeside(4, 77);
+  cab->stepCVUp();
+  EXPECT_EQ(form().workingCopy().recCvValues[1][3], 77);
+  ASSERT_TRUE(form().storeEdit());
+  EXPECT_TRUE(prompt.asked.isEmpty());
+  EXPECT_EQ(stored("DC_CV_1", 3), 11);
+  EXPECT_EQ(stored("DC_CV_1", 4), 77);
+}
+
+TEST_F(CabProgramming, AStepDuringAnEditOfTheSetIsNoAnswerToWhatAnotherProgramHasStored) {
+  const auto cab = open();
+  CvRecord record = form().workingCopy();
+  record.recCvValues[1][3] = 99;
+  form().storeProgrammed(record, QStringLiteral("1000"), QStringLiteral("Zimo"));
+  storeBeside(5, 55);
+  cab->stepCVUp();
+  EXPECT_FALSE(form().storeEdit()) << "the safe answer goes on editing";
+  ASSERT_EQ(prompt.asked.size(), 1);
+  EXPECT_TRUE(prompt.below.last().contains(QStringLiteral("CV 5 dort 55, hier 0")))
+      << qPrintable(prompt.below.last());
+  EXPECT_FALSE(prompt.below.last().contains(QStringLiteral("CV 3")));
+  EXPECT_EQ(stored("DC_CV_1", 5), 55);
+  EXPECT_EQ(stored("DC_CV_1", 3), 11);
 }
 
 TEST_F(CabProgramming, LeavingWithoutAChangeDoesNotTouchTheRecord) {
