@@ -73,4 +73,9 @@ void LayoutOrder::fail(Outcome outcome) {
   if (failed) failed(outcome);
 }
 
+void LayoutOrder::disprove() {
+  if (outcome_ == Outcome::Confirmed) outcome_ = Outcome::Awaited;
+  fail(Outcome::Silent);
+}
+
 }  // namespace lokari

@@ -56,6 +56,9 @@ class LayoutOrder {
   /// It does not hold. Nothing when that has been told, or the order confirmed.
   void fail(Outcome outcome);
 
+  /// The station has not taken it, though it was heard to: told as Silent, unless that is known.
+  void disprove();
+
   /// Waits until the station has said its word, or its time is over, or the farewell is hurried.
   void settle();
 

@@ -1,5 +1,6 @@
 #include "link/zimo_binary_framing.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/clock.h"
@@ -18,6 +19,8 @@ constexpr int kMostTries = 5;
 constexpr int kLastAnswerSeconds = 1;
 constexpr int kBusyPauseMs = 100;
 constexpr int kFailurePauseMs = 500;
+/// A message that was not answered by then is not answered any more.
+constexpr Millis kAnswerTime = Millis{1000} * kZimoFirstBytesSeconds;
 
 }  // namespace
 
@@ -26,6 +29,10 @@ void ZimoBinaryFraming::zbinSend(const QByteArray& msg, bool answer) {
   if (!line.isOpen()) return;
   line.write(zbin::frame(zbinSeq, msg, answer));
   zbinSeq = (zbinSeq + 1) % 256;
+  if (answer || msg.isEmpty()) return;
+  const Millis now = link_.clock().now();
+  while (!unheard_.empty() && unheard_.front().sentAt + kAnswerTime < now) unheard_.pop_front();
+  unheard_.push_back({msg[0], now, false});
 }
 
 QByteArray ZimoBinaryFraming::zbinReceive(int seconds) {
@@ -102,11 +109,14 @@ bool ZimoBinaryFraming::zbinSendMsg(const QByteArray& msg) {
 
 void ZimoBinaryFraming::zbinSendAhead(const QByteArray& msg) {
   if (!link_.serial().isOpen()) return;
-  unheard_ = unsettled_ && zbinAhead != msg ? unheard_ + 1 : 1;
+  if (!unsettled_ || zbinAhead != msg) {
+    for (Unheard& each : unheard_) each.isOrder = false;
+  }
   zbinAhead = msg;
   zbinAheadFailed = false;
   unsettled_ = true;
   zbinSend(msg, false);
+  unheard_.back().isOrder = true;
   ++answersAhead_;
 }
 
@@ -117,6 +127,8 @@ bool ZimoBinaryFraming::answersAhead(const QByteArray& reply) {
   return true;
 }
 
+/// An answer names the command, and not the message: switching on, the question for the track and
+/// a stop have the same one. The station answers in the order of the messages.
 void ZimoBinaryFraming::hear(const QByteArray& data) {
   heard_ += data;
   for (qsizetype end = heard_.indexOf(zbin::kEnd); end >= 0; end = heard_.indexOf(zbin::kEnd)) {
@@ -124,9 +136,14 @@ void ZimoBinaryFraming::hear(const QByteArray& data) {
     heard_.remove(0, end + 1);
     const auto start = zbin::bodyStart(frame);
     const QByteArray reply = start ? zbin::takeApart(frame.mid(*start)).text : QByteArray();
-    if (unheard_ == 0 || reply.isEmpty() || !zbinAhead.startsWith(reply[0])) continue;
+    const auto answered = std::find_if(
+        unheard_.begin(), unheard_.end(),
+        [&reply](const Unheard& each) { return !reply.isEmpty() && each.command == reply[0]; });
+    if (answered == unheard_.end()) continue;
+    const bool isOrder = answered->isOrder;
+    unheard_.erase(answered);
     const bool done = zbin::confirmation(zbinAhead, reply) == zbin::Confirmation::Done;
-    if (--unheard_ == 0 && done) link_.trackStop().order().hear(LayoutNews::Accepted);
+    if (isOrder && done) link_.trackStop().order().hear(LayoutNews::Accepted);
   }
   heard_ = heard_.right(zbin::kLongestBody);
 }
@@ -146,6 +163,7 @@ void ZimoBinaryFraming::forgetAhead() {
   zbinAhead.clear();
   unsettled_ = false;
   answersAhead_ = 0;
+  unheard_.clear();
 }
 
 void ZimoBinaryFraming::zbinSettle() {
@@ -171,7 +189,7 @@ void ZimoBinaryFraming::zbinSettle() {
   unsettled_ = false;
   zbinAheadFailed = true;
   link_.prompt().beep();
-  link_.trackStop().order().fail(LayoutOrder::Outcome::Silent);
+  link_.trackStop().order().disprove();
 }
 
 }  // namespace lokari

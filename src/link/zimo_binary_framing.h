@@ -4,6 +4,9 @@
 
 #include <QByteArray>
 
+#include <deque>
+
+#include "base/clock.h"
 #include "link/zimo_binary_codec.h"
 
 namespace lokari {
@@ -69,11 +72,18 @@ class ZimoBinaryFraming {
   /// The pause before the next try, after an answer that is no confirmation.
   void pauseAfter(zbin::Confirmation answer);
 
+  /// A message whose answer has not been heard.
+  struct Unheard {
+    char command;
+    Millis sentAt;
+    bool isOrder;  ///< it is `zbinAhead`, or an earlier try of it
+  };
+
   StationLink& link_;
   bool unsettled_ = false;  ///< `zbinAhead` is not confirmed yet
   int answersAhead_ = 0;    ///< answers due to what was sent ahead
   QByteArray heard_;        ///< the beginning of a frame
-  int unheard_ = 0;  ///< answers that have not been heard; the last one is that to `zbinAhead`
+  std::deque<Unheard> unheard_;
 };
 
 }  // namespace lokari

@@ -146,6 +146,46 @@ TEST_F(FirstGeneration, AStopRightBehindAnotherClientsOneIsConfirmedByTheSameWor
   EXPECT_EQ(noticeOf(3), QString());
 }
 
+class StopBehindPowerOn : public StopDesk {
+ protected:
+  StopBehindPowerOn() : StopDesk(StationKind::Mx1Ulf) {}
+
+  /// Runs `act` right behind the message that switches the track on.
+  void behindPowerOn(const std::function<void()>& act) {
+    clock().schedule(5, [this, act] {
+      const bool isOut = !line->writes.isEmpty() &&
+                         line->writes.last().data.contains(QByteArray::fromHex("10 30 02 02"));
+      isOut ? act() : behindPowerOn(act);
+    });
+  }
+};
+
+TEST_F(StopBehindPowerOn, IsNotConfirmedByTheAnswerToPowerOn) {
+  behindPowerOn([this] {
+    // The answer to what has gone out is on its way.
+    fault("silence:immer");
+    in(4000, [this] {
+      EXPECT_EQ(prompt().shown.value(0), unconfirmed());
+      EXPECT_FALSE(stop().isHeld());
+      EXPECT_TRUE(stop().mayStand());
+    });
+    QTest::keyClick(window.get(), Qt::Key_Pause);
+    EXPECT_TRUE(stop().isHeld());
+  });
+  driving().OpenCab(3, true);
+  clock().advance(5000);
+  EXPECT_EQ(looks, 1);
+}
+
+TEST_F(StopBehindPowerOn, IsConfirmedByItsOwnAnswer) {
+  behindPowerOn([this] { QTest::keyClick(window.get(), Qt::Key_Pause); });
+  driving().OpenCab(3, true);
+  clock().advance(5000);
+  EXPECT_EQ(prompt().shown, QStringList());
+  EXPECT_TRUE(stop().isHeld());
+  EXPECT_TRUE(halted());
+}
+
 /// What a station tells unasked, and what it answers.
 struct Unasked {
   StationKind kind;

@@ -1,4 +1,5 @@
 // What is sent ahead of a message that waits: the orders to stop and to go.
+#include "link/track_stop.h"
 #include "link/zimo_binary.h"
 #include "support/link_fixture.h"
 
@@ -32,6 +33,17 @@ class ZimoSendAheadTest : public test::LinkFixture {
   }
   void stop() { shared().zbinSendAhead(fromHex(kStop)); }
   void go() { shared().zbinSendAhead(fromHex(kGo)); }
+
+  LayoutOrder& order() { return link.trackStop().order(); }
+  /// stop(), whose answer is awaited.
+  void orderStop() {
+    order().await(
+        {.stops = true, .failed = [this](LayoutOrder::Outcome) { ++failures; }, .held = {}});
+    order().noteSent();
+    stop();
+  }
+
+  int failures = 0;
 };
 
 TEST_F(ZimoSendAheadTest, GoesOutAtOnceAndIsSettledByItsAnswer) {
@@ -132,6 +144,39 @@ TEST_F(ZimoSendAheadTest, ANewSessionRepeatsNothingOfTheOneBefore) {
   EXPECT_EQ(link.initComm(true, false, false), "");
   shared().zbinSettle();
   EXPECT_EQ(line.writes.size(), 3);
+}
+
+TEST_F(ZimoSendAheadTest, TheAnswerToAQuestionForTheTrackConfirmsNoStop) {
+  line.expect(fromHex("0101 00 1030 02 03 D2 17"));
+  expectStop(1);
+  shared().zbinSend(fromHex("02 03"), false);
+  orderStop();
+  line.arrive(fromHex("0101 08 50 02 00 03 80 C5 17"));
+  EXPECT_EQ(order().outcome(), LayoutOrder::Outcome::Awaited);
+  line.arrive(fromHex(kPowerDone));
+  EXPECT_EQ(order().outcome(), LayoutOrder::Outcome::Confirmed);
+}
+
+TEST_F(ZimoSendAheadTest, ALostAnswerOfLongAgoKeepsNoStopFromBeingConfirmed) {
+  line.expect(fromHex("0101 00 1030 02 02 8C 17"));
+  expectStop(1);
+  shared().zbinSend(fromHex(kGo), false);
+  clock.advance(31'000);
+  orderStop();
+  line.arrive(fromHex(kPowerDone));
+  EXPECT_EQ(order().outcome(), LayoutOrder::Outcome::Confirmed);
+}
+
+TEST_F(ZimoSendAheadTest, AStopThatWasHeardAsConfirmedAndIsNotIsToldAfterAll) {
+  for (int seq = 0; seq < 5; ++seq) expectStop(seq).answer(fromHex(kPowerBusy));
+  orderStop();
+  // The station's own.
+  line.arrive(fromHex(kPowerDone));
+  shared().zbinReceive();
+  EXPECT_EQ(order().outcome(), LayoutOrder::Outcome::Confirmed);
+  shared().zbinSettle();
+  EXPECT_EQ(order().outcome(), LayoutOrder::Outcome::Silent);
+  EXPECT_EQ(failures, 1);
 }
 
 TEST_F(ZimoSendAheadTest, SilenceIsToldApartFromNonsense) {
