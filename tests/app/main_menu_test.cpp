@@ -30,7 +30,7 @@ TEST(MainMenu, TheFileMenuHasItsEntries) {
                          QStringLiteral("mnuImpDec Decodertyp &importieren..."),
                          QStringLiteral("mnuUpdDB Datenbank aktualisieren..."),
                          QStringLiteral("mnuExpRZK Datenbank nach &RZK exportieren..."),
-                         QStringLiteral("mnuFirmware &Firmware einspielen..."),
+                         QStringLiteral("mnuFirmware Fir&mware einspielen..."),
                          QStringLiteral("mnuDbPrint &Drucken..."),
                          QStringLiteral("mnuFileQuit &Beenden")}));
 }

@@ -5,11 +5,15 @@
 #include <QApplication>
 #include <QStandardPaths>
 
+#include "support/mnemonic_watch.h"
+
 int main(int argc, char** argv) {
   ::testing::InitGoogleTest(&argc, argv);
   // Windows are drawn into memory unless the caller wants to see them.
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QStandardPaths::setTestModeEnabled(true);
-  const QApplication app(argc, argv);
+  QApplication app(argc, argv);
+  lokari::test::MnemonicWatch mnemonics;
+  app.installEventFilter(&mnemonics);
   return RUN_ALL_TESTS();
 }

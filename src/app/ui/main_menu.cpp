@@ -33,7 +33,7 @@ const std::array<Menu, 4>& menus() {
            {u"mnuImpDec", u"Decodertyp &importieren...", u"", true},
            {u"mnuUpdDB", u"Datenbank aktualisieren..."},
            {u"mnuExpRZK", u"Datenbank nach &RZK exportieren..."},
-           {u"mnuFirmware", u"&Firmware einspielen...", u"", true},
+           {u"mnuFirmware", u"Fir&mware einspielen...", u"", true},
            {u"mnuDbPrint", u"&Drucken...", u"Ctrl+P", true},
            {u"mnuFileQuit", u"&Beenden", u"Ctrl+Q", true},
        }},
