@@ -189,7 +189,7 @@ QStringList Driving::openTitles() const {
   return titles;
 }
 
-bool Driving::settleMoving() {
+bool Driving::settleMoving(std::function<void()> later) {
   const auto moving = [this] {
     std::vector<Cab*> cabs;
     for (int slot = 1; slot <= cabs_.cabCount(); ++slot) {
@@ -205,12 +205,24 @@ bool Driving::settleMoving() {
     case Leaving::LetRun:
       return true;
     case Leaving::StopThese:
-      for (Cab* cab : moving()) cab->standStill({});
-      return moving().empty();
+      return standStill(moving(), std::move(later));
     case Leaving::SwitchOff:
       break;
   }
   return link_.trackStop().pressAndAwait();
+}
+
+bool Driving::standStill(const std::vector<Cab*>& cabs, std::function<void()> later) {
+  const auto left = std::make_shared<size_t>(cabs.size());
+  const auto waits = std::make_shared<bool>(false);
+  for (Cab* cab : cabs) {
+    cab->standStill([this, left, waits, later] {
+      // From the event loop: this is the end of the last exchange.
+      if (--*left == 0 && *waits) settled_ = link_.clock().after(0, later);
+    });
+  }
+  *waits = *left > 0;
+  return !*waits;
 }
 
 void Driving::closeAll() {

@@ -57,8 +57,9 @@ class Driving {
   void forget(const void* owner) { line_.forget(owner); }
 
   /// The user ends the program: asks once about all vehicles that move. False when they were to be
-  /// stopped and could not be: the program goes on, and the user has been told.
-  bool settleMoving();
+  /// stopped and do not stand yet: the program goes on. What could not be stopped is told; `later`
+  /// runs when an exchange in hand was all that held the last one up.
+  bool settleMoving(std::function<void()> later);
 
   /// The end of the program: closes all cabs and panels in the order of their slots. Cabs and jobs
   /// that still wait for the line are forgotten.
@@ -82,6 +83,7 @@ class Driving {
   bool hasCabs() const;
   void whenFree(const void* owner, int what, std::function<void()> job);
   void openWhenIdle(const void* owner);
+  bool standStill(const std::vector<Cab*>& cabs, std::function<void()> later);
 
   StationLink& link_;
   DatabaseSession& session_;
@@ -99,6 +101,7 @@ class Driving {
     std::unique_ptr<Clock::Alarm> retry;
   };
   std::map<const void*, Beside> beside_;  // windows that wait to open
+  std::unique_ptr<Clock::Alarm> settled_;
   int asked_ = 0;                         // cabs and panels asked for by way of the line
   bool closed_ = false;                   // closeAll() has begun
 };

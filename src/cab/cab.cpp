@@ -79,12 +79,21 @@ void Cab::vsbSpeed(int value) {
     if (speed != bar_) showSpeed(speed);
     state_.speed = speed;
     speedChosen_ = true;
-    protocol_->sendSpeed();
-    // Stations that do not answer would be sent positions faster than their line takes them, and a
-    // stop would stand in line behind all of them.
-    link().waitUntilSent();
-    state_.canBusy = false;
+    sendSpeed();
   });
+}
+
+/// Inside an exchange; false when the station does not take it.
+bool Cab::sendSpeed() {
+  // A station that answers tells the speed that it has made of it.
+  QScopedValueRollback told(taken_, state_.speed);
+  const bool taken = protocol_->sendSpeed();
+  if (taken) told.commit();
+  // Stations that do not answer would be sent positions faster than their line takes them, and a
+  // stop would stand in line behind all of them.
+  link().waitUntilSent();
+  state_.canBusy = false;
+  return taken;
 }
 
 void Cab::showSpeed(int position) {
@@ -98,26 +107,27 @@ void Cab::showSpeed(int position) {
 void Cab::standStill(std::function<void()> done) {
   const int before = state_.speed;
   wantedSpeed_.reset();
-  showSpeed(0);
   exchange(
-      distinct(),
-      [this, then = std::move(done)] {
+      kSpeed,
+      [this, before, then = std::move(done)] {
+        const bool sends = mayDrive(directionChosen_);
         showSpeed(0);
-        protocol_->sendSpeed();
-        link().waitUntilSent();
-        state_.canBusy = false;
+        if (sends && (!sendSpeed() || taken_ > 0)) {
+          return tellNotStill(before, QStringLiteral("Die Zentrale hat es nicht bestätigt!"));
+        }
         if (then) then();
       },
       [this, before] {
-        showSpeed(before);
-        // From the event loop: a box must not hold the line.
-        tell_ = link().clock().after(0, [this] {
-          prompt().message(
-              QStringLiteral("%1 wurde nicht angehalten: Die Verbindung zur Digitalzentrale ist "
-                             "weg!")
-                  .arg(caption()));
-        });
+        tellNotStill(before, QStringLiteral("Die Verbindung zur Digitalzentrale ist weg!"));
       });
+}
+
+void Cab::tellNotStill(int speed, const QString& reason) {
+  showSpeed(speed);
+  // From the event loop: a box must not hold the line.
+  tell_ = link().clock().after(0, [this, reason] {
+    prompt().message(QStringLiteral("%1 wurde nicht angehalten: %2").arg(caption(), reason));
+  });
 }
 
 void Cab::cmdFunc(int n) {
@@ -197,8 +207,8 @@ void Cab::imgStop() {
         // The line is there, and no message stands in the way: the order counts from here on.
         stopPending_ = false;
         failedStop_.reset();
-        heldBefore_ = link().trackStop().isHeld();
-        showStopped(stopped);
+        link().trackStop().noteOrdered(stopped);
+        showHeld(stopped);
         emit noticeChanged();
         protocol_->sendStopped();
       },
@@ -213,35 +223,23 @@ void Cab::stopFailed(bool stopped, StopFault fault, const QString& reason) {
   failedStop_ = {stopped, fault, reason};
   // Pressed again meanwhile, the newer order counts.
   if (state_.stopped == stopped) {
-    showHeld(!stopped);
-    // A stop that somebody else has sent still holds, whatever became of this order.
     TrackStop& layout = link().trackStop();
-    if (heldBefore_) {
-      layout.noteStopped();
-    } else if (stopped && fault == StopFault::Silent) {
-      layout.noteUnconfirmed();
-    } else {
-      layout.noteReleased();
-    }
+    layout.noteFailed(stopped, fault == StopFault::Silent);
+    // Behind a stop the button offers it again, also where that of somebody else holds.
+    showHeld(!stopped && layout.isHeld());
   }
   emit noticeChanged();
 }
 
 void Cab::stopHeld(bool stopped) {
   failedStop_.reset();
-  showStopped(stopped);
+  link().trackStop().noteTaken(stopped);
+  showHeld(stopped);
   emit noticeChanged();
 }
 
 void Cab::layoutTold(LayoutStands stands) {
   if (std::exchange(stands_, stands) != stands) emit noticeChanged();
-}
-
-void Cab::showStopped(bool stopped) {
-  state_.stopped = stopped;
-  emit stoppedChanged(stopped);
-  TrackStop& layout = link().trackStop();
-  stopped ? layout.noteStopped() : layout.noteReleased();
 }
 
 void Cab::showHeld(bool held) {

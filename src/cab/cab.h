@@ -86,9 +86,10 @@ class Cab final : public SlotUnit {
   void reread();
 
   /// The vehicle moves, as far as the cab knows.
-  bool isMoving() const { return state_.speed > 0 && !state_.stopped; }
-  /// Takes the vehicle to speed 0; `done` runs when that has gone out. A failure is told, and the
-  /// speed is shown as before.
+  bool isMoving() const { return (state_.speed > 0 || taken_ > 0) && !state_.stopped; }
+  /// Takes the vehicle to speed 0; `done` runs when the station has taken that, or when nothing has
+  /// ever driven it from here. A failure is told, and the speed is shown as before. A bar that is
+  /// moved ahead of it takes its place.
   void standStill(std::function<void()> done);
   /// Asks about a vehicle that moves.
   void leave() override;
@@ -130,8 +131,9 @@ class Cab final : public SlotUnit {
   void setDirection(bool backward);
   bool mayDrive(bool chosen);
   void tellUnsent();
+  bool sendSpeed();
   void showSpeed(int position);
-  void showStopped(bool stopped);
+  void tellNotStill(int speed, const QString& reason);
   void stopFailed(bool stopped, StopFault fault, const QString& reason = {});
   void stopHeld(bool stopped);
   void layoutTold(LayoutStands stands);
@@ -156,6 +158,7 @@ class Cab final : public SlotUnit {
   bool directionChosen_ = false;    // by the user, in a cab that has read nothing
   bool speedChosen_ = false;        // and it went out
   bool unsent_ = false;             // something pressed there did not
+  int taken_ = 0;                   // the speed that the station has taken or told last
   int bar_ = 0;                     // where the bar stands; `speed` may come from the station
   bool inSpeedChange_ = false;      // the program moves the bar
   bool loading_ = false;
@@ -164,7 +167,6 @@ class Cab final : public SlotUnit {
   std::unique_ptr<Clock::Alarm> tell_;
   bool wasRead_ = false;      // the reading at load is over
   bool stopPending_ = false;  // pressed, and not on the wire yet
-  bool heldBefore_ = false;   // the layout was held ahead of the last order
 
   /// The last stop or go, when it does not hold.
   struct FailedStop {

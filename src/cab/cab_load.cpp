@@ -101,6 +101,7 @@ void Cab::display(FunctionMask mask) {
   emit barMoved(bar_);
   inSpeedChange_ = false;
   emit speedShown(bar_);
+  taken_ = state_.speed;
 }
 
 void Cab::showFunctions(FunctionMask mask, int highest) {
@@ -115,6 +116,7 @@ void Cab::stateArrived(FunctionMask mask) {
   showFunctions(mask, CabState::kHighestFunction);
   emit directionChanged(state_.backward);
   emit speedShown(state_.speed);
+  taken_ = state_.speed;
 }
 
 void Cab::startTimer() {

@@ -34,7 +34,7 @@ bool Cab::mayWriteCV() {
   // Whoever stopped the layout: the go is this cab's. Without it the CV would reach nobody.
   showHeld(true);
   imgStop();
-  return !link().trackStop().isHeld();
+  return !link().trackStop().mayStand();
 }
 
 void Cab::stepCVUp() {

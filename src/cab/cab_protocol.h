@@ -34,7 +34,8 @@ struct CabHooks {
   std::function<void(FunctionMask mask)> stateArrived = {};
   /// A stop (`stopped`) or go that went out does not hold. May be called when the cab has gone.
   std::function<void(bool stopped, StopFault fault)> stopFailed = {};
-  /// One that was told as Silent holds, as the station says by now. As above.
+  /// One holds, as the station says, or where no station says anything; also one that was told as
+  /// Silent. As above.
   std::function<void(bool stopped)> stopHeld = {};
   /// The station has taken a command, and tells whether the layout stands all the same. As above.
   std::function<void(LayoutStands stands)> layoutTold = {};

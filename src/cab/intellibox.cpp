@@ -75,6 +75,7 @@ class IntelliboxCab final : public CabProtocol {
   /// A go that was taken while the layout stands all the same does not hold.
   static void tellOrder(const CabHooks& hooks, bool stopped, int code) {
     const bool holds = p50x::isTaken(code) && (stopped || layoutIn(code) == LayoutStands::No);
+    if (holds && hooks.stopHeld) hooks.stopHeld(stopped);
     if (!holds && hooks.stopFailed) {
       hooks.stopFailed(stopped, code < 0 ? StopFault::Silent : StopFault::Refused);
     }

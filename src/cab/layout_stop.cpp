@@ -18,14 +18,19 @@ LayoutStop::~LayoutStop() = default;
 // From the event loop: the station's answer is taken in the middle of an exchange.
 void LayoutStop::noteFailed(StopFault fault) {
   StationLink& link = line_.link();
-  TrackStop& layout = link.trackStop();
-  if (!heldBefore_) fault == StopFault::Silent ? layout.noteUnconfirmed() : layout.noteReleased();
+  link.trackStop().noteFailed(true, fault == StopFault::Silent);
   const QString what =
       fault == StopFault::Refused ? QStringLiteral("abgelehnt") : QStringLiteral("nicht bestätigt");
   tell_ = link.clock().after(0, [&link, what] {
     link.prompt().message(QStringLiteral("Die Zentrale hat „Halt“ %1!").arg(what), Icon::Warning,
                           QStringLiteral("Bitte die Anlage an der Zentrale anhalten."));
   });
+}
+
+void LayoutStop::noteHeld() {
+  TrackStop& layout = line_.link().trackStop();
+  layout.noteTaken(true);
+  layout.showToAll();
 }
 
 TrackStop::Outcome LayoutStop::send() {
@@ -36,9 +41,8 @@ TrackStop::Outcome LayoutStop::send() {
     protocol_ =
         makeProtocol_(kind.family, line_, state_,
                       {.stopFailed = [this](bool, StopFault fault) { noteFailed(fault); },
-                       .stopHeld = [&link](bool) { link.trackStop().noteStoppedForAll(); }});
+                       .stopHeld = [this](bool) { noteHeld(); }});
   }
-  heldBefore_ = link.trackStop().isHeld();
   const auto outcome = std::make_shared<Outcome>(Outcome::Waiting);
   const auto waits = std::make_shared<bool>(false);
   line_.urgent(
@@ -55,11 +59,12 @@ TrackStop::Outcome LayoutStop::sendNow() {
   TrackStop& layout = line_.link().trackStop();
   try {
     line_.restore();
-    layout.noteStoppedForAll();
+    layout.noteOrdered(true);
+    layout.showToAll();
     protocol_->sendStopped();
     line_.noteBack();
   } catch (const LinkError& error) {
-    if (!heldBefore_) layout.noteReleased();
+    layout.noteFailed(true, false);
     line_.noteGone(error.message());
     return Outcome::NotSent;
   }

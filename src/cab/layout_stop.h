@@ -25,6 +25,7 @@ class LayoutStop {
 
   Outcome sendNow();
   void noteFailed(StopFault fault);
+  void noteHeld();
 
   CabLine& line_;
   CabProtocolFactory makeProtocol_;
@@ -32,7 +33,6 @@ class LayoutStop {
   CabState state_;                        // of no vehicle
   std::unique_ptr<CabProtocol> protocol_;
   std::unique_ptr<Clock::Alarm> tell_;
-  bool heldBefore_ = false;  // the layout was held ahead of the last stop
 };
 
 }  // namespace lokari

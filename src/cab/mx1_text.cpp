@@ -125,9 +125,10 @@ bool Mx1TextCab::sendCommand() {
   return link().serial().read().startsWith('E');
 }
 
-/// It names no vehicle, so that no line about an index answers it.
+/// It names no vehicle, so that no line about an index answers it; nothing else does either.
 void Mx1TextCab::sendStopped() {
   line().send([&] { link().serial().write(mx1cab::trackPower(!state().stopped)); });
+  if (hooks().stopHeld) hooks().stopHeld(state().stopped);
 }
 
 }  // namespace

@@ -14,11 +14,14 @@ constexpr Millis kListenEvery = 100;
 }  // namespace
 
 void LayoutOrder::await(Order order) {
-  order_ = std::move(order);
+  const bool shares =
+      outcome_ == Outcome::Awaited && !orders_.empty() && orders_.back().stops == order.stops;
+  if (!shares) orders_.clear();
+  orders_.push_back(std::move(order));
   outcome_ = Outcome::Awaited;
   deadline_.reset();
   listening_.reset();
-  if (order_.listen) listenOn();
+  if (orders_.back().listen) listenOn();
 }
 
 void LayoutOrder::noteSent() {
@@ -29,7 +32,7 @@ void LayoutOrder::noteSent() {
 void LayoutOrder::listenOn() {
   listening_ = link_.clock().after(kListenEvery, [this] {
     try {
-      order_.listen();
+      orders_.back().listen();
     } catch (const LinkError&) {
       // The next message meets the broken line itself.
     }
@@ -38,7 +41,7 @@ void LayoutOrder::listenOn() {
 }
 
 void LayoutOrder::drop() {
-  order_ = {};
+  orders_.clear();
   outcome_ = Outcome::None;
   deadline_.reset();
   listening_.reset();
@@ -55,12 +58,15 @@ void LayoutOrder::hear(LayoutNews news) {
   if (outcome_ == Outcome::None || outcome_ == Outcome::Confirmed) return;
   if (news == LayoutNews::Refused) return fail(Outcome::Refused);
   // Behind a refusal, which may have been meant for another message, only the layout itself counts.
-  const bool holds = news == (order_.stops ? LayoutNews::Off : LayoutNews::On) ||
+  const bool holds = news == (orders_.back().stops ? LayoutNews::Off : LayoutNews::On) ||
                      (news == LayoutNews::Accepted && outcome_ != Outcome::Refused);
   if (!holds) return;
-  const bool late = std::exchange(outcome_, Outcome::Confirmed) != Outcome::Awaited;
+  outcome_ = Outcome::Confirmed;
   deadline_.reset();
-  if (late && order_.held) order_.held();
+  // What is told may order anew.
+  for (const Order& each : std::vector(orders_)) {
+    if (each.held) each.held();
+  }
 }
 
 void LayoutOrder::fail(Outcome outcome) {
@@ -68,9 +74,11 @@ void LayoutOrder::fail(Outcome outcome) {
   outcome_ = outcome;
   link_.prompt().beep();
   // The alarm that calls this goes, and what is told may order anew.
-  const auto failed = order_.failed;
+  const std::vector<Order> orders = orders_;
   deadline_.reset();
-  if (failed) failed(outcome);
+  for (const Order& each : orders) {
+    if (each.failed) each.failed(outcome);
+  }
 }
 
 void LayoutOrder::disprove() {

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "base/clock.h"
 
@@ -33,7 +34,7 @@ class LayoutOrder {
     bool stops;
     /// It does not hold: Refused or Silent. May be called when its cab has gone.
     std::function<void(Outcome)> failed;
-    /// It was told as Refused or Silent, and holds.
+    /// It holds; also behind `failed`, when the station's word came late.
     std::function<void()> held;
     /// Takes in what has come, where messages wait to be fetched; may be empty.
     std::function<void()> listen = {};
@@ -44,8 +45,8 @@ class LayoutOrder {
 
   explicit LayoutOrder(StationLink& link) : link_(link) {}
 
-  /// An order is on its way; noteSent() has to follow. A newer one takes the place of an older
-  /// one, which is told no more.
+  /// An order is on its way; noteSent() has to follow. One of the same kind that is still awaited
+  /// shares its outcome; an older one of the other kind is told no more.
   void await(Order order);
   /// It goes out just now: the station's time begins.
   void noteSent();
@@ -68,7 +69,7 @@ class LayoutOrder {
   void listenOn();
 
   StationLink& link_;
-  Order order_{};
+  std::vector<Order> orders_;  // all of one kind; the last one listens
   Outcome outcome_ = Outcome::None;
   std::unique_ptr<Clock::Alarm> deadline_;
   std::unique_ptr<Clock::Alarm> listening_;

@@ -2,6 +2,8 @@
 
 #include <QScopedValueRollback>
 
+#include <utility>
+
 #include "base/prompt.h"
 #include "link/station_link.h"
 
@@ -24,12 +26,12 @@ QString textOf(TrackStop::Outcome outcome, const StationKindRow& kind) {
 
 }  // namespace
 
-TrackStop::Agreement::Agreement(TrackStop& stop) : stop_(stop), before_(stop.hold_) {
-  if (stop_.staysStopped()) stop_.set(Hold::ReleaseAgreed);
+TrackStop::Agreement::Agreement(TrackStop& stop) : stop_(stop) {
+  if (stop_.staysStopped()) stop_.agreement_ = this;
 }
 
 TrackStop::Agreement::~Agreement() {
-  if (stop_.hold_ == Hold::ReleaseAgreed) stop_.set(before_);
+  if (stop_.agreement_ == this) stop_.agreement_ = nullptr;
 }
 
 void TrackStop::set(Hold hold) {
@@ -38,9 +40,28 @@ void TrackStop::set(Hold hold) {
   if (isHeld() != before) emit heldChanged(isHeld());
 }
 
-void TrackStop::noteStoppedForAll() {
-  noteStopped();
-  emit stoppedForAll();
+void TrackStop::settle(Hold hold) {
+  awaited_.reset();
+  known_ = hold;
+  set(hold);
+}
+
+void TrackStop::noteOrdered(bool stops) {
+  const auto after = [](bool stopping) { return stopping ? Hold::Stopped : Hold::None; };
+  // What the order before makes of the layout is not known yet.
+  if (awaited_ && known_ != after(*awaited_)) known_ = Hold::Unconfirmed;
+  awaited_ = stops;
+  agreement_ = nullptr;
+  set(after(stops));
+}
+
+void TrackStop::noteTaken(bool stops) {
+  settle(stops ? Hold::Stopped : Hold::None);
+}
+
+void TrackStop::noteFailed(bool stops, bool silent) {
+  const bool mayHold = stops && silent && known_ == Hold::None;
+  settle(mayHold ? Hold::Unconfirmed : known_);
 }
 
 TrackStop::Outcome TrackStop::press() {
@@ -75,7 +96,7 @@ void TrackStop::pressAndTell() {
 bool TrackStop::pressAndAwait() {
   pressAndTell();
   order_.settle();
-  return isHeld();
+  return known_ == Hold::Stopped;
 }
 
 void TrackStop::tell(Outcome outcome) {
@@ -88,11 +109,17 @@ void TrackStop::tell(Outcome outcome) {
 }
 
 void TrackStop::noteSession() {
-  if (hold_ == Hold::ReleaseAgreed) set(Hold::None);
+  if (std::exchange(agreement_, nullptr) != nullptr) settle(Hold::None);
 }
 
 bool TrackStop::noteSwitchedOn() {
-  return staysStopped() && send && send() != Outcome::NotSent;
+  if (!staysStopped() || !send) return false;
+  // Whatever held until now does not hold any more, unless the stop gets out.
+  awaited_.reset();
+  known_ = Hold::None;
+  const bool repeated = send() != Outcome::NotSent;
+  if (!repeated) settle(Hold::None);
+  return repeated;
 }
 
 }  // namespace lokari

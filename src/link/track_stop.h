@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "base/clock.h"
 #include "link/layout_order.h"
@@ -30,11 +31,12 @@ class TrackStop final : public QObject {
     FirmwareTransfer  ///< a message among the blocks would spoil them
   };
 
-  /// A stop went out and nothing that this program sent since then has switched the layout on.
-  bool isHeld() const { return hold_ == Hold::Stopped || hold_ == Hold::ReleaseAgreed; }
+  /// A stop went out and nothing that this program sent since then has switched the layout on. The
+  /// station's word for it may still be awaited.
+  bool isHeld() const { return hold_ == Hold::Stopped; }
 
-  /// The same, and nobody has agreed to a release.
-  bool staysStopped() const { return hold_ == Hold::Stopped || hold_ == Hold::Unconfirmed; }
+  /// It may stand, and nobody has agreed to a release.
+  bool staysStopped() const { return mayStand() && agreement_ == nullptr; }
 
   /// It is held, or a stop went out that the station has not confirmed: what switches the layout on
   /// is asked about all the same.
@@ -49,23 +51,26 @@ class TrackStop final : public QObject {
   /// press() for a window: a box tells why nothing went out. During a firmware transfer the speaker
   /// tells it, since a box would hold the transfer up.
   void pressAndTell();
-  /// The same, and waits for the station's word where it gives one. True when the layout stands.
+  /// The same, and waits for the station's word where it gives one. True when the layout stands;
+  /// false also when the word is taken only behind the caller.
   bool pressAndAwait();
-  /// How press() sends; empty where nobody drives. It calls noteStopped() when the stop is out.
+  /// How press() sends; empty where nobody drives. It calls noteOrdered() when the stop goes out.
   /// Behind Waiting it calls noteBehind().
   std::function<Outcome()> send;
   /// A stop that was Waiting has gone out, or found no way: then a box tells it.
   void noteBehind(bool sent);
 
-  /// A stop, or a go, went out.
-  void noteStopped() { set(Hold::Stopped); }
-  /// A stop that belongs to no cab went out: every cab shows it.
-  void noteStoppedForAll();
-  void noteReleased() { set(Hold::None); }
-  /// A stop went out, and nobody knows whether it holds.
-  void noteUnconfirmed() { set(Hold::Unconfirmed); }
+  // ---- What becomes of a stop, or a go (`stops` is false)
 
-  enum class Hold { None, Stopped, Unconfirmed, ReleaseAgreed };
+  /// It goes out, and counts from here on.
+  void noteOrdered(bool stops);
+  /// It holds, as the station says or where no station says anything; also after noteFailed().
+  void noteTaken(bool stops);
+  /// It did not go out, was refused, or, `silent`, nobody knows. What is known from the time ahead
+  /// of it counts again.
+  void noteFailed(bool stops, bool silent);
+  /// A stop belongs to no cab: every cab shows it.
+  void showToAll() { emit stoppedForAll(); }
 
   /// While it lives, the next session that opens is known to switch the layout on: the user has
   /// agreed to it.
@@ -78,7 +83,6 @@ class TrackStop final : public QObject {
 
    private:
     TrackStop& stop_;
-    Hold before_;
   };
 
   /// A session has opened. For the link alone.
@@ -92,13 +96,23 @@ class TrackStop final : public QObject {
   void stoppedForAll();
 
  private:
+  enum class Hold {
+    None,
+    Stopped,
+    Unconfirmed,  ///< a stop, or the go behind it, went out, and nobody knows what became of it
+  };
+
   void set(Hold hold);
+  void settle(Hold hold);
   void cancelJob();
   void tell(Outcome outcome);
 
   StationLink& link_;
   LayoutOrder order_;
   Hold hold_ = Hold::None;
+  Hold known_ = Hold::None;     // what holds if the order whose word is awaited fails
+  std::optional<bool> awaited_;  // that order: whether it stops
+  const Agreement* agreement_ = nullptr;
   bool telling_ = false;
   std::unique_ptr<Clock::Alarm> tellLater_;
 };

@@ -158,6 +158,98 @@ TEST_P(LeaveMoving, TheProgramGoesOnWhenTheyCouldNotBeStopped) {
   }
 }
 
+/// They answer a speed, or tell the vehicle's state behind it.
+std::vector<StationKindRow> kindsThatAnswerSpeeds() {
+  std::vector<StationKindRow> kinds = kindsWithCabs();
+  std::erase_if(kinds, [](const StationKindRow& row) {
+    return row.family == ProtocolFamily::Lenz || row.family == ProtocolFamily::Mx10;
+  });
+  return kinds;
+}
+
+class LeaveAtASilentStation : public LeaveMoving {
+ protected:
+  /// A long address, whose speeds the text protocol answers too.
+  static constexpr int kAddress = 1000;
+
+  void fallSilent() { faults.add(*sim::faultFromText(QStringLiteral("silence:immer"))); }
+  void expectNotStopped() {
+    ASSERT_NE(cabWindow(kAddress), nullptr);
+    ASSERT_FALSE(prompt().shown.isEmpty());
+    EXPECT_TRUE(prompt().shown.last().endsWith(
+        QStringLiteral("wurde nicht angehalten: Die Zentrale hat es nicht bestätigt!")))
+        << qPrintable(prompt().shown.last());
+    EXPECT_TRUE(driving().cabs().cabFor(kAddress)->isMoving());
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(Kinds, LeaveAtASilentStation,
+                         ::testing::ValuesIn(kindsThatAnswerSpeeds()), [](const auto& row) {
+                           return QString::fromUtf16(row.param.name).toStdString();
+                         });
+
+TEST_P(LeaveAtASilentStation, AVehicleWhoseStopIsNotConfirmedKeepsItsCabAndIsTold) {
+  drive(kAddress, 40);
+  fallSilent();
+  prompt().choices = {StopThese};
+  clickOk(kAddress);
+  clock().advance(2000);
+  expectNotStopped();
+}
+
+TEST_P(LeaveAtASilentStation, TheProgramGoesOnWhenAStopIsNotConfirmed) {
+  drive(kAddress, 40);
+  fallSilent();
+  prompt().choices = {StopThese};
+  EXPECT_FALSE(window->close());
+  clock().advance(2000);
+  expectNotStopped();
+}
+
+TEST_P(LeaveAtASilentStation, AVehicleThatDidNotTakeTheSpeed0OfTheBarIsAskedAbout) {
+  drive(kAddress, 40);
+  fallSilent();
+  driving().cabs().cabFor(kAddress)->vsbSpeed(0);
+  clickOk(kAddress);
+  EXPECT_EQ(prompt().asked.size(), 1);
+}
+
+class LeaveWhileTheLineIsBusy : public LeaveMoving {};
+
+INSTANTIATE_TEST_SUITE_P(Kinds, LeaveWhileTheLineIsBusy, ::testing::ValuesIn(kindsWithCabs()),
+                         [](const auto& row) {
+                           return QString::fromUtf16(row.param.name).toStdString();
+                         });
+
+TEST_P(LeaveWhileTheLineIsBusy, TheProgramEndsWhenTheVehiclesStand) {
+  drive(3, 40);
+  drive(100, 40);
+  prompt().choices = {StopThese};
+  driving().runAlone(this, [this] {
+    EXPECT_FALSE(window->close());
+    EXPECT_GT(speedOf(3), 0);
+    EXPECT_TRUE(driving().cabs().cabFor(3)->isMoving()) << "nothing went out yet";
+  });
+  clock().advance(5000);
+  EXPECT_EQ(speedOf(3), 0);
+  EXPECT_EQ(speedOf(100), 0);
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(prompt().asked.size(), 1);
+}
+
+TEST_P(LeaveWhileTheLineIsBusy, TheProgramGoesOnWhenTheLineIsGoneBehindIt) {
+  drive(3, 40);
+  prompt().choices = {StopThese};
+  driving().runAlone(this, [this] {
+    EXPECT_FALSE(window->close());
+    pull();
+  });
+  clock().advance(20000);
+  EXPECT_TRUE(window->isVisible());
+  ASSERT_NE(cabWindow(3), nullptr);
+  EXPECT_TRUE(driving().cabs().cabFor(3)->isMoving());
+}
+
 TEST_P(LeaveMoving, AnEndFromOutsideAsksNothingAndLetsThemRun) {
   drive(3, 40);
   const qsizetype before = messages();

@@ -197,7 +197,7 @@ TEST_P(WordsAboutAStop, TheNewsOfAnotherClientsStopConfirmsItAsWell) {
     EXPECT_TRUE(stop().isHeld()) << off;
     cabWindow(3)->close();
     clock().advance(3000);
-    stop().noteReleased();
+    stop().noteTaken(false);
   }
 }
 

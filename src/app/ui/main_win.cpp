@@ -331,7 +331,10 @@ void MainWin::askToClose(QDialog* dialog) {
 }
 
 void MainWin::closeEvent(QCloseEvent* event) {
-  const bool mayEnd = ending_ || !started_ || workbench_.driving().settleMoving();
+  const auto closeLater = [self = QPointer<MainWin>(this)] {
+    if (self) self->close();
+  };
+  const bool mayEnd = ending_ || !started_ || workbench_.driving().settleMoving(closeLater);
   if (!mayEnd || (started_ && !workbench_.shutDown())) {
     event->ignore();
     return;
