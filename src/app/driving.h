@@ -102,8 +102,8 @@ class Driving {
   };
   std::map<const void*, Beside> beside_;  // windows that wait to open
   std::unique_ptr<Clock::Alarm> settled_;
-  int asked_ = 0;                         // cabs and panels asked for by way of the line
-  bool closed_ = false;                   // closeAll() has begun
+  int asked_ = 0;        // cabs and panels asked for by way of the line
+  bool closed_ = false;  // closeAll() has begun
 };
 
 }  // namespace lokari

@@ -38,10 +38,9 @@ TrackStop::Outcome LayoutStop::send() {
   const StationKindRow& kind = link.settings().station();
   if (kind_ != &kind) {
     kind_ = &kind;
-    protocol_ =
-        makeProtocol_(kind.family, line_, state_,
-                      {.stopFailed = [this](bool, StopFault fault) { noteFailed(fault); },
-                       .stopHeld = [this](bool) { noteHeld(); }});
+    protocol_ = makeProtocol_(kind.family, line_, state_,
+                              {.stopFailed = [this](bool, StopFault fault) { noteFailed(fault); },
+                               .stopHeld = [this](bool) { noteHeld(); }});
   }
   const auto outcome = std::make_shared<Outcome>(Outcome::Waiting);
   const auto waits = std::make_shared<bool>(false);

@@ -110,7 +110,7 @@ class TrackStop final : public QObject {
   StationLink& link_;
   LayoutOrder order_;
   Hold hold_ = Hold::None;
-  Hold known_ = Hold::None;     // what holds if the order whose word is awaited fails
+  Hold known_ = Hold::None;      // what holds if the order whose word is awaited fails
   std::optional<bool> awaited_;  // that order: whether it stops
   const Agreement* agreement_ = nullptr;
   bool telling_ = false;

@@ -183,8 +183,8 @@ class LeaveAtASilentStation : public LeaveMoving {
   }
 };
 
-INSTANTIATE_TEST_SUITE_P(Kinds, LeaveAtASilentStation,
-                         ::testing::ValuesIn(kindsThatAnswerSpeeds()), [](const auto& row) {
+INSTANTIATE_TEST_SUITE_P(Kinds, LeaveAtASilentStation, ::testing::ValuesIn(kindsThatAnswerSpeeds()),
+                         [](const auto& row) {
                            return QString::fromUtf16(row.param.name).toStdString();
                          });
 
