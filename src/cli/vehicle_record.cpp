@@ -4,6 +4,7 @@
 #include "base/paths.h"
 #include "base/prompt.h"
 #include "cli/command.h"
+#include "db/lock_wait.h"
 
 namespace lokari {
 namespace {
@@ -47,20 +48,11 @@ VehicleRecord::Stored VehicleRecord::store(Prompt& prompt,
                                            const std::function<void(CvRecord&)>& take,
                                            const std::optional<QString>& address) {
   Stored stored = Stored::Done;
-  const auto isStored = [&] {
-    try {
-      stored = storeOnce(take, address);
-      return true;
-    } catch (const StorageError& error) {
-      if (error.code() != storage_error::kLocked) throw;
-      return false;
-    }
+  const auto wait = [&prompt](const QString& fault, const std::function<bool()>& done) {
+    return prompt.waitUntil(fault + QStringLiteral(" Es wird gewartet ..."), done);
   };
-  if (isStored()) return stored;
-  const QString held =
-      QStringLiteral("Die Datenbank wird gerade von einem anderen Programm benutzt.");
-  if (prompt.waitUntil(held + QStringLiteral(" Es wird gewartet ..."), isStored)) return stored;
-  throw StorageError(storage_error::kLocked, held);
+  whileLocked(database_, wait, [&] { stored = storeOnce(take, address); });
+  return stored;
 }
 
 VehicleRecord::Stored VehicleRecord::storeOnce(const std::function<void(CvRecord&)>& take,

@@ -1,5 +1,4 @@
 // How a record is validated, stored and left, and what happens where the storage refuses it.
-#include <QScopeGuard>
 #include <QScopedValueRollback>
 
 #include <array>
@@ -12,6 +11,7 @@
 #include "db/foreign_changes.h"
 #include "db/form_fields.h"
 #include "db/form_names.h"
+#include "db/lock_wait.h"
 #include "db/record_form.h"
 
 namespace lokari {
@@ -225,34 +225,19 @@ bool RecordForm::attempt(const std::function<void()>& operation) {
 }
 
 // A file that another program holds is free again in a moment, as a rule.
-// `operation` shows nothing: the box of the wait may be open.
 void RecordForm::whileLocked(const std::function<void()>& operation) {
   // One wait at a time: the outer one asks again.
-  if (waiting_) {
+  if (waiting_ || database_ == nullptr) {
     operation();
     return;
   }
-  try {
-    operation();
-  } catch (const StorageError& error) {
-    if (error.code() != storage_error::kLocked || database_ == nullptr) throw;
+  const auto wait = [this](const QString& fault, const std::function<bool()>& done) {
     const QScopedValueRollback telling(telling_, true);
     const QScopedValueRollback waiting(waiting_, true);
-    // Windows live on while the file is asked for again.
-    database_->setPatience(0);
-    const auto patience = qScopeGuard([this] { database_->setPatience(kLockPatience); });
-    const bool done = parts_.prompt.waitUntil(
-        error.text() + QStringLiteral("\nEs wird gewartet, bis sie frei ist ..."), [&operation] {
-          try {
-            operation();
-            return true;
-          } catch (const StorageError& again) {
-            if (again.code() != storage_error::kLocked) throw;
-            return false;
-          }
-        });
-    if (!done) throw;
-  }
+    return parts_.prompt.waitUntil(
+        fault + QStringLiteral("\nEs wird gewartet, bis sie frei ist ..."), done);
+  };
+  lokari::whileLocked(*database_, wait, operation);
 }
 
 void RecordForm::noteFailure(const StorageError& error) {
