@@ -113,21 +113,27 @@ void Cab::standStill(std::function<void()> done) {
         const bool sends = mayDrive(directionChosen_);
         showSpeed(0);
         if (sends && (!sendSpeed() || taken_ > 0)) {
-          return tellNotStill(before, QStringLiteral("Die Zentrale hat es nicht bestätigt!"));
+          return tellNotStill(
+              before,
+              QStringLiteral("%1 wurde nicht angehalten: Die Zentrale hat es nicht bestätigt!"));
         }
         if (then) then();
       },
       [this, before] {
-        tellNotStill(before, QStringLiteral("Die Verbindung zur Digitalzentrale ist weg!"));
+        tellNotStill(before, QStringLiteral("%1 wurde nicht angehalten: Die Verbindung zur "
+                                            "Digitalzentrale ist weg!"));
       });
 }
 
-void Cab::tellNotStill(int speed, const QString& reason) {
+void Cab::tellNotStill(int speed, const QString& text) {
   showSpeed(speed);
-  // From the event loop: a box must not hold the line.
-  tell_ = link().clock().after(0, [this, reason] {
-    prompt().message(QStringLiteral("%1 wurde nicht angehalten: %2").arg(caption(), reason));
-  });
+  tellLater(text.arg(caption()));
+}
+
+/// From the event loop: a box must not hold the line.
+void Cab::tellLater(const QString& text, const QString& more) {
+  tell_ =
+      link().clock().after(0, [this, text, more] { prompt().message(text, Icon::Warning, more); });
 }
 
 void Cab::cmdFunc(int n) {

@@ -133,7 +133,7 @@ class Cab final : public SlotUnit {
   void tellUnsent();
   bool sendSpeed();
   void showSpeed(int position);
-  void tellNotStill(int speed, const QString& reason);
+  void tellNotStill(int speed, const QString& text);
   void stopFailed(bool stopped, StopFault fault, const QString& reason = {});
   void stopHeld(bool stopped);
   void layoutTold(LayoutStands stands);
@@ -143,7 +143,9 @@ class Cab final : public SlotUnit {
   // Steps of CVs: cab_programming.cpp.
   bool mayWriteCV();
   void writeCV(const MainProgramming::Step& step, int mode);
+  void queueCV(const MainProgramming::Step& step, int mode);
   void sendCV(const MainProgramming::Step& step, int mode);
+  void tellLater(const QString& text, const QString& more = {});
   void stepFailed(const MainProgramming::Step& step, const QString& reason);
   void tellDoubt(const MainProgramming::Step& step, const QString& reason);
 

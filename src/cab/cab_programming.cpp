@@ -16,8 +16,13 @@
 namespace lokari {
 namespace {
 
-/// The name of an exchange, and the CV's number; see cab.cpp.
+/// Names of exchanges, each with the CV's number; see cab.cpp.
 constexpr int kCv = 1000;
+constexpr int kCvStorage = 50000;
+
+QString notStored() {
+  return QStringLiteral("Der Wert ließ sich nicht speichern.");
+}
 
 }  // namespace
 
@@ -34,7 +39,8 @@ bool Cab::mayWriteCV() {
   // Whoever stopped the layout: the go is this cab's. Without it the CV would reach nobody.
   showHeld(true);
   imgStop();
-  return !link().trackStop().mayStand();
+  // It goes out ahead of the step, maybe not at once; sendCV() sees what has become of it.
+  return true;
 }
 
 void Cab::stepCVUp() {
@@ -53,16 +59,28 @@ void Cab::writeCV(const MainProgramming::Step& step, int mode) {
   if (isUnloading()) return;
   parts_.records.whenFree([this, self = QPointer<Cab>(this), step, mode] {
     if (!self || isUnloading()) return;
-    exchange(
-        kCv + step.number, [this, step, mode] { sendCV(step, mode); },
-        [this, step] {
-          if (std::exchange(stepStored_, false)) {
-            tellDoubt(step, line().goneReason());
-          } else {
-            stepFailed(step, line().goneReason());
-          }
-        });
+    // Its turn on the line is given away while a box waits for the file.
+    line().alone(this, kCvStorage + step.number, [this, step, mode, kept = shared_from_this()] {
+      const Entered inside(*this);
+      if (isUnloading()) return;
+      if (!parts_.records.awaitFree(record_, [this] { return link().stepAside(); })) {
+        return stepFailed(step, notStored());
+      }
+      if (!isUnloading()) queueCV(step, mode);
+    });
   });
+}
+
+void Cab::queueCV(const MainProgramming::Step& step, int mode) {
+  exchange(
+      kCv + step.number, [this, step, mode] { sendCV(step, mode); },
+      [this, step] {
+        if (std::exchange(stepStored_, false)) {
+          tellDoubt(step, line().goneReason());
+        } else {
+          stepFailed(step, line().goneReason());
+        }
+      });
 }
 
 /// The step is in the record ahead of being sent, its mark cleared: whatever ends the program, the
@@ -70,6 +88,10 @@ void Cab::writeCV(const MainProgramming::Step& step, int mode) {
 void Cab::sendCV(const MainProgramming::Step& step, int mode) {
   programming_.take(step);
   failedStep_.clear();
+  // The go ahead of it failed, or somebody has stopped the layout since.
+  if (asksToSwitchOn(link(), StationUse::CvJob)) {
+    return stepFailed(step, QStringLiteral("Die Anlage ist angehalten."));
+  }
   const QScopedValueRollback job(link().commJob, CommJob::WriteMain);
   // The last job may have left the other track chosen.
   const QScopedValueRollback track(link().progTrack, false);
@@ -84,10 +106,10 @@ void Cab::sendCV(const MainProgramming::Step& step, int mode) {
   }
   const int set = programming_.cvSet();
   const StoredChange change =
-      parts_.records.storeCV(record_, set, step.number, {.value = step.value},
-                             QStringLiteral("CV %1 wird deshalb nicht gesendet.").arg(step.number));
+      parts_.records.storeCV(record_, set, step.number, {.value = step.value});
   if (change.outcome == StoredChange::Outcome::Failed) {
-    return stepFailed(step, QStringLiteral("Der Wert ließ sich nicht speichern."));
+    tellLater(change.fault, QStringLiteral("CV %1 wird deshalb nicht gesendet.").arg(step.number));
+    return stepFailed(step, notStored());
   }
   link().pomAddr = known;
   const int settled = programming_.settled(step.number);
@@ -99,7 +121,8 @@ void Cab::sendCV(const MainProgramming::Step& step, int mode) {
   if (link().lastCvRefused) {
     programming_.settle({step.number, settled});
     if (change.outcome == StoredChange::Outcome::Stored) {
-      parts_.records.storeCV(record_, set, step.number, change.before, {});
+      const StoredChange back = parts_.records.storeCV(record_, set, step.number, change.before);
+      if (back.outcome == StoredChange::Outcome::Failed) tellLater(back.fault);
     }
     return stepFailed(step,
                       QStringLiteral("Die Zentrale hat abgelehnt: %1.").arg(cvResultText(result)));

@@ -2,6 +2,7 @@
 
 #include "base/prompt.h"
 #include "db/database_session.h"
+#include "db/lock_wait.h"
 #include "db/record_set.h"
 
 namespace lokari {
@@ -54,22 +55,43 @@ void VehicleRecords::whenFree(const std::function<void()>& work) {
   session_->database().whenFree(work);
 }
 
+bool VehicleRecords::isOpen(const CabRecord& record) const {
+  return session_->hasDatabase() && session_->database().path() == record.database;
+}
+
+bool VehicleRecords::awaitFree(const CabRecord& record,
+                               const std::function<std::shared_ptr<void>()>& beside) {
+  if (session_ == nullptr || record.recNo <= 0 || !isOpen(record)) return true;
+  const auto wait = [&](const QString& fault, const std::function<bool()>& done) {
+    const auto aside = beside();
+    return prompt_.waitUntil(fault + QStringLiteral("\nEs wird gewartet, bis sie frei ist ..."),
+                             done);
+  };
+  Database& database = session_->database();
+  if (database.inTransaction()) return true;
+  try {
+    whileLocked(database, wait, [&database] { database.transaction([] {}); });
+  } catch (const StorageError& error) {
+    // Whatever else is wrong with the file, storing tells it.
+    return error.code() != storage_error::kLocked;
+  }
+  return true;
+}
+
 StoredChange VehicleRecords::storeCV(const CabRecord& record, int set, int number,
-                                     const StoredCV& cv, const QString& consequence) {
+                                     const StoredCV& cv) {
   if (session_ == nullptr || record.recNo <= 0) return {};
-  if (!session_->hasDatabase() || session_->database().path() != record.database) {
+  if (!isOpen(record)) {
     // A number means another vehicle there.
-    prompt_.message(QStringLiteral("Die geänderten CV-Werte von \"%1\" werden nicht gespeichert: "
-                                   "Es ist eine andere Datenbank geöffnet.")
-                        .arg(record.shortName),
-                    Icon::Warning, consequence);
-    return {.outcome = StoredChange::Outcome::Failed};
+    return {.outcome = StoredChange::Outcome::Failed,
+            .fault = QStringLiteral("Die geänderten CV-Werte von \"%1\" werden nicht gespeichert: "
+                                    "Es ist eine andere Datenbank geöffnet.")
+                         .arg(record.shortName)};
   }
   try {
     return store(record, set, number, cv);
   } catch (const StorageError& error) {
-    prompt_.message(error.text(), Icon::Warning, consequence);
-    return {.outcome = StoredChange::Outcome::Failed};
+    return {.outcome = StoredChange::Outcome::Failed, .fault = error.text()};
   }
 }
 

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <functional>
+#include <memory>
 
 #include "db/cv_record.h"
 
@@ -40,11 +41,12 @@ struct StoredChange {
   enum class Outcome {
     Stored,
     NoRecord,  ///< there is none that could say anything wrong
-    Failed,    ///< it has been told why
+    Failed,    ///< `fault` says why
   };
 
   Outcome outcome = Outcome::NoRecord;
   StoredCV before = {};  ///< what stood there, when it was stored
+  QString fault = {};    ///< for the user
 };
 
 class VehicleRecords {
@@ -58,12 +60,16 @@ class VehicleRecords {
   QString nameOf(int address) const;
   /// Runs `work` now, or behind the change of the whole database that is being made.
   void whenFree(const std::function<void()>& work);
+  /// Waits until no other program holds the file of the record any more; what `beside` gives lives
+  /// while the box is open. False when the user gave up.
+  bool awaitFree(const CabRecord& record, const std::function<std::shared_ptr<void>()>& beside);
   /// Puts CV `number`, from 1, into set `set`, 1 to 5, of the record, and, when it is the one on
-  /// show, into what the main window keeps of it. A failure is told, `consequence` below it.
-  StoredChange storeCV(const CabRecord& record, int set, int number, const StoredCV& cv,
-                       const QString& consequence);
+  /// show, into what the main window keeps of it. Shows no box: it may be called in an exchange.
+  StoredChange storeCV(const CabRecord& record, int set, int number, const StoredCV& cv);
 
  private:
+  /// The record's database is the one that is open.
+  bool isOpen(const CabRecord& record) const;
   StoredChange store(const CabRecord& record, int set, int number, const StoredCV& cv);
   bool isOnShow(const CabRecord& record) const;
 

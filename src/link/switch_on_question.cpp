@@ -40,12 +40,13 @@ std::optional<StationUse> useOf(CommJob job) {
 
 }  // namespace
 
-std::optional<SwitchOnLeave> askToSwitchOn(StationLink& link, StationUse use) {
-  TrackStop& stop = link.trackStop();
+bool asksToSwitchOn(StationLink& link, StationUse use) {
   const bool sessionOpen = link.commUseCount > 0;
-  if (!stop.mayStand() || !switchesOn(link.settings().station(), use, sessionOpen)) {
-    return SwitchOnLeave();
-  }
+  return link.trackStop().mayStand() && switchesOn(link.settings().station(), use, sessionOpen);
+}
+
+std::optional<SwitchOnLeave> askToSwitchOn(StationLink& link, StationUse use) {
+  if (!asksToSwitchOn(link, use)) return SwitchOnLeave();
   const int answer = link.prompt().choose(
       {.text = QStringLiteral("Die Anlage ist angehalten. %1 schaltet sie wieder ein.")
                    .arg(nameOf(use)),
@@ -54,7 +55,7 @@ std::optional<SwitchOnLeave> askToSwitchOn(StationLink& link, StationUse use) {
        .safe = 1,
        .icon = Icon::Warning});
   if (answer != 0) return std::nullopt;
-  return std::make_shared<TrackStop::Agreement>(stop);
+  return std::make_shared<TrackStop::Agreement>(link.trackStop());
 }
 
 std::optional<SwitchOnLeave> askToSwitchOn(StationLink& link, CommJob job) {

@@ -16,6 +16,9 @@ class StationLink;
 /// need none.
 using SwitchOnLeave = std::shared_ptr<TrackStop::Agreement>;
 
+/// Whether `use` is asked about now.
+bool asksToSwitchOn(StationLink& link, StationUse use);
+
 /// Asks while this program holds the layout stopped and `use` switches it on; without a question
 /// the leave is given. Nothing when the user does not want it.
 std::optional<SwitchOnLeave> askToSwitchOn(StationLink& link, StationUse use);

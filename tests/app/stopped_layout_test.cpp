@@ -169,5 +169,60 @@ TEST_F(StoppedLi100V3, ACvStepOfACabAsksAndAbbruchChangesNothing) {
   EXPECT_NE(cab->programming().shownValue(), value);
 }
 
+class StoppedZ21 : public test::SimulatedDesk {
+ protected:
+  StoppedZ21() : SimulatedDesk(StationKind::Z21Ip) {}
+};
+
+TEST_F(StoppedZ21, ACvStepBehindAnAgreedGoThatWaitsForTheLineIsWrittenBehindIt) {
+  folder.write(QStringLiteral("Zimo/MX620.dec"), "PROGMAIN=J\nCV_3=Anfahren\n");
+  folder.change(3, {{QStringLiteral("DC_MANUF"), 145}, {QStringLiteral("DC_DECODER"), "MX620"}});
+  ASSERT_EQ(form().FindFirst(QStringLiteral("DC_ADR=5")), FindResult::Found);
+  ASSERT_EQ(form().FindFirst(QStringLiteral("DC_ADR=3")), FindResult::Found);
+  driving().butDrive();
+  Cab* cab = driving().cabs().cabForms(1);
+  ASSERT_NE(cab, nullptr);
+  ASSERT_TRUE(cab->programming().isAvailable());
+  cab->imgStop();
+  clock().advance(1000);
+  ASSERT_TRUE(stop().isHeld());
+  socket->close();
+  socket->failsToSend = true;
+  cab->imgDirBackward();
+  clock().advance(20000);
+  socket->failsToSend = false;
+  prompt().choices = {0};
+  const QString value = cab->programming().shownValue();
+  clock().schedule(10, [cab] { cab->stepCVUp(); });
+  cab->imgDirForward();
+  clock().advance(10000);
+  ASSERT_EQ(prompt().asked.size(), 1);
+  EXPECT_FALSE(halted());
+  EXPECT_NE(cab->programming().shownValue(), value);
+  EXPECT_EQ(cab->notice(), QString());
+}
+
+TEST_F(StoppedZ21, ACvStepBehindAnAgreedGoThatFailedIsTold) {
+  folder.write(QStringLiteral("Zimo/MX620.dec"), "PROGMAIN=J\nCV_3=Anfahren\n");
+  folder.change(3, {{QStringLiteral("DC_MANUF"), 145}, {QStringLiteral("DC_DECODER"), "MX620"}});
+  ASSERT_EQ(form().FindFirst(QStringLiteral("DC_ADR=5")), FindResult::Found);
+  ASSERT_EQ(form().FindFirst(QStringLiteral("DC_ADR=3")), FindResult::Found);
+  driving().butDrive();
+  Cab* cab = driving().cabs().cabForms(1);
+  ASSERT_NE(cab, nullptr);
+  cab->imgStop();
+  clock().advance(1000);
+  socket->close();
+  socket->failsToSend = true;
+  prompt().choices = {0};
+  const QString value = cab->programming().shownValue();
+  cab->stepCVUp();
+  clock().advance(20000);
+  EXPECT_TRUE(halted());
+  EXPECT_EQ(cab->programming().shownValue(), value);
+  EXPECT_TRUE(cab->notice().contains(QStringLiteral("wurde nicht geschrieben")))
+      << qPrintable(cab->notice());
+}
+
 }  // namespace
 }  // namespace lokari

@@ -306,12 +306,48 @@ TEST_F(CabProgramming, AStepThatCannotBeStoredIsNotSent) {
   session.database().write(QStringLiteral("CREATE TRIGGER full BEFORE UPDATE ON LOCO_DAT BEGIN "
                                           "SELECT RAISE(ABORT, 'voll'); END"),
                            {});
+  prompt.whileShown = [this] { EXPECT_FALSE(line.isBusy()) << "others need the line"; };
   cab->stepCVUp();
+  clock.advance(1);
   EXPECT_EQ(prompt.shown.size(), 1);
   EXPECT_EQ(prompt.below.value(0), "CV 3 wird deshalb nicht gesendet.");
   EXPECT_TRUE(serial.writes.isEmpty());
   EXPECT_EQ(stored("DC_CV_1", 3), 10);
   EXPECT_EQ(cab->programming().shownValue(), "10");
+}
+
+TEST_F(CabProgramming, AStepWaitsForADatabaseThatAnotherProgramHoldsAndHoldsNobodyElseUp) {
+  markAsRead();
+  const auto cab = open();
+  Database other(base.path());
+  other.write(QStringLiteral("BEGIN IMMEDIATE"), {});
+  prompt.patience = 3;
+  int looks = 0;
+  prompt.meanwhile = [&] {
+    EXPECT_FALSE(line.isBusy());
+    EXPECT_TRUE(serial.writes.isEmpty());
+    if (++looks == 2) other.write(QStringLiteral("COMMIT"), {});
+  };
+  cab->stepCVUp();
+  EXPECT_EQ(looks, 2);
+  EXPECT_EQ(serial.sent(), "xPD 1000, 3, 11\r");
+  EXPECT_EQ(stored("DC_CV_1", 3), 11);
+  EXPECT_EQ(prompt.shown.size(), 1);
+}
+
+TEST_F(CabProgramming, AStepWhoseDatabaseTheUserDoesNotWaitForIsNotSent) {
+  markAsRead();
+  const auto cab = open();
+  Database other(base.path());
+  other.write(QStringLiteral("BEGIN IMMEDIATE"), {});
+  prompt.patience = 3;
+  cab->stepCVUp();
+  clock.advance(1);
+  EXPECT_EQ(prompt.shown.size(), 1);
+  EXPECT_TRUE(serial.writes.isEmpty());
+  EXPECT_EQ(cab->programming().shownValue(), "10");
+  EXPECT_EQ(cab->notice(),
+            "CV 3 wurde nicht geschrieben, es bleibt bei 10. Der Wert ließ sich nicht speichern.");
 }
 
 TEST_F(CabProgramming, AStepDuringAChangeOfTheWholeDatabaseWaitsForItsEnd) {
@@ -469,6 +505,7 @@ TEST_F(CabProgramming, AnotherDatabaseDoesNotGetTheChangesOfThisOne) {
   ASSERT_EQ(session.dbPath(), other.path());
   prompt.shown.clear();
   cab->stepCVUp();
+  clock.advance(1);
   EXPECT_EQ(prompt.shown,
             QStringList{QStringLiteral("Die geänderten CV-Werte von \"Lok\" werden nicht "
                                        "gespeichert: Es ist eine andere Datenbank geöffnet.")});
