@@ -1,10 +1,10 @@
 #include "cli/drive_command.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <map>
 
 #include "cab/cab_table.h"
+#include "cab/speed_steps.h"
 #include "cli/cab_session.h"
 #include "cli/command.h"
 
@@ -117,8 +117,8 @@ class Throttle {
  private:
   /// A speed is told in the steps of the vehicle.
   bool isAsWished(const Wish& wish) const {
-    const int step = (CabState::kHighestSpeed + state_.steps) / state_.steps;
-    if (wish.speed && std::abs(*wish.speed - state_.speed) > step) return false;
+    const auto steps = [this](int speed) { return cutStationSteps(speed, state_.steps); };
+    if (wish.speed && steps(*wish.speed) != steps(state_.speed)) return false;
     if (wish.backward && *wish.backward != state_.backward) return false;
     // Of several words about one function the last one counts.
     std::map<int, bool> functions;

@@ -179,6 +179,59 @@ TEST_F(DriveOnLi100V3, CommandsThatTheStationDoesNotTakeAreToldAndTheStateIsTheS
             QStringList{"Die Digitalzentrale meldet danach einen anderen Stand!"});
 }
 
+TEST_F(DriveOnLi100V3, ASpeed0ThatTheStationIgnoresIsAFailureAlsoInTheLowestStep) {
+  ASSERT_EQ(run("drive 3 --speed 1"), 0);
+  const sim::DriveState running = layout.drive(3);
+  ASSERT_GT(running.speed, 0);
+  for (Millis at = 0; at < 10'000; at += 5) {
+    clock.schedule(at, [&] { layout.setDrive(3, running); });
+  }
+  EXPECT_EQ(run("drive 3 --speed 0"), 1);
+  EXPECT_EQ(console.messages,
+            QStringList{"Die Digitalzentrale meldet danach einen anderen Stand!"});
+}
+
+class DriveOnSerialKinds : public CliFixture,
+                           public ::testing::WithParamInterface<const char16_t*> {
+ protected:
+  DriveOnSerialKinds() : CliFixture(GetParam()) {}
+};
+
+INSTANTIATE_TEST_SUITE_P(Kinds, DriveOnSerialKinds,
+                         ::testing::Values(u"MX1", u"MX1V25", u"LI100", u"LI100V3", u"LIUSB",
+                                           u"IBX", u"TAMSMC", u"MX1BIN"));
+
+TEST_P(DriveOnSerialKinds, EverySpeedThatTheStationTookIsDone) {
+  for (int speed = 127; speed >= 0; --speed) {
+    const QByteArray call = "drive 3 --speed " + QByteArray::number(speed);
+    EXPECT_EQ(run(call.constData()), 0) << speed << qPrintable(console.messages.join(u'\n'));
+  }
+}
+
+class DriveOnOldMx1 : public CliFixture {
+ protected:
+  DriveOnOldMx1() : CliFixture(u"MX1") {}
+};
+
+TEST_F(DriveOnOldMx1, AFunctionThatItsAnswersDoNotTellStaysAsItWasSent) {
+  EXPECT_EQ(run("drive 3 --function 10=on --function 2=on"), 0);
+  EXPECT_TRUE(console.results.contains(QStringLiteral("F10\tein")));
+  EXPECT_TRUE(console.results.contains(QStringLiteral("F2\tein")));
+  EXPECT_TRUE(console.messages.isEmpty());
+  EXPECT_EQ(layout.drive(3).functions, 0b100'0000'0100U);
+}
+
+class DriveOnMx1Bin : public CliFixture {
+ protected:
+  DriveOnMx1Bin() : CliFixture(u"MX1BIN") {}
+};
+
+TEST_F(DriveOnMx1Bin, AFunctionOfTheHighestGroupIsSwitched) {
+  EXPECT_EQ(run("drive 3 --function 12=on"), 0);
+  EXPECT_TRUE(console.results.contains(QStringLiteral("F12\tein")));
+  EXPECT_EQ(layout.drive(3).functions, 1U << 12U);
+}
+
 TEST_F(DriveCommandTest, WithoutASessionTheCallFails) {
   line_.failsToOpen = true;
   EXPECT_EQ(run("drive 3"), 2);
