@@ -1,5 +1,7 @@
 #include "cli/cv_commands.h"
 
+#include <QScopeGuard>
+
 #include "base/numbers.h"
 #include "cli/cli_session.h"
 #include "cli/command.h"
@@ -247,14 +249,14 @@ ExitStatus cvWrite(const Call& call, CliContext& context) {
   context.link.progMode = options.mode();
   if (options.main) return writeOnMain(jobs, options, session, context);
   QList<CvOutcome> outcomes;
-  const ExitStatus status = runAll(
+  // Also when the line breaks.
+  const auto atEnd = qScopeGuard([&] { tellUnproved(outcomes, options, context); });
+  return runAll(
       jobs, context, [&](const CvJob& each) { return writeOne(each, options, context); },
       [&](const CvOutcome& outcome) {
         print(outcome, context);
         outcomes.append(outcome);
       });
-  tellUnproved(outcomes, options, context);
-  return status;
 }
 
 }  // namespace lokari

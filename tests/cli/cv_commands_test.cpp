@@ -181,6 +181,14 @@ TEST_F(CvCommandsTest, WhatNoValueOfTheDecoderStandsBehindIsNamed) {
   EXPECT_TRUE(console.messages.filter("nicht geprüft").isEmpty());
 }
 
+TEST_F(CvCommandsTest, WhatNoValueOfTheDecoderStandsBehindIsNamedAlsoWhenTheLineBreaks) {
+  faults.add({.kind = sim::FaultKind::Unplugged, .skip = 1});
+  EXPECT_EQ(run("cv write 5=200 6=77"), 1);
+  EXPECT_EQ(console.results, QStringList{"5\t200"});
+  EXPECT_EQ(console.messages, (QStringList{"CV 5: geschrieben, nicht geprüft!",
+                                           "Die Schnittstelle ist nicht mehr da!"}));
+}
+
 class CvOnLenzTest : public CliFixture {
  protected:
   CvOnLenzTest() : CliFixture(u"LI100V3") {
