@@ -250,6 +250,30 @@ TEST_P(LeaveWhileTheLineIsBusy, TheProgramGoesOnWhenTheLineIsGoneBehindIt) {
   EXPECT_TRUE(driving().cabs().cabFor(3)->isMoving());
 }
 
+class LeaveUnread : public test::SimulatedDesk {
+ protected:
+  LeaveUnread() : SimulatedDesk(StationKind::Mx1) {}
+};
+
+TEST_F(LeaveUnread, AnhaltenSendsNoGuessToAVehicleOfWhichTheStationTellsNothing) {
+  constexpr int kStopThese = 1;
+  faults.add(*sim::faultFromText(QStringLiteral("silence:immer")));
+  driving().OpenCab(3, true);
+  clock().advance(1000);
+  prompt().choices = {kStopThese};
+  // While the cab asks the station once more.
+  clock().schedule(500, [this] {
+    QTest::mouseClick(control<QPushButton>(cabWindow(3), "cmdOK"), Qt::LeftButton);
+  });
+  driving().cabs().cabFor(3)->vsbSpeed(40);
+  clock().advance(20000);
+  EXPECT_EQ(prompt().asked.size(), 1);
+  for (const auto& write : line->writes) {
+    EXPECT_FALSE(write.data.startsWith("FN")) << write.data.constData();
+  }
+  EXPECT_EQ(cabWindow(3), nullptr);
+}
+
 TEST_P(LeaveMoving, AnEndFromOutsideAsksNothingAndLetsThemRun) {
   drive(3, 40);
   const qsizetype before = messages();
