@@ -1,4 +1,5 @@
 // How a record is validated, stored and left, and what happens where the storage refuses it.
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 
 #include <array>

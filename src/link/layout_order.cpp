@@ -5,6 +5,7 @@
 #include "base/prompt.h"
 #include "link/link_error.h"
 #include "link/station_link.h"
+#include "link/track_stop.h"
 
 namespace lokari {
 namespace {
@@ -82,7 +83,10 @@ void LayoutOrder::fail(Outcome outcome) {
 }
 
 void LayoutOrder::disprove() {
-  if (outcome_ == Outcome::Confirmed) outcome_ = Outcome::Awaited;
+  if (outcome_ == Outcome::Confirmed) {
+    outcome_ = Outcome::Awaited;
+    link_.trackStop().noteDisproved();
+  }
   fail(Outcome::Silent);
 }
 

@@ -56,7 +56,13 @@ void TrackStop::noteOrdered(bool stops) {
 }
 
 void TrackStop::noteTaken(bool stops) {
+  if (awaited_) provedFrom_ = known_;
   settle(stops ? Hold::Stopped : Hold::None);
+}
+
+void TrackStop::noteDisproved() {
+  awaited_ = isHeld();
+  known_ = provedFrom_;
 }
 
 void TrackStop::noteFailed(bool stops, bool silent) {

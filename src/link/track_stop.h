@@ -69,6 +69,8 @@ class TrackStop final : public QObject {
   /// It did not go out, was refused, or, `silent`, nobody knows. What is known from the time ahead
   /// of it counts again.
   void noteFailed(bool stops, bool silent);
+  /// The last noteTaken() was a mistake: noteFailed() follows.
+  void noteDisproved();
   /// A stop belongs to no cab: every cab shows it.
   void showToAll() { emit stoppedForAll(); }
 
@@ -110,8 +112,9 @@ class TrackStop final : public QObject {
   StationLink& link_;
   LayoutOrder order_;
   Hold hold_ = Hold::None;
-  Hold known_ = Hold::None;      // what holds if the order whose word is awaited fails
-  std::optional<bool> awaited_;  // that order: whether it stops
+  Hold known_ = Hold::None;       // what holds if the order whose word is awaited fails
+  Hold provedFrom_ = Hold::None;  // `known_` ahead of the last word that an order was taken
+  std::optional<bool> awaited_;   // that order: whether it stops
   const Agreement* agreement_ = nullptr;
   bool telling_ = false;
   std::unique_ptr<Clock::Alarm> tellLater_;
