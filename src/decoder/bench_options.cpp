@@ -91,11 +91,7 @@ void DecoderBench::ColorCV19() {
 }
 
 void DecoderBench::ColorAdr() {
-  if (!windowOpening && !commRunning) {
-    for (const int index : {cv::kAddress, cv::kLongAddressHigh, cv::kLongAddressLow}) {
-      sets.setMark(CvIndex(index), CvMark::None);
-    }
-  }
+  if (!windowOpening && !commRunning) sets.clearAddressMarks();
   showMarkAdr();
 }
 

@@ -1,6 +1,7 @@
 #include "decoder/cv_sets.h"
 
 #include "base/numbers.h"
+#include "decoder/fixed_fields.h"
 
 namespace lokari {
 
@@ -164,6 +165,13 @@ void CvSets::setMark(CvIndex cv, CvMark mark) {
   unproved_.erase(cv);
   // Only an access that went well replaces the value that a failed read has taken the place of.
   if (mark == CvMark::Verified) lost_.erase(cv);
+}
+
+void CvSets::clearAddressMarks() {
+  for (const int number : {cv::kAddress, cv::kLongAddressHigh, cv::kLongAddressLow}) {
+    setMark(CvIndex(number), CvMark::None);
+    lost_.erase(CvIndex(number));
+  }
 }
 
 void CvSets::setWritten(CvIndex cv, bool proved) {

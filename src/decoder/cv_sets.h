@@ -84,6 +84,9 @@ class CvSets {
   /// Also ends what isUnproved() tells of the CV; Verified ends what lostValues() tells.
   void setMark(CvIndex cv, CvMark mark);
 
+  /// The address is another one by hand. Its three marks told of it, and of no value of these CVs.
+  void clearAddressMarks();
+
   // ---- What the marks do not tell: known until the sets are cleared ----------------------------
 
   /// The mark of a CV that was written; `proved` when the decoder's value came back.

@@ -51,6 +51,21 @@ TEST_F(CopySet, AllTakesEveryValueAndMarkOfTheFirst) {
   EXPECT_EQ(row(30).colour, TextColour::Blue);
 }
 
+TEST_F(CopySet, AnAddressThatFailedAndWasTypedAnewIsNoValueThatAReadLeft) {
+  bench->chooseSet(QStringLiteral("Anlage"));
+  settings.addressCheckNow = true;
+  bench->fieldEdited(QStringLiteral("dc_adr"), QStringLiteral("1001"));
+  markRow(30);
+  read();
+  ASSERT_EQ(control("dc_adr").colour, TextColour::Red);
+  bench->fieldEdited(QStringLiteral("dc_adr"), QStringLiteral("1002"));
+  ASSERT_EQ(control("dc_adr").colour, TextColour::Normal);
+  bench->chooseSet(QStringLiteral("Reise %1"));
+  copy(CopyAnswer::All);
+  EXPECT_TRUE(prompt.asked.isEmpty());
+  EXPECT_EQ(bench->sets.setValues(SetNumber(3)), bench->sets.setValues(SetNumber(1)));
+}
+
 TEST_F(CopySet, SelectedTakesTheNamedCvsThatAreMarkedForWriting) {
   markRowForWriting(30);
   check("chkWrt_2");

@@ -23,7 +23,7 @@ int lostOf(CvSets& sets) {
 TEST(CvSets, AFailedReadKeepsTheKnownValueThroughAFailedWrite) {
   CvSets sets = withValue(55);
   sets.takeFailedRead(kCv, 0);
-  sets.setMark(kCv, CvMark::Failed);
+  sets.setWriteFailed(kCv);
   EXPECT_EQ(lostOf(sets), 55);
 }
 
