@@ -58,7 +58,8 @@ bool ReadBatch::checkAddress() {
     return true;
   }
   report(cv, CvDeed::Read, *found);
-  bench_.noteAddress(*found);
+  // On the main track only the vehicle that was asked answers.
+  if (progOn()) bench_.noteAddress(*found);
   bench_.sets.setMark(cv, CvMark::Verified);
   if (*found > kHighestShortAddress) {
     bench_.sets.setMark(CvIndex(cv::kLongAddressHigh), CvMark::Verified);
@@ -109,12 +110,12 @@ void ReadBatch::takeChecked(CvIndex cv, int value, bool known) {
 void ReadBatch::readSubVersion() {
   // Decoders of this maker need not have these two: a failure is none.
   const QString field = QStringLiteral("txtDcComVersion");
-  const int sub = link().ReadCV(cv::kSubVersion, address_);
+  const int sub = readCv(cv::kSubVersion);
   if (sub >= 0) {
     takeChecked(CvIndex(cv::kSubVersion), sub, true);
     bench_.controls.setText(field, bench_.controls.at(field).text + u'.' + QString::number(sub));
   }
-  const int type = link().ReadCV(cv::kDecoderType, address_);
+  const int type = readCv(cv::kDecoderType);
   const QString name = type >= 0 ? bench_.decoderTypeText(type) : QString();
   if (!name.isEmpty()) {
     takeChecked(CvIndex(cv::kDecoderType), type, true);
