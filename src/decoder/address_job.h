@@ -21,6 +21,12 @@ class AddressJob {
   /// CV 29; when it goes out more than once the last counts.
   void setKind(Part part) { kind_ = part; }
 
+  /// The station has refused one of the parts, and does not say which.
+  void refuse() {
+    if (number_ == Part::Done) number_ = Part::Failed;
+    if (kind_ == Part::Done) kind_ = Part::Failed;
+  }
+
   bool done() const { return number_ == Part::Done && kind_ == Part::Done; }
   /// The number is in the decoder, and nobody knows whether it listens to it.
   bool lacksKind() const { return number_ == Part::Done && kind_ != Part::Done; }

@@ -29,9 +29,18 @@ class AsWrite {
 
 }  // namespace
 
+int BatchRun::readCv(int number) {
+  return cancelled() ? cv_result::kCancelled : link().ReadCV(number, address_);
+}
+
+int BatchRun::writeCv(int number, int value) {
+  return cancelled() ? cv_result::kCancelled
+                     : link().WriteCV(number, value, address_, description().PROGMODE);
+}
+
 std::optional<int> BatchRun::read(CvIndex cv) {
   inHand_ = description().cvText(cv);
-  const int result = link().ReadCV(description().realNumber(cv).value(), address_);
+  const int result = readCv(description().realNumber(cv).value());
   if (result >= 0) return result;
   if (survive(cv, result)) return 0;
   return std::nullopt;
@@ -39,7 +48,7 @@ std::optional<int> BatchRun::read(CvIndex cv) {
 
 std::optional<int> BatchRun::readConfigCv() {
   inHand_ = configText();
-  const int result = link().ReadCV(configCv(), address_);
+  const int result = readCv(configCv());
   if (result >= 0) return result;
   if (survive(CvIndex(cv::kConfig), result)) return 0;
   return std::nullopt;
@@ -114,7 +123,7 @@ BatchRun::Bank BatchRun::selectBank(CvIndex cv) {
   for (const Register& index : {Register{d.MAPCVA, bank.selectA}, {d.MAPCVB, bank.selectB}}) {
     if (index.cv <= 0) continue;
     inHand_ = QStringLiteral("%1: Bank nicht gewählt (CV %2)").arg(d.cvText(cv)).arg(index.cv);
-    const int result = link().WriteCV(index.cv, index.value, address_, d.PROGMODE);
+    const int result = writeCv(index.cv, index.value);
     if (result == index.value) continue;
     lastBank_ = 0;
     const bool goesOn = surviveFailure(

@@ -4,6 +4,7 @@
 #include "decoder/decoder_bench.h"
 #include "link/link_error.h"
 #include "link/station_link.h"
+#include "link/track_stop.h"
 
 namespace lokari {
 namespace {
@@ -99,27 +100,32 @@ void BatchRun::run() {
   status(QStringLiteral("Beginne Kommunikation ..."));
   view_->setCancelCaption(QStringLiteral("Abbruch"));
   bench_.parts_.clock.pump();
-  total_ = countPlanned();
-  const QString leftOut = bench_.leftOut(direction_.write);
-  if (total_ == 0) {
-    bench_.jobEnd = JobEnd::NothingMarked;
-    bench_.parts_.prompt.message(textOf(direction_.nothingToDo), Icon::Warning, leftOut);
-    link().cancelRequested = false;
-    bench_.commRunning = false;
-    view_->hide();
+  if (mayRun()) {
+    total_ = countPlanned();
+    runSession();
   } else {
-    if (!leftOut.isEmpty()) {
-      bench_.parts_.prompt.message(textOf(direction_.leavesOut), Icon::Information, leftOut);
-    }
-    if (mayBegin()) {
-      total_ = countPlanned();
-      runSession();
-    } else {
-      bench_.jobEnd = JobEnd::Stopped;
-      view_->hide();
-    }
+    link().cancelRequested = false;
+    view_->hide();
   }
   view_->setCancelCaption(QStringLiteral("OK"));
+}
+
+bool BatchRun::mayRun() {
+  bench_.jobEnd = JobEnd::Stopped;
+  if (cancelled()) return false;
+  // The user takes his time: the cabs go on meanwhile.
+  const auto aside = link().stepAside();
+  const TrackStop::JobAside job(link().trackStop());
+  const QString leftOut = bench_.leftOut(direction_.write);
+  if (!anythingPlanned()) {
+    bench_.jobEnd = JobEnd::NothingMarked;
+    bench_.parts_.prompt.message(textOf(direction_.nothingToDo), Icon::Warning, leftOut);
+    return false;
+  }
+  if (!leftOut.isEmpty()) {
+    bench_.parts_.prompt.message(textOf(direction_.leavesOut), Icon::Information, leftOut);
+  }
+  return mayBegin() && !job.isStopped() && !cancelled();
 }
 
 void BatchRun::runSession() {

@@ -70,6 +70,10 @@ class BatchRun {
 
   // ---- Access ---------------------------------------------------------------------------------
 
+  /// What the station gives for a CV of the decoder, or a code. Sends nothing once the run is
+  /// cancelled: a message goes out ahead of its wait.
+  int readCv(int number);
+  int writeCv(int number, int value);
   /// Reads a CV; 0 with `lastCvFailed` when that failed and the run goes on.
   std::optional<int> read(CvIndex cv);
   /// The decoder's configuration, for a check.
@@ -146,6 +150,7 @@ class BatchRun {
 
  private:
   int countPlanned() const;
+  bool mayRun();
   void runSession();
   bool mainLoop();
   bool step(CvIndex cv);

@@ -55,12 +55,6 @@ void DecoderBench::clearReport() {
   showReport();
 }
 
-void DecoderBench::noteWritten() {
-  for (const CvReport& each : report_.cvs()) {
-    if (each.deed == CvDeed::Proved || each.deed == CvDeed::Unproved) written_.insert(each.cv);
-  }
-}
-
 void DecoderBench::showLegend() {
   const std::vector<CvIndex> unproved = sets.unproved();
   QString text = QStringLiteral("Blau: gelesen oder geprüft.");

@@ -57,8 +57,8 @@ Leave DecoderBench::askToLeave() {
   const QString decoders = written.isEmpty()
                                ? QString()
                                : QStringLiteral(
-                                     "\nGeschrieben wurde seit dem Öffnen %1: Dort kann der "
-                                     "Decoder anderes haben, als die Datenbank dann zeigt.")
+                                     "\nSchreibbefehle gingen seit dem Öffnen an %1: Dort kann "
+                                     "der Decoder anderes haben, als die Datenbank dann zeigt.")
                                      .arg(written);
   const int answer = parts_.prompt.choose(
       {.text = QStringLiteral("Die Änderungen in diesem Fenster sind nicht gespeichert!"),

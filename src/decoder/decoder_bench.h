@@ -362,8 +362,6 @@ class DecoderBench : public QObject {
   void showReport();
   /// What was said about a job before is over.
   void clearReport();
-  /// Remembers what the last job has written, for the question before the window is given up.
-  void noteWritten();
   /// `lblLegend`: what the colours mean, with what is written and not proved.
   void showLegend();
   /// Asks about values that failed reads have taken the place of, before the sets are stored.
@@ -444,7 +442,7 @@ class DecoderBench : public QObject {
   CvIndex userRowCv_{9};  // CV of the spare row of the drive page
   bool progressEnabled_ = false;
   BatchReport report_;
-  std::set<CvIndex> written_;    // into the decoder since open()
+  std::set<CvIndex> written_;    // writes of them went out since open(); named when given up
   bool reachedStation_ = false;  // any job since open()
   ConfigClicks configClicks_;    // since the options of CV 29 last agreed with its value
   bool choicePending_ = false;

@@ -26,11 +26,25 @@ WriteBatch::WriteBatch(DecoderBench& bench, bool progOn)
 WriteBatch::Written WriteBatch::write(CvIndex cv, int wanted,
                                       const std::function<void()>& onFailure) {
   inHand_ = description().cvText(cv);
-  const int result = link().WriteCV(description().realNumber(cv).value(), wanted, address_,
-                                    description().PROGMODE);
+  if (cancelled()) {
+    endAs(End::Orderly);
+    return Written::Ended;
+  }
+  const int result = send(cv, description().realNumber(cv).value(), wanted);
   if (result == wanted) return Written::Done;
   onFailure();
   return surviveWrite(cv, wanted, result) ? Written::Failed : Written::Ended;
+}
+
+int WriteBatch::send(CvIndex cv, int number, int wanted) {
+  // Remembered ahead of the message: behind it the line may break.
+  const bool isConfig = cv == CvIndex(cv::kConfig);
+  if (isConfig) noteConfig(wanted, false);
+  const bool isFirst = bench_.written_.insert(cv).second;
+  const int result = writeCv(number, wanted);
+  if (isFirst && link().lastCvRefused) bench_.written_.erase(cv);
+  if (isConfig) noteConfig(wanted, result == wanted);
+  return result;
 }
 
 bool WriteBatch::canSend(CvIndex cv) const {
@@ -64,7 +78,7 @@ bool WriteBatch::checks() {
   if (settings().addressCheckNow && progOn() && !readConfig()) return false;
   if (addressMarked()) {
     // Asked ahead of everything that is written.
-    if (!confirmConfig(expectedState())) return endAs(End::Orderly);
+    if (!confirmConfig(expectedState()) || cancelled()) return endAs(End::Orderly);
     if (!writeAddress()) return false;
   } else {
     if (settings().addressCheckNow && progOn() && !compareAddress()) return false;
@@ -150,6 +164,7 @@ bool WriteBatch::writeAddress() {
 }
 
 void WriteBatch::failAddress(CvIndex cv) {
+  addressJob_.setNumber(AddressJob::Part::Failed);
   bench_.report_.add({.cv = CvIndex(cv::kAddress), .deed = CvDeed::Failed, .reason = {}});
   bench_.sets.setMark(cv, CvMark::Failed);
   refillAddress();
@@ -158,8 +173,7 @@ void WriteBatch::failAddress(CvIndex cv) {
 bool WriteBatch::writeShortAddress(int address) {
   const CvIndex cv(cv::kAddress);
   const Written written = write(cv, address, [&] { failAddress(cv); });
-  addressJob_.setNumber(written == Written::Done ? AddressJob::Part::Done
-                                                 : AddressJob::Part::Failed);
+  if (written == Written::Done) addressJob_.setNumber(AddressJob::Part::Done);
   if (!finish(cv, written, address)) return false;
   // The kind of address changes only with an address that is there.
   if (written == Written::Failed) return true;
@@ -177,31 +191,31 @@ bool WriteBatch::writeLongAddress(int address) {
   if (config_ >= 0) {
     answer = sendConfig(withBit);
     if (answer < 0) {
-      if (!survive(CvIndex(cv::kConfig), answer)) return false;
+      if (!surviveWrite(CvIndex(cv::kConfig), withBit, answer)) return false;
       answer = 0;
     }
-  } else {
-    forceConfig_ = true;
   }
   if ((answer & config_bit::kLongAddress) == 0) return refuseLongAddress();
-  const bool otherValue = config_ >= 0 && answer != withBit;
-  if (config_ >= 0) config_ = withBit;
+  const bool configKnown = config_ >= 0;
+  const bool otherValue = configKnown && answer != withBit;
+  if (configKnown) config_ = withBit;
   // The marks are crossed: that of CV 17 follows the write of CV 18, and the other way round.
   const CvIndex high(cv::kLongAddressHigh);
   const CvIndex low(cv::kLongAddressLow);
   const auto writeHalf = [&](CvIndex half, CvIndex other, int wanted) {
     const Written written = write(half, wanted, [&] { failAddress(half); });
     if (written == Written::Done) bench_.sets.setWritten(other, deed() == CvDeed::Proved);
-    if (written != Written::Done) addressJob_.setNumber(AddressJob::Part::Failed);
     return written != Written::Ended;
   };
   if (!writeHalf(low, high, address & 255)) return false;
   if (!writeHalf(high, low, address / 256 | kLongAddressMark)) return false;
-  longWritten_ = true;
   if (addressJob_.number() == AddressJob::Part::Failed) {
     markAddressFailed();
   } else {
     addressJob_.setNumber(AddressJob::Part::Done);
+    // As above: only with an address that is there.
+    longWritten_ = true;
+    forceConfig_ = !configKnown;
   }
   // The decoder listens to the long address by now, so it has got its number first.
   inHand_ = configText();
@@ -209,7 +223,6 @@ bool WriteBatch::writeLongAddress(int address) {
 }
 
 bool WriteBatch::refuseLongAddress() {
-  addressJob_.setNumber(AddressJob::Part::Failed);
   // A long one that is blue would stay so: its colour comes from these two.
   for (const CvIndex cv : {CvIndex(cv::kLongAddressHigh), CvIndex(cv::kLongAddressLow)}) {
     if (bench_.sets.mark(cv) == CvMark::Verified) bench_.sets.setMark(cv, CvMark::Failed);
@@ -233,7 +246,7 @@ void WriteBatch::settleAddress() {
     }
     return;
   }
-  bench_.report_.add({.cv = cv, .deed = CvDeed::Failed, .reason = {}});
+  bench_.report_.add({.cv = cv, .deed = CvDeed::Failed, .reason = link().lateRefusal});
   // A number that failed has its marks.
   if (addressJob_.number() != AddressJob::Part::Failed) markAddressFailed();
   if (!addressJob_.lacksKind()) return;
@@ -252,7 +265,9 @@ bool WriteBatch::compareAddress() {
   const auto found = readAddress();
   if (!found) return false;
   const auto address = bench_.addressNumber();
-  return !address || *address == *found || acceptAddress(*found) || endAs(End::Orderly);
+  if (address && *address != *found) return acceptAddress(*found) || endAs(End::Orderly);
+  return !link().lastCvFailed ||
+         goOnUnchecked(QStringLiteral("Die Adresse des Decoders ließ sich nicht prüfen!"));
 }
 
 // ---- The CVs ----------------------------------------------------------------------------------

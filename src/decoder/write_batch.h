@@ -30,6 +30,8 @@ class WriteBatch final : public BatchRun {
   /// Writes one CV and compares what comes back; Failed when it failed and the run goes on.
   /// `onFailure` runs as soon as the failure is known, before it is shown and waited for.
   Written write(CvIndex cv, int wanted, const std::function<void()>& onFailure);
+  /// Sends one write, and remembers that it went out. Gives what came back.
+  int send(CvIndex cv, int number, int wanted);
   /// The mark, and what follows a CV that was written or survived.
   bool finish(CvIndex cv, Written outcome, int sent);
   void failAddress(CvIndex cv);
@@ -51,7 +53,7 @@ class WriteBatch final : public BatchRun {
   bool writeLongAddress(int address);
   bool refuseLongAddress();
   bool compareAddress();
-  /// Reports the address once it is known what became of all its parts.
+  /// Reports the address, whose parts are known by now.
   void settleAddress();
 
   /// What is known of the decoder's configuration when CV 29 is written.

@@ -104,9 +104,7 @@ bool WriteBatch::confirmConfig(const ConfigState& state) {
 
 int WriteBatch::sendConfig(int wanted) {
   inHand_ = configText();
-  const int answer = link().WriteCV(configCv(), wanted, address_, description().PROGMODE);
-  noteConfig(wanted, answer == wanted);
-  return answer;
+  return cancelled() ? cv_result::kCancelled : send(CvIndex(cv::kConfig), configCv(), wanted);
 }
 
 void WriteBatch::noteConfig(int sent, bool taken) {
@@ -130,8 +128,10 @@ void WriteBatch::settleConfig() {
   const CvReport* told = bench_.report_.of(cv);
   if (!configSent_->taken) {
     if (told == nullptr) {
-      bench_.report_.add(
-          {.cv = cv, .deed = CvDeed::Failed, .before = bench_.sets.value(cv), .reason = {}});
+      bench_.report_.add({.cv = cv,
+                          .deed = CvDeed::Failed,
+                          .before = bench_.sets.value(cv),
+                          .reason = link().lateRefusal});
     }
     bench_.sets.setWriteFailed(cv);
   } else if (told == nullptr && !marked(cv)) {
@@ -161,7 +161,6 @@ bool WriteBatch::writeDecodersConfig() {
     bench_.sets.setWriteFailed(cv);
     bench_.ColorCV29();
   });
-  noteConfig(wanted, written == Written::Done);
   if (written != Written::Done) return written == Written::Failed;
   report(cv, deed(), wanted);
   markDecodersConfig(wanted);
@@ -176,7 +175,6 @@ bool WriteBatch::writeWorkingConfig() {
     bench_.sets.setWriteFailed(cv);
     bench_.ColorCV29();
   });
-  noteConfig(wanted, written == Written::Done);
   if (!finish(cv, written, wanted)) return false;
   if (written == Written::Done && configConfirmed_ == wanted) {
     // The user has seen this value and agreed: the mark is to stand beside it.
@@ -200,27 +198,25 @@ bool WriteBatch::config() {
 }
 
 void WriteBatch::takeLateRefusal(const QString& text) {
-  // The refusal does not say which one it is for.
+  // The refusal does not say which one it is for. The address and its CV 29 are settled behind it.
+  if (addressJob_.number() == AddressJob::Part::Done) markAddressFailed();
+  addressJob_.refuse();
+  if (configSent_) configSent_->taken = false;
   for (const CvIndex cv : bench_.report_.with(CvDeed::Unproved)) {
+    if (cv == CvIndex(cv::kAddress)) continue;
     CvReport refused = *bench_.report_.of(cv);
     refused.deed = CvDeed::Failed;
     refused.reason = text;
     bench_.report_.add(refused);
-    if (cv == CvIndex(cv::kAddress)) {
-      markAddressFailed();
-    } else {
-      bench_.sets.setWriteFailed(cv);
-      bench_.showMarkOf(cv);
-    }
+    bench_.sets.setWriteFailed(cv);
+    bench_.showMarkOf(cv);
   }
-  if (configSent_) configSent_->taken = false;
 }
 
 void WriteBatch::addRemarks() {
+  if (!link().lateRefusal.isEmpty()) takeLateRefusal(link().lateRefusal);
   settleConfig();
   settleAddress();
-  if (!link().lateRefusal.isEmpty()) takeLateRefusal(link().lateRefusal);
-  bench_.noteWritten();
   if (!configSent_ || marked(CvIndex(cv::kConfig))) return;
   const QString before = configRead_ ? QStringLiteral("vorher %1").arg(*configRead_)
                                      : QStringLiteral("der Wert davor wurde nicht gelesen");

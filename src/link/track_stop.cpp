@@ -34,6 +34,16 @@ TrackStop::Agreement::~Agreement() {
   if (stop_.agreement_ == this) stop_.agreement_ = nullptr;
 }
 
+TrackStop::JobAside::JobAside(TrackStop& stop)
+    : stop_(stop), job_(std::exchange(stop.link_.runningJob, CommJob::None)) {
+  stop_.jobAside_ = this;
+}
+
+TrackStop::JobAside::~JobAside() {
+  stop_.jobAside_ = nullptr;
+  stop_.link_.runningJob = job_;
+}
+
 void TrackStop::set(Hold hold) {
   const bool before = isHeld();
   hold_ = hold;
@@ -81,6 +91,7 @@ TrackStop::Outcome TrackStop::press() {
 }
 
 void TrackStop::cancelJob() {
+  if (jobAside_ != nullptr) jobAside_->stopped_ = true;
   if (link_.runningJob != CommJob::None && link_.runningJob != CommJob::ProgressOnly) {
     link_.cancelRequested = true;
   }

@@ -9,6 +9,7 @@
 #include <optional>
 
 #include "base/clock.h"
+#include "link/comm_job.h"
 #include "link/layout_order.h"
 
 namespace lokari {
@@ -87,6 +88,26 @@ class TrackStop final : public QObject {
     TrackStop& stop_;
   };
 
+  /// While it lives the running job leaves the line to others: a stop ends none of their waits, and
+  /// is kept for the job.
+  class JobAside {
+   public:
+    explicit JobAside(TrackStop& stop);
+    ~JobAside();
+    JobAside(const JobAside&) = delete;
+    JobAside& operator=(const JobAside&) = delete;
+
+    /// The job is to end.
+    bool isStopped() const { return stopped_; }
+
+   private:
+    friend class TrackStop;
+
+    TrackStop& stop_;
+    CommJob job_;
+    bool stopped_ = false;
+  };
+
   /// A session has opened. For the link alone.
   void noteSession();
   /// A message that switches the layout on has gone out. A stop that was pressed ahead of it goes
@@ -116,6 +137,7 @@ class TrackStop final : public QObject {
   Hold provedFrom_ = Hold::None;  // `known_` ahead of the last word that an order was taken
   std::optional<bool> awaited_;   // that order: whether it stops
   const Agreement* agreement_ = nullptr;
+  JobAside* jobAside_ = nullptr;
   bool telling_ = false;
   std::unique_ptr<Clock::Alarm> tellLater_;
 };

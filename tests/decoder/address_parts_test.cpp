@@ -34,6 +34,19 @@ TEST_F(AddressParts, AnAddressWhoseCv29NeverWentOutIsRed) {
   EXPECT_EQ(addressColour(), TextColour::Blue);
 }
 
+TEST_F(AddressParts, ACv29BehindWhichThePortVanishedIsNotToldAsNeverWritten) {
+  openAndType("1001");
+  fault("unplugged@2");
+  write();
+  EXPECT_EQ(sent(), QStringList({"xPTWD 18, 233", "xPTWD 17, 195", "xPTWD 29, 32"}));
+  EXPECT_EQ(addressColour(), TextColour::Red);
+  EXPECT_EQ(mark(29), CvMark::Failed);
+  EXPECT_EQ(told(),
+            "Die Art der Adresse (kurz oder lang) ist nicht gesetzt: CV 29 ist misslungen. Mit der "
+            "Adresse sollte auch CV 29 an den Decoder: 32, der Wert davor wurde nicht gelesen. Der "
+            "Decoder hat CV 29 nicht bestätigt.");
+}
+
 TEST_F(AddressParts, ACancelAheadOfCv29LeavesTheAddressRed) {
   openAndType("1001");
   check("chkWrt_3");
@@ -126,6 +139,24 @@ TEST_F(AddressPartsMx1, WhatTheStationRefusesAtTheEndIsRed) {
   EXPECT_EQ(addressColour(), TextColour::Red);
   EXPECT_FALSE(told().contains(QStringLiteral("ging auch CV 29")));
   EXPECT_EQ(control("lblLegend").caption, "Blau: gelesen oder geprüft. Rot: misslungen.");
+}
+
+TEST_F(AddressPartsMx1, AnAddressThatTheStationRefusesAtTheEndIsNotTheVehicles) {
+  openEco(kPlain, "64");
+  bench->fieldEdited(QStringLiteral("dc_adr"), QStringLiteral("60"));
+  check("chkDcAdrWrite");
+  fault("busy:immer");
+  for (int times = 0; times < 2; ++times) {
+    prompt.shown.clear();
+    prompt.answers = {Answer::Ok};
+    runJob(CommJob::WriteMain);
+    EXPECT_EQ(addressColour(), TextColour::Red);
+    EXPECT_EQ(bench->report().of(CvIndex(1))->deed, CvDeed::Failed);
+    EXPECT_EQ(bench->report().of(CvIndex(1))->reason,
+              "Adresse gesperrt - Programmierung nicht möglich!");
+    EXPECT_EQ(prompt.shown.value(0),
+              "Das Fahrzeug mit der Adresse 60 würde beschrieben, nicht das mit der Adresse 64!");
+  }
 }
 
 }  // namespace

@@ -8,6 +8,7 @@ constexpr const char* kRows = "[X]\nSPEEDTABLE=N\nCV_3=drei\nCV_30=a,0-63,5,5\nC
 
 class BenchUnsaved : public BenchFixture {
  protected:
+  explicit BenchUnsaved(StationKind kind = StationKind::TamsMc) : BenchFixture(kind) {}
   void type(int cv, const char* text) { bench->rowEdited(rowOf(cv), QString::fromLatin1(text)); }
   void leave(int cv) { bench->rowLeft(rowOf(cv)); }
 };
@@ -98,19 +99,101 @@ TEST_F(BenchUnsaved, TheQuestionOffersThreeWaysAndStaysByDefault) {
   EXPECT_EQ(bench->askToLeave(), Leave::Store);
 }
 
-TEST_F(BenchUnsaved, WhatTheDecoderHasBeenWrittenIsNamedBeforeItIsForgotten) {
+// ---- What the decoder has got -----------------------------------------------------------------
+
+class BenchWritten : public BenchUnsaved {
+ protected:
+  using BenchUnsaved::BenchUnsaved;
+
+  /// What the question names below its text.
+  QString named() {
+    bench->askToLeave();
+    const QString more = prompt.asked.last().more;
+    const QString before = QStringLiteral("Schreibbefehle gingen seit dem Öffnen an ");
+    if (!more.contains(before)) return {};
+    return more.section(before, 1).section(u':', 0, 0);
+  }
+  void typeAddress(const char* address) {
+    bench->fieldEdited(QStringLiteral("dc_adr"), QString::fromUtf8(address));
+    check("chkDcAdrWrite");
+  }
+};
+
+TEST_F(BenchWritten, WhatTheDecoderHasBeenWrittenIsNamedBeforeItIsForgotten) {
   openEco(kRows);
   type(30, "7");
   leave(30);
-  bench->askToLeave();
-  EXPECT_FALSE(prompt.asked.last().more.contains(QStringLiteral("Geschrieben wurde")));
+  EXPECT_EQ(named(), "");
   markRowForWriting(30);
   markRowForWriting(31);
   write();
-  bench->askToLeave();
+  EXPECT_EQ(named(), "CV 30 und 31");
   EXPECT_TRUE(prompt.asked.last().more.endsWith(
-      QStringLiteral("Geschrieben wurde seit dem Öffnen CV 30 und 31: Dort kann der Decoder "
-                     "anderes haben, als die Datenbank dann zeigt.")));
+      QStringLiteral(": Dort kann der Decoder anderes haben, als die Datenbank dann zeigt.")));
+}
+
+TEST_F(BenchWritten, AnAddressWhoseCv29WasRefusedIsNamedWithBoth) {
+  openEco(kRows);
+  typeAddress("5");
+  decoder().readOnly.insert(29);
+  write();
+  ASSERT_EQ(decoder().stored(1), 5);
+  EXPECT_EQ(named(), "CV 1 und 29");
+}
+
+TEST_F(BenchWritten, Cv29AheadOfAnAddressThatFailedIsNamed) {
+  settings.addressCheckNow = true;
+  openEco(kRows);
+  typeAddress("1001");
+  decoder().readOnly.insert(17);
+  write();
+  ASSERT_EQ(decoder().stored(29) & 32, 32);
+  EXPECT_EQ(named(), "CV 17, 18 und 29");
+}
+
+TEST_F(BenchWritten, AWriteThatWasCancelledInItsWaitIsNamed) {
+  openEco(kRows);
+  markRowForWriting(30);
+  fault("late:1:5000");
+  clock.schedule(2000, [this] { link.cancelRequested = true; });
+  write();
+  EXPECT_EQ(named(), "CV 30");
+}
+
+TEST_F(BenchWritten, AWriteBehindWhichThePortVanishedIsNamed) {
+  openEco(kRows);
+  type(30, "7");
+  leave(30);
+  markRowForWriting(30);
+  fault("unplugged");
+  write();
+  EXPECT_EQ(named(), "CV 30");
+}
+
+class BenchWrittenMx1 : public BenchWritten {
+ protected:
+  BenchWrittenMx1() : BenchWritten(StationKind::Mx1) {}
+};
+
+TEST_F(BenchWrittenMx1, AValueThatReadsBackOtherwiseIsNamed) {
+  openEco(kRows);
+  type(30, "7");
+  leave(30);
+  markRowForWriting(30);
+  decoder().sticky = {30};
+  write();
+  EXPECT_EQ(named(), "CV 30");
+}
+
+TEST_F(BenchWrittenMx1, WhatALateRefusalMeetsIsNamed) {
+  openEco("[X]\nPROGMAIN=J\nSPEEDTABLE=N\nCV_3=drei\nCV_30=a,0-63,5,5\nCV_31=b,0-255,0,5\n");
+  type(30, "7");
+  leave(30);
+  markRowForWriting(30);
+  markRowForWriting(31);
+  fault("busy:immer");
+  runJob(CommJob::WriteMain);
+  EXPECT_EQ(named(), "CV 30 und 31") << "the refusal does not say which one it is for";
 }
 
 }  // namespace

@@ -238,6 +238,18 @@ TEST_F(ConfigKept, AWriteThatFailedLeavesTheValueAsKnownAsItWas) {
   EXPECT_EQ(writes(), QStringList({"xPTWD 29, 3"}));
 }
 
+TEST_F(ConfigKept, ACv29ThatFailedAheadOfALongAddressIsNoFailedRead) {
+  settings.addressCheckNow = true;
+  decoder().readOnly.insert(29);
+  openEco(kPlain, "1001");
+  check("chkDcAdrWrite");
+  write();
+  ASSERT_EQ(mark(29), CvMark::Failed);
+  EXPECT_EQ(bench->sets.unseenBits(CvIndex(29)), 0) << "its value is what somebody wanted";
+  bench->sets.setMark(CvIndex(29), CvMark::None);
+  EXPECT_FALSE(bench->sets.isDoubtful(CvIndex(29)));
+}
+
 TEST_F(ConfigKept, ForTheAddressAloneBitsThatNobodyClickedAreTheDecodersOwn) {
   settings.addressCheckNow = true;
   decoder().store(29, 10);

@@ -306,6 +306,8 @@ TEST_F(WriteBatchTest, AContinuedFailureOfALongAddressMarksBothHalves) {
   check("chkDcAdrWrite");
   decoder().readOnly.insert(18);
   write();
+  EXPECT_EQ(sent(), QStringList({"xPTWD 18, 128", "xPTWD 17, 192"}))
+      << "the kind of address is left alone";
   EXPECT_EQ(mark(17), CvMark::Failed);
   EXPECT_EQ(mark(18), CvMark::Failed);
   EXPECT_EQ(control("dc_adr").colour, TextColour::Red);
@@ -348,6 +350,25 @@ TEST_F(WriteBatchTest, AnAddressFieldThatIsNoNumberIsNotCompared) {
   write();
   EXPECT_TRUE(prompt.shown.isEmpty());
   EXPECT_EQ(inDecoder(33), 33);
+}
+
+TEST_F(WriteBatchTest, AnAddressCheckThatCouldNotBeMadeIsAskedAboutWithoutAnAddressToo) {
+  settings.addressCheckNow = true;
+  settings.continueOnError = true;
+  for (const char* address : {"abc", "", "0"}) {
+    openEco(kPlain, address);
+    prompt.shown.clear();
+    prompt.answers = {Answer::Cancel, Answer::Ok};
+    markRowForWriting(33);
+    fault("noack:4");
+    write();
+    EXPECT_EQ(prompt.shown, QStringList({"Die Adresse des Decoders ließ sich nicht prüfen!"}))
+        << address;
+    EXPECT_EQ(sent(), QStringList({"xPTRB 29", "xPTRB 29"})) << address;
+    write();
+    EXPECT_EQ(sent().last(), "xPTWD 33, 33") << address;
+    decoder().store(33, 0);
+  }
 }
 
 TEST_F(WriteBatchTest, AConfigurationThatCouldNotBeReadIsNotWrittenBack) {

@@ -16,6 +16,7 @@ Answer ScriptedPrompt::ask(const Box& box) {
     if (whileShown) whileShown();
     return Answer::Ok;
   }
+  if (whileAsked) whileAsked();
   if (answers.empty()) return box.buttons == Buttons::YesNo ? Answer::No : Answer::Cancel;
   const Answer answer = answers.front();
   answers.pop_front();

@@ -24,7 +24,7 @@ class ScriptedPrompt final : public Prompt {
   std::deque<Answer> answers;
   /// Indexes for the next choices, in their order. Choices beyond them get their safe answer.
   std::deque<int> choices;
-  /// Happens while a choice is open.
+  /// Happens while a question or a choice is open.
   std::function<void()> whileAsked;
   /// Happens while a box without a question is open.
   std::function<void()> whileShown;
