@@ -106,23 +106,50 @@ TEST_F(FrmDecoderJob, AnotherAddressAsksAndCancelLeavesEverything) {
   EXPECT_FALSE(line.isOpen());
 }
 
-TEST_F(FrmDecoderJob, WhileAJobWaitsForTheLineNothingInTheWindowCanBeChanged) {
+TEST_F(FrmDecoderJob, WhileAJobWaitsForTheLineNothingCanBeChangedAndEscGivesItUp) {
   std::function<void()> waiting;
   window.alone = [&](std::function<void()> job) { waiting = std::move(job); };
+  std::weak_ptr<bool> shown;
+  QString said;
+  window.showWaiting = [&](const QString& text, const std::function<void()>&) {
+    said = text;
+    const auto box = std::make_shared<bool>();
+    shown = box;
+    return box;
+  };
   edit([&] {
     click("chkRd_3");
+    for (const bool byKey : {true, false}) {
+      click("cmdDcRead");
+      ASSERT_TRUE(waiting);
+      EXPECT_EQ(said, QStringLiteral("Der Auftrag wartet auf die Digitalzentrale ..."));
+      EXPECT_FALSE(shown.expired());
+      click("chkRd_3");
+      EXPECT_TRUE(button("chkRd_3")->isChecked()) << "a click changes nothing";
+      byKey ? QTest::keyClick(&window, Qt::Key_Escape) : void(window.close());
+      EXPECT_TRUE(shown.expired());
+      EXPECT_TRUE(window.isVisible());
+      EXPECT_TRUE(button("chkRd_3")->isEnabled());
+      EXPECT_EQ(window.focusWidget(), button("cmdDcRead"));
+      waiting();
+      EXPECT_TRUE(line.writes.isEmpty()) << "what was given up does not begin";
+    }
     click("cmdDcRead");
-    ASSERT_TRUE(waiting);
-    EXPECT_FALSE(window.isEnabled());
-    click("chkRd_3");
-    EXPECT_TRUE(button("chkRd_3")->isChecked()) << "a click changes nothing";
-    QTest::keyClick(&window, Qt::Key_Escape);
-    window.close();
-    EXPECT_TRUE(window.isVisible()) << "the job's window stays";
-    EXPECT_TRUE(line.writes.isEmpty());
     waiting();
-    EXPECT_TRUE(window.isEnabled());
+    EXPECT_TRUE(shown.expired());
     EXPECT_EQ(value(3), 12);
+    EXPECT_EQ(window.focusWidget(), button("cmdDcRead"));
+  });
+}
+
+TEST_F(FrmDecoderJob, TheKeyboardStaysAtTheButtonThatStartedTheJob) {
+  window.alone = [](const std::function<void()>& job) { job(); };
+  edit([&] {
+    click("chkRd_3");
+    button("cmdDcRead")->setFocus();
+    QTest::keyClick(button("cmdDcRead"), Qt::Key_Space);
+    EXPECT_EQ(value(3), 12);
+    EXPECT_EQ(window.focusWidget(), button("cmdDcRead"));
   });
 }
 

@@ -259,6 +259,9 @@ void MainWin::openDecoderWindow() {
   frmDecoder.alone = [this, &frmDecoder](std::function<void()> job) {
     workbench_.driving().runAlone(&frmDecoder, std::move(job));
   };
+  frmDecoder.showWaiting = [&frmDecoder](const QString& text, std::function<void()> giveUp) {
+    return std::shared_ptr<void>(lokari::makeWaitWindow(text, std::move(giveUp), &frmDecoder));
+  };
   showBusy(false);
   frmDecoder_ = &frmDecoder;
   CvRecord record = form.workingCopy();

@@ -59,14 +59,14 @@ FrmDecoder::FrmDecoder(DecoderBench& bench, StationLink& link, Clock& clock,
   setModal(true);
   plugInDialogs(bench, link, scale, this);
 
-  auto* contents = new QWidget(this);
-  auto* rows = new QVBoxLayout(contents);
+  contents_ = new QWidget(this);
+  auto* rows = new QVBoxLayout(contents_);
   rows->setSpacing(10);
   makeHeader(rows);
   makeTabs(rows, pictures);
   makeReport(rows);
   makeFooter(rows);
-  scale.arrange(this, contents);
+  scale.arrange(this, contents_);
 
   toolTip_ = new ToolTip(this, clock);
   connect(binder_, &ControlBinder::tipWanted, this, [this](QWidget* field, const QString& tag) {
@@ -292,7 +292,7 @@ void FrmDecoder::accepted() {
 }
 
 void FrmDecoder::reject() {
-  if (jobWaits_) return;
+  if (jobWaits_) return endWait();
   switch (bench_.askToLeave()) {
     case Leave::Stay:
       return;
@@ -351,15 +351,33 @@ void FrmDecoder::runJob(CommJob job) {
   toolTip_->hideTip();
   if (jobWaits_) return;
   jobWaits_ = true;
-  setEnabled(false);
   const auto run = [this, job] {
-    jobWaits_ = false;
-    setEnabled(true);
+    // It may have been given up.
+    if (!jobWaits_) return;
+    endWait();
     DlgComm dialog(link_, this);
     scale_.ResizeWindow(&dialog);
     dialog.run(job, [this] { bench_.runJob(); });
   };
   alone ? alone(run) : run();
+  if (jobWaits_) waitForLine();
+}
+
+void FrmDecoder::waitForLine() {
+  focusBefore_ = focusWidget();
+  contents_->setEnabled(false);
+  if (!showWaiting) return;
+  waiting_ = showWaiting(QStringLiteral("Der Auftrag wartet auf die Digitalzentrale ..."),
+                         [this] { endWait(); });
+}
+
+void FrmDecoder::endWait() {
+  jobWaits_ = false;
+  waiting_.reset();
+  if (contents_->isEnabled()) return;
+  contents_->setEnabled(true);
+  // Disabling takes the keyboard's place away.
+  if (focusBefore_) focusBefore_->setFocus();
 }
 
 void FrmDecoder::showSetNames(const Control& control) {

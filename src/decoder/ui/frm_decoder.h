@@ -4,8 +4,10 @@
 #pragma once
 
 #include <QDialog>
+#include <QPointer>
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 #include "decoder/decoder_bench.h"
@@ -46,9 +48,12 @@ class FrmDecoder final : public QDialog {
   /// Runs what needs the station for itself, at once or as soon as the station is free; without it,
   /// at once. The window may be gone by then: who sets it forgets such a job.
   std::function<void(std::function<void()> job)> alone;
+  /// Shows that a job waits, for as long as the result lives; `giveUp` is the user's "Abbruch".
+  std::function<std::shared_ptr<void>(const QString& text, std::function<void()> giveUp)>
+      showWaiting;
 
   /// Escape and the window manager's close button: the same as `cmdCancel`. What would be lost is
-  /// asked about.
+  /// asked about. While a job waits for the station they give that up.
   void reject() override;
 
  protected:
@@ -69,6 +74,8 @@ class FrmDecoder final : public QDialog {
   void resetRows();
   void focusField(const QString& name, bool selectAll);
   void runJob(CommJob job);
+  void waitForLine();
+  void endWait();
   void accepted();
   void showSetNames(const Control& control);
   void limitSetName(const QString& text);
@@ -84,7 +91,11 @@ class FrmDecoder final : public QDialog {
   std::vector<RowsPage*> rowsPages_;  // by tab number; null for the two fixed ones
   CvRecord* record_ = nullptr;
   qsizetype setNameLength_ = 0;
-  bool jobWaits_ = false;  // for the line; what it is to do must not change meanwhile
+  // A job that has not begun yet; what it is to do must not change meanwhile.
+  bool jobWaits_ = false;
+  std::shared_ptr<void> waiting_;
+  QPointer<QWidget> focusBefore_;
+  QWidget* contents_ = nullptr;
 };
 
 }  // namespace lokari
