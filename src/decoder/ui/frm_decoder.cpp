@@ -23,8 +23,6 @@
 #include "decoder/ui/fixed_pages.h"
 #include "decoder/ui/rows_page.h"
 #include "decoder/ui/value_edit.h"
-#include "link/station_link.h"
-#include "link/ui/dlg_comm.h"
 
 namespace lokari {
 namespace {
@@ -345,39 +343,6 @@ void FrmDecoder::focusField(const QString& name, bool selectAll) {
     if (ssDecoder_->widget(tab)->isAncestorOf(field)) ssDecoder_->setCurrentIndex(tab);
   field->setFocus();
   if (selectAll) field->selectAll();
-}
-
-void FrmDecoder::runJob(CommJob job) {
-  toolTip_->hideTip();
-  if (jobWaits_) return;
-  jobWaits_ = true;
-  const auto run = [this, job] {
-    // It may have been given up.
-    if (!jobWaits_) return;
-    endWait();
-    DlgComm dialog(link_, this);
-    scale_.ResizeWindow(&dialog);
-    dialog.run(job, [this] { bench_.runJob(); });
-  };
-  alone ? alone(run) : run();
-  if (jobWaits_) waitForLine();
-}
-
-void FrmDecoder::waitForLine() {
-  focusBefore_ = focusWidget();
-  contents_->setEnabled(false);
-  if (!showWaiting) return;
-  waiting_ = showWaiting(QStringLiteral("Der Auftrag wartet auf die Digitalzentrale ..."),
-                         [this] { endWait(); });
-}
-
-void FrmDecoder::endWait() {
-  jobWaits_ = false;
-  waiting_.reset();
-  if (contents_->isEnabled()) return;
-  contents_->setEnabled(true);
-  // Disabling takes the keyboard's place away.
-  if (focusBefore_) focusBefore_->setFocus();
 }
 
 void FrmDecoder::showSetNames(const Control& control) {
