@@ -146,7 +146,7 @@ struct MakerFormRow {
 inline constexpr std::array kMakerForms{
     MakerFormRow{StationKind::Ibx,     28, {}, {.paged = true, .byRegister = true}},
     MakerFormRow{StationKind::TamsMc,  28, {}, {.paged = true, .byRegister = true}},
-    MakerFormRow{StationKind::Z21Ip,   28, {.opening = true, .cvJob = true}, {}},
+    MakerFormRow{StationKind::Z21Ip,   28, {}, {}},
 };
 // clang-format on
 

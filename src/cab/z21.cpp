@@ -1,8 +1,8 @@
 #include "cab/z21.h"
 
 #include "cab/cab_line.h"
-#include "cab/speed_steps.h"
 #include "cab/z21_codec.h"
+#include "cab/z21_coding.h"
 #include "link/link_error.h"
 #include "link/station_link.h"
 #include "link/z21.h"
@@ -23,10 +23,15 @@ Z21Protocol& Z21Cab::station() const {
   return dynamic_cast<Z21Protocol&>(link().protocol());
 }
 
+const z21::Coding& Z21Cab::coding() const {
+  return z21::coding(link().settings());
+}
+
 std::optional<FunctionMask> Z21Cab::readState() {
   ask(state().address, Patience::TimeOut);
   const auto vehicle = reply();
-  if (!vehicle || vehicle->address != state().address) return {};
+  if (!link().cancelRequested) station().noteAnswer(vehicle.has_value());
+  if (!vehicle) return {};
   take(*vehicle);
   return vehicle->functions;
 }
@@ -49,7 +54,7 @@ void Z21Cab::tick() {
   ask(state().address, Patience::Poll);
   if (tell(state().address)) {
     silentPolls_ = 0;
-  } else if (station().z21ReplyLen == 0 && !line().commandWaits() &&
+  } else if (station().z21LastReply.isEmpty() && !line().commandWaits() &&
              ++silentPolls_ >= kSilentPolls) {
     throw LinkError(QStringLiteral("Die Z21 antwortet nicht mehr!"));
   }
@@ -59,7 +64,7 @@ void Z21Cab::sendZ21(int address, int speed, int function, bool backward) {
   const bool isFunction = function >= 0 && function <= CabState::kHighestFunction;
   QString text;
   if (speed >= 0) {
-    text = z21::driveText(address, state().steps, cutStationSteps(speed, state().steps), backward);
+    text = z21::driveText(address, state().steps, coding().value(speed, state().steps), backward);
   } else if (isFunction) {
     text = z21::functionText(address, function, state().funcOn[static_cast<size_t>(function)]);
   } else {
@@ -83,7 +88,8 @@ void Z21Cab::ask(int address, Patience patience) {
   // What came unasked would be taken for the answer.
   station().dropInput();
   station().z21ReplyLen = 0;
-  station().z21Wanted = z21::vehicleHead();
+  station().z21LastReply.clear();
+  station().z21Wanted = z21::vehicleHead(address);
   line().send([&] { station().z21Send(z21::vehicleQuestion(address)); });
   if (patience == Patience::TimeOut) {
     link().Delay(0);
@@ -110,14 +116,17 @@ std::optional<z21::VehicleState> Z21Cab::reply() const {
 }
 
 void Z21Cab::take(const z21::VehicleState& vehicle) {
-  state().steps = vehicle.steps;
+  told_ = vehicle.told;
+  state().steps = coding().steps(vehicle.stepsCode);
   state().backward = vehicle.backward;
-  state().speed = barPosition(vehicle.value, vehicle.steps);
+  state().speed = coding().position(vehicle.value, state().steps);
 }
 
 bool Z21Cab::tell(int address) {
   const auto vehicle = reply();
-  if (vehicle && vehicle->address != address) return false;
+  // News of another vehicle say that the station is there, and that this answer is lost.
+  const auto other = z21::vehicleState(station().z21LastReply);
+  if (!vehicle && other && other->address != address) return false;
   // Given way to a command: nothing is known, and the next reading comes soon.
   if (!vehicle && line().commandWaits()) return false;
   if (vehicle) take(*vehicle);

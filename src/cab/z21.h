@@ -9,6 +9,10 @@ namespace lokari {
 
 class Z21Protocol;
 
+namespace z21 {
+struct Coding;
+}
+
 class Z21Cab final : public CabProtocol {
  public:
   /// What sendZ21() sends when no speed is meant.
@@ -19,6 +23,7 @@ class Z21Cab final : public CabProtocol {
   using CabProtocol::CabProtocol;
 
   std::optional<FunctionMask> readState() override;
+  FunctionMask toldFunctions() const override { return told_; }
   bool sendSpeed() override;
   void sendDirection() override { sendSpeed(); }
   void sendFunction(int n) override;
@@ -39,6 +44,7 @@ class Z21Cab final : public CabProtocol {
   enum class Patience { TimeOut, Command, Poll };
 
   Z21Protocol& station() const;
+  const z21::Coding& coding() const;
   void ask(int address, Patience patience);
   /// What has come; nothing when it is too short.
   std::optional<z21::VehicleState> reply() const;
@@ -46,6 +52,7 @@ class Z21Cab final : public CabProtocol {
   bool tell(int address);
 
   int silentPolls_ = 0;  // in a row
+  FunctionMask told_ = 0;
 };
 
 std::unique_ptr<CabProtocol> makeZ21Cab(CabLine& line, CabState& state, CabHooks hooks);

@@ -7,12 +7,10 @@
 namespace lokari::z21 {
 namespace {
 
-constexpr int kLongAddress = 128;
-constexpr int kLongMark = 192;
+constexpr int kVehicle = 0xEF;
 constexpr int kForward = 128;
 constexpr int kFunctionOn = 64;
-constexpr int kOutputOn = 168;
-constexpr int kOutputOff = 169;
+constexpr int kStateNever = 0;
 constexpr int kStateOff = 2;
 
 QString byteText(int value) {
@@ -25,17 +23,12 @@ QString wordText(int value) {
 }
 
 QString addressText(int address) {
-  return wordText(address + (address >= kLongAddress ? kLongMark * 256 : 0));
+  return wordText(markedAddress(address));
 }
 
 int codeOf(int steps) {
   if (steps == 128) return 0x13;
   return steps == 28 ? 0x12 : 0x10;
-}
-
-int stepsOf(int code) {
-  if (code == 2) return 28;
-  return code == 1 ? 14 : 128;
 }
 
 }  // namespace
@@ -64,35 +57,41 @@ QString outputQuestion(int output) {
   return withChecksum(QStringLiteral("08 00 40 00 43 ") + wordText(output));
 }
 
-QString outputText(int output, bool on) {
-  return withChecksum(QStringLiteral("09 00 40 00 53 %1 %2")
-                          .arg(wordText(output), byteText(on ? kOutputOn : kOutputOff)));
+QString outputText(int output, int value) {
+  return withChecksum(
+      QStringLiteral("09 00 40 00 53 %1 %2").arg(wordText(output), byteText(value)));
 }
 
-QByteArray vehicleHead() {
-  return bytes({21, 0, 64, 0, 239});
+QByteArray vehicleHead(int address) {
+  const int marked = markedAddress(address);
+  return bytes({21, 0, 64, 0, 239, marked >> 8, marked & 0xFF});
 }
 
-QByteArray outputHead() {
-  return bytes({9, 0, 64, 0, 67});
+QByteArray outputHead(int output) {
+  return bytes({9, 0, 64, 0, 67, output >> 8 & 0xFF, output & 0xFF});
 }
 
 std::optional<VehicleState> vehicleState(const QByteArray& message) {
-  if (message.size() < kVehicleLength) return {};
+  if (message.size() < kVehicleLength || byteAt(message, 4) != kVehicle) return {};
   const auto at = [&](int place) { return static_cast<FunctionMask>(byteAt(message, place - 1)); };
   VehicleState state;
   state.address = static_cast<int>(at(7) + 256 * (at(6) & 63U));
-  state.steps = stepsOf(static_cast<int>(at(8) & 7U));
+  state.stepsCode = static_cast<int>(at(8) & 7U);
   state.backward = (at(9) & 128U) == 0;
   state.value = static_cast<int>(at(9) & 127U);
   state.functions =
       (at(10) >> 4 & 1U) | (at(10) & 15U) << 1 | at(11) << 5 | at(12) << 13 | at(13) << 21;
+  // Behind F28 stands the checksum of a short one, F29 to F31 of the others.
+  const bool isShort = message.size() == kVehicleLength;
+  if (!isShort) state.functions |= at(14) << 29;
+  state.told = isShort ? (FunctionMask{1} << 29) - 1 : ~FunctionMask{0};
   return state;
 }
 
-std::optional<bool> outputIsOff(const QByteArray& message) {
+std::optional<OutputState> outputState(const QByteArray& message) {
   if (message.size() < kOutputLength) return {};
-  return byteAt(message, 7) == kStateOff;
+  const int state = byteAt(message, 7);
+  return OutputState{.off = state == kStateOff, .neverSwitched = state == kStateNever};
 }
 
 }  // namespace lokari::z21

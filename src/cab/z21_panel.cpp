@@ -1,7 +1,7 @@
 #include "cab/cab_line.h"
-#include "cab/unit_addresses.h"
 #include "cab/z21.h"
 #include "cab/z21_codec.h"
+#include "cab/z21_coding.h"
 #include "link/station_link.h"
 #include "link/z21.h"
 
@@ -16,41 +16,46 @@ class Z21Panel final : public PanelProtocol {
     if (!hasOutputs()) return {};
     quint8 mask = 0;
     for (int i = 0; i < PanelState::kOutputs; ++i) {
-      const auto off = readOutput(i);
-      if (!off) return {};
-      if (*off) mask |= static_cast<quint8>(1U << (2 * i));
+      const auto output = readOutput(i);
+      if (!output) return {};
+      if (output->off) mask |= static_cast<quint8>(1U << (2 * i));
+      state().neverSwitched[static_cast<size_t>(i)] = output->neverSwitched;
     }
     return mask;
   }
 
+  /// The pauses let a stop out; the message behind them goes out in any case.
   void sendOutput(int n) override {
     if (!hasOutputs()) return;
     const bool on = state().outOn[static_cast<size_t>(n)];
-    line().send([&] { station().z21Send(z21::outputText(outputAddress(n), on)); });
-    link().Delay(0);
+    for (const z21::OutputMessage& message : coding().outputMessages) {
+      const QString text = z21::outputText(outputAddress(n), on ? message.on : message.off);
+      line().send([&] { station().z21Send(text); });
+      link().DelayMsec(static_cast<int>(message.pause));
+    }
   }
 
  private:
   Z21Protocol& station() const { return dynamic_cast<Z21Protocol&>(link().protocol()); }
+  const z21::Coding& coding() const { return z21::coding(link().settings()); }
 
   /// The station counts outputs from 0.
-  int outputAddress(int n) const {
-    return (isInFours() ? unitOutput : unitOutputFromNumber)(state().address, n) - 1;
-  }
-  bool isInFours() const { return link().settings().makerForm; }
+  int outputAddress(int n) const { return coding().output(state().address, n) - 1; }
   /// Cut to the station's bits, the address would be that of somebody else's output.
-  bool hasOutputs() const { return !isInFours() || state().address <= kLastUnit; }
+  bool hasOutputs() const { return state().address <= coding().lastUnit; }
 
-  std::optional<bool> readOutput(int i) {
-    // What came unasked, such as the news of another output, would be taken for the answer.
+  std::optional<z21::OutputState> readOutput(int i) {
+    // What came unasked would be taken for the answer.
     station().dropInput();
     station().z21ReplyLen = 0;
-    station().z21Wanted = z21::outputHead();
+    station().z21Wanted = z21::outputHead(outputAddress(i));
     line().send([&] { station().z21Send(z21::outputQuestion(outputAddress(i))); });
     link().Delay(0);
     link().WaitForData(z21::kOutputLength);
-    if (station().z21ReplyLen < z21::kOutputLength) return {};
-    return z21::outputIsOff(station().z21LastReply);
+    const bool came = station().z21ReplyLen >= z21::kOutputLength;
+    if (!link().cancelRequested) station().noteAnswer(came);
+    if (!came) return {};
+    return z21::outputState(station().z21LastReply);
   }
 };
 

@@ -1,11 +1,14 @@
 #include "link/z21.h"
 
+#include <utility>
+
 #include "base/clock.h"
 #include "link/link_error.h"
 #include "link/station_link.h"
 #include "link/track_stop.h"
 #include "link/udp_socket.h"
 #include "link/z21_codec.h"
+#include "link/z21_form.h"
 
 namespace lokari {
 namespace {
@@ -13,6 +16,8 @@ namespace {
 constexpr int kOpenRounds = 20;
 constexpr int kAnswerRounds = 10;
 constexpr int kRound = 100;  // ms
+/// The station forgets who is silent for a minute, and with him what he has asked for.
+constexpr Millis kSilence = 50'000;
 
 }  // namespace
 
@@ -25,8 +30,39 @@ Z21Protocol::~Z21Protocol() {
 
 void Z21Protocol::open(bool, int& step) {
   // Others may still have their sessions of a socket that went: what they have stopped stays so.
-  if (!z21Connected) connectStation(step, !link().trackStop().staysStopped());
+  const bool first = !z21Connected;
+  if (first) connectStation(step, !link().trackStop().staysStopped());
+  subscribe();
   link().Delay(1);
+  if (first) showStanding();
+}
+
+const Z21Form& Z21Protocol::form() const {
+  return z21Form(link().settings());
+}
+
+void Z21Protocol::subscribe() {
+  if (!form().subscribes) return;
+  z21Send(z21::kSubscribe);
+  z21Send(z21::kAskStatus);
+}
+
+void Z21Protocol::showStanding() {
+  if (!form().subscribes) return;
+  // A datagram is lost now and then.
+  if (track_.state() == Z21Track::State::Unknown) {
+    z21Send(z21::kAskStatus);
+    const Millis latest = link().clock().now() + kAnswerRounds * kRound;
+    link().clock().waitUntil(
+        [this] { return track_.state() != Z21Track::State::Unknown || link().cancelRequested; },
+        latest);
+  }
+  dropInput();
+  TrackStop& stop = link().trackStop();
+  if (track_.state() != Z21Track::State::Stands || stop.isHeld()) return;
+  // Nobody has switched it on, so what the cabs have to offer is to let it go.
+  foundStanding_ = true;
+  stop.noteStoppedForAll();
 }
 
 void Z21Protocol::reopen(int, int& step) {
@@ -34,6 +70,7 @@ void Z21Protocol::reopen(int, int& step) {
   if (isOpen && z21Connected) return;
   try {
     connectStation(step, false);
+    subscribe();
   } catch (const LinkError&) {
     // Left open it would swallow messages that reach nobody.
     link().udp().close();
@@ -65,7 +102,9 @@ void Z21Protocol::connectStation(int& step, bool powerOn) {
   z21ReplyLen = 0;
   unread_.clear();
   checksOfBytes_.reset();
-  if (powerOn) {
+  track_.clear();
+  programmed_ = false;
+  if (powerOn && form().switchesOnAtLogOn) {
     z21Send(z21::kPowerOn);
     link().Delay(0);
     link().trackStop().noteSwitchedOn();
@@ -89,7 +128,9 @@ QString Z21Protocol::whyNotOpen() const {
 }
 
 void Z21Protocol::farewell(bool leaveMode, bool progOn) {
-  if (progOn) {
+  if (progOn && form().leavesAsFound) {
+    leaveProgramming();
+  } else if (progOn) {
     z21Wanted = z21::powerOnHead();
     z21Send(z21::kPowerOn);
     link().Delay(0);
@@ -97,6 +138,22 @@ void Z21Protocol::farewell(bool leaveMode, bool progOn) {
     link().trackStop().noteSwitchedOn();
   }
   if (leaveMode && link().commJob != CommJob::WriteMain) link().Delay(1);
+}
+
+/// What stood goes on standing, also where nobody knows, or where it was stopped meanwhile.
+void Z21Protocol::leaveProgramming() {
+  if (!std::exchange(programmed_, false)) return;
+  TrackStop& stop = link().trackStop();
+  if (track_.state() == Z21Track::State::On && !stop.mayStand()) {
+    z21Send(z21::kPowerOn);
+    link().Delay(0);
+    stop.noteSwitchedOn();
+  } else {
+    z21Send(z21::kPowerOff);
+    link().Delay(0);
+    foundStanding_ = foundStanding_ || !stop.isHeld();
+    stop.noteStoppedForAll();
+  }
 }
 
 void Z21Protocol::close(bool lastUser) {
@@ -128,8 +185,15 @@ void Z21Protocol::z21Send(QStringView text) {
   const auto data = z21::toBytes(text);
   if (!data) throw LinkError(QStringLiteral("Ungültige Nachricht an die Z21: ") + text.toString());
   if (data->isEmpty()) return;
-  link().udp().send(*data);
+  const bool forgotten = z21Connected && link().clock().now() - spokeAt_ >= kSilence;
+  if (forgotten && form().subscribes) send(*z21::toBytes(z21::kSubscribe));
+  send(form().checksOfBytes ? z21::withByteChecksum(*data) : *data);
+}
+
+void Z21Protocol::send(const QByteArray& message) {
+  link().udp().send(message);
   portClosed_ = false;
+  spokeAt_ = link().clock().now();
 }
 
 void Z21Protocol::beginCvOperation(int cv) {
@@ -137,6 +201,7 @@ void Z21Protocol::beginCvOperation(int cv) {
   z21LastReply.clear();
   cvResult_ = z21::cvResultHead(cv);
   refused_ = false;
+  programmed_ = programmed_ || link().progTrack;
   unread_.clear();
   for (QByteArray old = link().udp().takeDatagram(); !old.isEmpty();
        old = link().udp().takeDatagram()) {
@@ -175,14 +240,32 @@ void Z21Protocol::hear(const QByteArray& datagram) {
   z21::DatagramReader reader(datagram);
   LayoutOrder& order = link().trackStop().order();
   while (const auto message = reader.next()) {
+    const Z21Track::State before = track_.state();
+    track_.hear(*message);
     if (z21::tellsOff(*message)) order.hear(LayoutNews::Off);
-    if (message->startsWith(z21::powerOnHead())) order.hear(LayoutNews::On);
+    if (z21::tellsOn(*message)) order.hear(LayoutNews::On);
     if (z21::tellsUnknown(*message)) order.hear(LayoutNews::Refused);
+    if (track_.state() != before && track_.state() == Z21Track::State::On) noteOn();
   }
 }
 
+/// Who has found the layout standing hears that somebody has switched it on.
+void Z21Protocol::noteOn() {
+  if (std::exchange(foundStanding_, false)) link().trackStop().noteReleased();
+}
+
 bool Z21Protocol::isAwaited(const QByteArray& message) const {
-  return message.startsWith(z21Wanted) || (cvResult_ && message.startsWith(*cvResult_));
+  if (cvResult_) {
+    if (z21::answers(*cvResult_, message)) return true;
+    if (z21::isTrackNews(message)) return false;
+  }
+  return z21::answers(z21Wanted, message);
+}
+
+bool Z21Protocol::concernsWait(const QByteArray& message) const {
+  if (!cvResult_) return true;
+  return form().repeatsBehindNews ? z21::endsCvOperation(message)
+                                  : message.startsWith(z21::stateHead());
 }
 
 bool Z21Protocol::lookThrough(const QByteArray& datagram, bool keepOthers) {
@@ -196,7 +279,7 @@ bool Z21Protocol::lookThrough(const QByteArray& datagram, bool keepOthers) {
       return true;
     }
     // A refusal is kept even when news follow it in its datagram: it is the answer.
-    if (!z21::endsCvOperation(last)) last = *message;
+    if (!z21::endsCvOperation(last) && concernsWait(*message)) last = *message;
   }
   if (keepOthers && !refused_ && !last.isEmpty()) {
     z21LastReply = last;

@@ -4,9 +4,13 @@
 #include <deque>
 #include <optional>
 
+#include "base/clock.h"
 #include "link/station_protocol.h"
+#include "link/z21_track.h"
 
 namespace lokari {
+
+struct Z21Form;
 
 class Z21Protocol final : public StationProtocol {
  public:
@@ -30,9 +34,20 @@ class Z21Protocol final : public StationProtocol {
 
   // -- messages; also for driving and status queries
 
-  /// Sends a text of hexadecimal pairs as one datagram, an empty one not at all. Throws LinkError
-  /// for a text that is none or longer than 65 bytes, and when the socket is not open.
+  /// Sends a text of hexadecimal pairs as one datagram, an empty one not at all; in the form that
+  /// the settings name. Throws LinkError for a text that is none or longer than 65 bytes, and when
+  /// the socket is not open.
   void z21Send(QStringView text);
+
+  /// How the station is spoken to, by the settings as they are now.
+  const Z21Form& form() const;
+  /// What it has told of its track.
+  const Z21Track& track() const { return track_; }
+
+  /// A question that the station must answer has found an answer, or none.
+  void noteAnswer(bool came) { leftUnanswered_ = !came; }
+  /// The last such question found none: a station that answers others does not take its form.
+  bool leftUnanswered() const { return leftUnanswered_; }
 
   /// A CV operation begins, which will get the result for `cv`: nothing that came before it may
   /// pass for its answer. Datagrams left unread are looked through at the next arrival, but only
@@ -57,6 +72,13 @@ class Z21Protocol final : public StationProtocol {
  private:
   /// Opens the socket and waits for the station's first word.
   void connectStation(int& step, bool powerOn);
+  /// Asks for broadcasts and for the track's state, where the form has it.
+  void subscribe();
+  /// Behind the subscription of a first session: a layout that stands shows as one.
+  void showStanding();
+  void leaveProgramming();
+  void noteOn();
+  void send(const QByteArray& message);
   bool isHopeless() const;
   QString whyNotOpen() const;
   void datagramArrived();
@@ -66,12 +88,19 @@ class Z21Protocol final : public StationProtocol {
   /// z21LastReply alone when there is none.
   bool lookThrough(const QByteArray& datagram, bool keepOthers);
   bool isAwaited(const QByteArray& message) const;
+  /// Whether a message that nobody awaits tells something to whoever waits.
+  bool concernsWait(const QByteArray& message) const;
 
   std::deque<QByteArray> unread_;       ///< of the time before the operation
   std::optional<QByteArray> cvResult_;  ///< head of the running CV operation's result
   bool refused_ = false;                ///< it will get none
   bool portClosed_ = false;             ///< to what was sent last
   std::optional<bool> checksOfBytes_;   ///< the station's kind of checksum, once known
+  Z21Track track_;
+  bool foundStanding_ = false;   ///< the layout shows as stopped because it was found so
+  bool programmed_ = false;      ///< the programming track was used since the last farewell
+  bool leftUnanswered_ = false;  ///< see leftUnanswered()
+  Millis spokeAt_ = 0;           ///< when the last message went out
 };
 
 std::unique_ptr<StationProtocol> makeZ21Protocol(StationLink& link);

@@ -4,6 +4,7 @@
 #include "link/station_link.h"
 #include "link/z21.h"
 #include "link/z21_codec.h"
+#include "link/z21_form.h"
 
 namespace lokari {
 namespace {
@@ -27,6 +28,7 @@ class Z21Exchange : public CvExchange {
   }
 
   CvStep evaluate() override {
+    if (!link().cancelRequested) station_.noteAnswer(!station_.z21LastReply.isEmpty());
     const auto value = z21::cvResultValue(station_.z21LastReply);
     if (station_.z21ReplyLen >= want() && value) return believe(*value);
     if (link().cancelRequested && !z21::refusalCode(station_.z21LastReply)) {
@@ -38,6 +40,12 @@ class Z21Exchange : public CvExchange {
 
  protected:
   Z21Protocol& station() { return station_; }
+  const Z21Form& form() const { return station_.form(); }
+
+  std::optional<QString> mainRead() const { return z21::readOnMain(mainAddress(), request().cv); }
+  std::optional<QString> mainWrite() const {
+    return z21::writeOnMain(mainAddress(), request().cv, request().value);
+  }
 
   CvStep await(const std::optional<QString>& text) {
     // No message can carry these numbers; one cut to fit would mean another CV or value.
@@ -56,6 +64,10 @@ class Z21Exchange : public CvExchange {
   }
 
  private:
+  int mainAddress() const {
+    return form().marksMainAddresses ? z21::markedAddress(request().address) : request().address;
+  }
+
   CvStep believe(int value) {
     const bool sound = station_.isSound(station_.z21LastReply);
     if (const auto result = doubt_.take(value, sound)) return CvStep::finish(*result);
@@ -71,17 +83,15 @@ class Z21Read final : public Z21Exchange {
   using Z21Exchange::Z21Exchange;
 
   CvStep send() override {
-    return await(link().progTrack ? z21::readOnProgTrack(request().cv)
-                                  : z21::readOnMain(request().address, request().cv));
+    return await(link().progTrack ? z21::readOnProgTrack(request().cv) : mainRead());
   }
 
   /// A datagram is lost now and then, so the main track is asked once more. Behind that the
-  /// programming track is asked in any case: it tells what is wrong with the tracks.
+  /// programming track is asked where the form has it: it tells what is wrong with the tracks.
   void secondChance() override {
     if (!link().progTrack && !repeated_) {
       repeated_ = true;
-      Z21Exchange::send(*z21::readOnMain(request().address, request().cv),
-                        z21::cvResultHead(request().cv), kResultLength);
+      Z21Exchange::send(*mainRead(), z21::cvResultHead(request().cv), kResultLength);
       return;
     }
     elsewhere_ = !link().progTrack;
@@ -96,7 +106,8 @@ class Z21Read final : public Z21Exchange {
                                                    : cv_result::kWrongReply);
     }
     const bool silent = !valueCame && secondChanceHelps() && !link().cancelRequested;
-    if (silent && repeated_ && !elsewhere_) return CvStep::fromSecondChance();
+    const bool elseLeft = repeated_ && !elsewhere_ && form().asksOtherTrack;
+    if (silent && elseLeft) return CvStep::fromSecondChance();
     return Z21Exchange::evaluate();
   }
 
@@ -112,7 +123,7 @@ class Z21Write final : public Z21Exchange {
   CvStep send() override {
     const CvRequest& cv = request();
     if (link().progTrack) return await(z21::writeOnProgTrack(cv.cv, cv.value));
-    const auto text = z21::writeOnMain(cv.address, cv.cv, cv.value);
+    const auto text = mainWrite();
     if (!text) return CvStep::finish(cv_result::kWrongReply);
     station().z21Wanted.clear();
     station().z21Send(*text);
