@@ -104,6 +104,10 @@ void Z21Protocol::connectStation(int& step, bool powerOn) {
   checksOfBytes_.reset();
   track_.clear();
   programmed_ = false;
+  if (std::exchange(host_, link().settings().ipAddr) != link().settings().ipAddr) {
+    answered_ = 0;
+    unanswered_ = 0;
+  }
   if (powerOn && form().switchesOnAtLogOn) {
     z21Send(z21::kPowerOn);
     link().Delay(0);

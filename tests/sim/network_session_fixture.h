@@ -6,6 +6,8 @@
 
 #include <QDir>
 
+#include <optional>
+
 #include "link/station_link.h"
 #include "link/system_can.h"
 #include "link/trace.h"
@@ -19,14 +21,16 @@ namespace lokari::test {
 
 class NetworkSession : public ::testing::Test {
  protected:
-  explicit NetworkSession(StationKind kind) {
+  /// `makers`: the station is in its maker's form, set up like this.
+  explicit NetworkSession(StationKind kind, const std::optional<sim::MakersOptions>& makers = {}) {
     settings.baseUnit = kind;
     settings.ipAddr = QStringLiteral("127.000.000.001");
     settings.timeoutVal = 2;
     settings.delayFlag = false;
     EXPECT_EQ(sim::readDecoders(sim::builtInDecoders(), layout), "");
     const sim::StationRow& row = *sim::stationByName(QStringView(stationKind(kind).name));
-    station = row.make({clock, layout, faults, 20});
+    const sim::Surroundings surroundings{clock, layout, faults, 20};
+    station = makers ? row.makeMakers(surroundings, *makers) : row.make(surroundings);
     if (row.wire == sim::Wire::Serial) {
       line = std::make_unique<SimLine>(clock, *station);
       socket = std::make_unique<MemorySocket>(clock);
