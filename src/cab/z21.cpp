@@ -73,10 +73,24 @@ void Z21Cab::sendZ21(int address, int speed, int function, bool backward) {
   // Inside another exchange its answer is still awaited: that one is left alone.
   if (!line().isNested()) station().z21Wanted.clear();
   line().send([&] { station().z21Send(text); });
+  tellLayout(speed >= 0 || isFunction);
   // A stop without a vehicle has nothing to ask for either.
   if (line().isNested() || address == 0) return;
   link().Delay(0);
   readZ21State(address);
+}
+
+/// A stop of ours shows as one; what stands for another reason would not. Behind stop and go the
+/// station's word is still to come.
+void Z21Cab::tellLayout(bool drives) {
+  if (!hooks().layoutTold) return;
+  LayoutStands stands = LayoutStands::No;
+  const Z21Track& track = station().track();
+  if (drives && track.isStanding() && !state().stopped) {
+    const bool halted = track.state() == Z21Track::State::Halted;
+    stands = halted ? LayoutStands::Halted : LayoutStands::WithoutPower;
+  }
+  hooks().layoutTold(stands);
 }
 
 bool Z21Cab::readZ21State(int address) {

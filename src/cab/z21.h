@@ -50,6 +50,7 @@ class Z21Cab final : public CabProtocol {
   std::optional<z21::VehicleState> reply() const;
   void take(const z21::VehicleState& vehicle);
   bool tell(int address);
+  void tellLayout(bool drives);
 
   int silentPolls_ = 0;  // in a row
   FunctionMask told_ = 0;

@@ -59,7 +59,7 @@ void Z21Protocol::showStanding() {
   }
   dropInput();
   TrackStop& stop = link().trackStop();
-  if (track_.state() != Z21Track::State::Stands || stop.isHeld()) return;
+  if (!track_.isStanding() || stop.isHeld()) return;
   // Nobody has switched it on, so what the cabs have to offer is to let it go.
   foundStanding_ = true;
   stop.noteStoppedForAll();

@@ -43,7 +43,8 @@ struct News {
 };
 constexpr News kOn{0x61, 0x01};
 constexpr News kProgrammingMode{0x61, 0x02};
-constexpr News kStandstill[] = {{0x61, 0x00}, {0x61, 0x08}, {0x81, 0x00}};
+constexpr News kAllStopped{0x81, 0x00};
+constexpr News kStandstill[] = {{0x61, 0x00}, {0x61, 0x08}, kAllStopped};
 
 bool isNews(const QByteArray& message, const News& news) {
   return message.startsWith(stateHead()) && byteAt(message, 4) == news.fifth &&
@@ -173,6 +174,11 @@ bool isTrackNews(const QByteArray& message) {
 bool tellsOff(const QByteArray& message) {
   const auto status = statusBits(message);
   return isOffNews(message) || (status && (*status & (kStopped | kOff | kShortCircuit)) != 0);
+}
+
+bool tellsNoPower(const QByteArray& message) {
+  if (const auto status = statusBits(message)) return (*status & (kOff | kShortCircuit)) != 0;
+  return isOffNews(message) && !isNews(message, kAllStopped);
 }
 
 bool tellsOn(const QByteArray& message) {

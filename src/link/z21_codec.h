@@ -80,6 +80,8 @@ bool isTrackNews(const QByteArray& message);
 /// Whether a message says that the layout stands: track power off, a short circuit, or all vehicles
 /// stopped; or that it goes on. News or status.
 bool tellsOff(const QByteArray& message);
+/// Of such a message: whether the track has no power.
+bool tellsNoPower(const QByteArray& message);
 bool tellsOn(const QByteArray& message);
 /// Whether a message says that the station does not know what it was sent.
 bool tellsUnknown(const QByteArray& message);

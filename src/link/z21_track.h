@@ -10,7 +10,8 @@ class Z21Track {
   enum class State {
     Unknown,
     On,
-    Stands,  ///< off, short-circuited, or all vehicles stopped
+    Halted,        ///< all vehicles are stopped
+    WithoutPower,  ///< it is off, or short-circuited
   };
 
   /// Nothing has been told yet.
@@ -19,6 +20,7 @@ class Z21Track {
   void hear(const QByteArray& message);
 
   State state() const { return state_; }
+  bool isStanding() const { return state_ == State::Halted || state_ == State::WithoutPower; }
 
  private:
   State state_ = State::Unknown;

@@ -117,7 +117,11 @@ class Z21MakerCab : public test::Z21Fixture {
   CabLine line{z21};
   CabState state;
   std::vector<FunctionMask> told;
-  Z21Cab cab{line, state, {.stateArrived = [this](FunctionMask mask) { told.push_back(mask); }}};
+  std::vector<LayoutStands> stands;
+  Z21Cab cab{line,
+             state,
+             {.stateArrived = [this](FunctionMask mask) { told.push_back(mask); },
+              .layoutTold = [this](LayoutStands each) { stands.push_back(each); }}};
 };
 
 TEST_F(Z21MakerCab, ReadsAVehicleInTheDocumentedCoding) {
@@ -167,6 +171,23 @@ TEST_F(Z21MakerCab, SwitchesStopsAndGoes) {
   state.stopped = false;
   expectCommand("07 00 40 00 21 81 A0");
   cab.sendStopped();
+}
+
+TEST_F(Z21MakerCab, ACommandOnALayoutThatStandsTellsIt) {
+  constexpr char kDrive[] = "0A 00 40 00 E4 13 00 03 82 76";
+  state.speed = 1;
+  const char* const news[] = {"07 00 40 00 61 00 61", "07 00 40 00 81 00 81",
+                              "07 00 40 00 61 08 69", "07 00 40 00 61 01 60"};
+  for (const char* each : news) {
+    udp.arrive(hexBytes(each));
+    state.steps = 128;
+    state.speed = 1;
+    state.backward = false;
+    expectCommand(kDrive);
+    cab.sendSpeed();
+  }
+  EXPECT_EQ(stands, (std::vector{LayoutStands::WithoutPower, LayoutStands::Halted,
+                                 LayoutStands::WithoutPower, LayoutStands::No}));
 }
 
 TEST_F(Z21MakerCab, NewsOfOtherVehiclesBetweenQuestionAndAnswerAreNoAnswer) {

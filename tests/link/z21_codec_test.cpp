@@ -107,6 +107,58 @@ TEST(Z21Replies, NewsOfTheTrackDoNotEndAnOperation) {
   EXPECT_FALSE(z21::endsCvOperation(bytes({0x08, 0x00, 0x10, 0x00, 0x01, 0x02, 0x03, 0x04})));
 }
 
+TEST(Z21Replies, TheStatusIsFoundInItsAnswerAndInTheSystemsState) {
+  EXPECT_EQ(z21::statusBits(QByteArray::fromHex("08 00 40 00 62 22 27 67")), 0x27);
+  EXPECT_EQ(z21::statusBits(
+                QByteArray::fromHex("14 00 84 00 00 00 00 00 00 00 19 00 50 46 00 00 02 00 00 3B")),
+            0x02);
+  EXPECT_FALSE(z21::statusBits(QByteArray::fromHex("07 00 40 00 61 01 60")));
+}
+
+TEST(Z21Replies, WhatStandsAndWhatGoesOnIsToldByNewsAndStatus) {
+  struct Row {
+    const char* message;
+    bool off, noPower, on;
+  };
+  const Row rows[] = {
+      {"07 00 40 00 61 00 61", true, true, false},
+      {"07 00 40 00 61 08 69", true, true, false},
+      {"07 00 40 00 81 00 81", true, false, false},
+      {"07 00 40 00 61 01 60", false, false, true},
+      {"07 00 40 00 61 02 63", false, false, false},
+      {"08 00 40 00 62 22 00 40", false, false, true},
+      {"08 00 40 00 62 22 01 41", true, false, false},
+      {"08 00 40 00 62 22 02 42", true, true, false},
+      {"08 00 40 00 62 22 04 44", true, true, false},
+      {"08 00 40 00 62 22 20 60", false, false, false},
+  };
+  for (const Row& row : rows) {
+    const QByteArray message = QByteArray::fromHex(row.message);
+    EXPECT_EQ(z21::tellsOff(message), row.off) << row.message;
+    EXPECT_EQ(z21::tellsNoPower(message), row.noPower) << row.message;
+    EXPECT_EQ(z21::tellsOn(message), row.on) << row.message;
+  }
+}
+
+TEST(Z21Replies, AnAwaitedMessageMayBeLongerThanItsHeadSays) {
+  const QByteArray firmware = QByteArray::fromHex("09 00 40 00 F3 0A");
+  EXPECT_TRUE(z21::answers(firmware, QByteArray::fromHex("09 00 40 00 F3 0A 01 43 BB")));
+  EXPECT_TRUE(z21::answers(firmware, QByteArray::fromHex("0A 00 40 00 F3 0A 01 43 00 BB")));
+  EXPECT_FALSE(z21::answers(firmware, QByteArray::fromHex("08 00 40 00 F3 0A 01 43")));
+  EXPECT_FALSE(z21::answers(firmware, QByteArray::fromHex("09 00 40 00 63 21 30 12 60")));
+  EXPECT_FALSE(z21::answers(z21::stateHead(), QByteArray::fromHex("09 00 40 00 43 00 0C 01 4E")))
+      << "a state message is known by its length";
+}
+
+TEST(Z21Messages, TheChecksumOfTheBytesTakesThePlaceOfTheOther) {
+  EXPECT_EQ(z21::withByteChecksum(QByteArray::fromHex("09 00 40 00 23 11 00 1C 5E")),
+            QByteArray::fromHex("09 00 40 00 23 11 00 1C 2E"));
+  EXPECT_EQ(z21::withByteChecksum(QByteArray::fromHex("06 00 40 00 80 0A")),
+            QByteArray::fromHex("06 00 40 00 80 80"));
+  const QByteArray subscribe = QByteArray::fromHex("08 00 50 00 01 00 00 00");
+  EXPECT_EQ(z21::withByteChecksum(subscribe), subscribe) << "it has none";
+}
+
 TEST(Z21Datagram, IsTakenApartByTheLengthOfEachMessage) {
   z21::DatagramReader reader(bytes({0x04, 0x00, 0x10, 0x00,  //
                                     0x07, 0x00, 0x40, 0x00, 0x61, 0x01, 0x60}));

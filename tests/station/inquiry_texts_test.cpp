@@ -273,6 +273,25 @@ TEST(Z21Lines, SerialNumberAndFirmware) {
   EXPECT_EQ(z21FirmwareLine(fromHex("09 00 40 00 F3 0A 0A 05 F6")), "Firmware Vers. A.5");
 }
 
+TEST(Z21Lines, HardwareLockAndStatus) {
+  EXPECT_EQ(z21HardwareLine(fromHex("0C 00 1A 00 01 02 00 00 43 01 00 00")),
+            "Gerät: Z21, Version 1.43");
+  EXPECT_EQ(z21HardwareLine(fromHex("0C 00 1A 00 00 02 00 00 05 01 00 00")),
+            "Gerät: Z21 (2012), Version 1.05");
+  EXPECT_EQ(z21HardwareLine(fromHex("0C 00 1A 00 04 02 00 00 42 01 00 00")),
+            "Gerät: z21start, Version 1.42");
+  EXPECT_EQ(z21HardwareLine(fromHex("0C 00 1A 00 99 02 00 00 42 01 00 00")),
+            "Gerät: Bauart 299, Version 1.42");
+  EXPECT_EQ(z21HardwareLine(fromHex("0C 00 1A 00 01 02 00 00 43 01 00")), "");
+  EXPECT_EQ(z21LockLine(fromHex("05 00 18 00 00")), "");
+  EXPECT_NE(z21LockLine(fromHex("05 00 18 00 01")), "");
+  EXPECT_EQ(z21LockLine(fromHex("05 00 18 00 02")), "");
+  EXPECT_EQ(z21StatusLine(fromHex("08 00 40 00 62 22 00 40")), "Gleisspannung ein");
+  EXPECT_EQ(z21StatusLine(fromHex("08 00 40 00 62 22 27 67")),
+            "Kurzschluss, Gleisspannung aus, Alle Fahrzeuge angehalten, Programmiermodus");
+  EXPECT_EQ(z21StatusLine(fromHex("07 00 40 00 61 01 60")), "");
+}
+
 TEST(Z21Lines, AShortMessageGivesNone) {
   EXPECT_EQ(z21SerialNumberLine(fromHex("08 00 10 00 40 E2 01")), "");
   EXPECT_EQ(z21FirmwareLine(fromHex("09 00 40 00 F3 0A 01 43")), "");
