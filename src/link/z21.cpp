@@ -163,6 +163,7 @@ void Z21Protocol::leaveProgramming() {
 void Z21Protocol::close(bool lastUser) {
   // Cabs, and a job beside them, share the one socket; opening it anew would switch the track on.
   if (!lastUser) return;
+  z21Connected = false;
   if (link().udp().state() == UdpSocket::kOpen) {
     try {
       z21Send(z21::kLogOff);

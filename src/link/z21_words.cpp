@@ -34,6 +34,8 @@ constexpr std::array kSent{
     WordsRow{".. .. 40 00 E4 1.", u"fährt Fahrzeug %1", {{kVehicle}}},
     WordsRow{".. .. 40 00 E4 F8", u"schaltet F%2 von Fahrzeug %1", {{kVehicle, {.at = 8, .mask = 0x3F}}}},
     WordsRow{".. .. 40 00 43", u"fragt nach Ausgang %1", {{{.at = 5, .bytes = 2}}}},
+    WordsRow{".. .. 40 00 53 .. .. 80", u"beendet den Impuls an Ausgang %1", {{{.at = 5, .bytes = 2}}}},
+    WordsRow{".. .. 40 00 53 .. .. 81", u"beendet den Impuls an Ausgang %1", {{{.at = 5, .bytes = 2}}}},
     WordsRow{".. .. 40 00 53", u"schaltet Ausgang %1", {{{.at = 5, .bytes = 2}}}},
 };
 
