@@ -146,6 +146,9 @@ struct MakerFormRow {
 inline constexpr std::array kMakerForms{
     MakerFormRow{StationKind::Ibx,     28, {}, {.paged = true, .byRegister = true}},
     MakerFormRow{StationKind::TamsMc,  28, {}, {.paged = true, .byRegister = true}},
+    MakerFormRow{StationKind::Li100,   28, {.test = true, .cvJob = true}, {.paged = true, .byRegister = true}},
+    MakerFormRow{StationKind::Li100V3, 28, {.test = true, .cvJob = true}, {.paged = true, .byRegister = true}},
+    MakerFormRow{StationKind::LiUsb,   28, {.test = true, .cvJob = true}, {.paged = true, .byRegister = true}},
     MakerFormRow{StationKind::Z21Ip,   28, {}, {}},
 };
 // clang-format on

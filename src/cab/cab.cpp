@@ -27,6 +27,7 @@ Cab::Cab(const CabParts& parts, int address, bool noRecord)
 Cab::Cab(const CabParts& parts, int address, const std::optional<CabRecord>& record)
     : SlotUnit(parts.line, parts.prompt, address), parts_(parts), noRecord_(!record) {
   state_.address = address;
+  state_.funcCount = kind().cab.funcCount;
   if (record) record_ = *record;
   setTitle(noRecord_ ? parts_.records.nameOf(address) : record_.shortName);
   protocol_ =

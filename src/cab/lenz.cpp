@@ -3,6 +3,7 @@
 #include "base/bytes.h"
 #include "cab/function_bits.h"
 #include "cab/lenz_codec.h"
+#include "cab/lenz_coding.h"
 #include "cab/lenz_talk.h"
 #include "link/lenz_codec.h"
 #include "link/station_link.h"
@@ -31,9 +32,11 @@ class LenzCab : public CabProtocol {
  protected:
   LenzTalk& talk() { return talk_; }
 
-  FunctionMask take(const lenz::VehicleState& vehicle) {
+  const lenz::Coding& coding() const { return lenz::coding(link().settings()); }
+
+  FunctionMask take(const lenz::VehicleState& vehicle, int speed) {
     state().steps = vehicle.steps;
-    state().speed = vehicle.speed;
+    state().speed = speed;
     state().backward = vehicle.backward;
     return vehicle.functions;
   }
@@ -57,7 +60,7 @@ class FirstLenzCab final : public LenzCab {
     const auto vehicle = lenz::vehicleByteState(reply, state().address);
     if (!vehicle) return std::nullopt;
     state().locoCmd = lenz::driveByteOf(reply);
-    return take(*vehicle);
+    return take(*vehicle, vehicle->speed);
   }
 
   bool sendSpeed() override {
@@ -126,22 +129,32 @@ class LaterLenzCab final : public LenzCab {
     if (!question) return std::nullopt;
     const auto vehicle = lenz::vehicleState(talk().ask(*question, lenz::kVehicleStateSize, true));
     if (!vehicle) return std::nullopt;
-    return take(*vehicle);
+    const FunctionMask functions =
+        take(*vehicle, coding().barPosition(vehicle->d, vehicle->steps)) &
+        upTo(coding().toldFunctions);
+    state().funcCount = vehicle->tellsFunctions ? link().settings().station().cab.funcCount : -1;
+    if (!vehicle->tellsFunctions || !coding().asksUpperFunctions) return functions;
+    const auto upper = lenz::upperFunctions(
+        talk().ask(lenz::askUpperFunctions(state().address), lenz::kUpperFunctionsSize));
+    if (!upper) state().funcCount = coding().toldFunctions;
+    return functions | upper.value_or(0);
   }
 
   bool sendSpeed() override {
     const CabState& cab = state();
     const int forward = cab.backward ? 0 : kForward;
-    return command(lenz::stepCode(cab.steps), lenz::speedBits(cab.speed, cab.steps) + forward);
+    return command(lenz::stepCode(cab.steps), coding().speedBits(cab.speed, cab.steps) + forward);
   }
 
   void sendDirection() override { sendSpeed(); }
 
   void sendFunction(int n) override {
-    if (n <= 4) {
-      command(kLowFunctions, (state().funcOn[0] ? kLight : 0) + functionBits(state(), 1, 4));
-    } else if (n <= 7) {
-      command(kHighFunctions, functionBits(state(), 5, 7));
+    // What the station has not is not known: its group would switch the others off.
+    if (n > state().funcCount) return;
+    for (const lenz::FunctionGroup& group : coding().groups) {
+      if (n >= group.first && n <= group.last) {
+        command(group.code, lenz::groupByte(state(), group));
+      }
     }
   }
 
@@ -149,9 +162,8 @@ class LaterLenzCab final : public LenzCab {
   static constexpr int kCode = 1;
   static constexpr int kValue = 4;
   static constexpr int kForward = 128;
-  static constexpr int kLight = 16;
-  static constexpr int kLowFunctions = 32;
-  static constexpr int kHighFunctions = 33;
+
+  static FunctionMask upTo(int n) { return (FunctionMask{1} << (n + 1)) - 1; }
 
   std::optional<QByteArray> prepare() {
     auto question = lenz::askVehicle(state().address);

@@ -7,6 +7,7 @@
 #include "cab/speed_steps.h"
 #include "cab/unit_addresses.h"
 #include "link/lenz_codec.h"
+#include "link/lenz_meaning.h"
 
 namespace lokari::lenz {
 namespace {
@@ -23,8 +24,19 @@ constexpr int kLongAddressMark = 192;
 constexpr int kLastAddress = 10239;
 constexpr int kLastUnitInAByte = 256;
 
+/// In the last byte of a state F5 to F12; the first generation has F5 to F7.
+constexpr int kAllHigh = 0xFF;
+constexpr int kFirstHigh = 0x07;
+
+constexpr int kHeadingBase = 0xE2;
+constexpr int kAskUpper = 0x09;
+constexpr int kUpperHead = 0xE3;
+constexpr int kUpperCode = 0x52;
+
 constexpr int kOutputs = 0x42;
+constexpr int kOutputBits = 0x0F;
 constexpr int kSwitch = 0x52;
+constexpr int kPower = 0x08;
 
 bool hasFullSteps(int steps) {
   return steps == 14 || steps == 128;
@@ -36,11 +48,12 @@ bool isState(const QByteArray& reply, const Heads& heads) {
   return std::find(heads.begin(), heads.end(), byteAt(reply, 0)) != heads.end();
 }
 
-FunctionMask functionsOf(const QByteArray& state) {
+/// `high` are the bits of the last byte that count.
+FunctionMask functionsOf(const QByteArray& state, int high) {
   const int low = byteAt(state, 3);
   FunctionMask functions = (low & kLight) != 0 ? 1 : 0;
   functions |= static_cast<FunctionMask>(low & 0x0F) << 1U;
-  functions |= static_cast<FunctionMask>(byteAt(state, 4) & 0x07) << 5U;
+  functions |= static_cast<FunctionMask>(byteAt(state, 4) & high) << 5U;
   return functions;
 }
 
@@ -96,8 +109,9 @@ std::optional<VehicleState> vehicleByteState(const QByteArray& reply, int addres
   const int d = byteAt(reply, 2);
   VehicleState state{.steps = kFirstGenerationSteps,
                      .speed = barPositionOf(d, kFirstGenerationSteps),
+                     .d = d,
                      .backward = (d & kForwardOfByte) == 0,
-                     .functions = functionsOf(reply)};
+                     .functions = functionsOf(reply, kFirstHigh)};
   if ((d & kLightOfByte) != 0) state.functions |= 1U;
   return state;
 }
@@ -122,14 +136,31 @@ int stepCode(int steps) {
 }
 
 std::optional<VehicleState> vehicleState(const QByteArray& reply) {
-  constexpr std::array kHeads{0x84, 0xA4, 0xE4, 0xE5};
-  if (!isState(reply, kHeads)) return std::nullopt;
-  const int steps = stepsOf(byteAt(reply, 1));
+  constexpr std::array kHeads{0x84, 0xA4, 0xE4, 0xE5, 0xE6};
+  const bool base = byteAt(reply, 0) == kHeadingBase && reply.size() >= sizeBehind(kHeadingBase);
+  if (!base && !isState(reply, kHeads)) return std::nullopt;
   const int d = byteAt(reply, 2);
+  const int steps = stepsOf(byteAt(reply, 1));
   return VehicleState{.steps = steps,
                       .speed = barPositionOf(d, steps),
+                      .d = d,
                       .backward = (d & kForward) == 0,
-                      .functions = functionsOf(reply)};
+                      .functions = base ? 0 : functionsOf(reply, kAllHigh),
+                      .tellsFunctions = !base};
+}
+
+QByteArray askUpperFunctions(int address) {
+  return addressed(kUpperHead, kAskUpper, address);
+}
+
+std::optional<FunctionMask> upperFunctions(const QByteArray& reply) {
+  if (reply.size() < kUpperFunctionsSize || byteAt(reply, 0) != kUpperHead ||
+      byteAt(reply, 1) != kUpperCode) {
+    return std::nullopt;
+  }
+  constexpr unsigned kFirstUpper = 13;
+  const auto bits = static_cast<FunctionMask>(byteAt(reply, 2) | byteAt(reply, 3) << 8);
+  return bits << kFirstUpper;
 }
 
 QByteArray stopAll() {
@@ -143,7 +174,15 @@ std::optional<QByteArray> askOutputs(int address, int half) {
 
 std::optional<int> outputState(const QByteArray& reply) {
   if (reply.size() < kOutputStateSize || byteAt(reply, 0) != kOutputs) return std::nullopt;
-  return byteAt(reply, 2);
+  return byteAt(reply, 2) & kOutputBits;
+}
+
+int groupOf(const QByteArray& reply) {
+  return byteAt(reply, 1);
+}
+
+bool isNeverSwitched(int outputState, int n) {
+  return (outputState >> (2 * n) & 3) == 0;
 }
 
 QByteArray switchOutput(int address) {
@@ -154,22 +193,23 @@ int outputByte(int n, bool on) {
   return 0x88 + 2 * n + (on ? 1 : 0);
 }
 
-bool isDoubtful(const QByteArray& reply, int size) {
-  constexpr std::array kStates{0x84, 0xA4, 0xE4, 0xE5, kOutputs};
-  if (std::find(kStates.begin(), kStates.end(), byteAt(reply, 0)) == kStates.end()) return false;
-  return !isSound(reply) && reply.left(size) != withCheck(reply.left(size - 1));
+int outputOffByte(int n, bool on) {
+  return outputByte(n, on) & ~kPower;
 }
 
-QByteArray withoutNews(QByteArray input, bool usb) {
-  const QByteArray head = usb ? bytes({0xFF, 0xFE}) : QByteArray();
-  const std::array news{head + bytes({0x01, 0x04, 0x05}), head + bytes({0x61, 0x00, 0x61}),
-                        head + bytes({0x61, 0x01, 0x60}), head + bytes({0x81, 0x00, 0x81})};
-  const auto begins = [&input](const QByteArray& message) { return input.startsWith(message); };
-  for (auto it = news.begin(); it != news.end();) {
-    it = std::find_if(news.begin(), news.end(), begins);
-    if (it != news.end()) input.remove(0, it->size());
-  }
-  return input;
+bool isWhole(const QByteArray& reply, int size) {
+  const bool asAwaited = reply.size() >= size;
+  if (asAwaited && reply.left(size) == withCheck(reply.left(size - 1))) return true;
+  const int head = byteAt(reply, 0);
+  return isHeader(head) ? reply.size() >= sizeBehind(head) : asAwaited;
+}
+
+bool isDoubtful(const QByteArray& reply, int size) {
+  constexpr std::array kStates{0x84, 0xA4, kHeadingBase, 0xE4, 0xE5, 0xE6, kOutputs};
+  const bool upper = byteAt(reply, 0) == kUpperHead && byteAt(reply, 1) == kUpperCode;
+  const bool state = std::find(kStates.begin(), kStates.end(), byteAt(reply, 0)) != kStates.end();
+  if (!upper && !state) return false;
+  return !isSound(reply) && reply.left(size) != withCheck(reply.left(size - 1));
 }
 
 }  // namespace lokari::lenz

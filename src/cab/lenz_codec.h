@@ -14,6 +14,8 @@
 //   E3 00 ah al         asks for a vehicle; from address 100 on ah has C0 added
 //   84|A4|E4|E5 m d f g its state: the low three bits of m are the steps, 0 for 14, 1 for 27, 2 for
 //                       28, any other value 128; d is 80 forward, and the speed; f and g as above
+//   E6 m d f g ah al    the same in double heading, with the other vehicle
+//   E2 m d              the same of the base of a multi-heading: speed and direction alone
 //   E4 1m ah al d       speed and direction; m is 0, 1, 2, 3 for 14, 27, 28, 128 steps
 //   E4 20 ah al f       light and F1 to F4
 //   E4 21 ah al g       F5 to F7
@@ -45,8 +47,10 @@ int barPositionOf(int d, int steps);
 struct VehicleState {
   int steps = 128;  ///< 14, 27, 28 or 128
   int speed = 0;    ///< position of the bar
+  int d = 0;        ///< the byte of speed and direction
   bool backward = false;
-  FunctionMask functions = 0;  ///< F0 to F7
+  FunctionMask functions = 0;  ///< F0 to F12
+  bool tellsFunctions = true;
 };
 
 /// Bytes of a vehicle's state with its check byte.
@@ -77,6 +81,12 @@ QByteArray drive(int address);
 int stepCode(int steps);
 std::optional<VehicleState> vehicleState(const QByteArray& reply);
 
+/// Asks for F13 to F28 of an address.
+QByteArray askUpperFunctions(int address);
+inline constexpr int kUpperFunctionsSize = 5;
+/// F13 to F28; nothing for another reply.
+std::optional<FunctionMask> upperFunctions(const QByteArray& reply);
+
 // -- track and outputs
 
 /// 80 80, with its check byte.
@@ -85,22 +95,24 @@ QByteArray stopAll();
 /// Asks for outputs 0 and 1 (`half` 0) or 2 and 3 (`half` 1) of unit `address`, which is the group
 /// behind that many. Nothing for an address outside 1 to 256.
 std::optional<QByteArray> askOutputs(int address, int half);
-/// Byte s, or nothing for another reply.
+/// The two bits each of two outputs in byte s, or nothing for another reply.
 std::optional<int> outputState(const QByteArray& reply);
+/// The group that such a reply names.
+int groupOf(const QByteArray& reply);
+/// Neither off nor on: never switched.
+bool isNeverSwitched(int outputState, int n);
 /// 52 grp 80 of a unit that askOutputs() takes.
 QByteArray switchOutput(int address);
-/// The last byte of it for output `n`, 0 to 3.
+/// The last byte of it for output `n`, 0 to 3, and the one behind its pulse.
 int outputByte(int n, bool on);
+int outputOffByte(int n, bool on);
+
+/// Whether a reply, which is awaited as `size` bytes, has come whole: as its head counts, or as so
+/// many bytes with their check byte.
+bool isWhole(const QByteArray& reply, int size);
 
 /// A reply of at least `size` bytes that tells a state, and whose check byte is not right, neither
 /// as its head counts nor as the last of `size` bytes.
 bool isDoubtful(const QByteArray& reply, int size);
-
-// -- what comes between
-
-/// Without the confirmations and the news of track power at its beginning. They answer what was
-/// sent before, above all a stop, or are told to everybody, and reply to no question. `usb`: each
-/// message stands behind FF FE, and so does what is left.
-QByteArray withoutNews(QByteArray input, bool usb);
 
 }  // namespace lokari::lenz

@@ -16,7 +16,7 @@ class LenzTalk {
   /// `line` must outlive it. The interface is the one that the settings name.
   explicit LenzTalk(CabLine& line);
 
-  const LenzInterface& type() const { return type_; }
+  const LenzInterface& type() const;
 
   /// Sends a message that has its check byte. What waits until it is out is dropped, since it
   /// cannot be the reply; unless it belongs to the question around a stop.
@@ -37,7 +37,7 @@ class LenzTalk {
   LenzFraming& framing() const;
 
   CabLine& line_;
-  const LenzInterface& type_;
+  StationKind kind_;
 };
 
 }  // namespace lokari

@@ -32,7 +32,7 @@ void LenzProtocol::sayGoodbye(bool) {
 }
 
 std::unique_ptr<StationProtocol> makeLenzProtocol(StationLink& link) {
-  return std::make_unique<LenzProtocol>(link, lenzInterface(link.settings().baseUnit));
+  return std::make_unique<LenzProtocol>(link, link.settings().baseUnit);
 }
 
 }  // namespace lokari

@@ -12,8 +12,7 @@ namespace lokari {
 
 class LenzProtocol final : public SerialProtocol {
  public:
-  LenzProtocol(StationLink& link, const LenzInterface& type)
-      : SerialProtocol(link), framing_(link, type) {
+  LenzProtocol(StationLink& link, StationKind kind) : SerialProtocol(link), framing_(link, kind) {
     link.serial().onReceived = [this](const QByteArray& data) { framing_.hear(data); };
   }
   ~LenzProtocol() override { link().serial().onReceived = nullptr; }

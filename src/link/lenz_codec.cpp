@@ -4,6 +4,7 @@
 
 #include "base/bytes.h"
 #include "link/cv_result.h"
+#include "link/lenz_meaning.h"
 
 namespace lokari::lenz {
 namespace {
@@ -15,6 +16,8 @@ constexpr int kInterfaceReport = 0x01;
 constexpr int kRegisterOrPaged = 0x10;
 
 constexpr int kPaged = 1;
+constexpr int kReadRegister = 0x11;
+constexpr int kWriteRegister = 0x12;
 constexpr int kReadPaged = 0x14;
 constexpr int kReadDirect = 0x15;
 constexpr int kWritePaged = 0x17;
@@ -48,6 +51,14 @@ QByteArray v36Head(int header, int firstCommand, int cv) {
 
 bool isCv(int cv, int last) {
   return cv >= 1 && cv <= last;
+}
+
+std::optional<int> registerOf(int cv) {
+  constexpr int kLastRegister = 8;
+  constexpr int kConfigCv = 29;
+  constexpr int kConfigRegister = 5;
+  if (cv == kConfigCv) return kConfigRegister;
+  return isCv(cv, kLastRegister) ? std::optional(cv) : std::nullopt;
 }
 
 bool isResultType(int type) {
@@ -117,6 +128,10 @@ QByteArray resume() {
   return bytes({0x21, 0x81, 0xA0});
 }
 
+QByteArray askStationVersion() {
+  return bytes({0x21, 0x21, 0x00});
+}
+
 QByteArray requestResult() {
   return bytes({0x21, 0x10, 0x31});
 }
@@ -142,6 +157,22 @@ std::optional<QByteArray> writeCv(int cv, int value, int mode, bool lenzV36) {
   }
   appendByte(msg, value);
   return withCheck(msg);
+}
+
+QByteArray writeBlockEnd(int value, int mode) {
+  return withCheck(bytes({0x23, mode == kPaged ? kWritePaged : kWriteDirect, 0, value}));
+}
+
+std::optional<QByteArray> readRegister(int cv) {
+  const auto number = registerOf(cv);
+  if (!number) return std::nullopt;
+  return withCheck(bytes({0x22, kReadRegister, *number}));
+}
+
+std::optional<QByteArray> writeRegister(int cv, int value) {
+  const auto number = registerOf(cv);
+  if (!number) return std::nullopt;
+  return withCheck(bytes({0x23, kWriteRegister, *number, value}));
 }
 
 std::optional<QByteArray> writeCvMain(int pomAddr, int address, int cv, int value) {
@@ -239,7 +270,11 @@ std::optional<Message> takeMessage(QByteArray& input, bool usb) {
       head = 2;
       if (input.size() <= head) return std::nullopt;
     }
-    const qsizetype whole = (byteAt(input, head) & 0x0F) + 2;
+    if (!isHeader(byteAt(input, head))) {
+      input.remove(0, 1);
+      continue;
+    }
+    const qsizetype whole = sizeBehind(byteAt(input, head));
     if (input.size() < head + whole) return std::nullopt;
     const Message message{input.mid(head, whole), usb && byteAt(input, 1) == kUnaskedMark};
     if (isSound(message.bytes)) {

@@ -15,6 +15,8 @@ QByteArray withCheck(QByteArray msg);
 
 /// 21 81 A0: back to normal operation.
 QByteArray resume();
+/// 21 21 00: asks for the station's version.
+QByteArray askStationVersion();
 /// 21 10 31: asks for the result of the service mode.
 QByteArray requestResult();
 
@@ -29,6 +31,12 @@ std::optional<QByteArray> writeCv(int cv, int value, int mode, bool lenzV36);
 /// `address`. Nothing for a CV that is a multiple of 256 or above 1024, and for a number that is
 /// no address.
 std::optional<QByteArray> writeCvMain(int pomAddr, int address, int cv, int value);
+
+/// Writes CV 256 where the byte 00 stands for it: paged, and direct before protocol 3.6.
+QByteArray writeBlockEnd(int value, int mode);
+/// Reads a register, 1 to 8, or writes it. CV 29 is register 5. Nothing for any other CV.
+std::optional<QByteArray> readRegister(int cv);
+std::optional<QByteArray> writeRegister(int cv, int value);
 
 struct Message {
   QByteArray bytes;

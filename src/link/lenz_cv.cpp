@@ -1,8 +1,12 @@
 #include "link/lenz_cv.h"
 
+#include "base/bytes.h"
 #include "link/doubtful_value.h"
 #include "link/lenz_codec.h"
 #include "link/lenz_framing.h"
+#include "link/lenz_maker_cv.h"
+#include "link/lenz_meaning.h"
+#include "link/lenz_service.h"
 #include "link/serial_line.h"
 #include "link/station_link.h"
 #include "link/station_protocol.h"
@@ -17,7 +21,9 @@ constexpr int kMainReply = 3;
 constexpr int kReadCounts = 7;
 constexpr int kWriteCounts = 32;
 constexpr int kAskPauseMs = 100;
-constexpr int kResumeRounds = 5;
+constexpr int kBusyPauseMs = 500;
+/// A station may be busy that long.
+constexpr Millis kBusyTime = 90000;
 constexpr int kReadReportBase = -1000;
 
 /// The station announces the service mode again and again instead of writing.
@@ -43,20 +49,33 @@ class LenzExchange : public CvExchange {
   CvStep evaluate() final {
     if (link().cancelRequested) return cancelled();
     const QByteArray reply = link().serial().read();
-    return reply.size() < want() ? shortReply() : judge(framing_.unwrapped(reply));
+    if (reply.size() >= want()) return judge(framing_.unwrapped(reply));
+    // One message is all that some stations confirm with.
+    if (!lenz::tellsTaken(reply, framing_.type().usb)) return shortReply();
+    const CvStep step = documentedResult(CvStep::finish(cv_result::kNoReply));
+    return step.result == cv_result::kNoReply ? shortReply() : step;
   }
 
-  void epilogue() final {
-    for (int round = 0; round < kResumeRounds; ++round) {
-      link().protocol().dropInput();
-      if (framing_.resume(framing_.type().want)) return;
-      link().Delay(1);
-    }
-  }
+  void epilogue() final { framing_.leaveServiceMode(); }
 
  protected:
   /// A confirmation of at least want() bytes, unwrapped.
   virtual CvStep judge(QByteArray reply) = 0;
+  /// The result of the operation that a report stands for.
+  virtual int failureOf(const QByteArray& report) const = 0;
+  /// The programming track has done its work, and the station tells no value.
+  virtual CvStep ready(const CvStep& failure) { return failure; }
+
+  /// The result as the documents have it be asked for, ahead of an operation's end with `failure`.
+  CvStep documentedResult(const CvStep& failure) {
+    return concluded(service_.result(request().cv), failure);
+  }
+  /// The same for another message that goes out first.
+  CvStep documentedAccess(const QByteArray& msg, const CvStep& failure) {
+    const LenzService::Outcome taken = service_.command(msg);
+    return taken.kind == LenzService::Outcome::Kind::Taken ? documentedResult(failure)
+                                                           : concluded(taken, failure);
+  }
 
   LenzFraming& framing() const { return framing_; }
 
@@ -68,17 +87,23 @@ class LenzExchange : public CvExchange {
     return CvStep::wait();
   }
 
-  /// Asks for the result once. False when next to nothing came, which stays waiting.
+  /// Asks for the result once, and again of a station that is busy. False when next to nothing
+  /// came, which stays waiting.
   bool askForResult() {
-    framing_.cvQuestions().asked(request().cv % kNamedCvs);
-    framing_.lnzSend(lenz::requestResult());
-    link().WaitForData(kResultHead);
+    const Millis deadline = link().clock().now() + kBusyTime;
+    do {
+      framing_.forgetMessages();
+      framing_.cvQuestions().asked(request().cv % kNamedCvs);
+      framing_.lnzSend(lenz::requestResult());
+      link().WaitForData(kResultHead);
+    } while (isBusy() && !link().cancelRequested && link().clock().now() < deadline);
     return link().getBufferCount() >= kResultHead;
   }
 
   /// Takes a reply to the question; if it is no result, what comes a little later instead of it.
   QByteArray takeResult() {
-    QByteArray reply = unlessLate(lenz::resultWithin(framing_.takeReply()));
+    QByteArray reply =
+        unlessLate(lenz::resultWithin(framing_.takeAnswer(lenz::Meaning::ServiceMode)));
     if (lenz::resultValue(reply)) return reply;
     ++counter_;
     link().DelayMsec(kAskPauseMs);
@@ -115,6 +140,30 @@ class LenzExchange : public CvExchange {
   int counter_ = 1;
 
  private:
+  CvStep concluded(const LenzService::Outcome& outcome, const CvStep& failure) {
+    switch (outcome.kind) {
+      case LenzService::Outcome::Kind::Result:
+        return CvStep::finish(lenz::resultValue(outcome.message).value());
+      case LenzService::Outcome::Kind::Ready:
+        return ready(failure);
+      case LenzService::Outcome::Kind::Refused:
+        return lenz::report(outcome.message) ? CvStep::finish(failureOf(outcome.message)) : failure;
+      case LenzService::Outcome::Kind::Cancelled:
+        return cancelled();
+      default:
+        return failure;
+    }
+  }
+
+  /// "Busy" is what came: it is taken, and a pause goes by.
+  bool isBusy() {
+    const auto message = framing_.nextMessage(link().clock().now());
+    if (!message || lenz::meaningOf(*message) != lenz::Meaning::Busy) return false;
+    link().protocol().dropInput();
+    link().DelayMsec(kBusyPauseMs);
+    return true;
+  }
+
   /// Whether a result names the CV that was asked for, or none.
   bool namesCv(const QByteArray& result) const {
     const int cv = lenz::resultCv(result).value_or(0);
@@ -128,6 +177,7 @@ class LenzExchange : public CvExchange {
   }
 
   LenzFraming& framing_;
+  LenzService service_{link(), framing_, LenzService::ServiceModeWord::NotYet};
   QByteArray msg_;
 };
 
@@ -159,12 +209,17 @@ class LenzRead final : public LenzExchange {
   CvStep resultOf(const QByteArray& reply) {
     if (lenz::resultValue(reply)) return believe(reply);
     if (link().cancelRequested) return cancelled();
-    if (const auto code = lenz::report(reply)) return CvStep::finish(kReadReportBase - *code);
+    if (lenz::report(reply)) return CvStep::finish(failureOf(reply));
     if (tries_ < 1) return CvStep::finish(cv_result::kWrongReply);
     --tries_;
     return repeatAfterPause();
   }
 
+  int failureOf(const QByteArray& report) const override {
+    return kReadReportBase - byteAt(report, 1);
+  }
+
+ private:
   int tries_ = 1;
 };
 
@@ -193,8 +248,20 @@ class LenzWrite final : public LenzExchange {
       if (!askForResult()) continue;
       reply = takeResult();
       if (lenz::resultValue(reply)) break;
+      if (lenz::meaningOf(reply) == lenz::Meaning::Ready) return ready(resultOf(reply));
     }
     return resultOf(reply);
+  }
+
+  int failureOf(const QByteArray& report) const override { return lenz::writeFailure(report); }
+
+  /// Whether the value has arrived is known by reading it back.
+  CvStep ready(const CvStep& failure) override {
+    if (isReadBack_) return failure;
+    isReadBack_ = true;
+    const CvRequest& cv = request();
+    const auto msg = lenz::readCv(cv.cv, cv.mode, link().settings().lenzV36);
+    return msg ? documentedAccess(*msg, failure) : failure;
   }
 
  private:
@@ -204,8 +271,9 @@ class LenzWrite final : public LenzExchange {
 
   CvStep serviceModeEntered() {
     if (enteredBefore_) {
-      framing().lnzSend(lenz::resume());
-      return CvStep::finish(kServiceModeOnly);
+      const CvStep step = documentedResult(CvStep::finish(kServiceModeOnly));
+      if (step.result == kServiceModeOnly) framing().lnzSend(lenz::resume());
+      return step;
     }
     enteredBefore_ = true;
     return repeatAfterPause();
@@ -218,6 +286,7 @@ class LenzWrite final : public LenzExchange {
   }
 
   bool enteredBefore_ = false;
+  bool isReadBack_ = false;
 };
 
 /// A main-track write that ends with the reply to it: one attempt, no result, no epilogue.
@@ -243,7 +312,7 @@ class LenzMainWrite final : public ReplyExchange {
   QByteArray takeReply() override {
     // Less than the frame has waited for is not waited for once more.
     const bool waitMore = link().getBufferCount() >= kMainReply;
-    return waitMore ? framing_.takeReply() : link().serial().read();
+    return waitMore ? framing_.takeAnswer(lenz::Meaning::HandedOver) : link().serial().read();
   }
 
   CvStep parse(const QByteArray& reply) override {
@@ -260,6 +329,7 @@ class LenzMainWrite final : public ReplyExchange {
 
 std::unique_ptr<CvExchange> lenzReadCv(StationLink& link, LenzFraming& framing,
                                        const CvRequest& request) {
+  if (link.settings().makerForm) return lenzMakerReadCv(link, framing, request);
   return std::make_unique<LenzRead>(link, framing, request);
 }
 
@@ -269,6 +339,7 @@ std::unique_ptr<CvExchange> lenzWriteCv(StationLink& link, LenzFraming& framing,
   if (main && framing.type().confirmsMainWrite) {
     return std::make_unique<LenzMainWrite>(link, framing, request);
   }
+  if (link.settings().makerForm) return lenzMakerWriteCv(link, framing, request);
   return std::make_unique<LenzWrite>(link, framing, request);
 }
 

@@ -11,6 +11,7 @@
 #include "link/link_error.h"
 #include "link/serial_line.h"
 #include "link/station_link.h"
+#include "link/station_protocol.h"
 #include "link/track_stop.h"
 
 namespace lokari {
@@ -22,8 +23,17 @@ constexpr std::array kInterfaces{
     LenzInterface{StationKind::LiUsb, true, 6, 9, true, false},
 };
 
+constexpr std::array kInMakerForm{
+    LenzInterface{StationKind::Li100, false, 3, 3, true, false},
+    LenzInterface{StationKind::Li100V3, false, 3, 3, true, false},
+    LenzInterface{StationKind::LiUsb, true, 5, 5, true, false},
+};
+
 constexpr int kRequestPulseMs = 50;
 constexpr int kUsbHead = 2;
+constexpr int kResumeRounds = 5;
+/// A station that never stops telling news must not keep a question open.
+constexpr int kMostWaits = 8;
 /// A station's shortest message.
 constexpr int kShortestMessage = 3;
 
@@ -35,14 +45,22 @@ bool isTrackOrder(const QByteArray& msg) {
 
 /// A message that was not answered by then is not answered any more.
 constexpr Millis kAnswerTime = 1000;
+/// A message whose next piece takes longer has lost it.
+constexpr Millis kPieceTime = 5000;
+/// Messages that nobody takes are not kept for ever.
+constexpr size_t kMostMessages = 16;
 
 }  // namespace
 
-const LenzInterface& lenzInterface(StationKind kind) {
-  for (const LenzInterface& each : kInterfaces) {
+const LenzInterface& lenzInterface(StationKind kind, bool makerForm) {
+  for (const LenzInterface& each : makerForm ? kInMakerForm : kInterfaces) {
     if (each.kind == kind) return each;
   }
   Q_UNREACHABLE();
+}
+
+const LenzInterface& LenzFraming::type() const {
+  return lenzInterface(kind_, link_.settings().makerForm);
 }
 
 void LenzFraming::lnzSend(const QByteArray& msg, std::function<void()> lost) {
@@ -51,7 +69,7 @@ void LenzFraming::lnzSend(const QByteArray& msg, std::function<void()> lost) {
 
 void LenzFraming::sendInTurn(const QByteArray& msg, std::function<void()> lost, Yields yields) {
   const bool isOrder = lost != nullptr;
-  if (type_.usb) return write(msg, isOrder);
+  if (type().usb) return write(msg, isOrder);
   if (requesting_) {
     // The word for an order that is not the newest any more would be taken for that one's.
     if (isOrder) std::erase_if(ahead_, [](const Ahead& each) { return each.lost != nullptr; });
@@ -78,7 +96,7 @@ void LenzFraming::sendInTurn(const QByteArray& msg, std::function<void()> lost, 
 }
 
 void LenzFraming::write(const QByteArray& msg, bool isOrder) {
-  link_.serial().write(type_.usb ? bytes({0xFF, 0xFE}) + msg : msg);
+  link_.serial().write(type().usb ? bytes({0xFF, 0xFE}) + msg : msg);
   const Millis now = link_.clock().now();
   while (!unanswered_.empty() && unanswered_.front() + kAnswerTime < now) unanswered_.pop_front();
   unanswered_.push_back(now);
@@ -89,14 +107,17 @@ void LenzFraming::write(const QByteArray& msg, bool isOrder) {
 
 void LenzFraming::hear(const QByteArray& data) {
   const Millis now = link_.clock().now();
-  if (heardAt_ + kAnswerTime < now) {
-    heard_.clear();
-    heardLast_.clear();
-  }
+  const Millis pause = now - heardAt_;
+  if (pause > kAnswerTime) heardLast_.clear();
+  // Behind a pause a message that stands by itself shows that the piece before is none of it.
+  const bool isNew = pause > kAnswerTime && lenz::beginsWithMessage(data, type().usb);
+  if (pause > kPieceTime || isNew) heard_.clear();
   heardAt_ = now;
   heard_ += data;
   LayoutOrder& order = link_.trackStop().order();
-  while (const auto message = lenz::takeMessage(heard_, type_.usb)) {
+  while (const auto message = lenz::takeMessage(heard_, type().usb)) {
+    if (messages_.size() == kMostMessages) messages_.pop_front();
+    messages_.push_back(message->bytes);
     switch (newsIn(*message)) {
       case lenz::News::None:
         break;
@@ -124,7 +145,7 @@ void LenzFraming::hear(const QByteArray& data) {
 lenz::News LenzFraming::newsIn(const lenz::Message& message) {
   const lenz::News news = lenz::newsIn(message);
   const bool isRepeat = std::exchange(heardLast_, message.bytes) == message.bytes;
-  return type_.firstGeneration && isRepeat && !lenz::isOfLayout(news) ? lenz::News::None : news;
+  return type().firstGeneration && isRepeat && !lenz::isOfLayout(news) ? lenz::News::None : news;
 }
 
 /// An answer does not tell what it answers; the station answers in the order of the messages. A
@@ -133,8 +154,20 @@ lenz::News LenzFraming::newsIn(const lenz::Message& message) {
 void LenzFraming::noteAnswer(bool accepted) {
   if (!unanswered_.empty()) unanswered_.pop_front();
   if (answersToOrder_ == 0 || --answersToOrder_ > 0) return;
-  if (link_.runningJob != CommJob::None || (accepted && type_.firstGeneration)) return;
+  if (link_.runningJob != CommJob::None || (accepted && type().firstGeneration)) return;
   link_.trackStop().order().hear(accepted ? LayoutNews::Accepted : LayoutNews::Refused);
+}
+
+std::optional<QByteArray> LenzFraming::nextMessage(Millis deadline) {
+  const auto come = [this] {
+    link_.serial().inBufferCount();  // a device that has vanished shows
+    return !messages_.empty() || link_.cancelRequested || link_.isFarewellHurried();
+  };
+  link_.clock().waitUntil(come, deadline);
+  if (messages_.empty()) return std::nullopt;
+  const QByteArray message = messages_.front();
+  messages_.pop_front();
+  return message;
 }
 
 void LenzFraming::request() {
@@ -151,16 +184,40 @@ void LenzFraming::request() {
 }
 
 QByteArray LenzFraming::unwrapped(const QByteArray& reply) const {
-  return type_.usb && reply.size() > kUsbHead ? reply.mid(kUsbHead) : reply;
+  return type().usb && reply.size() > kUsbHead ? reply.mid(kUsbHead) : reply;
 }
 
 QByteArray LenzFraming::takeReply() {
-  QByteArray reply = unwrapped(link_.serial().read());
+  return completed(link_.serial().read());
+}
+
+QByteArray LenzFraming::takeAnswer(lenz::Meaning answer) {
+  QByteArray input = link_.serial().read();
+  for (int waits = 0; waits < kMostWaits && !input.isEmpty(); ++waits) {
+    const QByteArray left = lenz::withoutNews(input, type().usb, answer);
+    if (!left.isEmpty()) return completed(left);
+    link_.WaitForData(kShortestMessage);
+    if (link_.getBufferCount() == 0) break;
+    input = link_.serial().read();
+  }
+  return unwrapped(input);
+}
+
+QByteArray LenzFraming::completed(const QByteArray& input) {
+  QByteArray reply = unwrapped(input);
   if (const qsizetype rest = lenz::missing(reply); rest > 0) {
     link_.WaitForData(static_cast<qint32>(rest));
     reply += link_.serial().read();
   }
   return reply;
+}
+
+void LenzFraming::leaveServiceMode() {
+  for (int round = 0; round < kResumeRounds; ++round) {
+    link_.protocol().dropInput();
+    if (resume(type().want)) return;
+    link_.Delay(1);
+  }
 }
 
 bool LenzFraming::resume(int want) {
@@ -169,8 +226,10 @@ bool LenzFraming::resume(int want) {
   // Right behind it: the layout must not run for as long as the answer takes.
   const bool stopped = link_.trackStop().noteSwitchedOn();
   link_.WaitForData(want);
-  const bool resumed = link_.getBufferCount() >= kShortestMessage &&
-                       lenz::tellsResumed(unwrapped(link_.serial().read()));
+  const qint32 came = link_.getBufferCount();
+  const bool resumed =
+      came >= kShortestMessage && lenz::tellsResumed(unwrapped(link_.serial().read()));
+  saysItOnce_ = saysItOnce_ || (resumed && came < want);
   // Insisting would switch the layout on behind the stop.
   return stopped || link_.trackStop().mayStand() || resumed;
 }

@@ -6,10 +6,12 @@
 
 #include <deque>
 #include <functional>
+#include <optional>
 
 #include "base/clock.h"
 #include "base/station_kind.h"
 #include "link/lenz_codec.h"
+#include "link/lenz_meaning.h"
 #include "link/open_questions.h"
 
 namespace lokari {
@@ -26,15 +28,17 @@ struct LenzInterface {
   bool firstGeneration;    ///< vehicles have one address byte and 28 speed steps
 };
 
-/// The interface of one of the three kinds.
-const LenzInterface& lenzInterface(StationKind kind);
+/// The interface of one of the three kinds. With `makerForm` the documents count: every answer is
+/// one message, and all of them have the messages of the later generations.
+const LenzInterface& lenzInterface(StationKind kind, bool makerForm = false);
 
 class LenzFraming {
  public:
   /// `link` must outlive it.
-  LenzFraming(StationLink& link, const LenzInterface& type) : link_(link), type_(type) {}
+  LenzFraming(StationLink& link, StationKind kind) : link_(link), kind_(kind) {}
 
-  const LenzInterface& type() const { return type_; }
+  /// As the settings have the form now.
+  const LenzInterface& type() const;
 
   /// Sends a message with its check byte. Not on USB, the request-to-send line drops for 50 ms
   /// first and up to `timeoutVal` seconds pass until the station raises clear-to-send; the message
@@ -52,12 +56,29 @@ class LenzFraming {
   /// its rest.
   QByteArray takeReply();
 
+  /// The same without the news and confirmations ahead of it. When nothing else has come, it is
+  /// awaited up to `timeoutVal` seconds.
+  /// `answer` as in withoutNews().
+  QByteArray takeAnswer(lenz::Meaning answer);
+
   /// Asks for normal operation and waits for `want` bytes; true when the station tells that it has
   /// resumed it.
   bool resume(int want);
 
+  /// The same behind an operation, several times until it tells it.
+  void leaveServiceMode();
+
+  /// Normal operation was told with fewer bytes than awaited: this station says everything once, as
+  /// the documents have it.
+  bool saysItOnce() const { return saysItOnce_; }
+
   /// Takes in what has arrived, beside whoever takes it as a reply.
   void hear(const QByteArray& data);
+
+  /// The next whole message of those that have come since forgetMessages(); nothing when none has
+  /// come by `deadline`, and at a cancel. Beside whoever reads the line.
+  std::optional<QByteArray> nextMessage(Millis deadline);
+  void forgetMessages() { messages_.clear(); }
 
   /// The questions for results.
   OpenQuestions& cvQuestions() { return cvQuestions_; }
@@ -76,15 +97,19 @@ class LenzFraming {
   void write(const QByteArray& msg, bool isOrder);
   lenz::News newsIn(const lenz::Message& message);
   void noteAnswer(bool accepted);
+  /// A reply without its head; one that is cut gets its time.
+  QByteArray completed(const QByteArray& input);
 
   StationLink& link_;
-  const LenzInterface& type_;
+  StationKind kind_;
   OpenQuestions cvQuestions_;
+  bool saysItOnce_ = false;
   bool requesting_ = false;
   std::deque<Ahead> ahead_;
   QByteArray heard_;      // the beginning of a message
   QByteArray heardLast_;  // the last whole message
   Millis heardAt_ = 0;
+  std::deque<QByteArray> messages_;
   std::deque<Millis> unanswered_;  // when the messages went out that may still be answered
   size_t answersToOrder_ = 0;      // the last of so many answers is that to the order
 };

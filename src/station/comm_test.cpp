@@ -50,7 +50,8 @@ class CommTest {
   }
 
   void inquire() {
-    const auto inquiry = makeInquiry(settings_.station().family, link_, settings_);
+    inquiry_ = makeInquiry(settings_.station().family, link_, settings_);
+    StationInquiry* const inquiry = inquiry_.get();
     inquiry->ask();
     if (!link_.cancelRequested) {
       status(QStringLiteral("Warten auf Anwort ..."));
@@ -98,6 +99,9 @@ class CommTest {
       caption(QStringLiteral("OK"));
     }
     link_.endcomm(false, false);
+    if (answered && !settings_.makerForm && inquiry_->wantsMakerFormByItsFarewell()) {
+      result_.wantsMakerForm = true;
+    }
     if (result_.cancelled) showResult();
     link_.cancelRequested = false;
     caption(QStringLiteral("OK"));
@@ -114,6 +118,7 @@ class CommTest {
   StationLink& link_;
   Settings& settings_;
   CommTestResult result_;
+  std::unique_ptr<StationInquiry> inquiry_;
   bool heard_ = false;  // something came, whatever it was
 };
 

@@ -1,8 +1,10 @@
 #include "station/lenz.h"
 
 #include "base/bytes.h"
+#include "link/lenz.h"
 #include "link/lenz_codec.h"
 #include "link/lenz_framing.h"
+#include "link/lenz_meaning.h"
 #include "link/serial_line.h"
 #include "link/station_link.h"
 #include "link/station_protocol.h"
@@ -17,6 +19,8 @@ constexpr int kShortHead = 0x62;
 constexpr int kLongHead = 0x63;
 constexpr int kVersion = 0x21;
 constexpr int kState = 0x22;
+constexpr int kInterface = 0xF0;
+constexpr int kInterfaceHead = 0x02;
 
 /// From here on the USB interface speaks protocol 3.6; compared as text.
 constexpr char16_t kFirstV36[] = u"3.6";
@@ -28,8 +32,14 @@ constexpr std::array kEmergencies{
     FlagLine{0x01, u"Nothalt aktiv"},
 };
 
+constexpr std::array kDocumentedCentrals{u"LZ100", u"LH200", u"Compact oder Commander"};
+
 bool isHead(int byte) {
   return byte == kShortHead || byte == kLongHead;
+}
+
+QString twoDigits(int number) {
+  return QStringLiteral("%1.%2").arg(number / 16).arg(number & 15);
 }
 
 bool hasUsbHead(const QByteArray& reply) {
@@ -46,7 +56,8 @@ qsizetype messageSize(const QByteArray& input, bool usb) {
   const qsizetype start = headSize(input, usb);
   const int head = byteAt(input, start);
   if (head < 0) return start + 1;
-  return isHead(head) ? start + (head & 0x0F) + 2 : input.size();
+  const bool counts = isHead(head) || head == kInterfaceHead;
+  return counts ? start + (head & 0x0F) + 2 : input.size();
 }
 
 StationChoice interfaceOf(const QByteArray& reply, int head, const QString& version) {
@@ -67,37 +78,62 @@ class LenzInquiry final : public StationInquiry {
   }
 
   StationReport evaluate() override {
-    StationReport report = lenzVersionReport(takeMessage(), usb());
+    const QByteArray answer = takeMessage();
+    StationReport report = lenzVersionReport(answer, usb());
     if (!report.connected) return report;
     // The rest of the session speaks to what is really there.
     settings().baseUnit = report.connected->kind;
+    const QByteArray version = answer.mid(headSize(answer, usb()));
     // The oldest interface says everything several times.
     link().protocol().dropInput();
     input_.clear();
     framing().lnzSend(lenz::withCheck(bytes({0x21, 0x24})));
     link().WaitForData(kWant);
     report.lines << lenzStateLines(takeState());
+    if (!settings().makerForm) return report;
+    for (const QString& line : lenzDocumentedLines(version, askInterface())) {
+      if (!report.lines.contains(line)) report.lines << line;
+    }
     return report;
   }
 
+  bool wantsMakerFormByItsFarewell() override {
+    return dynamic_cast<LenzProtocol&>(link().protocol()).framing().saysItOnce();
+  }
+
  private:
-  LenzFraming framing() const { return {link(), lenzInterface(settings().baseUnit)}; }
+  LenzFraming framing() const { return {link(), settings().baseUnit}; }
   bool usb() const { return lenzInterface(settings().baseUnit).usb; }
 
   /// The next message with all that stands ahead of it. One that is cut gets its time to arrive;
   /// what is there when it does not is given.
   QByteArray takeMessage() {
     input_ += link().serial().read();
+    passNews();
     while (messageSize(input_, usb()) > input_.size()) {
       link().WaitForData(static_cast<qint32>(messageSize(input_, usb()) - input_.size()));
       const QByteArray more = link().serial().read();
       if (more.isEmpty()) break;
       input_ += more;
+      passNews();
     }
     const qsizetype size = messageSize(input_, usb());
     const QByteArray message = input_.left(size);
     input_.remove(0, size);
     return message;
+  }
+
+  /// What is told to everybody is no answer.
+  void passNews() { input_ = lenz::withoutNews(input_, usb() || hasUsbHead(input_)); }
+
+  /// The answer to the question for the interface's version, without FF FE.
+  QByteArray askInterface() {
+    link().protocol().dropInput();
+    input_.clear();
+    framing().lnzSend(lenz::withCheck(bytes({kInterface})));
+    link().WaitForData(kWant);
+    const QByteArray raw = takeMessage();
+    return raw.mid(headSize(raw, usb()));
   }
 
   /// The next message but late repeats of the first answer, without what stands ahead of it.
@@ -123,7 +159,7 @@ StationReport lenzVersionReport(const QByteArray& reply, bool usb) {
   StationReport report;
   QString version;
   if (const int number = byteAt(message, 2); number >= 0) {
-    version = QStringLiteral("%1.%2").arg(number / 16).arg(number & 15);
+    version = twoDigits(number);
     report.lines << QStringLiteral("Lenz Zentrale Version ") + version;
   }
   report.connected = interfaceOf(reply, head, version);
@@ -132,6 +168,19 @@ StationReport lenzVersionReport(const QByteArray& reply, bool usb) {
     report.lines << QString::fromUtf16(kCentrals[central]);
   }
   return report;
+}
+
+QStringList lenzDocumentedLines(const QByteArray& version, const QByteArray& interface) {
+  QStringList lines;
+  if (const auto id = static_cast<size_t>(byteAt(version, 3));
+      byteAt(version, 0) == kLongHead && id < kDocumentedCentrals.size()) {
+    lines << QString::fromUtf16(kDocumentedCentrals[id]);
+  }
+  const int number = byteAt(interface, 1);
+  if (byteAt(interface, 0) == kInterfaceHead && number >= 0 && lenz::isSound(interface)) {
+    lines << QStringLiteral("Interface Version ") + twoDigits(number);
+  }
+  return lines;
 }
 
 QStringList lenzStateLines(const QByteArray& message) {

@@ -6,6 +6,8 @@
 //
 // 21 24 05 asks for the state: 62 22 and 08 programming mode, 04 automatic start, 02 emergency off,
 // 01 emergency stop.
+//
+// In the form of the documents F0 F0 asks for the interface's version behind it.
 #pragma once
 
 #include <QByteArray>
@@ -22,6 +24,10 @@ StationReport lenzVersionReport(const QByteArray& reply, bool usb);
 
 /// The lines of the answer to the second question, without FF FE; none for any other message.
 QStringList lenzStateLines(const QByteArray& message);
+
+/// What the documents tell beyond: the station's name, from the answer to the first question, and
+/// the interface's version (F0: 02, the version, a code). Both without FF FE.
+QStringList lenzDocumentedLines(const QByteArray& version, const QByteArray& interface);
 
 std::unique_ptr<StationInquiry> makeLenzInquiry(StationLink& link, Settings& settings);
 

@@ -42,6 +42,10 @@ class StationInquiry {
   /// Called with at least want() waiting.
   virtual StationReport evaluate() = 0;
 
+  /// Asked behind the farewell of a session that got a report: whether what the station has said
+  /// since shows what StationReport::wantsMakerForm does.
+  virtual bool wantsMakerFormByItsFarewell() { return false; }
+
   /// What the frame waits for: a byte count, or a CAN identifier.
   qint32 want() const { return want_; }
 

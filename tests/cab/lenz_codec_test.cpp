@@ -4,6 +4,8 @@
 
 #include <array>
 
+#include "link/lenz_meaning.h"
+
 namespace lokari::lenz {
 namespace {
 

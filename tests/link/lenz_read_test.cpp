@@ -127,11 +127,12 @@ TEST_F(Li100V3Read, TheSecondChanceResumesOperationAndReadsAgain) {
   EXPECT_EQ(timeOf([&] { EXPECT_EQ(read29(), 6); }), 3000 + 1000 + 60 + 60 + 1000 + 60 + 60);
 }
 
-TEST_F(Li100Read, FourteenBytesAreTooFew) {
+TEST_F(Li100Read, FourteenBytesAreTooFewWithoutAResult) {
   const char* const kCut = "61 02 63 61 02 63 61 02 63 61 02 63 61 02";
   expect("22 15 1D 2A", kCut);
   expect("21 81 A0", "61 01 60");
   expect("22 15 1D 2A", kCut);
+  expect("21 10 31");
   expect("21 81 A0", "61 01 60");
   EXPECT_EQ(link.ReadCV(29, 3), -1001);
 }
@@ -152,11 +153,13 @@ TEST_F(Li100V3Read, TheConfirmationItselfIsNotJudged) {
   EXPECT_EQ(read29(), 6);
 }
 
-TEST_F(Li100V3Read, AConfirmationCutAtEveryByteIsNoReplyAndTheNextReadGoesOn) {
+TEST_F(Li100V3Read, AConfirmationCutAtEveryByteWithoutAResultIsNoReplyAndTheNextReadGoesOn) {
+  constexpr qsizetype kHandedOver = 3;
   const QByteArray whole = fromHex(kReadBegun);
   for (qsizetype size = 0; size < whole.size(); ++size) {
     expect(kRead29).answer(whole.left(size));
     expectRepeat(kRead29).answer(whole.left(size));
+    if (size >= kHandedOver) expect(kAsk);
     expectEpilogue();
     EXPECT_EQ(read29(), -1001) << size;
     expectReadAndAsk().answer(fromHex(kResult));

@@ -111,9 +111,10 @@ TEST_F(Li100V3Write, TheServiceModeInsteadOfAWriteWritesOnceMore) {
   EXPECT_EQ(timeOf([&] { EXPECT_EQ(write(29, 6), 6); }), 60 + 1000 + 1000 + 60 + 60 + 1000 + 120);
 }
 
-TEST_F(Li100V3Write, TheServiceModeTwiceResumesOperationAndIsMinus1007) {
+TEST_F(Li100V3Write, TheServiceModeTwiceWithoutAResultResumesOperationAndIsMinus1007) {
   expect(kWrite29, "61 02 63 61 02 63");
   expectRepeat(kWrite29).answer(fromHex("01 04 05 61 02 63"));
+  expect(kAsk);
   expect(kResume);
   expectEpilogue();
   EXPECT_EQ(write(29, 6), -1007);
