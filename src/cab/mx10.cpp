@@ -1,5 +1,7 @@
 #include "cab/mx10.h"
 
+#include <QScopeGuard>
+
 #include "cab/cab_line.h"
 #include "cab/mx10_codec.h"
 #include "link/link_error.h"
@@ -39,6 +41,8 @@ class Bus {
   /// Sends a question and waits for its answer; false when the bus does not take it.
   bool ask(const CanMessage& question) const {
     if (!write(question)) return false;
+    station().awaitVehicle(question);
+    const auto end = qScopeGuard([this] { station().endVehicleQuestion(); });
     line_.link().WaitForData(static_cast<qint32>(question.ID));
     return true;
   }

@@ -10,7 +10,8 @@ namespace lokari::mx10 {
 namespace {
 
 constexpr int kBackwardSent = 4;
-constexpr int kBackwardRead = 8;
+/// Asked for, or on the track: stations tell the one or the other.
+constexpr int kBackwardRead = 0x0C;
 constexpr int kSpeedBits = 3;
 
 int low(int address) {

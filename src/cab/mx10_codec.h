@@ -52,7 +52,7 @@ quint8 directionFlags(quint8 flags, bool backward);
 struct VehicleSpeed {
   quint8 flags = 0;
   quint8 funcs = 0;
-  bool backward = false;  ///< by another bit than the one that is sent
+  bool backward = false;  ///< by the bit that is sent, or the one of the track
   int barPosition = 0;    ///< 0 to 127
 };
 

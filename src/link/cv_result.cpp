@@ -16,8 +16,15 @@ QString cvResultText(int code) {
       {cv_result::kNotReady, QStringLiteral("Zentrale nicht bereit")},
       {cv_result::kNoAck, QStringLiteral("Kein ACK vom Decoder")},
   };
+  /// Codes of an Intellibox, behind the number.
+  static const QHash<int, QString> kMeanings{
+      {-0xF4, QStringLiteral(": die Zentrale hat abgebrochen")},
+      {-0xFA, QStringLiteral(": bitweise nicht lesbar")},
+      {-0xFB, QStringLiteral(": die Zentrale meldet einen Fehler")},
+  };
   const auto known = kTexts.find(code);
-  return known != kTexts.end() ? *known : QStringLiteral("Lesefehler ") + printed(-code);
+  if (known != kTexts.end()) return *known;
+  return QStringLiteral("Lesefehler ") + printed(-code) + kMeanings.value(code);
 }
 
 }  // namespace lokari

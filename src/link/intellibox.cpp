@@ -1,8 +1,11 @@
 #include "link/intellibox.h"
 
 #include "base/bytes.h"
+#include "base/clock.h"
 #include "link/ibx_send.h"
 #include "link/intellibox_codec.h"
+#include "link/p50x_codes.h"
+#include "link/p50x_cv.h"
 #include "link/serial_line.h"
 #include "link/station_link.h"
 
@@ -11,6 +14,10 @@ namespace {
 
 constexpr int kAcceptSeconds = 2;
 constexpr int kMostRestWaits = 2;
+/// Busy answers use up no attempt.
+constexpr int kMostBusyAnswers = 20;
+/// The slowest access tries each value of a byte.
+constexpr qint64 kLongestAccessSeconds = 120;
 
 /// How often a command goes out. Both counts belong to the operation and run on when it starts
 /// over, so the attempts may be used up before the cut events are.
@@ -35,14 +42,15 @@ class IntelliboxExchange : public CvExchange {
     QByteArray event = ibx::eventWithin(ibx::unlessHeldDown(link().serial().read()));
     if (event.isEmpty()) return shortReply();
     if (byteAt(event, 0) == ibx::kNoEvent) {
-      return link().cancelRequested ? cancelled() : awaitEvent();
+      if (link().cancelRequested) return cancelled();
+      return link().clock().wholeSeconds() < lastSecond_ ? awaitEvent() : shortReply();
     }
     int waits = 0;
     for (; ibx::missing(event) > 0 && waits < kMostRestWaits; ++waits) {
       link().WaitForData(static_cast<qint32>(ibx::missing(event)));
       event = ibx::eventWithin(event + link().serial().read());
     }
-    if (event.size() >= 2 && waits < kMostRestWaits) return CvStep::finish(result(event));
+    if (event.size() >= 2 && waits < kMostRestWaits) return CvStep::finish(finalResult(event));
     if (link().cancelRequested) return cancelled();
     if (++cutEvents_ == limits_.cutEvents) return CvStep::finish(cv_result::kWrongReply);
     return CvStep::fromStart();
@@ -56,7 +64,12 @@ class IntelliboxExchange : public CvExchange {
 
  protected:
   /// The value that a whole event gives, or a negative code.
-  virtual int result(const QByteArray& event) const = 0;
+  virtual int finalResult(const QByteArray& event) = 0;
+  /// The station has not accepted the command, and `code` is what it said last, -1 for nothing.
+  virtual int unaccepted(int code) {
+    Q_UNUSED(code)
+    return cv_result::kNotReady;
+  }
 
   /// Sends a command until the station accepts it, with `seconds` for it to make up its mind.
   /// The code when it does not.
@@ -66,9 +79,12 @@ class IntelliboxExchange : public CvExchange {
       ibxSend(link(), msg);
       link().WaitForData(1);
       if (seconds) link().Delay(*seconds);
-      const bool accepted = ibx::isAccepted(ibx::unlessHeldDown(link().serial().read()));
+      const QByteArray reply = ibx::unlessHeldDown(link().serial().read());
+      const bool accepted = ibx::isAccepted(reply);
+      const int code = byteAt(reply, 0);
       if (!accepted && link().cancelRequested) return cancelled();
-      if (++attempts_ == limits_.attempts) return CvStep::finish(cv_result::kNotReady);
+      const bool counts = !p50x::isBusy(code) || ++busyAnswers_ > kMostBusyAnswers;
+      if (counts && ++attempts_ == limits_.attempts) return CvStep::finish(unaccepted(code));
       if (accepted) return std::nullopt;
       link().Delay(1);
       if (link().cancelRequested) return cancelled();
@@ -77,6 +93,7 @@ class IntelliboxExchange : public CvExchange {
 
   CvStep programWith(const QByteArray& msg) {
     if (const auto failed = command(msg, kAcceptSeconds)) return *failed;
+    lastSecond_ = link().clock().wholeSeconds() + kLongestAccessSeconds;
     return link().cancelRequested ? cancelled() : awaitEvent();
   }
 
@@ -96,7 +113,9 @@ class IntelliboxExchange : public CvExchange {
 
   Limits limits_;
   int attempts_ = 0;
+  int busyAnswers_ = 0;
   int cutEvents_ = 0;
+  qint64 lastSecond_ = 0;  ///< in which the event is asked for again
 };
 
 class IntelliboxRead final : public IntelliboxExchange {
@@ -107,7 +126,23 @@ class IntelliboxRead final : public IntelliboxExchange {
   CvStep send() override { return programWith(ibx::readCv(request().cv, link().progMode)); }
 
  protected:
-  int result(const QByteArray& event) const override { return ibx::readResult(event); }
+  int finalResult(const QByteArray& event) override {
+    return ibx::bitsFailed(event) ? byByte(ibx::readResult(event)) : ibx::readResult(event);
+  }
+
+  int unaccepted(int code) override {
+    const bool unknown = p50x::isUnknown(code) && ibx::readsDirect(link().progMode);
+    return unknown ? byByte(cv_result::kNotReady) : cv_result::kNotReady;
+  }
+
+ private:
+  /// Reading bit by bit has come to its end with `code`; without a result it stands.
+  int byByte(int code) {
+    const P50xOutcome outcome = p50xAccess(link(), ibx::readCvByByte(request().cv));
+    const bool ends = outcome.kind == P50xOutcome::Kind::Event ||
+                      outcome.kind == P50xOutcome::Kind::Cancelled;
+    return ends ? p50x::readResult(outcome) : code;
+  }
 };
 
 class IntelliboxWrite final : public IntelliboxExchange {
@@ -122,7 +157,7 @@ class IntelliboxWrite final : public IntelliboxExchange {
   }
 
  protected:
-  int result(const QByteArray& event) const override {
+  int finalResult(const QByteArray& event) override {
     return ibx::writeResult(event, request().value);
   }
 
@@ -139,10 +174,17 @@ class IntelliboxWrite final : public IntelliboxExchange {
 }  // namespace
 
 std::unique_ptr<CvExchange> IntelliboxProtocol::readCv(const CvRequest& request) {
+  if (link().settings().makerForm) {
+    const int mode = link().progMode;
+    const auto instead =
+        ibx::readsDirect(mode) ? std::optional(ibx::readCvByByte(request.cv)) : std::nullopt;
+    return p50x::makeRead(link(), request, ibx::readCv(request.cv, mode), instead);
+  }
   return std::make_unique<IntelliboxRead>(link(), request);
 }
 
 std::unique_ptr<CvExchange> IntelliboxProtocol::writeCv(const CvRequest& request) {
+  if (link().settings().makerForm) return p50x::makeWrite(link(), request, request.mode);
   return std::make_unique<IntelliboxWrite>(link(), request);
 }
 

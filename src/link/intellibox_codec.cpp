@@ -5,12 +5,15 @@
 
 #include "base/bytes.h"
 #include "link/cv_result.h"
+#include "link/p50x_codes.h"
 
 namespace lokari::ibx {
 namespace {
 
 constexpr int kPaged = 1;
 constexpr int kRegister = 2;
+constexpr int kReadByte = 0xF0;
+constexpr int kBitsFailed = 0xFA;
 
 constexpr int kFirstLongAddress = 128;
 constexpr int kLastAddress = 0xFFFF;
@@ -57,6 +60,14 @@ QByteArray readCv(int cv, int mode) {
   return command(kRead, cv, mode);
 }
 
+bool readsDirect(int mode) {
+  return mode != kPaged && mode != kRegister;
+}
+
+QByteArray readCvByByte(int cv) {
+  return bytes({kReadByte, byteLow(cv), byteSecond(cv)});
+}
+
 QByteArray writeCv(int cv, int value, int mode) {
   QByteArray msg = command(kWrite, cv, mode);
   appendByte(msg, value);
@@ -88,7 +99,7 @@ QByteArray eventWithin(const QByteArray& reply) {
 }
 
 bool isAccepted(const QByteArray& reply) {
-  return byteAt(reply, 0) == 0;
+  return p50x::isTaken(byteAt(reply, 0));
 }
 
 qsizetype missing(const QByteArray& event) {
@@ -100,6 +111,10 @@ int readResult(const QByteArray& event) {
   if (const int code = failure(event); code < 0) return code;
   const int value = byteAt(event, 0) >= 2 ? byteAt(event, 2) : -1;
   return value < 0 ? cv_result::kWrongReply : value;
+}
+
+bool bitsFailed(const QByteArray& event) {
+  return byteAt(event, 1) == kBitsFailed;
 }
 
 int writeResult(const QByteArray& event, int value) {

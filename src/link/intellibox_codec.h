@@ -18,6 +18,9 @@ inline constexpr int kNoEvent = 0xF5;
 /// Reads a CV. `mode` is 1 paged, 2 register, any other value direct. A register command carries
 /// the low byte of the CV's number only.
 QByteArray readCv(int cv, int mode);
+bool readsDirect(int mode);
+/// Reads a CV direct by its byte, where readCv() reads bit by bit.
+QByteArray readCvByByte(int cv);
 /// Writes one, 0 to 255; as readCv().
 QByteArray writeCv(int cv, int value, int mode);
 /// Writes a CV on the main track. Below 128 `pomAddr` is the address that goes out, from there on
@@ -32,7 +35,7 @@ QByteArray endProgramming();
 /// down gives them without end.
 QByteArray unlessHeldDown(const QByteArray& reply);
 
-/// True for a reply that begins with 0.
+/// True for a reply that begins with a code of a command that was taken.
 bool isAccepted(const QByteArray& reply);
 
 /// An event reply without the late answers to commands in front of it: no event has a length of 0.
@@ -45,6 +48,8 @@ qsizetype missing(const QByteArray& event);
 /// What an event of 2 bytes or more says, its length byte's worth of it, about a read: the value or
 /// a negative code.
 int readResult(const QByteArray& event);
+/// The decoder cannot be read bit by bit.
+bool bitsFailed(const QByteArray& event);
 /// The same about a write of `value`.
 int writeResult(const QByteArray& event, int value);
 

@@ -146,6 +146,7 @@ bool Mx10Protocol::arrived(qint32 want) {
   CanMessage message;
   while (take(message)) {
     if (!mx10::answers(message.ID, want)) continue;
+    if (vehicleQuestion_ && !mx10::answersVehicle(message, *vehicleQuestion_)) continue;
     if (cvQuestion_ && !mx10::answersCv(message, *cvQuestion_, mx10Nid)) continue;
     canRxMsg = message;
     return true;

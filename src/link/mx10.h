@@ -35,6 +35,9 @@ class Mx10Protocol final : public StationProtocol {
   void awaitCv(const CanMessage& question) { cvQuestion_ = question; }
   /// The operation has ended.
   void endCvOperation() { cvQuestion_.reset(); }
+  /// The same for a question about a vehicle or a function unit.
+  void awaitVehicle(const CanMessage& question) { vehicleQuestion_ = question; }
+  void endVehicleQuestion() { vehicleQuestion_.reset(); }
   /// Nobody listens at the station's port.
   bool isRefused() const { return can_.isRefused(); }
   /// Empties the receive queue.
@@ -59,6 +62,7 @@ class Mx10Protocol final : public StationProtocol {
 
   ModCan can_;
   std::optional<CanMessage> cvQuestion_;
+  std::optional<CanMessage> vehicleQuestion_;
 };
 
 std::unique_ptr<StationProtocol> makeMx10Protocol(StationLink& link);

@@ -1,6 +1,7 @@
 #include "link/mx10_codec.h"
 
 #include <algorithm>
+#include <array>
 
 #include "base/bytes.h"
 
@@ -69,15 +70,27 @@ bool answersCv(const CanMessage& message, const CanMessage& question, qint16 nid
   return true;
 }
 
+bool answersVehicle(const CanMessage& message, const CanMessage& question) {
+  constexpr size_t kAddressSize = 2;
+  for (size_t i = 0; i < std::min<size_t>(message.LEN, kAddressSize); ++i) {
+    if (message.DATA[i] != question.DATA[i]) return false;
+  }
+  return true;
+}
+
 std::optional<bool> trackPower(const CanMessage& message) {
   constexpr quint32 kEvent = 2;
   constexpr quint32 kAnswer = 3;
   constexpr int kPowerOf = 3;  // the kind of state, behind the node
+  constexpr int kNormal = 1;
+  constexpr std::array kStanding{2, 3, 4, 0x0A};  // stopped in two ways, off, overcurrent
   const quint32 group = message.ID >> 16;
   if ((group != kEvent && group != kAnswer) || message.LEN < 4) return std::nullopt;
   if (message.DATA[2] != kPowerOf) return std::nullopt;
-  if (message.DATA[3] == 1) return true;
-  return message.DATA[3] == 2 ? std::optional(false) : std::nullopt;
+  const int state = message.DATA[3];
+  if (state == kNormal) return true;
+  const bool stands = std::find(kStanding.begin(), kStanding.end(), state) != kStanding.end();
+  return stands ? std::optional(false) : std::nullopt;
 }
 
 quint32 serialNumber(const CanMessage& announcement) {

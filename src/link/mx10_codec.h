@@ -35,6 +35,10 @@ bool answers(quint32 id, qint32 want);
 /// as far as it goes: one that is too short is a wrong answer rather than none.
 bool answersCv(const CanMessage& message, const CanMessage& question, qint16 nid);
 
+/// Whether a message names the vehicle of `question`, as far as it goes: what other devices ask
+/// for is answered for all to hear.
+bool answersVehicle(const CanMessage& message, const CanMessage& question);
+
 /// What the station tells of track power, in answer to an order or to everybody; nothing in any
 /// other message, the order of another program included.
 std::optional<bool> trackPower(const CanMessage& message);

@@ -27,6 +27,8 @@ class OwedReplies {
   void asked();
   /// So much of the input was taken; `replies` at least were in it.
   void taken(const QByteArray& text, int replies = 0);
+  /// Nothing comes any more: the station does not understand the questions.
+  void forget() { owed_ = 0; }
   /// Ahead of a question: awaits and drops what is owed. False when a cancel ends that.
   bool settle();
 

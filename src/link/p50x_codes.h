@@ -22,6 +22,11 @@ constexpr bool isQueueFull(int code) {
   return code >= 0x07 && code <= 0x09;
 }
 
+/// Nothing was begun, and later it may be.
+constexpr bool isBusy(int code) {
+  return code == kBusy || isQueueFull(code);
+}
+
 /// The station has no such command.
 constexpr bool isUnknown(int code) {
   return code == 0x01 || code == 0x3F;

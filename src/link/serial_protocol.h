@@ -20,7 +20,7 @@ class SerialProtocol : public StationProtocol {
   void farewell(bool leaveMode, bool progOn) final;
   void close(bool lastUser) final;
   qint32 bufferCount() final;
-  bool arrived(qint32 want) final;
+  bool arrived(qint32 want) override;
   void dropInput() override;
 
  protected:

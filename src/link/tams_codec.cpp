@@ -12,6 +12,7 @@ namespace {
 constexpr char kError[] = "Error";
 constexpr char kNoAck[] = "No ack";
 constexpr char kOk[] = "Ok";
+constexpr char kEnd = ']';
 
 QByteArray number(int value) {
   return printed(value).toLatin1();
@@ -49,10 +50,11 @@ QByteArray writeMainCommand(int address, int cv, int value) {
   return QByteArray("xPD") + number(address) + ',' + number(cv) + ',' + number(value) + '\r';
 }
 
-QByteArray withoutLineEnds(const QByteArray& reply) {
-  qsizetype start = 0;
-  while (start < reply.size() && isLineEnd(reply[start])) ++start;
-  return reply.mid(start);
+QByteArray textOf(const QByteArray& input) {
+  QByteArray text;
+  std::copy_if(input.begin(), input.end(), std::back_inserter(text),
+               [](char c) { return !isLineEnd(c); });
+  return text;
 }
 
 int readResult(const QByteArray& reply) {
@@ -81,11 +83,11 @@ bool isCutText(const QByteArray& reply) {
 }
 
 bool isComplete(const QByteArray& reply) {
-  return reply.endsWith("]\r");
+  return reply.contains(kEnd);
 }
 
 int repliesIn(const QByteArray& text) {
-  return static_cast<int>(text.count(']'));
+  return static_cast<int>(text.count(kEnd));
 }
 
 }  // namespace lokari::tams

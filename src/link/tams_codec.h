@@ -1,5 +1,6 @@
 // Texts of the Tams MC. Commands end with a carriage return; every number in them is decimal with
-// one blank in front ("xPTRB 29"). Replies end with "]" and a carriage return.
+// one blank in front ("xPTRB 29"). Replies end with "]", mostly with a
+// carriage return behind.
 #pragma once
 
 #include <QByteArray>
@@ -11,8 +12,8 @@ QByteArray readCommand(int mode, int cv);
 QByteArray writeCommand(int mode, int cv, int value);
 QByteArray writeMainCommand(int address, int cv, int value);
 
-/// `reply` without the carriage returns and line feeds ahead of it.
-QByteArray withoutLineEnds(const QByteArray& reply);
+/// `input` without its carriage returns and line feeds.
+QByteArray textOf(const QByteArray& input);
 
 /// The value that a reply of at least three characters begins with, or a negative code.
 int readResult(const QByteArray& reply);

@@ -44,6 +44,8 @@ class ZimoBinaryExchange final : public ReplyExchange {
   }
 
   CvStep parse(const QByteArray& reply) override {
+    // By the makers' documents the result may come without a confirmation ahead of it.
+    if (framing_.zbinKind == zbin::kData) return judgeResult(reply);
     switch (zbin::judge(reply)) {
       case zbin::Verdict::Accepted:
         return resultFollows_ ? takeResult() : believe(request().value);
@@ -75,6 +77,10 @@ class ZimoBinaryExchange final : public ReplyExchange {
     const QByteArray reply = receive(
         [&](const QByteArray& each) { return !zbin::isOfEarlierAccess(each, request().cv); });
     if (reply.isEmpty() && link().cancelRequested) return fail(cv_result::kCancelled);
+    return judgeResult(reply);
+  }
+
+  CvStep judgeResult(const QByteArray& reply) {
     const zbin::Result result = zbin::result(reply);
     if (result.ours) framing_.zbinSend(zbin::acknowledge(framing_.zbinRxSeq), true);
     return result.code < 0 ? fail(result.code) : believe(result.code);

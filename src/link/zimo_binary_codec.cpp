@@ -13,12 +13,7 @@ constexpr char kEscapeMask = 0x20;
 constexpr int kRequest = 0x10;
 constexpr int kAnswer = 0x50;
 constexpr int kLongHeaderBit = 0x80;
-/// Of the type byte: what is neither asked for nor an answer has none of them.
-constexpr int kKindBits = 0x70;
 constexpr int kShortHeader = 4;
-
-constexpr int kVehicleNews = 0xFF;
-constexpr int kOutputNews = 0xFE;
 
 constexpr int kCvCommand = 0x13;
 constexpr int kAccepted = 0x00;
@@ -105,8 +100,8 @@ Reply takeApart(const QByteArray& body) {
     const qsizetype checked = plain.size() - tail;
     reply.sound = calcCRC8(plain.left(checked)) == byteAt(plain, checked);
   }
-  const int command = byteAt(plain, 2);
-  reply.news = (type & kKindBits) == 0 && (command == kVehicleNews || command == kOutputNews);
+  reply.kind = type & ~kLongHeaderBit;
+  reply.answered = byteAt(plain, 3);
   reply.text = plain.mid(2, 1) + plain.mid(header, plain.size() - header - tail);
   return reply;
 }
@@ -129,6 +124,10 @@ std::optional<QByteArray> writeCvMain(int address, int cv, int value) {
 
 QByteArray acknowledge(int seq) {
   return bytes({kCvCommand, seq, 0x00});
+}
+
+QByteArray acknowledgeUnasked(int message, int seq) {
+  return bytes({message, seq});
 }
 
 QByteArray hello() {

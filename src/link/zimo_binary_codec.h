@@ -36,8 +36,15 @@ struct Reply {
   int seq = -1;       ///< the station's sequence byte; -1 when the frame is empty
   QByteArray text;    ///< command byte and data; empty when the frame is too short
   bool sound = true;  ///< false when the checksum says that a byte came wrong
-  bool news = false;  ///< nobody asked for it: a vehicle or an output was switched elsewhere
+  int kind = -1;      ///< type byte without the bit of the longer header
+  int answered = -1;  ///< sequence byte of the frame that it answers, in the kinds below
 };
+
+/// Kinds of the makers' documents: nobody asked for it; data of its own, such as a CV; the
+/// confirmation of a command.
+inline constexpr int kUnasked = 0x00;
+inline constexpr int kData = 0x20;
+inline constexpr int kConfirmation = 0x40;
 
 /// Takes apart what stands behind a frame's start, its closing 17 included. A wrong checksum is
 /// told and no more; the two bytes of one behind a header of 5 bytes follow no known rule, so that
@@ -56,6 +63,8 @@ QByteArray writeCv(int cv, int value);
 std::optional<QByteArray> writeCvMain(int address, int cv, int value);
 /// Tells the station that its result with the sequence byte `seq` has arrived.
 QByteArray acknowledge(int seq);
+/// The same of a frame with command byte `message` that nobody asked for.
+QByteArray acknowledgeUnasked(int message, int seq);
 /// The greeting's two payloads and the farewell.
 QByteArray hello();
 QByteArray logOn();

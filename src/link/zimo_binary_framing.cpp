@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/bytes.h"
 #include "base/clock.h"
 #include "base/prompt.h"
 #include "link/link_error.h"
@@ -16,6 +17,8 @@ namespace lokari {
 namespace {
 
 constexpr int kMostTries = 5;
+/// Older ones are not answered any more.
+constexpr size_t kMostAhead = 8;
 constexpr int kLastAnswerSeconds = 1;
 constexpr int kBusyPauseMs = 100;
 constexpr int kFailurePauseMs = 500;
@@ -27,6 +30,7 @@ constexpr Millis kAnswerTime = Millis{1000} * kZimoFirstBytesSeconds;
 void ZimoBinaryFraming::zbinSend(const QByteArray& msg, bool answer) {
   SerialLine& line = link_.serial();
   if (!line.isOpen()) return;
+  if (!answer) asked_ = {zbinSeq, byteAt(msg, 0)};
   line.write(zbin::frame(zbinSeq, msg, answer));
   zbinSeq = (zbinSeq + 1) % 256;
   if (answer || msg.isEmpty()) return;
@@ -40,19 +44,34 @@ QByteArray ZimoBinaryFraming::zbinReceive(int seconds) {
   try {
     for (;;) {
       const auto left = static_cast<int>(lastSecond - link_.clock().wholeSeconds());
-      // News without end are no answer.
+      // Frames without end that nobody asked for are no answer.
       if (left < 0) return {};
       const QByteArray body = receiveBody(left);
       if (body.isEmpty()) return {};
       const zbin::Reply reply = zbin::takeApart(body);
       zbinRxSeq = reply.seq;
       zbinSound = reply.sound;
-      if (!reply.news) return reply.text;
+      zbinKind = reply.kind;
+      if (!isStray(reply)) return reply.text;
+      acknowledge(reply);
     }
   } catch (const LinkError&) {
     // A frame that the port broke off counts as none; the next message meets the failure itself.
     return {};
   }
+}
+
+bool ZimoBinaryFraming::isStray(const zbin::Reply& reply) const {
+  if (reply.kind == zbin::kUnasked) return true;
+  if (reply.kind != zbin::kData && reply.kind != zbin::kConfirmation) return false;
+  const Asked answered{reply.answered, byteAt(reply.text, 0)};
+  return answered != asked_ && std::find(ahead_.begin(), ahead_.end(), answered) == ahead_.end();
+}
+
+/// A station may repeat what nobody acknowledges; a confirmation wants none.
+void ZimoBinaryFraming::acknowledge(const zbin::Reply& reply) {
+  if (!link_.settings().makerForm || reply.kind == zbin::kConfirmation || !reply.sound) return;
+  zbinSend(zbin::acknowledgeUnasked(byteAt(reply.text, 0), reply.seq), true);
 }
 
 QByteArray ZimoBinaryFraming::receiveBody(int seconds) {
@@ -115,8 +134,11 @@ void ZimoBinaryFraming::zbinSendAhead(const QByteArray& msg) {
   zbinAhead = msg;
   zbinAheadFailed = false;
   unsettled_ = true;
+  const Asked inTurn = asked_;
   zbinSend(msg, false);
   unheard_.back().isOrder = true;
+  ahead_.push_back(std::exchange(asked_, inTurn));
+  if (ahead_.size() > kMostAhead) ahead_.pop_front();
   ++answersAhead_;
 }
 

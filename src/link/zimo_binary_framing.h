@@ -25,8 +25,9 @@ class ZimoBinaryFraming {
   /// a frame of the station. On a closed port nothing happens and the number stays.
   void zbinSend(const QByteArray& msg, bool answer);
 
-  /// Takes the next frame but news, whatever it answers, and leaves what follows it waiting. Gives
-  /// its command byte and data. Empty when no whole frame comes, after a cancel, and when the port
+  /// Takes the next frame but those that nobody asked for, and leaves what follows it waiting. A
+  /// frame of the makers' documents must answer what was sent; of others nobody knows. Gives its
+  /// command byte and data. Empty when no whole frame comes, after a cancel, and when the port
   /// fails. Up to `seconds` pass before the first bytes, `timeoutVal` between later ones.
   QByteArray zbinReceive(int seconds = kZimoFirstBytesSeconds);
 
@@ -62,11 +63,21 @@ class ZimoBinaryFraming {
   int zbinSeq = 0;               ///< sequence number of the next frame, 0 to 255
   int zbinRxSeq = -1;            ///< first byte of the last frame received; -1 before the first
   bool zbinSound = true;         ///< the checksum of the last frame received was right
+  int zbinKind = -1;             ///< its kind
   bool zbinSilent = false;       ///< the last zbinReceive() waited in vain for the first bytes
   QByteArray zbinAhead;          ///< what zbinSendAhead() sent last; empty before the first
   bool zbinAheadFailed = false;  ///< it was given up without a confirmation
 
  private:
+  /// A message that was sent, as a reply names it.
+  struct Asked {
+    int seq = -1;
+    int message = -1;
+    bool operator==(const Asked&) const = default;
+  };
+
+  bool isStray(const zbin::Reply& reply) const;
+  void acknowledge(const zbin::Reply& reply);
   /// What stands behind a frame's start, its closing 17 included; empty when there is none.
   QByteArray receiveBody(int seconds);
   /// The pause before the next try, after an answer that is no confirmation.
@@ -80,6 +91,8 @@ class ZimoBinaryFraming {
   };
 
   StationLink& link_;
+  Asked asked_;              ///< what was sent last in turn
+  std::deque<Asked> ahead_;  ///< what was sent ahead
   bool unsettled_ = false;  ///< `zbinAhead` is not confirmed yet
   int answersAhead_ = 0;    ///< answers due to what was sent ahead
   QByteArray heard_;        ///< the beginning of a frame

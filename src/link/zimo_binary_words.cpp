@@ -85,7 +85,7 @@ QString sent(const QByteArray& frame) {
 QString received(const QByteArray& frame, const QByteArray&) {
   if (!isFrame(frame)) return {};
   const zbin::Reply reply = zbin::takeApart(bodyOf(frame));
-  if (reply.news) return wordsOf(kNews, reply.text);
+  if (reply.kind == zbin::kUnasked) return wordsOf(kNews, reply.text);
   const WordsRow& outcome = reply.text.size() < kResultSize ? kFailure : kResult;
   const QString words = reply.text.size() > kAnswerSize ? wordsFor(outcome, reply.text) : QString();
   return words.isEmpty() ? wordsOf(kAnswers, reply.text) : words;

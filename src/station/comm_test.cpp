@@ -63,7 +63,11 @@ class CommTest {
     }
     heard_ = link_.getBufferCount() != 0;
     StationReport report;
-    if (link_.getBufferCount() >= inquiry->want()) report = inquiry->evaluate();
+    if (link_.getBufferCount() >= inquiry->want()) {
+      report = inquiry->evaluate();
+    } else if (heard_ && !link_.cancelRequested) {
+      report = inquiry->evaluateShort();
+    }
     if (link_.cancelRequested) {
       result_.cancelled = true;
       link_.prompt().beep();

@@ -7,6 +7,7 @@
 #include "link/station_link.h"
 #include "link/station_protocol.h"
 #include "station/ibx_state.h"
+#include "station/p50x_versions.h"
 
 namespace lokari {
 namespace {
@@ -45,10 +46,12 @@ class IntelliboxInquiry final : public StationInquiry {
   }
 
   StationReport evaluate() override {
-    StationReport report{.lines = intelliboxLines(link().serial().read())};
-    const QString state = askIbxState(link());
-    if (!state.isEmpty()) report.lines << state;
-    return report;
+    return withIbxState(link(), {.lines = intelliboxLines(link().serial().read())});
+  }
+
+  /// Other stations of the protocol have shorter lists.
+  StationReport evaluateShort() override {
+    return reportOtherP50x(link(), P50xModel::Intellibox);
   }
 };
 

@@ -5,6 +5,7 @@
 //   wait for want()
 //   nothing at all came: askAgain(), wait
 //   evaluate()                takes the answer, may ask for more, gives the lines
+//   less than want() came: evaluateShort() instead
 #pragma once
 
 #include <QStringList>
@@ -41,6 +42,8 @@ class StationInquiry {
   virtual void askAgain() { ask(); }
   /// Called with at least want() waiting.
   virtual StationReport evaluate() = 0;
+  /// Called with something waiting, but less than want(): what of it can be told all the same.
+  virtual StationReport evaluateShort() { return {}; }
 
   /// Asked behind the farewell of a session that got a report: whether what the station has said
   /// since shows what StationReport::wantsMakerForm does.

@@ -5,6 +5,7 @@
 #include "link/serial_line.h"
 #include "link/station_link.h"
 #include "station/ibx_state.h"
+#include "station/p50x_versions.h"
 
 namespace lokari {
 namespace {
@@ -32,11 +33,16 @@ class TamsInquiry final : public StationInquiry {
   void askAgain() override {}
 
   StationReport evaluate() override {
-    StationReport report{.lines = tamsLines(link().serial().read())};
-    const QString state = askIbxState(link());
-    if (!state.isEmpty()) report.lines << state;
-    return report;
+    const QByteArray reply = link().serial().read();
+    const P50xModel model = p50xModel(reply);
+    const bool other = model == P50xModel::Intellibox || model == P50xModel::Other;
+    if (other) return withIbxState(link(), p50xReport(reply, P50xModel::Tams));
+    // The documents' list; what it tells stands at the told places.
+    return withIbxState(link(), {.lines = tamsLines(reply),
+                                 .wantsMakerForm = model == P50xModel::Tams});
   }
+
+  StationReport evaluateShort() override { return reportOtherP50x(link(), P50xModel::Tams); }
 };
 
 }  // namespace

@@ -3,12 +3,16 @@
 #include "base/bytes.h"
 #include "link/station_link.h"
 #include "link/zimo_binary.h"
+#include "link/zimo_binary_codec.h"
 #include "station/flag_lines.h"
 
 namespace lokari {
 namespace {
 
 constexpr int kWant = 5;
+constexpr int kNoModel = 0;
+constexpr int kStopped = 0x01;
+constexpr int kWithoutVoltage = 0x02;
 constexpr int kModelWithSerialNumber = 4;
 
 /// Bytes that a reply has at least to hold them.
@@ -54,10 +58,14 @@ class ZimoBinaryInquiry final : public StationInquiry {
 
   StationReport evaluate() override {
     StationReport report{.lines = zimoBinaryModelLines(framing().zbinReceive())};
-    // What has not told who it is has not answered.
-    if (report.lines.isEmpty()) return report;
+    // What has not told who it is has not answered, unless it confirms as the documents have it.
+    report.wantsMakerForm = framing().zbinKind == zbin::kConfirmation;
+    if (report.lines.isEmpty() && !report.wantsMakerForm) return report;
+    if (report.lines.isEmpty()) report.lines << modelName(kNoModel);
     framing().zbinSend(bytes({0x02, 0x03}), false);
-    report.lines << zimoBinaryTrackLines(framing().zbinReceive());
+    const QByteArray track = framing().zbinReceive();
+    report.lines << (report.wantsMakerForm ? zimoDocumentedTrackLines(track)
+                                           : zimoBinaryTrackLines(track));
     return report;
   }
 
@@ -92,6 +100,16 @@ QStringList zimoBinaryTrackLines(const QByteArray& reply) {
   if (reply.size() < kTrackSize) return {};
   const int state = byteAt(reply, reply.size() - 1);
   return flagLines(state, kFormats) + flagLines(state, kTrackFlags);
+}
+
+QStringList zimoDocumentedTrackLines(const QByteArray& reply) {
+  if (reply.size() < kTrackSize) return {};
+  const int state = byteAt(reply, reply.size() - 1);
+  QStringList lines;
+  if ((state & kStopped) != 0) lines << QStringLiteral("Sammelstop ein");
+  lines << ((state & kWithoutVoltage) != 0 ? QStringLiteral("Fahrspannung ausgeschaltet")
+                                           : QStringLiteral("Fahrspannung eingeschaltet"));
+  return lines;
 }
 
 std::unique_ptr<StationInquiry> makeZimoBinaryInquiry(StationLink& link, Settings& settings) {

@@ -16,6 +16,8 @@ namespace lokari {
 
 /// The lines that a reply to the first question is long enough for.
 QStringList zimoBinaryModelLines(const QByteArray& reply);
+/// The lines of the makers' documents: the last byte is 01 stopped, 02 without track voltage.
+QStringList zimoDocumentedTrackLines(const QByteArray& reply);
 /// The lines of a reply to the second one; none when it holds no more than its command byte.
 QStringList zimoBinaryTrackLines(const QByteArray& reply);
 

@@ -76,6 +76,33 @@ TEST_F(Mx10CabTest, OldMessagesAreDroppedAheadOfAReading) {
   EXPECT_EQ(cab->readState(), FunctionMask{0});
 }
 
+TEST_F(Mx10CabTest, EitherDirectionBitIsBackward) {
+  for (const int flags : {0x04, 0x08, 0x0C}) {
+    expectReading({0xE8, 0x03, 0, 0, 0, 0}, {0xE8, 0x03, 0x08, flags, 0}, {0xE8, 0x03, 1, 0, 0});
+    EXPECT_TRUE(cab->readState());
+    EXPECT_TRUE(state.backward) << flags;
+  }
+  expectReading({0xE8, 0x03, 0, 0, 0, 0}, {0xE8, 0x03, 0x08, 0x30, 0}, {0xE8, 0x03, 1, 0, 0});
+  EXPECT_TRUE(cab->readState());
+  EXPECT_FALSE(state.backward) << "east and west are no directions of the vehicle";
+}
+
+TEST_F(Mx10CabTest, WhatIsToldOfAnotherVehicleIsNoAnswer) {
+  expect(0x020C86C2, {0xE8, 0x03})
+      .answer(0x020FC0A1, {0x03, 0x00, 0xFF, 0xFF, 0xFF, 0xFF}, 5)
+      .answer(0x020FC0A1, {0xE8, 0x03, 0x01, 0, 0, 0}, 300);
+  expect(0x020886C2, {0xE8, 0x03})
+      .answer(0x020BC0A1, {0x03, 0x00, 0xFF, 0x0F, 0}, 5)
+      .answer(0x020BC0A1, {0xE8, 0x03, 0x08, 0x00, 0}, 300);
+  expect(0x021486C2, {0xE8, 0x03, 1, 0})
+      .answer(0x0217C0A1, {0x03, 0x00, 1, 0, 1}, 5)
+      .answer(0x0217C0A1, {0xE8, 0x03, 1, 0, 0}, 300);
+  EXPECT_EQ(cab->readState(), FunctionMask{1});
+  EXPECT_EQ(state.speed, 1);
+  EXPECT_FALSE(state.backward);
+  EXPECT_FALSE(state.manual);
+}
+
 TEST_F(Mx10CabTest, SendsTheSpeedTimesEight) {
   struct Row {
     int speed;

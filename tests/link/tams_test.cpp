@@ -16,6 +16,11 @@ class TamsTest : public test::LinkFixture {
   int write(int cv, int value, int address = 3) {
     return link.WriteCV(cv, value, address, link.progMode);
   }
+  /// Behind the end of the told way the CV is asked for by the binary command too.
+  void expectBinaryInVain(const char* command) {
+    line.expect("x" + QByteArray::fromHex(command));
+    line.expect("x\xCE");
+  }
 };
 
 const QString kNoOrWrong = QStringLiteral("Keine / falsche Antwort vom Basisgerät!");
@@ -149,8 +154,10 @@ TEST_F(TamsTest, WhatFollowsAReplyIsDropped) {
 
 TEST_F(TamsTest, ASilentStationIsAskedOnceAndWaitedForThreeTimes) {
   line.expect("xPTRB 1\r");
-  // wait, second chance, its pause, epilogue: each wait lasts 3 seconds
-  EXPECT_EQ(timeOf([&] { EXPECT_EQ(link.ReadCV(1, 3), -1001); }), 3000 + 3000 + 1000 + 3000);
+  expectBinaryInVain("F0 01 00");
+  // wait, second chance, its pause, two binary questions, epilogue: each wait lasts 3 seconds
+  EXPECT_EQ(timeOf([&] { EXPECT_EQ(link.ReadCV(1, 3), -1001); }),
+            3000 + 3000 + 1000 + 2 * 3000 + 3000);
   EXPECT_EQ(view.statuses, QStringList{kNoOrWrong});
 }
 
@@ -162,7 +169,8 @@ TEST_F(TamsTest, ALateReplyIsTakenInTheSecondChance) {
 // A reply does not tell its CV.
 TEST_F(TamsTest, TheReplyToAQuestionThatWasGivenUpIsNotTheNextOnes) {
   settings.timeoutVal = 1;
-  line.expect("xPTRB 5\r").answer("255]\r", 7500);
+  line.expect("xPTRB 5\r").answer("255]\r", 11'500);
+  expectBinaryInVain("F0 05 00");
   EXPECT_EQ(link.ReadCV(5, 3), -1001);
   line.expect("xPTRB 8\r").answer("145]\r");
   EXPECT_EQ(link.ReadCV(8, 3), 145);
@@ -173,12 +181,12 @@ TEST_F(TamsTest, TheReplyToAQuestionThatWasGivenUpIsNotTheNextOnes) {
 }
 
 TEST_F(TamsTest, AShortReplyIsDroppedByTheSecondChance) {
-  line.expect("xPTRB 1\r").answer("3]", 10).answer("4]\r", 3500);
+  line.expect("xPTRB 1\r").answer("3", 10).answer("4]\r", 3500);
   EXPECT_EQ(link.ReadCV(1, 3), 4);
 }
 
 TEST_F(TamsTest, AShortReplyAndNothingElseIsNoReply) {
-  line.expect("xPTRB 1\r").answer("3]", 3500);
+  line.expect("xPTRB 1\r").answer("3", 3500);
   EXPECT_EQ(link.ReadCV(1, 3), -1001);
 }
 
@@ -245,12 +253,14 @@ TEST_F(TamsTest, AWriteIsRefusedWithTheCodesOfARead) {
 TEST_F(TamsTest, ASilentStationGivesNoReplyToAWriteWithoutRepeatingIt) {
   link.commJob = CommJob::WriteProgTrack;
   line.expect("xPTWD 29, 6\r");
+  line.expect("xPTRB 29\r");
+  expectBinaryInVain("F0 1D 00");
   EXPECT_EQ(write(29, 6), -1001);
 }
 
-TEST_F(TamsTest, AWriteNeedsFourBytes) {
+TEST_F(TamsTest, AWriteNeedsFourBytesOrTheBracket) {
   link.commJob = CommJob::WriteProgTrack;
-  line.expect("xPTWD 29, 6\r").answer("Ok]", 3500);
+  line.expect("xPTWD 29, 6\r").answer("Ok", 3500);
   EXPECT_EQ(write(29, 6), -1001);
 }
 
@@ -267,6 +277,7 @@ TEST_F(TamsTest, ADeviceThatVanishedBeforeAReadThrows) {
 TEST_F(TamsTest, WithoutAViewAFailureIsStillACode) {
   link.setView(nullptr);
   line.expect("xPTRB 1\r");
+  expectBinaryInVain("F0 01 00");
   EXPECT_EQ(link.ReadCV(1, 3), -1001);
 }
 
