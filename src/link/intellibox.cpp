@@ -139,8 +139,8 @@ class IntelliboxRead final : public IntelliboxExchange {
   /// Reading bit by bit has come to its end with `code`; without a result it stands.
   int byByte(int code) {
     const P50xOutcome outcome = p50xAccess(link(), ibx::readCvByByte(request().cv));
-    const bool ends = outcome.kind == P50xOutcome::Kind::Event ||
-                      outcome.kind == P50xOutcome::Kind::Cancelled;
+    const bool ends =
+        outcome.kind == P50xOutcome::Kind::Event || outcome.kind == P50xOutcome::Kind::Cancelled;
     return ends ? p50x::readResult(outcome) : code;
   }
 };

@@ -14,12 +14,12 @@ class StationLink;
 
 struct P50xOutcome {
   enum class Kind {
-    Event,      ///< `event` is what CE gave, with its length; it may be cut
-    Unknown,    ///< the station has no such command
-    Refused,    ///< the station has not begun it
-    Silent,     ///< nobody knows whether it was begun
-    NoResult,   ///< it was begun, and its result did not come
-    Text,       ///< `event` is the beginning of a text: the late reply to a text command
+    Event,     ///< `event` is what CE gave, with its length; it may be cut
+    Unknown,   ///< the station has no such command
+    Refused,   ///< the station has not begun it
+    Silent,    ///< nobody knows whether it was begun
+    NoResult,  ///< it was begun, and its result did not come
+    Text,      ///< `event` is the beginning of a text: the late reply to a text command
     Cancelled,
   };
   Kind kind = Kind::Silent;

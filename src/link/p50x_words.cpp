@@ -74,6 +74,7 @@ constexpr std::array kCodes{
     WordsRow{"01", u"unbekannter Befehl oder Systemfehler"},
     WordsRow{"02", u"falscher Parameter"},
     WordsRow{"06", u"das Gleis ist aus"},
+    WordsRow{"07", u"die Warteschlange der Ausgänge ist voll"},
     WordsRow{"08", u"die Warteschlange der Fahrzeuge ist voll"},
     WordsRow{"09", u"die Warteschlange der Ausgänge ist voll"},
     WordsRow{"0A", u"das Fahrzeug hat keinen Platz"},
@@ -96,6 +97,8 @@ constexpr std::array kEvents{
     WordsRow{"01 FD", u"Kurzschluss"},
     WordsRow{"01 FC", u"kein Decoder"},
     WordsRow{"01 FB", u"Fehler"},
+    WordsRow{"01 FA", u"bitweise nicht lesbar"},
+    WordsRow{"01 F4", u"abgebrochen"},
 };
 // clang-format on
 

@@ -205,8 +205,7 @@ class TamsWrite final : public TamsExchange {
 
 }  // namespace
 
-TamsProtocol::TamsProtocol(StationLink& link)
-    : SerialProtocol(link), owed_(link, tams::repliesIn) {
+TamsProtocol::TamsProtocol(StationLink& link) : SerialProtocol(link), owed_(link, tams::repliesIn) {
   link.serial().onReceived = [this](const QByteArray& data) {
     if (awaitsText_) heard_ += data;
   };

@@ -50,9 +50,7 @@ class IntelliboxInquiry final : public StationInquiry {
   }
 
   /// Other stations of the protocol have shorter lists.
-  StationReport evaluateShort() override {
-    return reportOtherP50x(link(), P50xModel::Intellibox);
-  }
+  StationReport evaluateShort() override { return reportOtherP50x(link(), P50xModel::Intellibox); }
 };
 
 }  // namespace

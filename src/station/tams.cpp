@@ -38,8 +38,8 @@ class TamsInquiry final : public StationInquiry {
     const bool other = model == P50xModel::Intellibox || model == P50xModel::Other;
     if (other) return withIbxState(link(), p50xReport(reply, P50xModel::Tams));
     // The documents' list; what it tells stands at the told places.
-    return withIbxState(link(), {.lines = tamsLines(reply),
-                                 .wantsMakerForm = model == P50xModel::Tams});
+    return withIbxState(link(),
+                        {.lines = tamsLines(reply), .wantsMakerForm = model == P50xModel::Tams});
   }
 
   StationReport evaluateShort() override { return reportOtherP50x(link(), P50xModel::Tams); }

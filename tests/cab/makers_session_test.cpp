@@ -80,14 +80,13 @@ INSTANTIATE_TEST_SUITE_P(Kinds, MakersSession,
                                                               StationKind::Mx1Bin),
                                             ::testing::Bool()),
                          nameOf);
-INSTANTIATE_TEST_SUITE_P(Kinds, P50xMakersSession,
-                         ::testing::Combine(::testing::Values(StationKind::Ibx,
-                                                              StationKind::TamsMc),
-                                            ::testing::Bool()),
-                         nameOf);
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, P50xMakersSession,
+    ::testing::Combine(::testing::Values(StationKind::Ibx, StationKind::TamsMc), ::testing::Bool()),
+    nameOf);
 
 TEST_P(MakersSession, CvsAreReadAndWritten) {
-  EXPECT_EQ(link->ReadCV(8, 3), 145);
+  EXPECT_EQ(link->ReadCV(8, 3), 97);
   EXPECT_EQ(link->WriteCV(3, 77, 3, 0), 77);
   EXPECT_EQ(link->ReadCV(3, 3), 77);
   for (int value = 5; value < 9; ++value) EXPECT_EQ(link->WriteCV(4, value, 3, 0), value);
@@ -101,10 +100,10 @@ TEST_P(MakersSession, ACvIsWrittenFirst) {
 
 TEST_P(MakersSession, CvsAreWrittenOnTheMainTrackOneBehindTheOther) {
   // Without the setting a Tams MC that was not read yet cannot be told from one that is not there.
-  EXPECT_EQ(link->ReadCV(8, 3), 145);
+  EXPECT_EQ(link->ReadCV(8, 3), 97);
   link->commJob = CommJob::WriteMain;
-  link->pomAddr = link->getAddrIndex(64);
-  for (int value = 20; value < 24; ++value) EXPECT_EQ(link->WriteCV(3, value, 64, 0), value);
+  link->pomAddr = link->getAddrIndex(1000);
+  for (int value = 20; value < 24; ++value) EXPECT_EQ(link->WriteCV(3, value, 1000, 0), value);
 }
 
 TEST_P(MakersSession, AVehicleThatNobodyHasDrivenIsRead) {

@@ -36,8 +36,8 @@ TEST_F(Mx10CabTest, ReadsFunctionsSpeedAndManual) {
   EXPECT_FALSE(state.canBusy);
 }
 
-TEST_F(Mx10CabTest, TheBitThatIsSentForBackwardIsNotTheOneThatIsRead) {
-  expectReading({0xE8, 0x03, 0, 0, 0, 0}, {0xE8, 0x03, 0xFF, 0x07, 0x00},
+TEST_F(Mx10CabTest, ASpeedOfAllBitsIsTheHighest) {
+  expectReading({0xE8, 0x03, 0, 0, 0, 0}, {0xE8, 0x03, 0xFF, 0x03, 0x00},
                 {0xE8, 0x03, 0x01, 0x00, 0x00});
   EXPECT_TRUE(cab->readState());
   EXPECT_FALSE(state.backward);

@@ -43,7 +43,9 @@ struct ToldStation {
   bool answers = true;
   CabState vehicle;
   FunctionMask functions = 0;
-  quint8 outputs = 0;  ///< bit 2i: output i is off
+  std::optional<int> highest;              ///< function that it knows
+  LayoutStands stands = LayoutStands::No;  ///< told with each speed
+  quint8 outputs = 0;                      ///< bit 2i: output i is off
   std::array<bool, 4> neverSwitched{};
   QStringList sent;
   int reads = 0;
@@ -60,10 +62,12 @@ class ToldCab final : public CabProtocol {
     state().speed = station_.vehicle.speed;
     state().backward = station_.vehicle.backward;
     state().manual = station_.vehicle.manual;
+    if (station_.highest) state().funcCount = *station_.highest;
     return station_.functions;
   }
   bool sendSpeed() override {
     told(QStringLiteral("Stufe %1").arg(state().speed));
+    hooks().layoutTold(station_.stands);
     return true;
   }
   void sendDirection() override {

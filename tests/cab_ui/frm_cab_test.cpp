@@ -8,7 +8,13 @@ namespace {
 
 using test::CabWindows;
 
-class FrmCabTest : public CabWindows {};
+class FrmCabTest : public CabWindows {
+ protected:
+  static QString noticeOf(FrmCab* window) {
+    auto* label = control<QLabel>(window, "labNotice");
+    return label->isVisible() ? label->text() : QString();
+  }
+};
 
 TEST_F(FrmCabTest, ShowsWhatTheStationKnowsAndSendsNothing) {
   station.vehicle.speed = 42;
@@ -179,6 +185,32 @@ TEST_F(FrmCabTest, KeepsThePictureOfItsVehicle) {
   EXPECT_TRUE(md_pic->isVisible());
   FrmCab* other = openCab(5);
   EXPECT_FALSE(control<QFrame>(other, "picContainer")->isVisible());
+}
+
+TEST_F(FrmCabTest, FunctionsThatTheStationDoesNotKnowAreHidden) {
+  station.highest = 8;
+  FrmCab* window = openCab();
+  ASSERT_NE(window, nullptr);
+  EXPECT_TRUE(picture(window, "cmdFunc_8")->isVisible());
+  EXPECT_FALSE(picture(window, "cmdFunc_9")->isVisible());
+  EXPECT_FALSE(control<QLabel>(window, "labFunc_12")->isVisible());
+}
+
+TEST_F(FrmCabTest, ALayoutThatStandsIsSaidUntilItGoesOn) {
+  FrmCab* window = openCab();
+  ASSERT_NE(window, nullptr);
+  station.stands = LayoutStands::Halted;
+  bar(window)->setValue(20);
+  EXPECT_EQ(
+      noticeOf(window),
+      QStringLiteral("Die Zentrale hat den Befehl angenommen, aber die Anlage ist angehalten."));
+  station.stands = LayoutStands::WithoutPower;
+  bar(window)->setValue(21);
+  EXPECT_EQ(noticeOf(window),
+            QStringLiteral("Die Zentrale hat den Befehl angenommen, aber das Gleis ist stromlos."));
+  station.stands = LayoutStands::No;
+  bar(window)->setValue(22);
+  EXPECT_EQ(noticeOf(window), QString());
 }
 
 class FrmCabOnKind : public CabWindows, public ::testing::WithParamInterface<StationKindRow> {

@@ -43,8 +43,8 @@ class MakersSerial : public ::testing::TestWithParam<Row> {
 
   QString path(const char* name) const { return folder_.filePath(QString::fromLatin1(name)); }
   QStringList simulator() const {
-    return {"--station", QString::fromLatin1(GetParam().name), "--form", "makers",
-            "--link",    path("port")};
+    return {"--station", QString::fromLatin1(GetParam().name), "--form", "makers", "--link",
+            path("port")};
   }
   test::ProgramRun cli(const QStringList& arguments) const {
     return test::runProgram(QStringLiteral("lokari-cli"), arguments, folder_.path());
@@ -73,7 +73,7 @@ TEST_P(MakersSerial, TheTestNamesTheStation) {
 
 TEST_P(MakersSerial, CvsAreReadAndWritten) {
   const test::SimulatorProcess station(simulator());
-  EXPECT_EQ(cli({"cv", "read", "8"}).output, "8\t145\n");
+  EXPECT_EQ(cli({"cv", "read", "8"}).output, "8\t97\n");
   const test::ProgramRun written = cli({"cv", "write", "3=77"});
   EXPECT_EQ(written.status, 0) << written.errors.toStdString();
   EXPECT_EQ(cli({"cv", "read", "3"}).output, "3\t77\n");

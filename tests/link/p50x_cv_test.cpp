@@ -399,8 +399,9 @@ TEST_P(TamsPieces, AReplyEndsWithItsBracket) {
     }
   }
   link.commJob = CommJob::WriteProgTrack;
-  line.expect("xPTWD 29, 6\r").answer(QByteArray("Ok]").left(cut)).answer(
-      QByteArray("Ok]").mid(cut), pause);
+  line.expect("xPTWD 29, 6\r")
+      .answer(QByteArray("Ok]").left(cut))
+      .answer(QByteArray("Ok]").mid(cut), pause);
   EXPECT_EQ(write29(), 6);
 }
 

@@ -65,14 +65,15 @@ TEST_F(ZimoDocumented, ARefusalIsItsErrorAndABusyStationIsAskedAgain) {
   expect(kRead29).answer(fromHex(kRefused));
   EXPECT_EQ(link.ReadCV(29, 3), -1037);
   expect(kRead29Again).answer(fromHex("0101 2F 40 13 03 04 24 17"));
-  expect("0101 04 1030 13 80 00 00 1D 22 17").answer(fromHex("0101 30 20 13 04 80 00 00 1D 06 C6 17"));
+  expect("0101 04 1030 13 80 00 00 1D 22 17")
+      .answer(fromHex("0101 30 20 13 04 80 00 00 1D 06 C6 17"));
   expect("0101 05 50 13 30 00 40 17");
   EXPECT_EQ(link.ReadCV(29, 3), 6);
 }
 
 TEST_F(ZimoDocumented, WhatAnswersAnotherMessageOrSequenceIsPassedOver) {
-  for (const char* stray : {kNews, kOtherNews, kConfirmedEarlier, kConfirmedOther, kResultEarlier,
-                            kDataOther}) {
+  for (const char* stray :
+       {kNews, kOtherNews, kConfirmedEarlier, kConfirmedOther, kResultEarlier, kDataOther}) {
     dynamic_cast<ZimoBinaryProtocol&>(link.protocol()).framing().zbinSeq = 2;
     expect(kRead29).answer(fromHex(stray)).answer(fromHex(kResult), 400);
     expect(kAck3);

@@ -60,8 +60,8 @@ TEST_F(DocumentedTams, TheDocumentsListOffersTheirMessages) {
   expect("78 A2").answer(fromHex("08"));
   const CommTestResult result = run();
   EXPECT_EQ(result.outcome, Outcome::Answered);
-  EXPECT_EQ(result.lines, (QStringList{"Tams MC SPU Version 2.14", "MC Serien-#: 0001E240",
-                                       "Power On "}));
+  EXPECT_EQ(result.lines,
+            (QStringList{"Tams MC SPU Version 2.14", "MC Serien-#: 0001E240", "Power On "}));
   EXPECT_TRUE(result.wantsMakerForm);
 }
 
@@ -112,9 +112,7 @@ class DocumentedMx1 : public CommFixture {
     expect("0101 00 1030 00 3E 17").answer(fromHex("0101 04 40 00 00 00 36 17"));
     expect("0101 1021 1030 11 04 1021 B8 17").answer(fromHex("0101 05 40 11 1021 0A A0 17"));
   }
-  void expectEnd(const char* frame) {
-    expect(frame).answer(fromHex("0101 06 40 11 04 0A 11 17"));
-  }
+  void expectEnd(const char* frame) { expect(frame).answer(fromHex("0101 06 40 11 04 0A 11 17")); }
 };
 
 TEST_F(DocumentedMx1, OneThatDoesNotTellItsModelTellsOfTheTrack) {
