@@ -66,8 +66,9 @@ class Access {
     const int first = askByte(ibx::askEvent());
     if (link_.cancelRequested) return end(Kind::Cancelled);
     if (isText(first)) return end(Kind::Text, QByteArray(1, static_cast<char>(first)));
-    if (first <= 0) return end(Kind::Silent);
-    return first == ibx::kNoEvent ? awaitEvent() : takeEvent(first);
+    if (first < 0) return end(Kind::Silent);
+    // 0 is the command's own reply, late.
+    return first == 0 || first == ibx::kNoEvent ? awaitEvent() : takeEvent(first);
   }
 
   P50xOutcome awaitEvent() {

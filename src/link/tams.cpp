@@ -69,16 +69,16 @@ class TamsExchange : public CvExchange {
   }
 
   QByteArray readCommand() const { return tams::readCommand(link().progMode, request().cv); }
-  /// Reads the CV by a binary command.
+  /// Reads the CV by a binary command. A station that has a result programs by them: no text is
+  /// owed any more.
   P50xOutcome readBinary() {
     station_.endText();
-    return p50xAccess(link(), binaryRead(link().progMode, request().cv));
-  }
-  /// It understands them and no texts: no text is owed any more.
-  void useBinary() {
-    binary_ = true;
+    const P50xOutcome outcome = p50xAccess(link(), binaryRead(link().progMode, request().cv));
+    binary_ = outcome.isAnswered();
+    if (outcome.kind != P50xOutcome::Kind::Event) return outcome;
     station_.knowsNoText = true;
     station_.owed().forget();
+    return outcome;
   }
 
   /// What has come of a reply; up to its end.
@@ -151,8 +151,7 @@ class TamsRead final : public TamsExchange {
       takeText(outcome.event);
       return result(reply());
     }
-    if (!outcome.isAnswered()) return std::nullopt;
-    useBinary();
+    if (outcome.kind != P50xOutcome::Kind::Event) return std::nullopt;
     return p50x::readResult(outcome);
   }
 };
@@ -179,8 +178,7 @@ class TamsWrite final : public TamsExchange {
     if (isMain()) return std::nullopt;
     const CvRequest& cv = request();
     if (answersText()) return lateResult();
-    if (!readBinary().isAnswered()) return std::nullopt;
-    useBinary();
+    if (readBinary().kind != P50xOutcome::Kind::Event) return std::nullopt;
     return p50x::writeResult(p50xAccess(link(), ibx::writeCv(cv.cv, cv.value, link().progMode)),
                              cv.value);
   }

@@ -154,6 +154,13 @@ TEST_P(P50xMakers, AWriteThatNobodyConfirmsIsNotSentAgainAndItsResultCounts) {
   EXPECT_EQ(write29(), -1001);
 }
 
+TEST_P(P50xMakers, TheCommandsReplyMayComeLate) {
+  expect("F1 1D 00 06").answer(fromHex("00"), 3100);
+  expect("CE", "F5");
+  expectEvent("01 00");
+  EXPECT_EQ(write29(), 6);
+}
+
 TEST_P(P50xMakers, AWarningIsTaken) {
   for (const char* code : {"40", "41", "42"}) {
     expect(direct(), code);
@@ -328,6 +335,17 @@ TEST_F(TamsAsTold, AStationThatAnswersNothingAtAllGivesTheToldCode) {
   EXPECT_EQ(read29(), -1001);
   line.expect("xPTRB 8\r").answer("145]\r");
   EXPECT_EQ(link.ReadCV(8, 3), 145);
+}
+
+TEST_F(TamsAsTold, AStationThatRefusesTheBinaryCommandIsAskedTextsAgain) {
+  for (const char* code : {"01", "3F", "02", "06"}) {
+    expectSilentRead();
+    expect("F0 1D 00", code);
+    expectEnd();
+    EXPECT_EQ(read29(), -1001) << code;
+    line.expect("xPTRB 8\r").answer("145]\r");
+    EXPECT_EQ(link.ReadCV(8, 3), 145);
+  }
 }
 
 TEST_F(TamsAsTold, ATextThatComesMeanwhileIsTheReply) {
