@@ -80,6 +80,10 @@ std::optional<QByteArray> writeCvMain(int pomAddr, int address, int cv, int valu
   return bytes({0xDE, byteLow(sent), byteSecond(sent), byteLow(cv), byteSecond(cv), value});
 }
 
+QByteArray askProgramming() {
+  return bytes({0xE0});
+}
+
 QByteArray askEvent() {
   return bytes({0xCE});
 }

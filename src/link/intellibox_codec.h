@@ -26,6 +26,8 @@ QByteArray writeCv(int cv, int value, int mode);
 /// Writes a CV on the main track. Below 128 `pomAddr` is the address that goes out, from there on
 /// `address`. Nothing for a number that is no address.
 std::optional<QByteArray> writeCvMain(int pomAddr, int address, int cv, int value);
+/// Asks whether the station programs.
+QByteArray askProgramming();
 /// Asks for the programming event.
 QByteArray askEvent();
 /// Ends the programming.

@@ -30,6 +30,14 @@ class Access {
  public:
   explicit Access(StationLink& link) : link_(link) {}
 
+  P50xOutcome probe() {
+    const int code = begin(ibx::askProgramming());
+    if (link_.cancelRequested) return end(Kind::Cancelled);
+    if (code < 0) return end(Kind::Silent);
+    if (isText(code)) return end(Kind::Text, QByteArray(1, static_cast<char>(code)));
+    return end(p50x::isUnknown(code) ? Kind::Unknown : Kind::Event);
+  }
+
   P50xOutcome run(const QByteArray& command) {
     for (int busy = 0;; ++busy) {
       const int code = begin(command);
@@ -103,6 +111,10 @@ class Access {
 };
 
 }  // namespace
+
+P50xOutcome p50xProbe(StationLink& link) {
+  return Access(link).probe();
+}
 
 P50xOutcome p50xAccess(StationLink& link, const QByteArray& command) {
   return Access(link).run(command);

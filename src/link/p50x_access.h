@@ -25,13 +25,11 @@ struct P50xOutcome {
   Kind kind = Kind::Silent;
   QByteArray event = {};
   int sendings = 0;  ///< of the command
-
-  /// The station understands binary commands.
-  bool isAnswered() const {
-    return kind == Kind::Event || kind == Kind::Unknown || kind == Kind::Refused ||
-           kind == Kind::NoResult;
-  }
 };
+
+/// Asks whether the station programs by binary commands: Event when it does. The question has no
+/// arguments that could be left over in a station that does not know it.
+P50xOutcome p50xProbe(StationLink& link);
 
 /// Sends `command` (see intellibox_codec.h), once more only while the station is busy, and awaits
 /// its result. The line is left as it is: ibx::endProgramming() has to follow.

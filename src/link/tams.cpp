@@ -69,16 +69,21 @@ class TamsExchange : public CvExchange {
   }
 
   QByteArray readCommand() const { return tams::readCommand(link().progMode, request().cv); }
-  /// Reads the CV by a binary command. A station that has a result programs by them: no text is
-  /// owed any more.
-  P50xOutcome readBinary() {
+  /// Whether the station programs by binary commands; a late text is taken as the reply.
+  bool knowsBinary() {
     station_.endText();
-    const P50xOutcome outcome = p50xAccess(link(), binaryRead(link().progMode, request().cv));
-    binary_ = outcome.isAnswered();
-    if (outcome.kind != P50xOutcome::Kind::Event) return outcome;
+    const P50xOutcome outcome = p50xProbe(link());
+    if (outcome.kind == P50xOutcome::Kind::Text) takeText(outcome.event);
+    return outcome.kind == P50xOutcome::Kind::Event;
+  }
+  P50xOutcome access(const QByteArray& command) {
+    binary_ = true;
+    return p50xAccess(link(), command);
+  }
+  /// It answers binary commands alone: no text is owed any more.
+  void useBinary() {
     station_.knowsNoText = true;
     station_.owed().forget();
-    return outcome;
   }
 
   /// What has come of a reply; up to its end.
@@ -146,12 +151,10 @@ class TamsRead final : public TamsExchange {
   int result(const QByteArray& reply) const override { return tams::readResult(reply); }
 
   std::optional<int> withoutText() override {
-    const P50xOutcome outcome = readBinary();
-    if (outcome.kind == P50xOutcome::Kind::Text) {
-      takeText(outcome.event);
-      return result(reply());
-    }
+    if (!knowsBinary()) return reply().isEmpty() ? std::nullopt : std::optional(result(reply()));
+    const P50xOutcome outcome = access(binaryRead(link().progMode, request().cv));
     if (outcome.kind != P50xOutcome::Kind::Event) return std::nullopt;
+    useBinary();
     return p50x::readResult(outcome);
   }
 };
@@ -176,11 +179,10 @@ class TamsWrite final : public TamsExchange {
   /// nothing shows that; on the main track there is none.
   std::optional<int> withoutText() override {
     if (isMain()) return std::nullopt;
+    if (!knowsBinary() || answersText()) return lateResult();
+    useBinary();
     const CvRequest& cv = request();
-    if (answersText()) return lateResult();
-    if (readBinary().kind != P50xOutcome::Kind::Event) return std::nullopt;
-    return p50x::writeResult(p50xAccess(link(), ibx::writeCv(cv.cv, cv.value, link().progMode)),
-                             cv.value);
+    return p50x::writeResult(access(ibx::writeCv(cv.cv, cv.value, link().progMode)), cv.value);
   }
 
  private:

@@ -302,10 +302,13 @@ class TamsAsTold : public P50xFixture {
  protected:
   TamsAsTold() : P50xFixture(StationKind::TamsMc, false) {}
   void expectSilentRead() { line.expect("xPTRB 29\r"); }
+  /// The station programs by binary commands.
+  void expectBinary() { expect("E0", "00"); }
 };
 
 TEST_F(TamsAsTold, AStationThatAnswersNoTextIsReadByItsBinaryCommands) {
   expectSilentRead();
+  expectBinary();
   expect("F0 1D 00", "00");
   expectEvent("02 00 7B");
   EXPECT_EQ(read29(), 123);
@@ -314,6 +317,7 @@ TEST_F(TamsAsTold, AStationThatAnswersNoTextIsReadByItsBinaryCommands) {
 
 TEST_F(TamsAsTold, ItIsAskedNoMoreTexts) {
   expectSilentRead();
+  expectBinary();
   expect("F0 1D 00", "00");
   expectEvent("01 FC");
   EXPECT_EQ(read29(), -1019);
@@ -330,18 +334,16 @@ TEST_F(TamsAsTold, ItIsAskedNoMoreTexts) {
 
 TEST_F(TamsAsTold, AStationThatAnswersNothingAtAllGivesTheToldCode) {
   expectSilentRead();
-  expect("F0 1D 00");
-  expect("CE");
+  expect("E0");
   EXPECT_EQ(read29(), -1001);
   line.expect("xPTRB 8\r").answer("145]\r");
   EXPECT_EQ(link.ReadCV(8, 3), 145);
 }
 
 TEST_F(TamsAsTold, AStationThatRefusesTheBinaryCommandIsAskedTextsAgain) {
-  for (const char* code : {"01", "3F", "02", "06"}) {
+  for (const char* code : {"01", "3F"}) {
     expectSilentRead();
-    expect("F0 1D 00", code);
-    expectEnd();
+    expect("E0", code);
     EXPECT_EQ(read29(), -1001) << code;
     line.expect("xPTRB 8\r").answer("145]\r");
     EXPECT_EQ(link.ReadCV(8, 3), 145);
@@ -351,7 +353,7 @@ TEST_F(TamsAsTold, AStationThatRefusesTheBinaryCommandIsAskedTextsAgain) {
 TEST_F(TamsAsTold, ATextThatComesMeanwhileIsTheReply) {
   settings.timeoutVal = 1;
   line.expect("xPTRB 29\r").answer("12", 5700).answer("3]\r", 20);
-  expect("F0 1D 00");
+  expect("E0");
   EXPECT_EQ(read29(), 123);
   line.expect("xPTRB 8\r").answer("145]\r");
   EXPECT_EQ(link.ReadCV(8, 3), 145) << "it understands texts";
@@ -359,9 +361,8 @@ TEST_F(TamsAsTold, ATextThatComesMeanwhileIsTheReply) {
 
 TEST_F(TamsAsTold, AWriteWithoutAnAnswerIsSentAnewOnlyToAStationThatKnowsNoTexts) {
   line.expect("xPTWD 29, 6\r");
+  expectBinary();
   expectSilentRead();
-  expect("F0 1D 00", "00");
-  expect("CE", "02 00 0E");
   expect("F1 1D 00 06", "00");
   expectEvent("01 00");
   EXPECT_EQ(write29(), 6);
@@ -369,15 +370,21 @@ TEST_F(TamsAsTold, AWriteWithoutAnAnswerIsSentAnewOnlyToAStationThatKnowsNoTexts
 
 TEST_F(TamsAsTold, AWriteWithoutAnAnswerIsNotSentAnewToAStationThatKnowsThem) {
   line.expect("xPTWD 29, 6\r");
+  expectBinary();
   line.expect("xPTRB 29\r").answer("6]\r");
   EXPECT_EQ(write29(), -1001);
 }
 
+TEST_F(TamsAsTold, TheLateReplyToAWriteIsItsResult) {
+  line.expect("xPTWD 29, 6\r");
+  expectBinary();
+  line.expect("xPTRB 29\r").answer("Ok]\r");
+  EXPECT_EQ(write29(), 6);
+}
+
 TEST_F(TamsAsTold, AWriteToAStationThatAnswersNothingIsNotSentAnew) {
   line.expect("xPTWD 29, 6\r");
-  expectSilentRead();
-  expect("F0 1D 00");
-  expect("CE");
+  expect("E0");
   EXPECT_EQ(write29(), -1001);
 }
 
