@@ -35,7 +35,7 @@ class Access {
     if (link_.cancelRequested) return end(Kind::Cancelled);
     if (code < 0) return end(Kind::Silent);
     if (isText(code)) return end(Kind::Text, QByteArray(1, static_cast<char>(code)));
-    return end(p50x::isUnknown(code) ? Kind::Unknown : Kind::Event);
+    return end(p50x::isTaken(code) ? Kind::Event : Kind::Unknown);
   }
 
   P50xOutcome run(const QByteArray& command) {

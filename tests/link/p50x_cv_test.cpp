@@ -341,7 +341,7 @@ TEST_F(TamsAsTold, AStationThatAnswersNothingAtAllGivesTheToldCode) {
 }
 
 TEST_F(TamsAsTold, AStationThatRefusesTheBinaryCommandIsAskedTextsAgain) {
-  for (const char* code : {"01", "3F"}) {
+  for (const char* code : {"01", "02", "3F"}) {
     expectSilentRead();
     expect("E0", code);
     EXPECT_EQ(read29(), -1001) << code;
