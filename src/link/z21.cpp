@@ -62,7 +62,7 @@ void Z21Protocol::showStanding() {
   if (!track_.isStanding() || stop.isHeld()) return;
   // Nobody has switched it on, so what the cabs have to offer is to let it go.
   foundStanding_ = true;
-  stop.noteStoppedForAll();
+  showStopped();
 }
 
 void Z21Protocol::reopen(int, int& step) {
@@ -156,7 +156,7 @@ void Z21Protocol::leaveProgramming() {
     z21Send(z21::kPowerOff);
     link().Delay(0);
     foundStanding_ = foundStanding_ || !stop.isHeld();
-    stop.noteStoppedForAll();
+    showStopped();
   }
 }
 
@@ -254,9 +254,15 @@ void Z21Protocol::hear(const QByteArray& datagram) {
   }
 }
 
+/// That it stands is the station's word, and no cab's doing.
+void Z21Protocol::showStopped() {
+  link().trackStop().noteTaken(true);
+  link().trackStop().showToAll();
+}
+
 /// Who has found the layout standing hears that somebody has switched it on.
 void Z21Protocol::noteOn() {
-  if (std::exchange(foundStanding_, false)) link().trackStop().noteReleased();
+  if (std::exchange(foundStanding_, false)) link().trackStop().noteTaken(false);
 }
 
 bool Z21Protocol::isAwaited(const QByteArray& message) const {

@@ -76,6 +76,7 @@ class Z21Protocol final : public StationProtocol {
   void subscribe();
   /// Behind the subscription of a first session: a layout that stands shows as one.
   void showStanding();
+  void showStopped();
   void leaveProgramming();
   void noteOn();
   void send(const QByteArray& message);

@@ -99,7 +99,7 @@ TEST_F(Z21MakerForm, ALayoutThatIsFoundStandingShowsAsStoppedUntilItGoesOn) {
   udp.arrive(powerIsOn);
   EXPECT_FALSE(z21.trackStop().isHeld());
   // The user's own stop is not taken back by news.
-  z21.trackStop().noteStopped();
+  z21.trackStop().noteTaken(true);
   udp.arrive(kIsOff);
   udp.arrive(powerIsOn);
   EXPECT_TRUE(z21.trackStop().isHeld());
@@ -169,7 +169,7 @@ TEST_F(Z21MakerForm, BehindProgrammingATrackThatStoodGoesOnStanding) {
     readOnce();
     endsWith(powerOff, kIsOff);
     EXPECT_TRUE(z21.trackStop().isHeld());
-    z21.trackStop().noteReleased();
+    z21.trackStop().noteTaken(false);
   }
 }
 
@@ -189,14 +189,15 @@ TEST_F(Z21MakerForm, ATrackThatIsStoppedWhileItIsProgrammedGoesOnStanding) {
     readOnce();
     udp.arrive(news);
     endsWith(powerOff, kIsOff);
-    z21.trackStop().noteReleased();
+    z21.trackStop().noteTaken(false);
   }
 }
 
 TEST_F(Z21MakerForm, AStopOfOursThatNobodyConfirmedHoldsBehindProgramming) {
   open(true);
   readOnce();
-  z21.trackStop().noteUnconfirmed();
+  z21.trackStop().noteOrdered(true);
+  z21.trackStop().noteFailed(true, true);
   endsWith(powerOff, kIsOff);
 }
 
