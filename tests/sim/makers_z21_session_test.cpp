@@ -15,7 +15,7 @@ class OnMakersZ21 : public test::NetworkSession {
  protected:
   explicit OnMakersZ21(const Options& options = {}) : NetworkSession(StationKind::Z21Ip, options) {
     settings.makerForm = true;
-    layout.onChange = [this](const QString& line) { news << line; };
+    layout.onChange = [this](const QString& each) { news << each; };
     state.address = 1000;
     unit.address = 13;
   }
