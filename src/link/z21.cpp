@@ -17,7 +17,7 @@ constexpr int kOpenRounds = 20;
 constexpr int kAnswerRounds = 10;
 constexpr int kRound = 100;  // ms
 /// The station forgets who is silent for a minute, and with him what he has asked for.
-constexpr Millis kSilence = 50'000;
+constexpr Millis kSilence = 50000;
 
 }  // namespace
 
