@@ -73,10 +73,9 @@ class LenzMakerCv final : public CvExchange {
  private:
   static CvStep notThere() { return CvStep::finishAtOnce(cv_result::kWrongReply); }
 
-  /// Whether the messages for CVs up to 1024 go out. CV 256 needs the station's word: the byte for
-  /// it is CV 1024 at one that has them.
+  /// Whether the messages for CVs up to 1024 go out, which the station tells and no setting. CV 256
+  /// needs its word too: the byte for it is CV 1024 at one that has them.
   bool isWide() {
-    if (link().settings().lenzV36) return true;
     if (method_ == ProgMethod::Paged || method_ == ProgMethod::Register) return false;
     return request().cv >= kLastCv && service_.stationVersion().value_or(0) >= kWideCvs;
   }

@@ -41,7 +41,7 @@ class LenzMakers : public ::testing::TestWithParam<Row> {
  protected:
   LenzMakers() {
     write("LOKARI.INI", QByteArray("[LOKARI]\r\nBaseUnit=") + GetParam().name +
-                            "\r\nComPort=4\r\nTimeout=1\r\nDelay=0\r\nMakerForm=" +
+                            "\r\nComPort=4\r\nTimeout=1\r\nDelay=0\r\nLenzV36=0\r\nMakerForm=" +
                             (GetParam().makerForm ? "J" : "N") + "\r\n");
     write("PORTS.INI", "[PORTS]\r\nCOM4=" + path("port").toLocal8Bit() + "\r\n");
     write("probe.txt",

@@ -201,15 +201,21 @@ TEST_F(MakerCv, PagedModeReaches256) {
 }
 
 TEST_F(MakerCv, TheHigherRangesHaveTheirMessagesAndResults) {
-  settings.lenzV36 = true;
+  expectAccess("22 15 FF C8", "63 14 FF 06 8E");
+  EXPECT_EQ(link.ReadCV(255, 3), 6);
+  const char* const kVersion = "63 21 36 00 74";
   const std::tuple<int, const char*, const char*> reads[] = {
-      {255, "22 18 FF C5", "63 14 FF 06 8E"},  {256, "22 19 00 3B", "63 15 00 06 70"},
-      {511, "22 19 FF C4", "63 15 FF 06 8F"},  {512, "22 1A 00 38", "63 16 00 06 73"},
-      {1023, "22 1B FF C6", "63 17 FF 06 8D"}, {1024, "22 18 00 3A", "63 14 00 06 71"}};
+      {256, "22 19 00 3B", "63 15 00 06 70"},
+      {511, "22 19 FF C4", "63 15 FF 06 8F"},
+      {512, "22 1A 00 38", "63 16 00 06 73"},
+      {1023, "22 1B FF C6", "63 17 FF 06 8D"},
+      {1024, "22 18 00 3A", "63 14 00 06 71"}};
   for (const auto& [cv, message, result] : reads) {
+    expect("21 21 00", kVersion);
     expectAccess(message, result);
     EXPECT_EQ(link.ReadCV(cv, 3), 6) << cv;
   }
+  expect("21 21 00", kVersion);
   expectAccess("23 1D 00 06 38", "63 15 00 06 70");
   EXPECT_EQ(write(256, 6), 6);
 }
