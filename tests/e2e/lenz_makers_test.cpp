@@ -122,7 +122,7 @@ TEST_P(LenzMakers, ReadsWritesAndReadsAgain) {
   expectDone({"cv", "read", "5"}, "5\t99\n");
 }
 
-TEST_P(LenzMakers, ReadsAndWritesInRegisterMode) {
+TEST_P(LenzMakersForm, ReadsAndWritesInRegisterMode) {
   const test::SimulatorProcess station(simulator());
   expectDone({"cv", "write", "3=7", "--mode", "register"}, "3\t7\n");
   expectDone({"cv", "read", "3", "--mode", "register"}, "3\t7\n");
