@@ -189,40 +189,41 @@ QStringList Driving::openTitles() const {
   return titles;
 }
 
-bool Driving::settleMoving(std::function<void()> later) {
-  const auto moving = [this] {
-    std::vector<Cab*> cabs;
-    for (int slot = 1; slot <= cabs_.cabCount(); ++slot) {
-      Cab* cab = cabs_.cabForms(slot);
-      if (cab != nullptr && cab->isMoving()) cabs.push_back(cab);
-    }
-    return cabs;
-  };
+bool Driving::settleMoving(std::function<void()> settled) {
+  // Asked already, and the stops are on their way.
+  if (beside_.contains(this)) return false;
   QStringList titles;
-  for (const Cab* cab : moving()) titles << cab->caption();
+  for (int slot = 1; slot <= cabs_.cabCount(); ++slot) {
+    const Cab* cab = cabs_.cabForms(slot);
+    if (cab != nullptr && cab->isMoving()) titles << cab->caption();
+  }
   if (titles.isEmpty()) return true;
   switch (askHowToLeave(prompt_, titles)) {
     case Leaving::LetRun:
       return true;
     case Leaving::StopThese:
-      return standStill(moving(), std::move(later));
+      return standStill(std::move(settled));
     case Leaving::SwitchOff:
       break;
   }
   return link_.trackStop().pressAndAwait();
 }
 
-bool Driving::standStill(const std::vector<Cab*>& cabs, std::function<void()> later) {
-  const auto left = std::make_shared<size_t>(cabs.size());
-  const auto waits = std::make_shared<bool>(false);
-  for (Cab* cab : cabs) {
-    cab->standStill([this, left, waits, later] {
-      // From the event loop: this is the end of the last exchange.
-      if (--*left == 0 && *waits) settled_ = link_.clock().after(0, later);
-    });
+bool Driving::standStill(std::function<void()> settled) {
+  const auto left = std::make_shared<int>(0);
+  // Each slot anew: while one stops, the user may close another.
+  for (int slot = 1; slot <= cabs_.cabCount(); ++slot) {
+    Cab* cab = cabs_.cabForms(slot);
+    if (cab == nullptr || !cab->isMoving()) continue;
+    ++*left;
+    cab->standStill([left] { --*left; });
   }
-  *waits = *left > 0;
-  return !*waits;
+  if (!line_.isBusy()) return *left == 0;
+  // They wait for the exchange that stands on this very stack.
+  openBeside(this, [left, then = std::move(settled)] {
+    if (*left == 0) then();
+  });
+  return false;
 }
 
 void Driving::closeAll() {

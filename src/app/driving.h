@@ -57,9 +57,9 @@ class Driving {
   void forget(const void* owner) { line_.forget(owner); }
 
   /// The user ends the program: asks once about all vehicles that move. False when they were to be
-  /// stopped and do not stand yet: the program goes on. What could not be stopped is told; `later`
-  /// runs when an exchange in hand was all that held the last one up.
-  bool settleMoving(std::function<void()> later);
+  /// stopped and are not: one could not be, and the user has been told; or their stops wait for an
+  /// exchange in hand. `settled` then runs from the event loop once each of them was taken.
+  bool settleMoving(std::function<void()> settled);
 
   /// The end of the program: closes all cabs and panels in the order of their slots. Cabs and jobs
   /// that still wait for the line are forgotten.
@@ -81,9 +81,9 @@ class Driving {
   std::optional<SwitchOnLeave> mayOpen(StationUse use);
   SlotUnit* openNewCab(int address, const std::optional<CabRecord>& record, const Opening& opening);
   bool hasCabs() const;
+  bool standStill(std::function<void()> settled);
   void whenFree(const void* owner, int what, std::function<void()> job);
   void openWhenIdle(const void* owner);
-  bool standStill(const std::vector<Cab*>& cabs, std::function<void()> later);
 
   StationLink& link_;
   DatabaseSession& session_;
@@ -101,9 +101,8 @@ class Driving {
     std::unique_ptr<Clock::Alarm> retry;
   };
   std::map<const void*, Beside> beside_;  // windows that wait to open
-  std::unique_ptr<Clock::Alarm> settled_;
-  int asked_ = 0;        // cabs and panels asked for by way of the line
-  bool closed_ = false;  // closeAll() has begun
+  int asked_ = 0;                         // cabs and panels asked for by way of the line
+  bool closed_ = false;                   // closeAll() has begun
 };
 
 }  // namespace lokari

@@ -139,6 +139,62 @@ TEST_P(LeaveMoving, TheEndOfTheProgramStopsThemAll) {
   EXPECT_FALSE(halted());
 }
 
+TEST_P(LeaveMoving, TheEndWaitsForStopsThatStandBehindAnExchange) {
+  drive(3, 40);
+  prompt().choices = {StopThese};
+  bool tried = false;
+  // Another cab is being read.
+  clock().schedule(5, [&] {
+    tried = true;
+    EXPECT_FALSE(window->close());
+    EXPECT_GT(speedOf(3), 0);
+    EXPECT_FALSE(window->close()) << "the end is on its way: nothing to ask";
+  });
+  driving().OpenCab(100, true);
+  EXPECT_TRUE(tried);
+  clock().advance(5000);
+  EXPECT_EQ(prompt().asked.size(), 1);
+  EXPECT_EQ(speedOf(3), 0);
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(link().commUseCount, 0);
+}
+
+TEST_P(LeaveMoving, ACabThatIsClosedWhileTheEndStopsTheOthersIsLeftAlone) {
+  for (const int address : {3, 100, 101}) drive(address, 40);
+  prompt().choices = {StopThese, LetRun};
+  layout.onChange = [this](const QString&) {
+    if (speedOf(3) == 0 && cabWindow(101) != nullptr) cabWindow(101)->close();
+  };
+  EXPECT_TRUE(window->close());
+  clock().advance(5000);
+  EXPECT_EQ(prompt().asked.size(), 2);
+  EXPECT_EQ(speedOf(3), 0);
+  EXPECT_EQ(speedOf(100), 0);
+  EXPECT_GT(speedOf(101), 0);
+}
+
+class LeavePolled : public LeaveMoving {};
+
+// Its polls wait for an answer.
+INSTANTIATE_TEST_SUITE_P(Kinds, LeavePolled, ::testing::Values(stationKind(StationKind::Z21Ip)));
+
+TEST_P(LeavePolled, TheEndInTheMiddleOfAPollWaitsForTheStops) {
+  drive(3, 40);
+  prompt().choices = {StopThese};
+  const qsizetype before = messages();
+  bool tried = false;
+  std::function<void()> look = [&] {
+    if (messages() == before) return clock().schedule(1, look);
+    tried = true;
+    EXPECT_FALSE(window->close());
+  };
+  clock().schedule(1, look);
+  clock().advance(10000);
+  EXPECT_TRUE(tried);
+  EXPECT_EQ(speedOf(3), 0);
+  EXPECT_FALSE(window->isVisible());
+}
+
 TEST_P(LeaveMoving, TheEndOfTheProgramSwitchesOff) {
   drive(3, 40);
   prompt().choices = {SwitchOff};

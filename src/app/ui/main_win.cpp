@@ -334,10 +334,11 @@ void MainWin::askToClose(QDialog* dialog) {
 }
 
 void MainWin::closeEvent(QCloseEvent* event) {
-  const auto closeLater = [self = QPointer<MainWin>(this)] {
-    if (self) self->close();
+  const auto closeAgain = [self = QPointer<MainWin>(this)] {
+    // Whatever came up meanwhile is what the user is at by now.
+    if (self && QApplication::activeModalWidget() == nullptr) self->close();
   };
-  const bool mayEnd = ending_ || !started_ || workbench_.driving().settleMoving(closeLater);
+  const bool mayEnd = ending_ || !started_ || workbench_.driving().settleMoving(closeAgain);
   if (!mayEnd || (started_ && !workbench_.shutDown())) {
     event->ignore();
     return;
