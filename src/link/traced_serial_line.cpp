@@ -23,12 +23,14 @@ void TracedSerialLine::open(const SerialSettings& settings) {
             .arg(QString::fromUtf16(trace_.settings().station().name), portText(settings)));
   }
   cts_ = true;
+  own_ = true;
   watched([&] { line_.open(settings); });
 }
 
 void TracedSerialLine::close() {
   if (line_.isOpen()) trace_.event(QStringLiteral("schließt die Schnittstelle"));
   line_.close();
+  own_ = false;
 }
 
 qsizetype TracedSerialLine::inBufferCount() {

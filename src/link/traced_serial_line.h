@@ -13,7 +13,7 @@ class TracedSerialLine final : public SerialLine {
   TracedSerialLine(SerialLine& line, MessageTrace& trace) : line_(line), trace_(trace) {
     // Where it arrives: it may be taken later, behind the next question, or never.
     line_.onReceived = [this](const QByteArray& data) {
-      trace_.received(data);
+      if (own_) trace_.received(data);
       if (onReceived) onReceived(data);
     };
   }
@@ -39,7 +39,8 @@ class TracedSerialLine final : public SerialLine {
 
   SerialLine& line_;
   MessageTrace& trace_;
-  bool cts_ = true;  ///< as it was told last
+  bool own_ = false;  ///< it is open for this user; a CAN key uses the same line without a trace
+  bool cts_ = true;   ///< as it was told last
 };
 
 }  // namespace lokari

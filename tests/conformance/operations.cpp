@@ -1,7 +1,9 @@
 #include "operations.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <iterator>
 #include <set>
 #include <utility>
 
@@ -123,7 +125,8 @@ class Throttle {
   Throttle& operator=(const Throttle&) = delete;
 
   const QString& failure() const { return failure_; }
-  bool told(int function) const { return (protocol_->toldFunctions() >> function & 1U) != 0; }
+  /// The station has it.
+  bool hasFunction(int n) const { return n <= state_.funcCount; }
   void speed(int position) {
     state_.speed = position;
     exchange([this] { protocol_->sendSpeed(); });
@@ -203,8 +206,8 @@ Outcome switchFunctions(StationBench& bench, int first, int last) {
   if (bench.kind().cab.funcCount < first) return Outcome::notOffered();
   Throttle throttle(bench);
   if (!throttle.failure().isEmpty()) return Outcome::failed(throttle.failure());
-  for (int n = first; n <= std::min(last, bench.kind().cab.funcCount); ++n) {
-    if (!throttle.told(n)) continue;
+  if (!throttle.hasFunction(first)) return Outcome::notOffered();
+  for (int n = first; n <= last && throttle.hasFunction(n); ++n) {
     for (const bool on : {true, false}) {
       const quint32 before = throttle.driven().functions;
       throttle.function(n, on);
@@ -255,44 +258,74 @@ std::set<int> turnoutsOn(const sim::Layout& layout) {
   return on;
 }
 
-/// The first of the unit's four, when it is the only one that is on. As before, some stations have
-/// a numbering of their own.
-int firstTurnout(bool makerForm, const std::set<int>& on) {
-  if (makerForm) return (kUnit - 1) * PanelState::kOutputs + 1;
-  return on.empty() ? 0 : *on.begin();
+/// One unit, as a panel switches it.
+class Switcher {
+ public:
+  explicit Switcher(StationBench& bench) : bench_(bench) {
+    failure_ = bench.link().openForJob(false);
+    state_.address = kUnit;
+    protocol_ = makePanelProtocol(bench.kind().family, bench.line(), state_);
+    if (!failure_.isEmpty()) return;
+    std::optional<quint8> mask;
+    bench.line().exchange(this, 0, [&] { mask = protocol_->readState(); });
+    if (!mask) failure_ = QStringLiteral("the unit is not read");
+  }
+  ~Switcher() {
+    protocol_.reset();
+    bench_.link().FinishComm();
+  }
+  Switcher(const Switcher&) = delete;
+  Switcher& operator=(const Switcher&) = delete;
+
+  const QString& failure() const { return failure_; }
+  /// What is on then.
+  std::set<int> after(int n, bool on) {
+    state_.outOn.at(static_cast<size_t>(n)) = on;
+    bench_.line().exchange(this, n, [this, n] { protocol_->sendOutput(n); });
+    bench_.clock().advance(2000);
+    return turnoutsOn(bench_.layout());
+  }
+
+ private:
+  StationBench& bench_;
+  PanelState state_;
+  std::unique_ptr<PanelProtocol> protocol_;
+  QString failure_;
+};
+
+/// The one turnout in which two states differ, 0 for none or several.
+int changedOne(const std::set<int>& before, const std::set<int>& after) {
+  std::vector<int> changed;
+  std::set_symmetric_difference(before.begin(), before.end(), after.begin(), after.end(),
+                                std::back_inserter(changed));
+  return changed.size() == 1 ? changed.front() : 0;
 }
 
+/// Of Zimo's binary protocol no document tells how turnouts are switched.
+bool tellsOfTurnouts(const Pairing& pairing) {
+  return pairing.station == Reading::Ours || pairing.kind != StationKind::Mx1Bin;
+}
+
+/// Four neighbours follow, each alone, and no coil keeps its power. Which of its two ends a turnout
+/// takes for "on" is each station's own matter.
 Outcome switchOutputs(StationBench& bench) {
   if (!bench.kind().cab.available()) return Outcome::notOffered();
-  const QString failure = bench.link().openForJob(false);
-  if (!failure.isEmpty()) return Outcome::failed(failure);
+  if (!tellsOfTurnouts(bench.pairing())) return {Outcome::Kind::NotTold, {}};
+  Switcher unit(bench);
+  if (!unit.failure().isEmpty()) return Outcome::failed(unit.failure());
   const Coils coils(bench.layout());
-  PanelState state;
-  state.address = kUnit;
-  const auto protocol = makePanelProtocol(bench.kind().family, bench.line(), state);
-  std::optional<quint8> mask;
-  bench.line().exchange(&state, 0, [&] { mask = protocol->readState(); });
-  Outcome outcome = mask ? Outcome{} : Outcome::failed(QStringLiteral("the unit is not read"));
-  std::set<int> wanted;
-  int first = 0;
-  for (const bool on : {true, false}) {
-    for (int n = 0; n < PanelState::kOutputs && outcome.kind == Outcome::Kind::Proved; ++n) {
-      state.outOn.at(static_cast<size_t>(n)) = on;
-      bench.line().exchange(&state, n, [&] { protocol->sendOutput(n); });
-      bench.clock().advance(2000);
-      const std::set<int> seen = turnoutsOn(bench.layout());
-      if (first == 0) first = firstTurnout(bench.settings().makerForm, seen);
-      if (on) wanted.insert(first + n);
-      if (!on) wanted.erase(first + n);
-      if (seen == wanted) continue;
-      outcome = Outcome::failed(QStringLiteral("output %1 does not follow").arg(n + 1));
+  // As before, some stations have a numbering of their own.
+  int first = bench.settings().makerForm ? (kUnit - 1) * PanelState::kOutputs + 1 : 0;
+  for (int n = 0; n < PanelState::kOutputs; ++n) {
+    const std::set<int> on = unit.after(n, true);
+    const std::set<int> off = unit.after(n, false);
+    if (n == 0 && first == 0) first = changedOne(on, off);
+    if (changedOne(on, off) != first + n || unit.after(n, true) != on) {
+      return Outcome::failed(QStringLiteral("output %1 does not follow alone").arg(n + 1));
     }
   }
-  if (outcome.kind == Outcome::Kind::Proved && coils.powered() != 0) {
-    outcome = Outcome::failed(QStringLiteral("%1 coils stay under power").arg(coils.powered()));
-  }
-  bench.link().FinishComm();
-  return outcome;
+  if (coils.powered() == 0) return {};
+  return Outcome::failed(QStringLiteral("%1 coils stay under power").arg(coils.powered()));
 }
 
 /// Nothing runs: some stations take the power off, others stop every vehicle.

@@ -15,6 +15,7 @@ struct Outcome {
   enum class Kind {
     Proved,      ///< seen at the station or its vehicles
     NotOffered,  ///< the program does not offer it on this kind
+    NotTold,     ///< the documents that the station was made from say nothing of it
     Failed,
   };
   Kind kind = Kind::Proved;

@@ -41,7 +41,7 @@ QString nameOf(const Pairing& pairing) {
                                              : QStringLiteral("OnOurs"));
 }
 
-StationBench::StationBench(const Pairing& pairing) {
+StationBench::StationBench(const Pairing& pairing) : pairing_(pairing) {
   settings_.baseUnit = pairing.kind;
   settings_.makerForm = pairing.makerForm;
   settings_.ipAddr = QStringLiteral("127.000.000.001");

@@ -46,6 +46,7 @@ class StationBench {
   StationBench(const StationBench&) = delete;
   StationBench& operator=(const StationBench&) = delete;
 
+  const Pairing& pairing() const { return pairing_; }
   const StationKindRow& kind() const { return settings_.station(); }
   Settings& settings() { return settings_; }
   sim::Layout& layout() { return layout_; }
@@ -65,6 +66,7 @@ class StationBench {
   static constexpr Millis kLongest = 3'600'000;
 
  private:
+  Pairing pairing_;
   test::VirtualClock clock_;
   sim::Layout layout_;
   sim::FaultPlan faults_;

@@ -20,8 +20,9 @@ simulated station and look at the station, its vehicles and its turnouts. This p
   after what the stations' makers have published (`lokari-sim --form makers`). The two were written
   apart from each other. A kind without a station `makers` has no such documents; its messages are
   the same in both forms.
-- **yes** is proved, **–** is not offered on that kind, **no** is known not to work: what the
-  station understands needs the other form of messages.
+- **yes** is proved, **–** is not offered on that kind or with that station, **?** is not told by the
+  documents, **no** is known not to work: what the station understands needs the other form of
+  messages.
 
 No operation on this page was tried on a real station.
 
@@ -33,6 +34,8 @@ QString cell(const Outcome& outcome) {
       return QStringLiteral("yes");
     case Outcome::Kind::NotOffered:
       return QStringLiteral("–");
+    case Outcome::Kind::NotTold:
+      return QStringLiteral("?");
     case Outcome::Kind::Failed:
       break;
   }

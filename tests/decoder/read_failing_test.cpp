@@ -114,7 +114,8 @@ TEST_P(ReadFailures, EndTheRunWithTheirTextAndKeepTheValuesReadSoFar) {
   EXPECT_EQ(value(33), 0);
   EXPECT_EQ(mark(33), CvMark::Failed);
   EXPECT_EQ(row(33).colour, TextColour::Red);
-  EXPECT_EQ(sent().last(), "xPTRB 33");
+  EXPECT_EQ(sent().filter(QStringLiteral("xPTRB")).last(), "xPTRB 33")
+      << "nothing is read behind it";
   EXPECT_EQ(view.hides, 0) << "the dialog stays up with the text";
   expectSessionClosed();
 }
