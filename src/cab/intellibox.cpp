@@ -49,7 +49,7 @@ class IntelliboxCab final : public CabProtocol {
     if (!prepare()) return false;
     const int flags = ibx::driveFlags(state().backward, state().funcOn[0]);
     return command(state().locoCmd + static_cast<char>(form().speedOf(state().speed)) +
-            static_cast<char>(flags));
+                   static_cast<char>(flags));
   }
 
   void sendDirection() override { sendSpeed(); }

@@ -52,7 +52,7 @@ void Z21Protocol::showStanding() {
   // A datagram is lost now and then.
   if (track_.state() == Z21Track::State::Unknown) {
     z21Send(z21::kAskStatus);
-    const Millis latest = link().clock().now() + kAnswerRounds * kRound;
+    const Millis latest = link().clock().now() + Millis{kAnswerRounds} * kRound;
     link().clock().waitUntil(
         [this] { return track_.state() != Z21Track::State::Unknown || link().cancelRequested; },
         latest);

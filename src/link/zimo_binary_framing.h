@@ -93,9 +93,9 @@ class ZimoBinaryFraming {
   StationLink& link_;
   Asked asked_;              ///< what was sent last in turn
   std::deque<Asked> ahead_;  ///< what was sent ahead
-  bool unsettled_ = false;  ///< `zbinAhead` is not confirmed yet
-  int answersAhead_ = 0;    ///< answers due to what was sent ahead
-  QByteArray heard_;        ///< the beginning of a frame
+  bool unsettled_ = false;   ///< `zbinAhead` is not confirmed yet
+  int answersAhead_ = 0;     ///< answers due to what was sent ahead
+  QByteArray heard_;         ///< the beginning of a frame
   std::deque<Unheard> unheard_;
 };
 

@@ -295,7 +295,11 @@ TEST_F(Mx1TextCabTest, TheDefaultCommandDrivesInFourteenSteps) {
 TEST_F(Mx1TextCabTest, AShortAddressAwaitsNoAnswer) {
   loadVehicle3();
   line.expect("FN03281C0500\r");
-  EXPECT_EQ(timeOf([&] { state.speed = 40; EXPECT_TRUE(cab->sendSpeed()); }), 0);
+  EXPECT_EQ(timeOf([&] {
+              state.speed = 40;
+              EXPECT_TRUE(cab->sendSpeed());
+            }),
+            0);
 }
 
 TEST_F(Mx1TextCabTest, AnIndexedVehiclesTenCharactersAreReadAndDropped) {
