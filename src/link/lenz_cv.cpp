@@ -21,9 +21,6 @@ constexpr int kMainReply = 3;
 constexpr int kReadCounts = 7;
 constexpr int kWriteCounts = 32;
 constexpr int kAskPauseMs = 100;
-constexpr int kBusyPauseMs = 500;
-/// A station may be busy that long.
-constexpr Millis kBusyTime = 90000;
 constexpr int kReadReportBase = -1000;
 
 /// The station announces the service mode again and again instead of writing.
@@ -87,17 +84,20 @@ class LenzExchange : public CvExchange {
     return CvStep::wait();
   }
 
-  /// Asks for the result once, and again of a station that is busy. False when next to nothing
-  /// came, which stays waiting.
+  /// Asks for the result once. False when next to nothing came, which stays waiting.
   bool askForResult() {
-    const Millis deadline = link().clock().now() + kBusyTime;
-    do {
-      framing_.forgetMessages();
-      framing_.cvQuestions().asked(request().cv % kNamedCvs);
-      framing_.lnzSend(lenz::requestResult());
-      link().WaitForData(kResultHead);
-    } while (isBusy() && !link().cancelRequested && link().clock().now() < deadline);
+    framing_.forgetMessages();
+    framing_.cvQuestions().asked(request().cv % kNamedCvs);
+    framing_.lnzSend(lenz::requestResult());
+    link().WaitForData(kResultHead);
     return link().getBufferCount() >= kResultHead;
+  }
+
+  /// The end with the station's report. One that was busy to the last is asked as the documents
+  /// have it first.
+  CvStep reported(const QByteArray& report) {
+    const CvStep failure = CvStep::finish(failureOf(report));
+    return lenz::meaningOf(report) == lenz::Meaning::Busy ? documentedResult(failure) : failure;
   }
 
   /// Takes a reply to the question; if it is no result, what comes a little later instead of it.
@@ -155,15 +155,6 @@ class LenzExchange : public CvExchange {
     }
   }
 
-  /// "Busy" is what came: it is taken, and a pause goes by.
-  bool isBusy() {
-    const auto message = framing_.nextMessage(link().clock().now());
-    if (!message || lenz::meaningOf(*message) != lenz::Meaning::Busy) return false;
-    link().protocol().dropInput();
-    link().DelayMsec(kBusyPauseMs);
-    return true;
-  }
-
   /// Whether a result names the CV that was asked for, or none.
   bool namesCv(const QByteArray& result) const {
     const int cv = lenz::resultCv(result).value_or(0);
@@ -209,7 +200,7 @@ class LenzRead final : public LenzExchange {
   CvStep resultOf(const QByteArray& reply) {
     if (lenz::resultValue(reply)) return believe(reply);
     if (link().cancelRequested) return cancelled();
-    if (lenz::report(reply)) return CvStep::finish(failureOf(reply));
+    if (lenz::report(reply)) return reported(reply);
     if (tries_ < 1) return CvStep::finish(cv_result::kWrongReply);
     --tries_;
     return repeatAfterPause();
@@ -248,9 +239,9 @@ class LenzWrite final : public LenzExchange {
       if (!askForResult()) continue;
       reply = takeResult();
       if (lenz::resultValue(reply)) break;
-      if (lenz::meaningOf(reply) == lenz::Meaning::Ready) return ready(resultOf(reply));
     }
-    return resultOf(reply);
+    const CvStep step = resultOf(reply);
+    return lenz::meaningOf(reply) == lenz::Meaning::Ready ? ready(step) : step;
   }
 
   int failureOf(const QByteArray& report) const override { return lenz::writeFailure(report); }
@@ -282,7 +273,7 @@ class LenzWrite final : public LenzExchange {
   CvStep resultOf(const QByteArray& reply) {
     if (lenz::resultValue(reply)) return believe(reply);
     if (link().cancelRequested) return cancelled();
-    return CvStep::finish(lenz::writeFailure(reply));
+    return reported(reply);
   }
 
   bool enteredBefore_ = false;

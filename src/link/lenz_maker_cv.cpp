@@ -65,7 +65,7 @@ class LenzMakerCv final : public CvExchange {
     const auto write = writeMessage(wide);
     if (!read || !write) return notThere();
     const CvStep step = access(*write);
-    return isReady_ ? access(*read) : step;
+    return isReady_ ? readBack(*read) : step;
   }
 
   void epilogue() override { framing_.leaveServiceMode(); }
@@ -90,6 +90,13 @@ class LenzMakerCv final : public CvExchange {
     const bool blockEnd = cv.cv == kLastCv && !(wide && method_ != ProgMethod::Paged);
     if (blockEnd) return lenz::writeBlockEnd(cv.value, static_cast<int>(method_));
     return lenz::writeCv(cv.cv, cv.value, static_cast<int>(method_), wide);
+  }
+
+  /// Whatever comes of it, the write was taken.
+  CvStep readBack(const QByteArray& message) {
+    CvStep step = access(message);
+    step.refused = false;
+    return step;
   }
 
   CvStep access(const QByteArray& message) {

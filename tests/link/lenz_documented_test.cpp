@@ -17,6 +17,9 @@ class LiUsbDocumented : public test::LenzFixture {
 
 class Li100V3Documented : public test::Li100V3Fixture {};
 
+/// A write asks so often before it gives up.
+constexpr int kWriteQuestions = 32;
+
 // -- one message for a confirmation
 
 TEST_F(Li100V3Documented, AReadThatIsConfirmedByTheServiceModeAloneHasItsResult) {
@@ -120,7 +123,7 @@ TEST_F(Li100V3Documented, AWriteThatEntersTheServiceModeTwiceHasItsResult) {
 TEST_F(Li100V3Documented, AWriteWithoutAValueIsReadBack) {
   link.commJob = CommJob::WriteProgTrack;
   expect(kWrite29, kWriteDone);
-  expect(kAsk, "61 11 70");
+  for (int i = 0; i < kWriteQuestions; ++i) expect(kAsk, "61 11 70");
   expect(kRead29, "01 04 05");
   expect(kAsk, kResult);
   expectEpilogue();
@@ -130,7 +133,7 @@ TEST_F(Li100V3Documented, AWriteWithoutAValueIsReadBack) {
 TEST_F(Li100V3Documented, WhatIsReadBackIsTheResultOfTheWrite) {
   link.commJob = CommJob::WriteProgTrack;
   expect(kWrite29, kWriteDone);
-  expect(kAsk, "61 11 70");
+  for (int i = 0; i < kWriteQuestions; ++i) expect(kAsk, "61 11 70");
   expect(kRead29, "61 02 63");
   expect(kAsk, "63 14 1D 02 68");
   expectEpilogue();
@@ -139,12 +142,29 @@ TEST_F(Li100V3Documented, WhatIsReadBackIsTheResultOfTheWrite) {
 
 // -- busy, and what is told to everybody
 
-TEST_F(Li100V3Documented, ABusyStationIsAskedForTheResultAgainAndTheCvIsNotReadAnew) {
+TEST_F(Li100V3Documented, AStationThatIsBusyToTheLastIsAskedAsTheDocumentsHaveIt) {
   expect(kRead29, kReadBegun);
+  for (int attempt = 0; attempt < 3; ++attempt) {
+    expect(kAsk, "61 1F 7E");
+    expect(kAsk, "61 81 E0");
+    expectRepeat(kRead29).answer(fromHex(kReadBegun));
+  }
+  // The seventh question is the last by the count.
+  expect(kAsk, "61 1F 7E");
   for (int i = 0; i < 12; ++i) expect(kAsk, i % 2 == 0 ? "61 1F 7E" : "61 81 E0");
   expect(kAsk, kResult);
   expectEpilogue();
   EXPECT_EQ(read29(), 6);
+}
+
+TEST_F(Li100V3Documented, AWriteToAStationThatStaysBusyHasAnEnd) {
+  link.commJob = CommJob::WriteProgTrack;
+  expect(kWrite29, kWriteDone);
+  for (int i = 0; i < kWriteQuestions; ++i) expect(kAsk, "61 1F 7E");
+  // 90 seconds more, half a second apart.
+  for (int i = 0; i < 161; ++i) expect(kAsk, "61 1F 7E");
+  expectEpilogue();
+  EXPECT_EQ(write(29, 6), -31);
 }
 
 TEST_F(Li100V3Documented, ACancelEndsTheQuestionsToABusyStation) {
