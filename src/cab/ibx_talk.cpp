@@ -81,6 +81,8 @@ void IbxTalk::tellAtOnce(const QByteArray& command, Answered answered) {
   }
   const bool isOutermost = !line_.isNested();
   const QScopedValueRollback taking(line_.replyTakers, line_.replyTakers + (isOutermost ? 1 : 0));
+  // What lies there belongs to an earlier question, and would pass for the answer.
+  if (isOutermost && line_.repliesOwed.empty()) link().protocol().dropInput();
   // Ahead of the sending: one that waits for its end is replied to behind this one.
   line_.repliesOwed.push_back(std::move(answered));
   try {

@@ -3,6 +3,7 @@
 #include "cab/ibx_talk.h"
 #include "cab/intellibox.h"
 #include "cab/intellibox_codec.h"
+#include "cab/unit_addresses.h"
 #include "link/p50x_codes.h"
 #include "link/station_link.h"
 
@@ -27,20 +28,19 @@ class IntelliboxPanel final : public PanelProtocol {
     state().panelCmd = ibx::switchOutput(state().address, n, on);
     // Without an answer nobody knows whether the coil has its power.
     if (!tell(state().panelCmd) || !form().switchesOff) return;
-    talk_.pause(kPulseMs);
+    talk_.pause(static_cast<int>(kCoilPulse));
     tell(ibx::endPulse(state().address, n, on));
   }
 
  private:
-  static constexpr int kPulseMs = 250;
-
   const IbxForm& form() const { return ibxForm(link()); }
 
-  /// False when the station has refused it, which beeps.
+  /// False when the station has refused it. That beeps, and so does what it has taken without power
+  /// on the track.
   bool tell(const QByteArray& command) {
     const int code = talk_.tell(command);
     const bool refused = code >= 0 && !p50x::isTaken(code);
-    if (refused) link().prompt().beep();
+    if (refused || code == p50x::kWithoutPower) link().prompt().beep();
     return !refused;
   }
 

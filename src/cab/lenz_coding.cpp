@@ -6,6 +6,7 @@
 #include "cab/dcc_speed.h"
 #include "cab/function_bits.h"
 #include "cab/lenz_codec.h"
+#include "cab/unit_addresses.h"
 
 namespace lokari::lenz {
 namespace {
@@ -15,10 +16,9 @@ constexpr std::array kGroupsAsDocumented{FunctionGroup{0, 4, 0x20}, FunctionGrou
                                          FunctionGroup{9, 12, 0x22}, FunctionGroup{13, 20, 0x23},
                                          FunctionGroup{21, 28, 0x28}};
 
-constexpr Millis kPulse = 250;
-
 constexpr Coding kAsAlways{speedBits, barPositionOf, kGroupsAsAlways, 7, false, 0};
-constexpr Coding kAsDocumented{dccSpeedBits, dccBarPosition, kGroupsAsDocumented, 12, true, kPulse};
+constexpr Coding kAsDocumented{dccSpeedBits, dccBarPosition, kGroupsAsDocumented,
+                               12,           true,           kCoilPulse};
 
 }  // namespace
 

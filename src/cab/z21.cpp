@@ -30,7 +30,6 @@ const z21::Coding& Z21Cab::coding() const {
 std::optional<FunctionMask> Z21Cab::readState() {
   ask(state().address, Patience::TimeOut);
   const auto vehicle = reply();
-  if (!link().cancelRequested) station().noteAnswer(vehicle.has_value());
   if (!vehicle) return {};
   take(*vehicle);
   return vehicle->functions;

@@ -2,14 +2,8 @@
 // always was, and as the documents of its maker have it (setting `MakerForm`).
 //
 // As always the speed is the plain value of speed_steps.h, and an output gets one message. As
-// documented the speed is that of DCC:
-//
-//   14 steps       000VVVV   0 stop, 1 emergency stop, 2 to 15 are steps 1 to 14
-//   28 steps       00vVVVV   VVVV 0 stop, 1 emergency stop; step n is n + 3, VVVV its upper bits
-//                            and v its lowest one
-//   128 steps      VVVVVVV   0 stop, 1 emergency stop, 2 to 127 are steps 1 to 126
-//
-// and an output's coil has power from one message to the next, since it burns when it keeps it.
+// documented the speed is that of DCC, see dcc_speed.h, and an output's coil has power from one
+// message to the next, since it burns when it keeps it.
 #pragma once
 
 #include <span>

@@ -52,9 +52,7 @@ class Z21Panel final : public PanelProtocol {
     line().send([&] { station().z21Send(z21::outputQuestion(outputAddress(i))); });
     link().Delay(0);
     link().WaitForData(z21::kOutputLength);
-    const bool came = station().z21ReplyLen >= z21::kOutputLength;
-    if (!link().cancelRequested) station().noteAnswer(came);
-    if (!came) return {};
+    if (station().z21ReplyLen < z21::kOutputLength) return {};
     return z21::outputState(station().z21LastReply);
   }
 };

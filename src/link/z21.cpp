@@ -61,7 +61,6 @@ void Z21Protocol::showStanding() {
   TrackStop& stop = link().trackStop();
   if (!track_.isStanding() || stop.isHeld()) return;
   // Nobody has switched it on, so what the cabs have to offer is to let it go.
-  foundStanding_ = true;
   showStopped();
 }
 
@@ -104,10 +103,6 @@ void Z21Protocol::connectStation(int& step, bool powerOn) {
   checksOfBytes_.reset();
   track_.clear();
   programmed_ = false;
-  if (std::exchange(host_, link().settings().ipAddr) != link().settings().ipAddr) {
-    answered_ = 0;
-    unanswered_ = 0;
-  }
   if (powerOn && form().switchesOnAtLogOn) {
     z21Send(z21::kPowerOn);
     link().Delay(0);
@@ -155,7 +150,6 @@ void Z21Protocol::leaveProgramming() {
   } else {
     z21Send(z21::kPowerOff);
     link().Delay(0);
-    foundStanding_ = foundStanding_ || !stop.isHeld();
     showStopped();
   }
 }
@@ -191,7 +185,11 @@ void Z21Protocol::z21Send(QStringView text) {
   if (!data) throw LinkError(QStringLiteral("Ungültige Nachricht an die Z21: ") + text.toString());
   if (data->isEmpty()) return;
   const bool forgotten = z21Connected && link().clock().now() - spokeAt_ >= kSilence;
-  if (forgotten && form().subscribes) send(*z21::toBytes(z21::kSubscribe));
+  if (forgotten && form().subscribes) {
+    // What it told meanwhile, others heard.
+    send(*z21::toBytes(z21::kSubscribe));
+    send(*z21::toBytes(z21::kAskStatus));
+  }
   send(form().checksOfBytes ? z21::withByteChecksum(*data) : *data);
 }
 
@@ -260,9 +258,12 @@ void Z21Protocol::showStopped() {
   link().trackStop().showToAll();
 }
 
-/// Who has found the layout standing hears that somebody has switched it on.
+/// Somebody has switched it on: what stood, also by a stop of ours, runs. Ahead of a stop whose
+/// word is awaited it is old news.
 void Z21Protocol::noteOn() {
-  if (std::exchange(foundStanding_, false)) link().trackStop().noteTaken(false);
+  TrackStop& stop = link().trackStop();
+  if (!form().subscribes || stop.order().outcome() == LayoutOrder::Outcome::Awaited) return;
+  stop.noteTaken(false);
 }
 
 bool Z21Protocol::isAwaited(const QByteArray& message) const {
@@ -274,9 +275,7 @@ bool Z21Protocol::isAwaited(const QByteArray& message) const {
 }
 
 bool Z21Protocol::concernsWait(const QByteArray& message) const {
-  if (!cvResult_) return true;
-  return form().repeatsBehindNews ? z21::endsCvOperation(message)
-                                  : message.startsWith(z21::stateHead());
+  return !cvResult_ || !form().repeatsBehindNews || z21::endsCvOperation(message);
 }
 
 bool Z21Protocol::lookThrough(const QByteArray& datagram, bool keepOthers) {

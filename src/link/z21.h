@@ -44,11 +44,6 @@ class Z21Protocol final : public StationProtocol {
   /// What it has told of its track.
   const Z21Track& track() const { return track_; }
 
-  /// A question that the station must answer has found an answer, or none.
-  void noteAnswer(bool came) { ++(came ? answered_ : unanswered_); }
-  /// None of several such questions found one: a station that answers others takes not their form.
-  bool leftUnanswered() const { return answered_ == 0 && unanswered_ > 1; }
-
   /// A CV operation begins, which will get the result for `cv`: nothing that came before it may
   /// pass for its answer. Datagrams left unread are looked through at the next arrival, but only
   /// for what is awaited then.
@@ -98,12 +93,8 @@ class Z21Protocol final : public StationProtocol {
   bool portClosed_ = false;             ///< to what was sent last
   std::optional<bool> checksOfBytes_;   ///< the station's kind of checksum, once known
   Z21Track track_;
-  bool foundStanding_ = false;  ///< the layout shows as stopped because it was found so
-  bool programmed_ = false;     ///< the programming track was used since the last farewell
-  QString host_;                ///< of the station that the counters below are about
-  int answered_ = 0;            ///< see noteAnswer()
-  int unanswered_ = 0;
-  Millis spokeAt_ = 0;  ///< when the last message went out
+  bool programmed_ = false;  ///< the programming track was used since the last farewell
+  Millis spokeAt_ = 0;       ///< when the last message went out
 };
 
 std::unique_ptr<StationProtocol> makeZ21Protocol(StationLink& link);

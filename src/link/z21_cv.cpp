@@ -28,7 +28,6 @@ class Z21Exchange : public CvExchange {
   }
 
   CvStep evaluate() override {
-    if (!link().cancelRequested) station_.noteAnswer(!station_.z21LastReply.isEmpty());
     const auto value = z21::cvResultValue(station_.z21LastReply);
     if (station_.z21ReplyLen >= want() && value) return believe(*value);
     if (link().cancelRequested && !z21::refusalCode(station_.z21LastReply)) {

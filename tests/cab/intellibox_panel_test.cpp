@@ -50,6 +50,20 @@ TEST_P(IntelliboxPanel, ARefusalBeepsAndSilenceDoesNot) {
   EXPECT_EQ(prompt.beeps, 1);
 }
 
+TEST_P(IntelliboxPanel, WhatIsTakenWithoutPowerOnTheTrackBeeps) {
+  expect("90 09 C0").answer(fromHex("42"));
+  output(0, true);
+  EXPECT_EQ(prompt.beeps, 1);
+}
+
+TEST_P(IntelliboxPanel, TheByteOfReservationsAnswersNoStop) {
+  expect("95 02").answer(fromHex("00 A6 00"));
+  EXPECT_EQ(readPanel(), 0x69);
+  expect("A5").answer(fromHex("06"));
+  stop(true);
+  EXPECT_EQ(prompt.beeps, 1) << "the stop was refused";
+}
+
 TEST_P(IntelliboxPanel, ARepliesRestIsWaitedFor) {
   expect("95 02").answer(fromHex("00")).answer(fromHex("A6"), 900);
   EXPECT_EQ(readPanel(), 0x69);

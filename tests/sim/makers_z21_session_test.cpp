@@ -210,30 +210,10 @@ class AsAlwaysOnMakersZ21 : public OnMakersZ21 {
   const QStringList lines{"Roco Z21 Ser. Nr. 123456", "Firmware Vers. 1.43"};
 };
 
-TEST_F(AsAlwaysOnMakersZ21, TheTestAnswersAndOffersNothingWhileNothingWasLeftUnanswered) {
-  const CommTestResult result = test();
-  EXPECT_EQ(result.lines, lines);
-  EXPECT_FALSE(result.wantsMakerForm);
-}
-
-TEST_F(AsAlwaysOnMakersZ21, AVehicleThatItDoesNotTellMakesTheTestOfferTheOtherForm) {
-  open(false);
-  for (int readings = 0; readings < 2; ++readings) EXPECT_EQ(cab->readState(), std::nullopt);
-  link->FinishComm();
+TEST_F(AsAlwaysOnMakersZ21, TheTestOffersTheOtherForm) {
   const CommTestResult result = test();
   EXPECT_EQ(result.lines, lines);
   EXPECT_TRUE(result.wantsMakerForm);
-}
-
-TEST_F(AsAlwaysOnMakersZ21, SoDoCvsAndOutputs) {
-  open(true);
-  EXPECT_EQ(read(8), -1003);
-  link->endcomm(true, true);
-  EXPECT_FALSE(test().wantsMakerForm) << "one may be lost";
-  open(false);
-  EXPECT_EQ(panel->readState(), std::nullopt);
-  link->FinishComm();
-  EXPECT_TRUE(test().wantsMakerForm);
 }
 
 /// A station as this program knows it.
@@ -242,16 +222,12 @@ class AsAlwaysOnZ21 : public test::NetworkSession {
   AsAlwaysOnZ21() : NetworkSession(StationKind::Z21Ip) {}
 };
 
-TEST_F(AsAlwaysOnZ21, LostAnswersAreNoReasonForTheOtherForm) {
-  open(true);
-  EXPECT_EQ(read(8), 97);
-  for (int reads = 0; reads < 2; ++reads) {
-    fault("silence:2");
-    EXPECT_EQ(read(8), -1003);
+TEST_F(AsAlwaysOnZ21, ALostAnswerIsNoReasonForTheOtherForm) {
+  for (const char* each : {"silence:1@2", "silence:1@3"}) {
+    fault(each);
+    link->commJob = CommJob::TestComm;
+    EXPECT_FALSE(TestComm(*link, settings).wantsMakerForm) << each;
   }
-  link->endcomm(true, true);
-  link->commJob = CommJob::TestComm;
-  EXPECT_FALSE(TestComm(*link, settings).wantsMakerForm);
 }
 
 }  // namespace

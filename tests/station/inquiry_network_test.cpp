@@ -23,6 +23,9 @@ class Z21TestComm : public test::Z21Fixture {
 
   const QByteArray askFirmware = bytes({0x07, 0x00, 0x40, 0x00, 0xF1, 0x0A, 0xFB});
   const QByteArray firmware = bytes({0x09, 0x00, 0x40, 0x00, 0xF3, 0x0A, 0x01, 0x43, 0xBB});
+  /// Its checksum is the exclusive or over the text.
+  const QByteArray askFirstOutput = bytes({0x08, 0x00, 0x40, 0x00, 0x43, 0x00, 0x00, 0x0B});
+  const QByteArray firstOutput = bytes({0x09, 0x00, 0x40, 0x00, 0x43, 0x00, 0x00, 0x00, 0x43});
   const QString serialLine = QStringLiteral("Roco Z21 Ser. Nr. 12345");
 };
 
@@ -30,10 +33,24 @@ TEST_F(Z21TestComm, AsksForTheSerialNumberAndThenForTheFirmware) {
   expectLogOn();
   socket.expect(askSerialNumber).answer(serialNumber);
   socket.expect(askFirmware).answer(firmware);
+  socket.expect(askFirstOutput).answer(firstOutput);
   socket.expect(logOff);
   const CommTestResult result = run();
   EXPECT_EQ(result.outcome, Outcome::Answered);
   EXPECT_EQ(result.lines, (QStringList{serialLine, "Firmware Vers. 1.43"}));
+  EXPECT_FALSE(result.wantsMakerForm);
+}
+
+TEST_F(Z21TestComm, OneThatTakesNoChecksumOverTheTextWantsItsMakersForm) {
+  expectLogOn();
+  socket.expect(askSerialNumber).answer(serialNumber);
+  socket.expect(askFirmware).answer(firmware);
+  socket.expect(askFirstOutput);
+  socket.expect(askFirstOutput);
+  socket.expect(logOff);
+  const CommTestResult result = run();
+  EXPECT_EQ(result.lines, (QStringList{serialLine, "Firmware Vers. 1.43"}));
+  EXPECT_TRUE(result.wantsMakerForm);
 }
 
 TEST_F(Z21TestComm, AnswersOfTheLogonDoNotHoldUpTheOthers) {
@@ -41,6 +58,7 @@ TEST_F(Z21TestComm, AnswersOfTheLogonDoNotHoldUpTheOthers) {
   socket.expect(askSerialNumber).answer(serialNumber).answer(powerIsOn, 20);
   socket.expect(askSerialNumber).answer(powerIsOn).answer(serialNumber, 20).answer(powerIsOn, 30);
   socket.expect(askFirmware).answer(powerIsOn).answer(firmware, 20);
+  socket.expect(askFirstOutput).answer(firstOutput);
   socket.expect(logOff);
   EXPECT_EQ(run().lines, (QStringList{serialLine, "Firmware Vers. 1.43"}));
 }
