@@ -43,9 +43,8 @@ ExitStatus testStation(const Call&, CliContext& context) {
                                 .arg(kindName(result.connected->kind), kindName(configured)));
   }
   if (result.wantsMakerForm) {
-    context.console.message(
-        QStringLiteral("Diese Zentrale versteht nur Nachrichten nach den Unterlagen ihres "
-                       "Herstellers (MakerForm=J, siehe Optionen)!"));
+    context.console.message(QString::fromUtf16(kMakerFormAdvice) +
+                            QStringLiteral(" (MakerForm=J, siehe Optionen)"));
   }
   if (result.outcome == Outcome::NoSession) return ExitStatus::WrongCall;
   const bool done = result.outcome == Outcome::Answered && !result.cancelled;

@@ -12,6 +12,10 @@ namespace lokari {
 class StationLink;
 struct Settings;
 
+/// What the user gets to read where CommTestResult::wantsMakerForm is set.
+inline constexpr char16_t kMakerFormAdvice[] =
+    u"Mit Nachrichten nach den Unterlagen ihres Herstellers kann diese Zentrale mehr.";
+
 struct CommTestResult {
   enum class Outcome {
     NoSession,      ///< the link could not be opened

@@ -172,7 +172,7 @@ QList<IniEntry> rareEntries(const Settings& settings, const IniFile& ini) {
 }
 
 bool sameLine(const OptionsForm& form, const Settings& settings) {
-  if (form.station.kind != settings.baseUnit) return false;
+  if (form.station.kind != settings.baseUnit || form.makerForm != settings.makerForm) return false;
   if (settings.station().usesIpAddress) {
     return joined(form.address) == joined(partsOf(settings.ipAddr));
   }

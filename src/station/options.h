@@ -75,8 +75,8 @@ std::array<QString, 4> storedAddress(const Settings& settings, const IniFile& in
 /// none: it then stays as it stands.
 bool keepsAddress(const Settings& settings, const IniFile& ini);
 
-/// Whether a session of the form would have the line of the settings': the same station behind the
-/// same port at the same rate, or behind the same address.
+/// Whether a session of the form would have the line of the settings': the same station, spoken to
+/// in the same form, behind the same port at the same rate, or behind the same address.
 bool sameLine(const OptionsForm& form, const Settings& settings);
 
 /// Lends the settings the form's choice of station, port, rate, address and form of messages for a

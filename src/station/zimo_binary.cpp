@@ -57,9 +57,10 @@ class ZimoBinaryInquiry final : public StationInquiry {
   }
 
   StationReport evaluate() override {
-    StationReport report{.lines = zimoBinaryModelLines(framing().zbinReceive())};
+    const QByteArray model = framing().zbinReceive();
+    StationReport report{.lines = zimoBinaryModelLines(model)};
     // What has not told who it is has not answered, unless it confirms as the documents have it.
-    report.wantsMakerForm = framing().zbinKind == zbin::kConfirmation;
+    report.wantsMakerForm = !model.isEmpty() && framing().zbinKind == zbin::kConfirmation;
     if (report.lines.isEmpty() && !report.wantsMakerForm) return report;
     if (report.lines.isEmpty()) report.lines << modelName(kNoModel);
     framing().zbinSend(bytes({0x02, 0x03}), false);

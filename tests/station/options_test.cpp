@@ -295,6 +295,9 @@ TEST(SameLine, StationPortAndRateOrAddressTell) {
   EXPECT_TRUE(sameLine(form, settings));
   settings.ipAddr = QStringLiteral("010.000.001.254");
   EXPECT_FALSE(sameLine(form, settings));
+  settings.ipAddr = QStringLiteral("010.000.001.255");
+  settings.makerForm = true;
+  EXPECT_FALSE(sameLine(form, settings)) << "open cabs go on speaking as they began";
 }
 
 // ---- Ports --------------------------------------------------------------------------------------

@@ -1,4 +1,5 @@
 // The communication test out of the options dialog.
+#include <QCheckBox>
 #include <QTimer>
 
 #include "options_fixture.h"
@@ -175,6 +176,28 @@ TEST_F(DlgOptionsLinkTest, AWrongEntryIsNotTested) {
   click("Command1");
   EXPECT_EQ(prompt.shown.size(), 1);
   EXPECT_EQ(line.opens, 0);
+}
+
+TEST_F(DlgOptionsLinkTest, AStationThatWantsItsMakersFormGetsItOffered) {
+  for (const bool agreed : {false, true}) {
+    open();
+    click("optComTypeTams");
+    line.expect("x\xA0").answer(QByteArray::fromHex("03020104040001E24000"));
+    line.expect("x\xA2").answer("\x08");
+    prompt.shown.clear();
+    if (agreed) prompt.answers.push_back(Answer::Yes);
+    test();
+    ASSERT_EQ(prompt.shown.size(), 1);
+    EXPECT_TRUE(prompt.shown[0].startsWith("Mit Nachrichten nach den Unterlagen"))
+        << qPrintable(prompt.shown[0]);
+    EXPECT_TRUE(prompt.below.last().contains("(D - 1) x 4 + 1 bis 4"));
+    EXPECT_EQ(control<QCheckBox>("chkMakerForm")->isChecked(), agreed);
+    EXPECT_FALSE(settings.makerForm) << "only OK takes it";
+  }
+  line.expect("x\xA0").answer(QByteArray::fromHex("03020104040001E24000"));
+  line.expect("x\xA2").answer("\x08");
+  test([this] { EXPECT_TRUE(settings.makerForm) << "the next test speaks so"; });
+  EXPECT_EQ(prompt.shown.size(), 1) << "nothing is offered that is ticked";
 }
 
 TEST_F(DlgOptionsLinkTest, WithoutTheChosenPortTabReachesThoseThatAreThere) {

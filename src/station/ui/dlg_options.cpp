@@ -167,12 +167,12 @@ void DlgOptions::testLink() {
 }
 
 void DlgOptions::offerMakerForm() {
-  const Answer answer = parts_.prompt.ask(
-      Box{.text = QStringLiteral("Diese Zentrale versteht nur Nachrichten nach den Unterlagen "
-                                 "ihres Herstellers.\nNachrichten künftig so senden?"),
-          .buttons = Buttons::YesNo,
-          .more = QString::fromUtf16(kUnitAddresses),
-          .preset = Answer::No});
+  const Answer answer =
+      parts_.prompt.ask(Box{.text = QString::fromUtf16(kMakerFormAdvice) +
+                                    QStringLiteral("\nNachrichten künftig so senden?"),
+                            .buttons = Buttons::YesNo,
+                            .more = QString::fromUtf16(kUnitAddresses),
+                            .preset = Answer::No});
   if (answer == Answer::Yes) chkMakerForm_->setChecked(true);
 }
 
