@@ -50,7 +50,9 @@ Cab::Cab(const CabParts& parts, int address, const std::optional<CabRecord>& rec
   state_.stopped = layout.isHeld();
   connect(&layout, &TrackStop::stoppedForAll, this, [this] { showHeld(true); });
   connect(&layout, &TrackStop::heldChanged, this, [this](bool held) {
-    if (!held) showHeld(false);
+    if (held) return;
+    layoutTold(LayoutStands::No);
+    showHeld(false);
   });
   connect(&line(), &CabLine::goneChanged, this, &Cab::lineChanged);
   if (kind().cab.linkStaysOpen) adoptSession();

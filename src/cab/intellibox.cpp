@@ -101,6 +101,7 @@ class IntelliboxCab final : public CabProtocol {
       if (!functions) return std::nullopt;
       all |= *functions;
       highest_ = range.last;
+      rest_ = ibx::restOf(reply, range);
     }
     return all;
   }
@@ -111,7 +112,7 @@ class IntelliboxCab final : public CabProtocol {
       mask |= functionBits(state(), first, std::min(first + 7, range.last))
               << (first - range.first);
     }
-    return mask;
+    return range.keepsRest ? mask | rest_ : mask;
   }
 
   /// No reply counts as refused.
@@ -125,6 +126,7 @@ class IntelliboxCab final : public CabProtocol {
 
   IbxTalk talk_;
   int highest_ = CabState::kHighestFunction;  ///< function that the station has
+  int rest_ = 0;                              ///< functions beyond those that a cab has
 };
 
 }  // namespace

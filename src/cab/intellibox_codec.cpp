@@ -95,6 +95,13 @@ std::optional<FunctionMask> functionReply(const QByteArray& reply, const Functio
   return mask & ((FunctionMask{2} << range.last) - 1);
 }
 
+int restOf(const QByteArray& reply, const FunctionRange& range) {
+  if (!range.keepsRest || !isReply(reply, range.replySize())) return 0;
+  const int last = byteAt(reply, range.byteCount());
+  const int own = (range.last - range.first) % 8 + 1;
+  return (last & ~((1 << own) - 1)) << 8 * (range.byteCount() - 1);
+}
+
 std::optional<QByteArray> askOutputs(int address) {
   if (address < 1 || address > kLastUnitWithGroup) return std::nullopt;
   return bytes({kAskOutputs, unitPlace(address) / 2 + 1});

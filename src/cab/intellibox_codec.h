@@ -38,6 +38,7 @@ struct FunctionRange {
   int question;
   int first;
   int last;
+  bool keepsRest = false;  ///< what the last byte has behind them stays as the station told it
 
   int byteCount() const { return (last - first) / 8 + 1; }
   int replySize() const { return 1 + byteCount(); }
@@ -45,7 +46,7 @@ struct FunctionRange {
 inline constexpr FunctionRange kF1ToF7{0x88, 0x8C, 1, 7};
 inline constexpr FunctionRange kF1ToF8{0x88, 0x8C, 1, 8};
 inline constexpr FunctionRange kF9ToF16{0x89, 0x8D, 9, 16};
-inline constexpr FunctionRange kF17ToF28{0x8A, 0x8E, 17, 28};
+inline constexpr FunctionRange kF17ToF28{0x8A, 0x8E, 17, 28, true};
 
 /// `mask` has the range's first function in bit 0.
 QByteArray switchFunctions(int address, int mask, const FunctionRange& range = kF1ToF7);
@@ -66,6 +67,8 @@ QByteArray askFunctions(int address, const FunctionRange& range = kF1ToF7);
 /// The range's functions.
 std::optional<FunctionMask> functionReply(const QByteArray& reply,
                                           const FunctionRange& range = kF1ToF7);
+/// What a sound reply has behind the range's functions, to be added to switchFunctions()'s mask.
+int restOf(const QByteArray& reply, const FunctionRange& range);
 
 /// Asks for the eight outputs that unit `address` shares with its neighbour. Nothing for an address
 /// outside 1 to 510, whose group has no byte.

@@ -119,6 +119,11 @@ void CabSession::tellUnconfirmed() {
   tellOnce(fault.isEmpty() ? kUnconfirmed : fault);
 }
 
+void CabSession::tellRefused() {
+  failed_ = true;
+  tellUnconfirmed();
+}
+
 void CabSession::tellStands(LayoutStands stands) {
   if (std::exchange(toldStands_, stands) == stands || stands == LayoutStands::No) return;
   context_.console.message(layoutStandsText(stands));

@@ -35,6 +35,9 @@ class CabSession {
   /// The station has taken a command, and the layout stands all the same.
   void tellStands(LayoutStands stands);
 
+  /// The same for one that the station has refused: the command has failed.
+  void tellRefused();
+
   /// The command has not done what it was asked for; tells why.
   void fail(const QString& text);
   bool hasFailed() const { return failed_; }

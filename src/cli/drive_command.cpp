@@ -5,6 +5,7 @@
 #include <map>
 
 #include "cab/cab_table.h"
+#include "cab/dcc_speed.h"
 #include "cab/speed_steps.h"
 #include "cli/cab_session.h"
 #include "cli/command.h"
@@ -47,14 +48,15 @@ class Throttle {
     protocol_ = makeCabProtocol(
         kind.family, session.line(), state_,
         {.stateArrived = [this](FunctionMask mask) { showFunctions(mask); },
-         .stopFailed = [this](bool, StopFault) { session_.tellUnconfirmed(); },
+         .stopFailed = [this](bool, StopFault fault) { tellFailed(fault); },
          .layoutTold = [this](LayoutStands stands) { session_.tellStands(stands); }});
   }
 
   /// For the whole track.
   bool setStopped(bool stopped) {
     state_.stopped = stopped;
-    return session_.stop([this] { protocol_->sendStopped(); });
+    refused_ = false;
+    return session_.stop([this] { protocol_->sendStopped(); }) && !refused_;
   }
 
   bool read() {
@@ -116,11 +118,18 @@ class Throttle {
   }
 
  private:
-  /// A speed is told in the steps of the vehicle. One that moves may be a position off: a station
-  /// may have no lowest step.
+  void tellFailed(StopFault fault) {
+    refused_ = fault == StopFault::Refused;
+    refused_ ? session_.tellRefused() : session_.tellUnconfirmed();
+  }
+
+  /// A speed is told in the steps of the vehicle, which stations cut from the bar's positions in
+  /// two ways. One that moves may be a position off: a station may have no lowest step.
   bool isAt(int speed) const {
     const int told = state_.speed;
-    if (cutStationSteps(speed, state_.steps) == cutStationSteps(told, state_.steps)) return true;
+    const int steps = state_.steps;
+    if (cutStationSteps(speed, steps) == cutStationSteps(told, steps)) return true;
+    if (dccSpeedBits(speed, steps) == dccSpeedBits(told, steps)) return true;
     return speed > 0 && told > 0 && std::abs(speed - told) <= 1;
   }
 
@@ -159,6 +168,7 @@ class Throttle {
   CabState state_;
   std::unique_ptr<CabProtocol> protocol_;
   bool sent_ = false;
+  bool refused_ = false;  // the last stop or go
 };
 
 ResultField stopped(bool on) {

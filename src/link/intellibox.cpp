@@ -80,8 +80,10 @@ class IntelliboxExchange : public CvExchange {
       link().WaitForData(1);
       if (seconds) link().Delay(*seconds);
       const QByteArray reply = ibx::unlessHeldDown(link().serial().read());
-      const bool accepted = ibx::isAccepted(reply);
       const int code = byteAt(reply, 0);
+      // What is taken without power on the track reaches no vehicle.
+      const bool reaches = code != p50x::kWithoutPower || link().commJob != CommJob::WriteMain;
+      const bool accepted = ibx::isAccepted(reply) && reaches;
       if (!accepted && link().cancelRequested) return cancelled();
       const bool counts = !p50x::isBusy(code) || ++busyAnswers_ > kMostBusyAnswers;
       if (counts && ++attempts_ == limits_.attempts) return CvStep::finish(unaccepted(code));

@@ -151,6 +151,15 @@ TEST_P(IbxMakersPieces, AReadingMayComeInPieces) {
   EXPECT_EQ(line.inBufferCount(), 0);
 }
 
+TEST_P(IbxMakersCab, FunctionsBeyondTheHighestStayAsTheStationHasThem) {
+  expectVehicle();
+  expect("8D 03 00").answer(fromHex("00 00"));
+  expect("8E 03 00").answer(fromHex("00 00 A0"));
+  EXPECT_TRUE(read());
+  accepted("8A 03 00 01 A0");
+  function(17, true);
+}
+
 // -- panels
 
 TEST_P(IbxMakersCab, AnOutputIsSwitchedOffBehindItsPulse) {

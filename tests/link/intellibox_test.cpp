@@ -396,6 +396,13 @@ TEST_F(IntelliboxTest, AMainTrackWriteThatIsNotAcceptedIsSentOnceMore) {
   EXPECT_EQ(timeOf([&] { EXPECT_EQ(writeMain(29, 3), -1020); }), 70 + 1000 + 70 + kEndTime);
 }
 
+TEST_F(IntelliboxTest, AMainTrackWriteThatIsTakenWithoutPowerOnTheTrackReachesNobody) {
+  expect("78 DE 03 00 1D 00 06", "42");
+  expect("78 DE 03 00 1D 00 06", "42");
+  expectEnd();
+  EXPECT_EQ(writeMain(29, 3), -1020);
+}
+
 TEST_F(IntelliboxTest, AMainTrackWriteToWhatIsNoAddressSendsNothing) {
   link.commJob = CommJob::WriteMain;
   link.pomAddr = -1;
