@@ -127,6 +127,7 @@ class Throttle {
   const QString& failure() const { return failure_; }
   /// The station has it.
   bool hasFunction(int n) const { return n <= state_.funcCount; }
+  int highestFunction() const { return state_.funcCount; }
   void speed(int position) {
     state_.speed = position;
     exchange([this] { protocol_->sendSpeed(); });
@@ -174,6 +175,7 @@ class Throttle {
 
 /// Whether a station's steps are those of a position of the bar.
 bool isAt(const sim::DriveState& state, int position) {
+  if (position == 0) return state.speed == 0;
   const double share = static_cast<double>(position) / CabState::kHighestSpeed;
   // Of 128 steps two are the stop and the emergency stop; 1024 end at 1008.
   const int highest = state.steps == 128 ? 126 : std::min(state.steps, 1008);
@@ -220,7 +222,9 @@ Outcome switchFunctions(StationBench& bench, int first, int last) {
                                  .arg(after, 0, 16));
     }
   }
-  return {};
+  const int highest = throttle.highestFunction();
+  if (highest >= last) return {};
+  return {.limit = QStringLiteral("to F%1").arg(highest)};
 }
 
 template <int First, int Last>

@@ -20,6 +20,7 @@ struct Outcome {
   };
   Kind kind = Kind::Proved;
   QString reason = {};  ///< of a failure
+  QString limit = {};   ///< where it is proved in part, such as "to F7"
 
   static Outcome failed(const QString& reason) { return {Kind::Failed, reason}; }
   static Outcome notOffered() { return {Kind::NotOffered, {}}; }

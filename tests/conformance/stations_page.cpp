@@ -31,7 +31,7 @@ No operation on this page was tried on a real station.
 QString cell(const Outcome& outcome) {
   switch (outcome.kind) {
     case Outcome::Kind::Proved:
-      return QStringLiteral("yes");
+      return outcome.limit.isEmpty() ? QStringLiteral("yes") : outcome.limit;
     case Outcome::Kind::NotOffered:
       return QStringLiteral("–");
     case Outcome::Kind::NotTold:
