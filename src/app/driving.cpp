@@ -206,7 +206,14 @@ bool Driving::settleMoving(std::function<void()> settled) {
     case Leaving::SwitchOff:
       break;
   }
-  return link_.trackStop().pressAndAwait();
+  if (link_.trackStop().pressAndAwait()) return true;
+  // The answer belongs to the exchange that stands on this very stack.
+  if (line_.isBusy()) {
+    openBeside(this, [this, then = std::move(settled)] {
+      if (link_.trackStop().isHeld()) then();
+    });
+  }
+  return false;
 }
 
 bool Driving::standStill(std::function<void()> settled) {

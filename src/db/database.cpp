@@ -203,6 +203,7 @@ void Database::changeRow(const QString& statement, const QVariantList& values) {
 }
 
 void Database::setPatience(int ms) {
+  patience_ = ms;
   for (const QString& name : {readerName_, writerName_}) {
     QSqlQuery query(QSqlDatabase::database(name, false));
     run(query, QStringLiteral("PRAGMA busy_timeout = %1").arg(ms), {});

@@ -68,6 +68,7 @@ class Database {
 
   /// How long, in milliseconds, a file that another program holds is waited for from now on.
   void setPatience(int ms);
+  int patience() const { return patience_; }
 
   /// True within transaction().
   bool inTransaction() const { return inTransaction_; }
@@ -91,6 +92,7 @@ class Database {
   QString writerName_;
   Schema schema_;
   bool inTransaction_ = false;
+  int patience_ = kLockPatience;
   std::vector<std::function<void()>> waiting_;  // for the end of the transaction
 };
 

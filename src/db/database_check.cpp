@@ -8,6 +8,7 @@
 
 #include <array>
 
+#include "db/columns.h"
 #include "db/database.h"
 #include "db/schema_text.h"
 
@@ -201,7 +202,7 @@ QString shown(const QVariant& value) {
 
 QStringList faultsOf(const Database& database, const QString& table, const ColumnInfo& column) {
   const ValueRule rule = ruleOf(table, column);
-  const QString name = u'"' + column.name + u'"';
+  const QString name = quotedName(column.name);
   // Only the head of a long value is fetched.
   const QString statement =
       QStringLiteral("SELECT rowid, substr(%1, 1, 100) FROM \"%2\" WHERE %1 IS NOT NULL AND (%3)")

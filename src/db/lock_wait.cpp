@@ -11,6 +11,8 @@ void whileLocked(Database& database, const LockWait& wait, const std::function<v
     operation();
   } catch (const StorageError& error) {
     if (error.code() != storage_error::kLocked) throw;
+    // One wait at a time: the outer one, in whose event loop this runs, asks again.
+    if (database.patience() == 0) throw;
     // Windows live on while the file is asked for again.
     database.setPatience(0);
     const auto patience = qScopeGuard([&database] { database.setPatience(kLockPatience); });

@@ -339,7 +339,6 @@ class RecordForm : public QObject {
   bool unsaved_ = false;
   bool collectionTaken_ = false;  // the collection that is being typed has the address already
   bool telling_ = false;          // a box of this form is open
-  bool waiting_ = false;          // for a file that another program holds
   QString lastFind_;              // the condition of the last find; empty for none
   QByteArray picture_;
   int typeOption_ = 0;

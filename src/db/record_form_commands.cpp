@@ -280,12 +280,15 @@ void RecordForm::takeStoredCv(const CvPlace& cv) {
   const auto set = static_cast<size_t>(cv.set - 1);
   const QString values = QString::fromUtf16(kCvColumns[set].values);
   const QString marks = QString::fromUtf16(kCvColumns[set].marks);
-  attempt([&] {
+  try {
     records_.changedBeside(values, [&cv](const QVariant& field) { return withValue(field, cv); });
     records_.changedBeside(marks, [&cv](const QVariant& field) { return withMark(field, cv); });
     working_.recCvValues[set] = chkCVVar(records_.value(values));
     working_.recCvMarks[set] = chkCVVar(records_.value(marks));
-  });
+  } catch (const StorageError&) {
+    // The line is held here, and waits for no file. What stands in the row is compared when the
+    // edit is stored.
+  }
   if (addressTyped_) working_.clearAddressMarks();
 }
 

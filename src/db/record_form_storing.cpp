@@ -227,14 +227,12 @@ bool RecordForm::attempt(const std::function<void()>& operation) {
 
 // A file that another program holds is free again in a moment, as a rule.
 void RecordForm::whileLocked(const std::function<void()>& operation) {
-  // One wait at a time: the outer one asks again.
-  if (waiting_ || database_ == nullptr) {
+  if (database_ == nullptr) {
     operation();
     return;
   }
   const auto wait = [this](const QString& fault, const std::function<bool()>& done) {
     const QScopedValueRollback telling(telling_, true);
-    const QScopedValueRollback waiting(waiting_, true);
     return parts_.prompt.waitUntil(
         fault + QStringLiteral("\nEs wird gewartet, bis sie frei ist ..."), done);
   };

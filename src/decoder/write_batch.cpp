@@ -239,7 +239,8 @@ void WriteBatch::settleAddress() {
   if (!addressJob_.begun()) return;
   if (addressJob_.done()) {
     report(cv, deed(), addressJob_.address());
-    bench_.noteAddress(addressJob_.address());
+    // On the main track whoever was spoken to has it, and nobody has seen who that is.
+    if (progOn()) bench_.noteAddress(addressJob_.address());
     // A long one has its marks elsewhere; a failure of before is over all the same.
     if (bench_.sets.mark(cv) == CvMark::Failed) {
       bench_.sets.setWritten(cv, deed() == CvDeed::Proved);

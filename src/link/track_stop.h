@@ -55,6 +55,9 @@ class TrackStop final : public QObject {
   /// The same, and waits for the station's word where it gives one. True when the layout stands;
   /// false also when the word is taken only behind the caller.
   bool pressAndAwait();
+  /// Ends the job that uses the station, also one that has lent the line out. For a stop, and for
+  /// the program's end.
+  void cancelJob();
   /// How press() sends; empty where nobody drives. It calls noteOrdered() when the stop goes out.
   /// Behind Waiting it calls noteBehind().
   std::function<Outcome()> send;
@@ -127,7 +130,6 @@ class TrackStop final : public QObject {
 
   void set(Hold hold);
   void settle(Hold hold);
-  void cancelJob();
   void tell(Outcome outcome);
 
   StationLink& link_;

@@ -89,5 +89,24 @@ TEST_F(LockWaitTest, AnotherFaultEndsTheWait) {
   EXPECT_EQ(patience(), kLockPatience);
 }
 
+TEST_F(LockWaitTest, OneWaitAtATimeTheOuterOneAsksAgain) {
+  hold();
+  int boxes = 0;
+  const auto inner = [&](const QString&, const std::function<bool()>&) {
+    ++boxes;
+    return false;
+  };
+  whileLocked(
+      database,
+      [&](const QString&, const std::function<bool()>& done) {
+        EXPECT_THROW(whileLocked(database, inner, [this] { change(); }), StorageError);
+        EXPECT_EQ(patience(), 0) << "the windows of the outer one live on";
+        release();
+        return done();
+      },
+      [this] { change(); });
+  EXPECT_EQ(boxes, 0);
+}
+
 }  // namespace
 }  // namespace lokari

@@ -80,6 +80,11 @@ TEST_F(WriteQuestionsMain, ANewAddressReachesAnotherVehicleAndIsAskedAbout) {
   prompt.answers = {Answer::Ok};
   runJob(CommJob::WriteMain);
   EXPECT_EQ(sent().first(), "xPD 60, 1, 60");
+  // What was written there makes it no vehicle of this window.
+  const auto asked = prompt.shown.size();
+  check("chkWrt_3");
+  runJob(CommJob::WriteMain);
+  EXPECT_EQ(prompt.shown.mid(asked), QStringList{prompt.shown.first()});
 }
 
 TEST_F(WriteQuestionsMain, TheAddressOfTheWindowIsNotAskedAbout) {

@@ -281,6 +281,8 @@ void MainWin::openDecoderWindow() {
 void MainWin::endProgram() {
   if (std::exchange(ending_, true)) return;
   asked_ = nullptr;
+  // A question of its own gets an answer below, which must not begin it.
+  workbench_.link().trackStop().cancelJob();
   lookForTheEnd();
 }
 
